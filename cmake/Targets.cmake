@@ -1,0 +1,36 @@
+# One library a folder of src/, one test program a folder of tests/: all with the same flags.
+
+add_library(corvane_flags INTERFACE)
+target_include_directories(corvane_flags INTERFACE ${CMAKE_SOURCE_DIR}/src)
+target_compile_options(corvane_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
+  -Woverloaded-virtual -Werror)
+if(CORVANE_SANITIZE)
+  target_compile_options(corvane_flags INTERFACE -fsanitize=address,undefined
+    -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  target_link_options(corvane_flags INTERFACE -fsanitize=address,undefined)
+endif()
+
+# corvane_library(NAME [dependencies...]): every source of the current folder and of its subfolders.
+function(corvane_library NAME)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  if(NOT sources)
+    add_library(corvane_${NAME} INTERFACE)
+    target_link_libraries(corvane_${NAME} INTERFACE corvane_flags ${ARGN})
+    return()
+  endif()
+  add_library(corvane_${NAME} STATIC ${sources})
+  target_link_libraries(corvane_${NAME} PUBLIC corvane_flags ${ARGN})
+endfunction()
+
+# corvane_test(LABEL [dependencies...]): one GoogleTest program from the current folder.
+function(corvane_test LABEL)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(${LABEL}_tests ${sources})
+  target_link_libraries(${LABEL}_tests PRIVATE corvane_flags ${ARGN} GTest::gtest GTest::gtest_main)
+  target_include_directories(${LABEL}_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  gtest_discover_tests(${LABEL}_tests DISCOVERY_MODE PRE_TEST TEST_PREFIX "${LABEL}."
+    PROPERTIES LABELS ${LABEL} TIMEOUT 120)
+endfunction()

@@ -1,0 +1,119 @@
+#pragma once
+
+#include "foundation/Rect.h"
+#include "foundation/Uuid.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+/// A strict JSON reader and writer. The reader hands out values that know where they stand, so that
+/// an error names its place; the writer goes straight from fields to text.
+namespace corvane::json {
+
+/// What is wrong with a text, and where: `workspaces[2].resources[0].type: "File" is not a resource
+/// type`.
+class DecodeError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// A field can't be written, since its text isn't UTF-8 or its number isn't finite.
+class EncodeError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// One value of a Document, valid while the Document and the Value that it came from live. Each
+/// reading throws DecodeError where the value has another form.
+class Value {
+public:
+    /// The member of that name; missing or null is an error. The first of several counts.
+    Value required(std::string_view key) const;
+    /// The member of that name, or nothing where it is missing or null.
+    std::optional<Value> optional(std::string_view key) const;
+
+    std::size_t count() const;
+    Value at(std::size_t index) const;
+
+    std::string_view text() const;
+    /// `true` or `false`; a number isn't a flag.
+    bool flag() const;
+    double number() const;
+    /// A number without a fraction in the range of the type.
+    std::int32_t int32() const;
+    std::int64_t int64() const;
+    Uuid uuid() const;
+    /// Nested arrays: [[x, y], [width, height]].
+    Rect rect() const;
+
+    /// Throws a DecodeError that names this value's place.
+    [[noreturn]] void fail(std::string_view what) const;
+
+private:
+    friend class Document;
+    Value(const void* node, const Value* parent, std::string_view key, std::size_t index)
+        : node_(node), parent_(parent), key_(key), index_(index) {}
+    std::string place() const;
+    std::int64_t integer(std::int64_t lowest, std::int64_t highest) const;
+
+    const void* node_;
+    const Value* parent_;
+    std::string_view key_;
+    std::size_t index_;
+};
+
+/// A parsed text.
+class Document {
+public:
+    /// Parses UTF-8 JSON, which it checks to be such; throws DecodeError with line and column.
+    /// `name` is what places start with.
+    Document(std::string_view text, std::string name);
+    ~Document();
+    Document(const Document&) = delete;
+    Document& operator=(const Document&) = delete;
+
+    const Value& root() const;
+
+private:
+    struct Parsed;
+    std::unique_ptr<Parsed> parsed_;
+};
+
+/// Writes compact JSON. The caller keeps the order of calls that makes a well-formed text.
+class Writer {
+public:
+    /// `expectedSize` in bytes saves growing.
+    explicit Writer(std::size_t expectedSize = 0);
+    ~Writer();
+    Writer(const Writer&) = delete;
+    Writer& operator=(const Writer&) = delete;
+
+    void startObject();
+    void endObject();
+    void startArray();
+    void endArray();
+    /// A key of the program's own; must not need escapes.
+    void key(std::string_view key);
+    void text(std::string_view value);
+    void flag(bool value);
+    void integer(std::int64_t value);
+    void number(double value);
+    void uuid(const Uuid& value);
+    void rect(const Rect& value);
+
+    /// The text so far; leaves the writer empty.
+    std::string take();
+
+private:
+    struct Output;
+    std::unique_ptr<Output> output_;
+};
+
+/// The same JSON text with line breaks and indentation.
+std::string prettyPrinted(const std::string& compact);
+
+} // namespace corvane::json

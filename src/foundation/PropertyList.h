@@ -1,0 +1,39 @@
+#pragma once
+
+#include "foundation/Result.h"
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace corvane {
+
+using Bytes = std::vector<std::uint8_t>;
+
+/// A value of a property list. Dates, identifiers and null of a foreign list are read as `Other`,
+/// which a dictionary leaves out when written.
+struct PropertyList {
+    struct Other {
+        bool operator==(const Other&) const = default;
+    };
+    using Array = std::vector<PropertyList>;
+    using Dictionary = std::map<std::string, PropertyList>;
+
+    std::variant<Other, bool, std::int64_t, double, std::string, Bytes, Array, Dictionary> value;
+
+    template <typename T>
+    const T* as() const {
+        return std::get_if<T>(&value);
+    }
+    bool operator==(const PropertyList&) const = default;
+
+    /// Reads the binary or the XML format.
+    static Result<PropertyList> parse(std::string_view bytes);
+    /// The binary format.
+    std::string toBinary() const;
+};
+
+} // namespace corvane

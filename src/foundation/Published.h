@@ -1,0 +1,74 @@
+#pragma once
+
+#include <functional>
+#include <list>
+#include <memory>
+#include <utility>
+
+namespace corvane {
+
+/// Keeps a subscription alive; dropping it unsubscribes. Movable, not copyable.
+class Subscription {
+public:
+    Subscription() = default;
+    explicit Subscription(std::shared_ptr<void> handle) : handle_(std::move(handle)) {}
+
+private:
+    std::shared_ptr<void> handle_;
+};
+
+/// A signal with no arguments. Subscribers are called in the order in which they came; one that
+/// comes or goes during a firing takes effect from the next firing on. One thread.
+class ChangeSignal {
+public:
+    [[nodiscard]] Subscription subscribe(std::function<void()> subscriber) {
+        auto handle = std::make_shared<std::function<void()>>(std::move(subscriber));
+        subscribers_.push_back(handle);
+        return Subscription(std::move(handle));
+    }
+
+    void fire() {
+        std::erase_if(subscribers_, [](const auto& weak) { return weak.expired(); });
+        const auto present = subscribers_;
+        for (const auto& weak : present) {
+            if (const auto subscriber = weak.lock()) (*subscriber)();
+        }
+    }
+
+private:
+    std::list<std::weak_ptr<std::function<void()>>> subscribers_;
+};
+
+/// One observable field. `signal` fires before a new value becomes readable, once for each
+/// assignment or `mutate`.
+template <typename T>
+class Published {
+public:
+    Published(ChangeSignal& signal, T initial = {}) : signal_(signal), value_(std::move(initial)) {}
+    Published(const Published&) = delete;
+
+    const T& get() const { return value_; }
+    operator const T&() const { return value_; }
+    const T* operator->() const { return &value_; }
+    const T& operator*() const { return value_; }
+
+    Published& operator=(T value) {
+        signal_.fire();
+        value_ = std::move(value);
+        return *this;
+    }
+    Published& operator=(const Published&) = delete;
+
+    /// Fires once, then lets `change` work on the value in place.
+    template <typename Change>
+    void mutate(Change&& change) {
+        signal_.fire();
+        std::forward<Change>(change)(value_);
+    }
+
+private:
+    ChangeSignal& signal_;
+    T value_;
+};
+
+} // namespace corvane

@@ -1,0 +1,173 @@
+#include "foundation/Text.h"
+
+#include <cstdint>
+#include <cstring>
+#include <memory>
+
+#include <unicode/coll.h>
+#include <unicode/locid.h>
+#include <unicode/normalizer2.h>
+#include <unicode/stsearch.h>
+#include <unicode/uchar.h>
+#include <unicode/unistr.h>
+#include <unicode/utf8.h>
+
+namespace corvane::text {
+
+namespace {
+
+icu::UnicodeString toUnicode(std::string_view text) {
+    return icu::UnicodeString::fromUTF8({text.data(), static_cast<std::int32_t>(text.size())});
+}
+
+std::string toUtf8(const icu::UnicodeString& text) {
+    std::string result;
+    text.toUTF8String(result);
+    return result;
+}
+
+icu::UnicodeString folded(std::string_view text) {
+    UErrorCode status = U_ZERO_ERROR;
+    auto unicode = toUnicode(text);
+    unicode.foldCase();
+    const auto* nfc = icu::Normalizer2::getNFCInstance(status);
+    return U_SUCCESS(status) ? nfc->normalize(unicode, status) : unicode;
+}
+
+bool isAscii(std::string_view text) {
+    for (const char c : text) {
+        if (static_cast<unsigned char>(c) >= 0x80) return false;
+    }
+    return true;
+}
+
+char asciiLower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+/// Reads the code point at `offset` and moves behind it; negative where the bytes are no UTF-8.
+UChar32 nextCodePoint(std::string_view text, std::size_t& offset) {
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    UChar32 codePoint;
+    U8_NEXT(bytes, offset, text.size(), codePoint);
+    return codePoint;
+}
+
+bool collatorContains(std::string_view text, std::string_view part,
+                      icu::Collator::ECollationStrength strength, const icu::Locale& locale) {
+    if (part.empty()) return false;
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<icu::Collator> collator(icu::Collator::createInstance(locale, status));
+    if (U_FAILURE(status)) return false;
+    collator->setStrength(strength);
+    auto* rules = dynamic_cast<icu::RuleBasedCollator*>(collator.get());
+    icu::StringSearch search(toUnicode(part), toUnicode(text), rules, nullptr, status);
+    const auto found = search.first(status);
+    return U_SUCCESS(status) && found != USEARCH_DONE;
+}
+
+} // namespace
+
+std::size_t firstInvalidUtf8(std::string_view text) {
+    std::size_t offset = 0;
+    while (offset < text.size()) {
+        std::uint64_t eight;
+        while (offset + sizeof eight <= text.size()) {
+            std::memcpy(&eight, text.data() + offset, sizeof eight);
+            if (eight & 0x8080808080808080u) break;
+            offset += sizeof eight;
+        }
+        if (offset == text.size()) break;
+        const auto start = offset;
+        if (nextCodePoint(text, offset) < 0) return start;
+    }
+    return offset;
+}
+
+bool isValidUtf8(std::string_view text) {
+    return firstInvalidUtf8(text) == text.size();
+}
+
+std::string trimmed(std::string_view text) {
+    std::size_t begin = text.size();
+    std::size_t end = 0;
+    for (std::size_t offset = 0; offset < text.size();) {
+        const auto start = offset;
+        if (u_isUWhiteSpace(nextCodePoint(text, offset))) continue;
+        begin = std::min(begin, start);
+        end = offset;
+    }
+    return begin < end ? std::string(text.substr(begin, end - begin)) : std::string();
+}
+
+std::string lowercased(std::string_view text) {
+    return toUtf8(toUnicode(text).toLower(icu::Locale::getRoot()));
+}
+
+bool equalsIgnoringCase(std::string_view a, std::string_view b) {
+    if (a == b) return true;
+    if (isAscii(a) && isAscii(b)) {
+        if (a.size() != b.size()) return false;
+        for (std::size_t i = 0; i < a.size(); ++i) {
+            if (asciiLower(a[i]) != asciiLower(b[i])) return false;
+        }
+        return true;
+    }
+    return folded(a) == folded(b);
+}
+
+bool localizedContainsIgnoringCase(std::string_view text, std::string_view part) {
+    if (part.empty()) return false;
+    const auto locale = icu::Locale::getDefault();
+    // Turkish and Azeri have letters of their own where others fold "I" to "i".
+    const std::string_view language = locale.getLanguage();
+    const auto options =
+        language == "tr" || language == "az" ? U_FOLD_CASE_EXCLUDE_SPECIAL_I : U_FOLD_CASE_DEFAULT;
+    UErrorCode status = U_ZERO_ERROR;
+    const auto* nfc = icu::Normalizer2::getNFCInstance(status);
+    if (U_FAILURE(status)) return false;
+    const auto where = nfc->normalize(toUnicode(text).foldCase(options), status);
+    const auto what = nfc->normalize(toUnicode(part).foldCase(options), status);
+    return U_SUCCESS(status) && where.indexOf(what) >= 0;
+}
+
+bool containsIgnoringCaseAndDiacritics(std::string_view text, std::string_view part) {
+    return collatorContains(text, part, icu::Collator::PRIMARY, icu::Locale::getRoot());
+}
+
+std::vector<std::string> split(std::string_view text, char separator) {
+    std::vector<std::string> pieces;
+    for (;;) {
+        const auto end = text.find(separator);
+        pieces.emplace_back(text.substr(0, end));
+        if (end == std::string_view::npos) return pieces;
+        text.remove_prefix(end + 1);
+    }
+}
+
+std::vector<std::string> words(std::string_view text) {
+    std::vector<std::string> result;
+    std::size_t wordStart = 0;
+    for (std::size_t offset = 0; offset <= text.size();) {
+        const auto start = offset;
+        const bool atEnd = offset == text.size();
+        if (!atEnd && !u_isUWhiteSpace(nextCodePoint(text, offset))) continue;
+        if (start > wordStart) result.emplace_back(text.substr(wordStart, start - wordStart));
+        if (atEnd) break;
+        wordStart = offset;
+    }
+    return result;
+}
+
+std::string replacingAll(std::string_view text, std::string_view from, std::string_view to) {
+    std::string result;
+    for (;;) {
+        const auto found = from.empty() ? std::string_view::npos : text.find(from);
+        result += text.substr(0, found);
+        if (found == std::string_view::npos) return result;
+        result += to;
+        text.remove_prefix(found + from.size());
+    }
+}
+
+} // namespace corvane::text

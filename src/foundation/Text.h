@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvane::text {
+
+/// Whether the bytes are well-formed UTF-8 (no overlong forms, no surrogates).
+bool isValidUtf8(std::string_view text);
+/// The offset of the first byte that isn't part of such; the size of the text where all is well.
+std::size_t firstInvalidUtf8(std::string_view text);
+
+/// Without Unicode white space and line breaks at both ends.
+std::string trimmed(std::string_view text);
+
+/// In lower case, by the Unicode rules that know no language.
+std::string lowercased(std::string_view text);
+
+/// Equal when case is ignored (full Unicode case folding, canonical equivalence).
+bool equalsIgnoringCase(std::string_view a, std::string_view b);
+
+/// Whether `text` contains `part` when case is ignored, in the user's locale. An empty `part` is
+/// contained in nothing.
+bool localizedContainsIgnoringCase(std::string_view text, std::string_view part);
+
+/// The same, ignoring case and diacritics.
+bool containsIgnoringCaseAndDiacritics(std::string_view text, std::string_view part);
+
+/// The pieces between each single `separator`; empty pieces are kept.
+std::vector<std::string> split(std::string_view text, char separator);
+
+/// The non-empty words between Unicode white space.
+std::vector<std::string> words(std::string_view text);
+
+/// `text` with every `from` replaced by `to`.
+std::string replacingAll(std::string_view text, std::string_view from, std::string_view to);
+
+} // namespace corvane::text

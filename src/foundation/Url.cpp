@@ -1,0 +1,171 @@
+#include "foundation/Url.h"
+
+#include <algorithm>
+
+#include <uriparser/Uri.h>
+
+namespace corvane {
+
+namespace {
+
+std::string_view rangeOf(const UriTextRangeA& range) {
+    if (!range.first) return {};
+    return {range.first, static_cast<std::size_t>(range.afterLast - range.first)};
+}
+
+int hexValue(char c) {
+    if (c >= '0' && c <= '9') return c - '0';
+    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+    return -1;
+}
+
+std::string percentDecoded(std::string_view text) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool encoded = text[i] == '%' && i + 2 < text.size() && hexValue(text[i + 1]) >= 0 &&
+                             hexValue(text[i + 2]) >= 0;
+        if (encoded) {
+            result += static_cast<char>(hexValue(text[i + 1]) << 4 | hexValue(text[i + 2]));
+            i += 2;
+        } else {
+            result += text[i];
+        }
+    }
+    return result;
+}
+
+std::string percentEncodedPath(std::string_view path) {
+    constexpr std::string_view plain =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~!$&'()*+,=:@/";
+    constexpr char digits[] = "0123456789ABCDEF";
+    std::string result;
+    for (const char c : path) {
+        if (plain.find(c) != std::string_view::npos) {
+            result += c;
+        } else {
+            const auto byte = static_cast<unsigned char>(c);
+            result += {'%', digits[byte >> 4], digits[byte & 0x0F]};
+        }
+    }
+    return result;
+}
+
+std::string withoutTrailingSlash(std::string path) {
+    while (path.size() > 1 && path.back() == '/')
+        path.pop_back();
+    return path;
+}
+
+/// The path's text as it stands in the URL, from the first segment on.
+std::string encodedPath(const UriUriA& uri, bool hasAuthority) {
+    std::string path = uri.absolutePath || (hasAuthority && uri.pathHead) ? "/" : "";
+    for (const auto* segment = uri.pathHead; segment; segment = segment->next) {
+        path += rangeOf(segment->text);
+        if (segment->next) path += '/';
+    }
+    return path;
+}
+
+} // namespace
+
+std::optional<Url> Url::parse(std::string_view text) {
+    if (text.empty()) return std::nullopt;
+    Url url;
+    url.text_ = text;
+    // The parser stops at a NUL byte, which no URL may hold.
+    if (text.find('\0') != std::string_view::npos) return std::nullopt;
+    UriUriA uri;
+    if (uriParseSingleUriA(&uri, url.text_.c_str(), nullptr) != URI_SUCCESS) return std::nullopt;
+    url.scheme_ = rangeOf(uri.scheme);
+    const std::string raw = encodedPath(uri, uri.hostText.first != nullptr);
+    uriFreeUriMembersA(&uri);
+    url.hasDirectoryPath_ = raw.ends_with('/');
+    url.path_ = withoutTrailingSlash(percentDecoded(raw));
+    return url;
+}
+
+Url Url::fromPath(std::string_view path) {
+    Url url;
+    url.scheme_ = "file";
+    url.text_ = "file://" + percentEncodedPath(path);
+    url.hasDirectoryPath_ = path.ends_with('/');
+    url.path_ = withoutTrailingSlash(std::string(path));
+    return url;
+}
+
+bool Url::isFile() const {
+    constexpr std::string_view file = "file";
+    return std::equal(scheme_.begin(), scheme_.end(), file.begin(), file.end(),
+                      [](char a, char b) { return (a | 0x20) == b; });
+}
+
+std::string Url::lastPathComponent() const {
+    return path::lastComponent(path_);
+}
+
+std::string Url::pathExtension() const {
+    return path::extension(path_);
+}
+
+Url Url::deletingLastPathComponent() const {
+    const auto parent = path::parent(path_);
+    return fromPath(parent.ends_with('/') ? parent : parent + "/");
+}
+
+Url Url::appendingPathComponent(std::string_view component) const {
+    return fromPath(path::join(path_, component));
+}
+
+namespace path {
+
+namespace {
+
+std::string_view withoutSlashes(std::string_view path) {
+    while (path.size() > 1 && path.ends_with('/'))
+        path.remove_suffix(1);
+    return path;
+}
+
+} // namespace
+
+std::string lastComponent(std::string_view path) {
+    path = withoutSlashes(path);
+    if (path == "/") return "/";
+    const auto slash = path.rfind('/');
+    return std::string(slash == std::string_view::npos ? path : path.substr(slash + 1));
+}
+
+std::string extension(std::string_view path) {
+    const auto name = lastComponent(path);
+    const auto dot = name.rfind('.');
+    if (dot == std::string::npos || name.find_first_not_of('.') > dot) return {};
+    const auto result = name.substr(dot + 1);
+    return result.find(' ') == std::string::npos ? result : std::string();
+}
+
+std::string stem(std::string_view path) {
+    auto name = lastComponent(path);
+    const auto length = extension(path).size();
+    if (length > 0) name.resize(name.size() - length - 1);
+    return name;
+}
+
+std::string parent(std::string_view path) {
+    path = withoutSlashes(path);
+    const auto slash = path.rfind('/');
+    if (slash == std::string_view::npos) return {};
+    return std::string(slash == 0 ? "/" : withoutSlashes(path.substr(0, slash)));
+}
+
+std::string join(std::string_view folder, std::string_view component) {
+    std::string result(folder);
+    if (!result.ends_with('/')) result += '/';
+    while (component.starts_with('/'))
+        component.remove_prefix(1);
+    return result.append(component);
+}
+
+} // namespace path
+
+} // namespace corvane

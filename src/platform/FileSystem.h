@@ -1,0 +1,39 @@
+#pragma once
+
+#include "foundation/Result.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace corvane {
+
+/// NSFileManager, and the reading and writing of whole files. Paths are absolute. The paths of
+/// installed applications' bundles exist like files. Any thread.
+class FileSystem {
+public:
+    virtual ~FileSystem() = default;
+
+    /// URLsForDirectory: Application Support and Documents of the user. No trailing "/"; the
+    /// folders needn't exist.
+    virtual std::string applicationSupportDirectory() const = 0;
+    virtual std::string documentsDirectory() const = 0;
+
+    /// Whether something stands at the path, symbolic links followed.
+    virtual bool exists(const std::string& path) const = 0;
+    virtual bool isDirectory(const std::string& path) const = 0;
+
+    /// The whole content. An error for what isn't a readable regular file.
+    virtual Result<std::string> readFile(const std::string& path) const = 0;
+    /// Replaces the content: on success all of `bytes` is on disk, on failure the old content
+    /// stands. A symbolic link is followed, permissions survive.
+    virtual std::optional<Error> writeFile(const std::string& path, std::string_view bytes) = 0;
+    /// With the folders above it; one that is there already is fine.
+    virtual std::optional<Error> createDirectory(const std::string& path) = 0;
+    /// Both fail where something stands at `to`.
+    virtual std::optional<Error> copyItem(const std::string& from, const std::string& to) = 0;
+    virtual std::optional<Error> moveItem(const std::string& from, const std::string& to) = 0;
+    virtual std::optional<Error> removeItem(const std::string& path) = 0;
+};
+
+} // namespace corvane

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/Alerts.h"
+#include "platform/Appearance.h"
+#include "platform/ApplicationObject.h"
+#include "platform/Applications.h"
+#include "platform/Bundles.h"
+#include "platform/FileSystem.h"
+#include "platform/MainQueue.h"
+#include "platform/MetadataQuery.h"
+#include "platform/NotificationCenter.h"
+#include "platform/ScriptEngine.h"
+#include "platform/TaskRunner.h"
+#include "platform/UserDefaults.h"
+#include "platform/UserNotifications.h"
+
+namespace corvane {
+
+/// Every facility of one desktop, handed to the composition root. The facilities outlive whoever
+/// uses them.
+struct Platform {
+    MainQueue& mainQueue;
+    BackgroundQueue& backgroundQueue;
+    Clock& clock;
+    FileSystem& fileSystem;
+    UserDefaults& userDefaults;
+    Bundles& bundles;
+    Applications& applications;
+    TaskRunner& tasks;
+    ScriptEngine& scripts;
+    MetadataQuery& metadataQuery;
+    Alerts& alerts;
+    NotificationCenter& notificationCenter;
+    UserNotifications& userNotifications;
+    ApplicationObject& application;
+    Appearance& appearance;
+};
+
+} // namespace corvane
