@@ -1,0 +1,116 @@
+#pragma once
+
+#include "foundation/PropertyList.h"
+#include "foundation/Rect.h"
+#include "foundation/Timestamp.h"
+#include "foundation/Uuid.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvane {
+
+class Bundles;
+
+/// What a resource is, and so what its `path` holds and how it opens.
+enum class ResourceType { file, folder, application, url, terminal, separator };
+
+inline constexpr std::array allResourceTypes{ResourceType::file,        ResourceType::folder,
+                                             ResourceType::application, ResourceType::url,
+                                             ResourceType::terminal,    ResourceType::separator};
+
+/// The text of a type in files and in bookmark keys: "file", "folder", ...
+std::string_view rawValue(ResourceType type);
+/// The name of the symbol that every view uses for a type.
+std::string_view symbolName(ResourceType type);
+/// Exact; anything but the six texts gives nothing.
+std::optional<ResourceType> resourceTypeFromRawValue(std::string_view rawValue);
+
+/// One member of a workspace. Plain value.
+struct Resource {
+    Uuid id;
+    std::string name;
+    /// Absolute path, web address, or "{directory}|{command}", by type; empty for a separator.
+    std::string path;
+    ResourceType type = ResourceType::file;
+    /// Names of applications as the user sees them, in the user's order; may repeat.
+    std::vector<std::string> associatedApps;
+    std::optional<std::string> bundleIdentifier;
+    bool enabled = true;
+    bool launchOnStart = false;
+    /// An old in-file bookmark: read from old files, never written.
+    std::optional<Bytes> bookmarkData;
+
+    bool operator==(const Resource&) const = default;
+};
+
+/// One captured window. Frames have their origin at the top left of the primary display, y
+/// downward.
+struct SavedWindowLayout {
+    std::string appName;
+    std::optional<std::string> windowTitle;
+    Rect frame;
+    std::int32_t ownerPID = 0;
+    Timestamp recordedAt;
+    bool isFullscreen = false;
+    std::optional<Rect> screenFrame;
+    /// The window as fractions of its screen.
+    std::optional<Rect> relativeFrame;
+    std::optional<std::int64_t> screenIndex;
+    bool isOnPrimaryScreen = true;
+
+    bool operator==(const SavedWindowLayout&) const = default;
+};
+
+/// A named, ordered group of resources with its stored layout. Compared by `id` by its users.
+struct Workspace {
+    Uuid id;
+    std::string name;
+    std::string description;
+    /// The name of a symbol.
+    std::string icon;
+    std::vector<Resource> resources;
+    Timestamp dateCreated;
+    Timestamp dateModified;
+    bool hasLayoutSaved = false;
+    std::optional<std::vector<SavedWindowLayout>> savedWindowLayouts;
+
+    bool operator==(const Workspace&) const = default;
+};
+
+/// One window of the older layout form, which captures and restores still work on.
+struct WindowLayout {
+    std::string appName;
+    Rect frame;
+    bool isFullscreen = false;
+    bool isMinimized = false;
+    /// An index into the display list.
+    std::optional<std::int64_t> screen;
+
+    bool operator==(const WindowLayout&) const = default;
+};
+
+struct WorkspaceLayout {
+    Uuid workspaceId;
+    std::vector<WindowLayout> windowLayouts;
+    Timestamp savedDate;
+
+    bool operator==(const WorkspaceLayout&) const = default;
+};
+
+/// A new resource: fresh identity, enabled, no applications; the bundle identifier of an
+/// application's bundle is looked up.
+Resource makeResource(std::string name, std::string path, ResourceType type,
+                      const Bundles& bundles);
+/// A new workspace with no resources and no layout, both dates `now`.
+Workspace makeWorkspace(std::string name, std::string description, std::string icon, Timestamp now);
+
+/// The identifier of the bundle at a path that ends in ".app"; nothing for other paths and where no
+/// bundle opens.
+std::optional<std::string> deriveBundleIdentifier(std::string_view path, const Bundles& bundles);
+
+} // namespace corvane

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "core/Records.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace corvane {
+
+class Alerts;
+class Bundles;
+class Clock;
+class FileSystem;
+class MainQueue;
+
+/// Reads and writes the workspaces file, and moves one that an earlier version left in the
+/// Documents folder. Holds no workspaces. Main thread; blocks for the file work.
+class WorkspacePersistence {
+public:
+    WorkspacePersistence(FileSystem& fileSystem, const Bundles& bundles, MainQueue& mainQueue,
+                         Alerts& alerts, const Clock& clock);
+
+    /// Replaces the file by the list, whole. A failure reaches only the diagnostics. A file that
+    /// the last load couldn't understand is moved aside first, and one alert says so; where that
+    /// fails nothing is written.
+    void saveWorkspaces(const std::vector<Workspace>& workspaces);
+    /// The list, empty where there is no file or none that can be understood.
+    std::vector<Workspace> loadWorkspaces();
+
+    std::string dataDirectory() const;
+    std::string workspacesFilePath() const;
+
+    /// A warning alert with one button "OK", on a later turn of the main queue.
+    void showFailureAlert(std::string title, std::string message);
+
+private:
+    void migrateFromDocumentsIfNeeded(const std::string& workspacesFile);
+    bool moveUnreadableFileAside();
+
+    FileSystem& fileSystem_;
+    const Bundles& bundles_;
+    MainQueue& mainQueue_;
+    Alerts& alerts_;
+    const Clock& clock_;
+    const std::string appSupportPath_;
+    /// Why the file of the last load couldn't be understood; such a file must outlive the next
+    /// save.
+    std::optional<std::string> unreadableBecause_;
+    bool toldOfBlockedSaves_ = false;
+};
+
+} // namespace corvane

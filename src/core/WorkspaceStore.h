@@ -1,0 +1,140 @@
+#pragma once
+
+#include "core/Preference.h"
+#include "core/Records.h"
+#include "core/WorkspacePersistence.h"
+#include "foundation/Published.h"
+#include "foundation/Url.h"
+#include "platform/Platform.h"
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace corvane {
+
+class BookmarkManager;
+class ResourceLauncher;
+
+/// The alerts that the user can switch off, each with the preference that its checkbox clears.
+enum class DismissibleAlertType {
+    layoutSaved,
+    workspaceClosed,
+    layoutsDisabled,
+    applicationsClosed
+};
+
+/// All state of the program and every operation on it: one instance for the life of the process. It
+/// is declared here and defined where each subsystem lives: editing, saving, preferences and alerts
+/// in core/, starting in launch/, names of applications in quit/. Main thread only. Operations
+/// return nothing and can't fail towards their caller: an unknown identifier ends them silently.
+/// Records are found by identifier; the first in list order counts.
+class WorkspaceStore {
+public:
+    /// Reads the preferences, loads the file, runs the migrations and seeds an empty store, all
+    /// before it returns. The platform and the bookmarks outlive the store.
+    WorkspaceStore(Platform& platform, BookmarkManager& bookmarks);
+    ~WorkspaceStore();
+    WorkspaceStore(const WorkspaceStore&) = delete;
+    WorkspaceStore& operator=(const WorkspaceStore&) = delete;
+
+    /// Fires before any field below takes a new value. Declared before them, as they refer to it.
+    ChangeSignal objectWillChange;
+
+    // State. Fields are read by everyone; a view assigns only `activeWorkspace`,
+    // `hasLaunchedResources`, `searchText` and the preferences.
+
+    Published<std::vector<Workspace>> workspaces{objectWillChange};
+    /// A copy of one record, taken when it was assigned.
+    Published<std::optional<Workspace>> activeWorkspace{objectWillChange};
+    Published<std::string> searchText{objectWillChange};
+    /// A start has run to its end since the flag was last cleared.
+    Published<bool> hasLaunchedResources{objectWillChange};
+    /// The workspaces whose start has run through. What was asked for, never what runs.
+    Published<std::set<Uuid>> runningWorkspaces{objectWillChange};
+    /// The resources launched for each workspace; an entry may be empty.
+    Published<std::map<Uuid, std::set<Uuid>>> runningResources{objectWillChange};
+
+    Preference<bool> focusMode;
+    Preference<bool> autoSaveLayouts;
+    /// "first" or "last"; any other text counts as "first".
+    Preference<std::string> fullscreenPriority;
+    Preference<bool> hasShownFullscreenLimitationAlert;
+    Preference<bool> enableAccessibilityFeatures;
+    Preference<bool> showLayoutSavedAlert;
+    Preference<bool> showWorkspaceClosedAlert;
+    Preference<bool> showLayoutsDisabledAlert;
+    Preference<bool> showApplicationsClosedAlert;
+
+    // Editing. Every operation that changes the list saves it before it returns.
+
+    void addWorkspace(Workspace workspace);
+    /// Replaces the record with the same identifier; the caller sets `dateModified`.
+    void updateWorkspace(Workspace workspace);
+    /// Removes every record with that identifier; saves even if there was none.
+    void deleteWorkspace(const Uuid& workspaceId);
+    /// A copy with a new identity, " Copy" behind its name, and both dates now; its resources keep
+    /// their identifiers.
+    void duplicateWorkspace(const Workspace& workspace);
+    void addResource(Resource resource, const Uuid& workspaceId);
+    void removeResource(const Uuid& resourceId, const Uuid& workspaceId);
+    /// `to` counts in the list after the removal. An index outside the list changes nothing.
+    void moveResource(std::size_t from, std::size_t to, const Uuid& workspaceId);
+    void toggleResourceEnabled(const Uuid& resourceId, const Uuid& workspaceId);
+    void addAssociatedApp(const Uuid& resourceId, const std::string& appName,
+                          const Uuid& workspaceId);
+    /// Removes the first equal name.
+    void removeAssociatedApp(const Uuid& resourceId, const std::string& appName,
+                             const Uuid& workspaceId);
+    void renameResource(const Uuid& resourceId, std::string newName, const Uuid& workspaceId);
+    /// Makes a resource of a dropped or chosen file. A path that isn't UTF-8 can't be stored: an
+    /// alert says so.
+    void addResourceFromURL(const Url& url, const Uuid& workspaceId);
+
+    // Alerts, each on a later turn of the main queue.
+
+    void showInfoAlert(std::string title, std::string message);
+    /// With a checkbox that clears the type's preference. Callers test the preference first.
+    void showDismissibleAlert(std::string title, std::string message, DismissibleAlertType type);
+    Preference<bool>& preferenceOf(DismissibleAlertType type);
+
+    // Starting.
+
+    /// Opens every enabled resource of the workspace, in order, and marks them and the workspace as
+    /// running.
+    void startWorkspace(const Workspace& workspace);
+    /// Opens one resource, enabled or not, with its first application or the one that stands for
+    /// it.
+    void launchIndividualResource(const Resource& resource, const Workspace& workspace);
+
+    // Names of applications.
+
+    /// The application that stands for a resource; nothing for a separator and for a file that
+    /// nothing opens.
+    std::optional<std::string> appNameForResource(const Resource& resource) const;
+
+private:
+    void readPreferences();
+    void migrateWorkspaceDescriptions();
+    void createDefaultWorkspacesIfNeeded();
+    void saveWorkspaces();
+    void markRunning(const Uuid& resourceId, const Uuid& workspaceId);
+    std::shared_ptr<ResourceLauncher> makeResourceLauncher() const;
+
+    /// Applies `change` to the found record in place and saves. `change` says whether it changed
+    /// anything.
+    template <typename Change>
+    void editResources(const Uuid& workspaceId, Change change);
+    template <typename Change>
+    void editResource(const Uuid& resourceId, const Uuid& workspaceId, Change change);
+
+    Platform& platform_;
+    BookmarkManager& bookmarks_;
+    WorkspacePersistence persistence_;
+    std::shared_ptr<ResourceLauncher> resourceLauncher_;
+};
+
+} // namespace corvane

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "core/BookmarkManager.h"
+#include "core/WorkspaceStore.h"
+#include "shell/AppCoordinator.h"
+#include "shell/AppDelegate.h"
+
+namespace corvane {
+
+/// Owns the long-lived objects of the process and ties them together. One instance for the life of
+/// the process; main thread.
+class CorvaneApp {
+public:
+    /// Makes the delegate, the store and asks for permission to notify. The platform outlives the
+    /// app.
+    explicit CorvaneApp(Platform& platform);
+
+    /// Runs at each appearance of the main window's root view. The first time it also wires the
+    /// observer of "createNewWindow" and the relay from the store to "WorkspaceStoreDidChange";
+    /// later runs only renew the delegate's fields.
+    void setupApp();
+
+    AppDelegate& appDelegate() { return appDelegate_; }
+    WorkspaceStore& workspaceStore() { return workspaceStore_; }
+    Platform& platform() { return platform_; }
+
+private:
+    Platform& platform_;
+    AppDelegate appDelegate_;
+    BookmarkManager bookmarks_;
+    WorkspaceStore workspaceStore_;
+    AppCoordinator appCoordinator_;
+    Subscription createNewWindowObserver_;
+    bool isWired_ = false;
+};
+
+} // namespace corvane
