@@ -121,11 +121,12 @@ private:
     void migrateWorkspaceDescriptions();
     void createDefaultWorkspacesIfNeeded();
     void saveWorkspaces();
+    void activateFirstWorkspace();
+    const Resource* findResource(const Uuid& resourceId, const Uuid& workspaceId) const;
     void markRunning(const Uuid& resourceId, const Uuid& workspaceId);
     std::shared_ptr<ResourceLauncher> makeResourceLauncher() const;
 
-    /// Applies `change` to the found record in place and saves. `change` says whether it changed
-    /// anything.
+    /// Let `change` work on the found record in place, and save.
     template <typename Change>
     void editResources(const Uuid& workspaceId, Change change);
     template <typename Change>

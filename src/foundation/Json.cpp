@@ -153,6 +153,31 @@ Uuid Value::uuid() const {
     fail("\"" + std::string(text()) + "\" is not an identifier");
 }
 
+std::vector<std::uint8_t> Value::base64() const {
+    const auto digit = [](char c) {
+        if (c >= 'A' && c <= 'Z') return c - 'A';
+        if (c >= 'a' && c <= 'z') return c - 'a' + 26;
+        if (c >= '0' && c <= '9') return c - '0' + 52;
+        return c == '+' ? 62 : c == '/' ? 63 : -1;
+    };
+    auto encoded = text();
+    if (encoded.size() % 4 != 0) fail("a base64 text was expected");
+    for (int padding = 0; padding < 2 && encoded.ends_with('='); ++padding)
+        encoded.remove_suffix(1);
+    std::vector<std::uint8_t> bytes;
+    std::uint32_t bits = 0;
+    int count = 0;
+    for (const char c : encoded) {
+        if (digit(c) < 0) fail("a base64 text was expected");
+        bits = bits << 6 | static_cast<std::uint32_t>(digit(c));
+        count += 6;
+        if (count < 8) continue;
+        count -= 8;
+        bytes.push_back(static_cast<std::uint8_t>(bits >> count));
+    }
+    return bytes;
+}
+
 Rect Value::rect() const {
     const auto pair = [](const Value& value) {
         if (value.count() != 2) value.fail("two numbers were expected");

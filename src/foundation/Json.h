@@ -9,6 +9,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// A strict JSON reader and writer. The reader hands out values that know where they stand, so that
 /// an error names its place; the writer goes straight from fields to text.
@@ -47,6 +48,8 @@ public:
     std::int32_t int32() const;
     std::int64_t int64() const;
     Uuid uuid() const;
+    /// The bytes of a base64 text.
+    std::vector<std::uint8_t> base64() const;
     /// Nested arrays: [[x, y], [width, height]].
     Rect rect() const;
 

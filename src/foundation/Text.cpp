@@ -88,6 +88,10 @@ bool isValidUtf8(std::string_view text) {
     return firstInvalidUtf8(text) == text.size();
 }
 
+std::string replacingInvalidUtf8(std::string_view text) {
+    return toUtf8(toUnicode(text));
+}
+
 std::string trimmed(std::string_view text) {
     std::size_t begin = text.size();
     std::size_t end = 0;
@@ -155,6 +159,15 @@ std::vector<std::string> words(std::string_view text) {
         if (start > wordStart) result.emplace_back(text.substr(wordStart, start - wordStart));
         if (atEnd) break;
         wordStart = offset;
+    }
+    return result;
+}
+
+std::string joined(const std::vector<std::string>& texts, std::string_view separator) {
+    std::string result;
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        if (i > 0) result += separator;
+        result += texts[i];
     }
     return result;
 }

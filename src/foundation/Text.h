@@ -12,6 +12,9 @@ bool isValidUtf8(std::string_view text);
 /// The offset of the first byte that isn't part of such; the size of the text where all is well.
 std::size_t firstInvalidUtf8(std::string_view text);
 
+/// With each ill-formed sequence as U+FFFD, for showing.
+std::string replacingInvalidUtf8(std::string_view text);
+
 /// Without Unicode white space and line breaks at both ends.
 std::string trimmed(std::string_view text);
 
@@ -33,6 +36,9 @@ std::vector<std::string> split(std::string_view text, char separator);
 
 /// The non-empty words between Unicode white space.
 std::vector<std::string> words(std::string_view text);
+
+/// The texts with `separator` between them.
+std::string joined(const std::vector<std::string>& texts, std::string_view separator);
 
 /// `text` with every `from` replaced by `to`.
 std::string replacingAll(std::string_view text, std::string_view from, std::string_view to);

@@ -10,13 +10,13 @@ enum class AlertStyle { warning = 0, informational = 1, critical = 2 };
 
 /// NSAlert.
 struct Alert {
-    std::string title;
-    std::string message;
+    std::string title = {};
+    std::string message = {};
     AlertStyle style = AlertStyle::warning;
     /// Left to right in order of importance: the first is the default button.
-    std::vector<std::string> buttons;
+    std::vector<std::string> buttons = {};
     /// The title of a checkbox in the accessory view; none where empty.
-    std::string checkbox;
+    std::string checkbox = {};
     /// setHasDestructiveAction: of the first button.
     bool firstButtonIsDestructive = false;
 

@@ -18,7 +18,7 @@ struct ScriptError {
 struct ScriptOutcome {
     /// A result descriptor came back.
     bool hasResult = false;
-    std::optional<ScriptError> error;
+    std::optional<ScriptError> error = {};
 };
 
 /// NSAppleScript: initWithSource: and executeAndReturnError:. Main thread; returns when the script

@@ -1,0 +1,77 @@
+#include "core/Records.h"
+
+#include "platform/Bundles.h"
+
+#include <utility>
+
+namespace corvane {
+
+namespace {
+
+struct TypeFacts {
+    std::string_view rawValue;
+    std::string_view symbolName;
+};
+
+/// In the order of the enumeration.
+constexpr std::array<TypeFacts, allResourceTypes.size()> typeFacts{{
+    {"file", "doc.fill"},
+    {"folder", "folder.fill"},
+    {"application", "app.badge"},
+    {"url", "globe"},
+    {"terminal", "terminal.fill"},
+    {"separator", "minus"},
+}};
+
+const TypeFacts& factsOf(ResourceType type) {
+    return typeFacts[static_cast<std::size_t>(type)];
+}
+
+} // namespace
+
+std::string_view rawValue(ResourceType type) {
+    return factsOf(type).rawValue;
+}
+
+std::string_view symbolName(ResourceType type) {
+    return factsOf(type).symbolName;
+}
+
+std::optional<ResourceType> resourceTypeFromRawValue(std::string_view rawValue) {
+    for (const auto type : allResourceTypes) {
+        if (factsOf(type).rawValue == rawValue) return type;
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> deriveBundleIdentifier(std::string_view path, const Bundles& bundles) {
+    if (!path.ends_with(".app")) return std::nullopt;
+    const auto bundle = bundles.open(std::string(path));
+    return bundle ? bundle->bundleIdentifier : std::nullopt;
+}
+
+Resource makeResource(std::string name, std::string path, ResourceType type,
+                      const Bundles& bundles) {
+    Resource resource;
+    resource.id = Uuid::random();
+    resource.name = std::move(name);
+    resource.path = std::move(path);
+    resource.type = type;
+    if (type == ResourceType::application)
+        resource.bundleIdentifier = deriveBundleIdentifier(resource.path, bundles);
+    return resource;
+}
+
+Workspace makeWorkspace(std::string name, std::string description, std::string icon,
+                        Timestamp now) {
+    Workspace workspace;
+    workspace.id = Uuid::random();
+    workspace.name = std::move(name);
+    workspace.description = std::move(description);
+    workspace.icon = std::move(icon);
+    workspace.dateCreated = now;
+    workspace.dateModified = now;
+    return workspace;
+}
+
+} // namespace corvane

@@ -1,0 +1,41 @@
+#include "core/SafeNames.h"
+
+#include "foundation/Url.h"
+#include "platform/FileSystem.h"
+
+#include <chrono>
+#include <cmath>
+#include <cstdint>
+
+namespace corvane {
+
+namespace {
+
+std::string twoDigits(long number) {
+    return (number < 10 ? "0" : "") + std::to_string(number);
+}
+
+} // namespace
+
+std::string fileDate(Timestamp moment) {
+    using namespace std::chrono;
+    const sys_seconds time{seconds(static_cast<std::int64_t>(std::floor(moment.toUnix())))};
+    const auto day = floor<days>(time);
+    const year_month_day date{day};
+    const hh_mm_ss clock{time - day};
+    return std::to_string(static_cast<int>(date.year())) + "-" +
+           twoDigits(static_cast<unsigned>(date.month())) + "-" +
+           twoDigits(static_cast<unsigned>(date.day())) + "T" + twoDigits(clock.hours().count()) +
+           "-" + twoDigits(clock.minutes().count()) + "-" + twoDigits(clock.seconds().count());
+}
+
+std::string unusedSiblingPath(const FileSystem& fileSystem, std::string_view folder,
+                              std::string_view stem, std::string_view extension) {
+    for (int number = 1;; ++number) {
+        const auto suffix = number == 1 ? "" : " " + std::to_string(number);
+        auto candidate = path::join(folder, std::string(stem) + suffix + std::string(extension));
+        if (!fileSystem.exists(candidate)) return candidate;
+    }
+}
+
+} // namespace corvane

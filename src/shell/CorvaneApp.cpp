@@ -1,0 +1,26 @@
+#include "shell/CorvaneApp.h"
+
+#include "foundation/Diagnostics.h"
+#include "platform/Platform.h"
+
+namespace corvane {
+
+CorvaneApp::CorvaneApp(Platform& platform)
+    : platform_(platform), appDelegate_(platform.application), bookmarks_(platform.fileSystem),
+      workspaceStore_(platform, bookmarks_) {
+    platform.userNotifications.requestAuthorization([](bool, const std::optional<Error>& error) {
+        if (error) diagnostic({"Notification permission error: ", error->localizedDescription});
+    });
+}
+
+void CorvaneApp::setupApp() {
+    appDelegate_.workspaceStore = &workspaceStore_;
+    if (isWired_) return;
+    isWired_ = true;
+    createNewWindowObserver_ = platform_.notificationCenter.addObserver(
+        "createNewWindow", [this] { appDelegate_.applicationShouldHandleReopen(false); });
+    appCoordinator_.relayChanges(workspaceStore_, platform_.mainQueue,
+                                 platform_.notificationCenter);
+}
+
+} // namespace corvane

@@ -1,0 +1,294 @@
+#include "simulated/SimulatedDesktop.h"
+
+#include "foundation/Text.h"
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+constexpr std::string_view mainBundle = "app.corvane.Corvane";
+
+class SimulatedDefaults : public UserDefaults {
+public:
+    explicit SimulatedDefaults(SimulatedDesktop& desktop) : desktop_(desktop) {}
+
+    std::optional<PropertyList> objectForKey(std::string_view key) const override {
+        const auto found = desktop_.defaults.find(key);
+        return found == desktop_.defaults.end() ? std::nullopt : std::optional(found->second);
+    }
+    void setObject(std::string_view key, PropertyList value) override {
+        desktop_.defaults.insert_or_assign(std::string(key), std::move(value));
+    }
+    void removeObject(std::string_view key) override {
+        if (const auto found = desktop_.defaults.find(key); found != desktop_.defaults.end()) {
+            desktop_.defaults.erase(found);
+        }
+    }
+    void removePersistentDomain() override { desktop_.defaults.clear(); }
+
+private:
+    SimulatedDesktop& desktop_;
+};
+
+const SimulatedApplication* findByPath(const SimulatedDesktop& desktop, std::string_view path) {
+    const auto found =
+        std::find_if(desktop.applications.begin(), desktop.applications.end(),
+                     [&](const auto& application) { return application.path == path; });
+    return found == desktop.applications.end() ? nullptr : &*found;
+}
+
+class SimulatedApplications : public Applications, public Bundles, public MetadataQuery {
+public:
+    explicit SimulatedApplications(SimulatedDesktop& desktop) : desktop_(desktop) {}
+
+    bool openUrl(const Url& url) override {
+        desktop_.log.push_back("open " + url.absoluteString());
+        if (desktop_.refusedUrls.contains(url.absoluteString())) return false;
+        if (!url.isFile()) return urlForApplicationToOpen(url).has_value();
+        return findByPath(desktop_, url.path()) ||
+               (desktop_.files.exists(url.path()) && urlForApplicationToOpen(url).has_value());
+    }
+
+    void openUrl(const Url& url, const Url& applicationUrl, OpenCompletion completion) override {
+        desktop_.log.push_back("open " + url.absoluteString() + " with " + applicationUrl.path());
+        const auto* application = findByPath(desktop_, applicationUrl.path());
+        auto error =
+            application ? application->openError : Error{"The application can't be found."};
+        desktop_.queue.async(
+            [completion = std::move(completion), error = std::move(error)] { completion(error); });
+    }
+
+    void activateFileViewerSelecting(const Url& url) override {
+        desktop_.log.push_back("reveal " + url.absoluteString());
+    }
+
+    std::optional<Url> urlForApplicationToOpen(const Url& url) const override {
+        auto key = url.scheme() + ":";
+        if (url.isFile()) key = desktop_.files.isDirectory(url.path()) ? "/" : url.pathExtension();
+        const auto handler = desktop_.defaultHandlers.find(key);
+        return handler == desktop_.defaultHandlers.end()
+                   ? std::nullopt
+                   : std::optional(Url::fromPath(handler->second));
+    }
+
+    std::optional<Url> urlForApplication(const std::string& bundleIdentifier) const override {
+        for (const auto& application : desktop_.applications) {
+            if (application.bundleIdentifier == bundleIdentifier)
+                return Url::fromPath(application.path);
+        }
+        return std::nullopt;
+    }
+
+    std::vector<Url> urlsForApplications(const std::string& bundleIdentifier) const override {
+        std::vector<Url> urls;
+        for (const auto& application : desktop_.applications) {
+            const bool wanted =
+                bundleIdentifier.empty() || application.bundleIdentifier == bundleIdentifier;
+            if (wanted) urls.push_back(Url::fromPath(application.path));
+        }
+        return urls;
+    }
+
+    std::vector<RunningApplication> runningApplications() const override {
+        return desktop_.running;
+    }
+
+    std::optional<Bundle> open(const std::string& path) const override {
+        const auto* application = findByPath(desktop_, path);
+        if (!application) return std::nullopt;
+        return Bundle{application->bundleIdentifier, application->displayName,
+                      application->bundleName};
+    }
+
+    std::string mainBundleIdentifier() const override { return std::string(mainBundle); }
+
+    std::vector<MetadataItem> results(const std::string&, const std::string& argument) override {
+        const auto found = desktop_.metadata.find(argument);
+        return found == desktop_.metadata.end() ? std::vector<MetadataItem>() : found->second;
+    }
+
+private:
+    SimulatedDesktop& desktop_;
+};
+
+/// `open` and `mdfind` as far as the simulated desktop has applications for them; other processes
+/// can't be started.
+class SimulatedTasks : public TaskRunner {
+public:
+    explicit SimulatedTasks(SimulatedDesktop& desktop) : desktop_(desktop) {}
+
+    Result<TaskResult> run(const std::string& launchPath,
+                           const std::vector<std::string>& arguments) override {
+        const auto words = launchPath + " " + text::joined(arguments, " ");
+        desktop_.log.push_back("task " + words);
+        const auto scripted = desktop_.taskResults.find(words);
+        if (scripted != desktop_.taskResults.end()) return scripted->second;
+        if (launchPath == "/usr/bin/open") return open(arguments);
+        if (launchPath == "/usr/bin/mdfind") return find(arguments.front());
+        return Error{"The launch path can't be reached."};
+    }
+
+private:
+    TaskResult open(const std::vector<std::string>& arguments) const {
+        const auto option = std::find(arguments.begin(), arguments.end(), "-a");
+        if (option == arguments.end() || option + 1 == arguments.end()) return {1, {}};
+        const auto& wanted = *(option + 1);
+        const bool known = std::any_of(desktop_.applications.begin(), desktop_.applications.end(),
+                                       [&](const SimulatedApplication& application) {
+                                           return !application.openError &&
+                                                  (application.path == wanted ||
+                                                   path::stem(application.path) == wanted);
+                                       });
+        return {known ? 0 : 1, {}};
+    }
+
+    TaskResult find(const std::string& query) const {
+        TaskResult result;
+        for (const auto& application : desktop_.applications) {
+            const auto name = application.displayName.value_or(path::stem(application.path));
+            if (application.isIndexed && query.ends_with("kMDItemDisplayName == '" + name + "'")) {
+                result.output += application.path + "\n";
+            }
+        }
+        return result;
+    }
+
+    SimulatedDesktop& desktop_;
+};
+
+class SimulatedScripts : public ScriptEngine {
+public:
+    explicit SimulatedScripts(SimulatedDesktop& desktop) : desktop_(desktop) {}
+
+    std::optional<ScriptOutcome> execute(const std::string& source) override {
+        desktop_.log.push_back("script " + text::replacingAll(source, "\n", " / "));
+        for (const auto& [part, outcome] : desktop_.scriptOutcomes) {
+            if (source.find(part) != std::string::npos) return outcome;
+        }
+        return ScriptOutcome{.hasResult = true, .error = {}};
+    }
+
+private:
+    SimulatedDesktop& desktop_;
+};
+
+class SimulatedAlerts : public Alerts {
+public:
+    explicit SimulatedAlerts(SimulatedDesktop& desktop) : desktop_(desktop) {}
+
+    AlertResponse runModal(const Alert& alert) override {
+        desktop_.log.push_back("alert " + alert.title);
+        return answer(alert);
+    }
+
+    bool beginSheet(const Alert& alert, std::function<void(AlertResponse)> completion) override {
+        if (!desktop_.hasMainWindow) return false;
+        desktop_.log.push_back("sheet " + alert.title);
+        desktop_.queue.async([completion = std::move(completion), response = answer(alert)] {
+            completion(response);
+        });
+        return true;
+    }
+
+private:
+    AlertResponse answer(const Alert& alert) {
+        desktop_.shownAlerts.push_back(alert);
+        const auto found = desktop_.alertAnswers.find(alert.title);
+        return found != desktop_.alertAnswers.end()
+                   ? found->second
+                   : AlertResponse{AlertResponse::firstButton, false};
+    }
+
+    SimulatedDesktop& desktop_;
+};
+
+class SimulatedApplicationObject : public ApplicationObject,
+                                   public Appearance,
+                                   public UserNotifications {
+public:
+    explicit SimulatedApplicationObject(SimulatedDesktop& desktop) : desktop_(desktop) {}
+
+    std::vector<ApplicationWindow> windows() const override { return desktop_.windows; }
+    void bringToFront(int windowIdentifier) override {
+        desktop_.log.push_back("front " + std::to_string(windowIdentifier));
+    }
+    void openMainWindow() override { desktop_.log.push_back("open main window"); }
+    void terminate() override { desktop_.log.push_back("terminate"); }
+
+    bool effectiveAppearanceIsDark() const override {
+        return chosenAppearance_.value_or(desktop_.systemIsDark);
+    }
+    void setAppearance(bool dark) override { chosenAppearance_ = dark; }
+    ChangeSignal& screenParametersDidChange() override {
+        return desktop_.screenParametersDidChange;
+    }
+
+    void
+    requestAuthorization(std::function<void(bool granted, std::optional<Error>)> handler) override {
+        desktop_.log.push_back("request authorization");
+        desktop_.queue.async([this, handler = std::move(handler)] {
+            const auto error = Error{"Notifications aren't allowed."};
+            handler(!desktop_.notificationsAreDenied,
+                    desktop_.notificationsAreDenied ? std::optional(error) : std::nullopt);
+        });
+    }
+
+private:
+    SimulatedDesktop& desktop_;
+    std::optional<bool> chosenAppearance_;
+};
+
+} // namespace
+
+struct SimulatedDesktop::Facilities {
+    explicit Facilities(SimulatedDesktop& desktop)
+        : defaults(desktop), applications(desktop), tasks(desktop), scripts(desktop),
+          alerts(desktop), application(desktop) {}
+
+    SimulatedDefaults defaults;
+    SimulatedApplications applications;
+    SimulatedTasks tasks;
+    SimulatedScripts scripts;
+    SimulatedAlerts alerts;
+    SimulatedApplicationObject application;
+    NotificationCenter notificationCenter;
+};
+
+SimulatedDesktop::SimulatedDesktop() : facilities_(std::make_unique<Facilities>(*this)) {}
+SimulatedDesktop::~SimulatedDesktop() = default;
+
+void SimulatedDesktop::install(SimulatedApplication application) {
+    files.directories.insert(application.path);
+    applications.push_back(std::move(application));
+}
+
+Platform SimulatedDesktop::platform() {
+    auto& facilities = *facilities_;
+    return {.mainQueue = queue,
+            .backgroundQueue = queue,
+            .clock = queue,
+            .fileSystem = files,
+            .userDefaults = facilities.defaults,
+            .bundles = facilities.applications,
+            .applications = facilities.applications,
+            .tasks = facilities.tasks,
+            .scripts = facilities.scripts,
+            .metadataQuery = facilities.applications,
+            .alerts = facilities.alerts,
+            .notificationCenter = facilities.notificationCenter,
+            .userNotifications = facilities.application,
+            .application = facilities.application,
+            .appearance = facilities.application};
+}
+
+std::string SimulatedDesktop::logged(std::string_view prefix) const {
+    std::vector<std::string> lines;
+    for (const auto& line : log) {
+        if (line.starts_with(prefix)) lines.push_back(line);
+    }
+    return text::joined(lines, "\n");
+}
+
+} // namespace corvane

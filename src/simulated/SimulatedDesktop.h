@@ -1,0 +1,103 @@
+#pragma once
+
+#include "platform/Platform.h"
+#include "simulated/SimulatedFiles.h"
+#include "simulated/SimulatedQueue.h"
+
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace corvane {
+
+/// One application that is installed on the simulated desktop.
+struct SimulatedApplication {
+    std::string path;
+    std::optional<std::string> bundleIdentifier = {};
+    std::optional<std::string> displayName = {};
+    std::optional<std::string> bundleName = {};
+    /// Whether the `mdfind` of the desktop knows it, under its display name.
+    bool isIndexed = true;
+    /// What opening something with this application ends in; it opens where empty.
+    std::optional<Error> openError = {};
+};
+
+/// A desktop in memory, with virtual time: the twin of the real one for tests, demonstrations and
+/// benchmarks. Its members are plain data that a test fills in, refusals included; what is asked of
+/// it stands in `log`, a line each:
+///
+///     open file:///notes.txt            openUrl(url)
+///     open file:///a.txt with /Applications/Pad.app
+///     task /usr/bin/open -a Pad /a.txt  a process and its arguments
+///     script tell application "Safari"... AppleScript, line breaks as " / "
+///     reveal file:///folder/            activateFileViewerSelecting
+///     alert Title | sheet Title         an alert as it is shown
+///
+/// Single-threaded: background work runs in the same order as if it took no time, after what is
+/// running.
+class SimulatedDesktop {
+public:
+    SimulatedDesktop();
+    ~SimulatedDesktop();
+    SimulatedDesktop(const SimulatedDesktop&) = delete;
+    SimulatedDesktop& operator=(const SimulatedDesktop&) = delete;
+
+    /// The facilities; valid while the desktop lives.
+    Platform platform();
+
+    // The scene.
+
+    /// Adds an application, with its bundle in the file system.
+    void install(SimulatedApplication application);
+
+    SimulatedFiles files;
+    std::map<std::string, PropertyList, std::less<>> defaults;
+    std::vector<SimulatedApplication> applications;
+    std::vector<RunningApplication> running;
+    /// The bundle path of the default handler by file extension, by scheme with ":" ("http:"), and
+    /// "/" for folders.
+    std::map<std::string, std::string> defaultHandlers;
+    /// Metadata items by the query's argument.
+    std::map<std::string, std::vector<MetadataItem>> metadata;
+    /// URLs that openUrl(url) refuses.
+    std::set<std::string> refusedUrls;
+    /// What a task ends in, by its words joined with blanks; tasks not named are answered by the
+    /// desktop itself.
+    std::map<std::string, Result<TaskResult>> taskResults;
+    /// What a script ends in, by a part of its source; others succeed.
+    std::map<std::string, ScriptOutcome> scriptOutcomes;
+    /// With no main window, alerts that would be sheets are modal.
+    bool hasMainWindow = true;
+    bool systemIsDark = false;
+    ChangeSignal screenParametersDidChange;
+    bool notificationsAreDenied = false;
+
+    /// Answers for alerts, by title; one that isn't named is answered with its first button.
+    std::map<std::string, AlertResponse> alertAnswers;
+    /// Every alert that was shown, in order.
+    std::vector<Alert> shownAlerts;
+
+    std::vector<ApplicationWindow> windows;
+
+    // What happened.
+
+    std::vector<std::string> log;
+    /// The lines of the log that start with `prefix`, joined by line breaks; the whole log for the
+    /// empty text.
+    std::string logged(std::string_view prefix = {}) const;
+
+    // Time. Nothing moves it but these.
+
+    SimulatedQueue queue;
+    /// Runs what is due now.
+    void runUntilIdle() { queue.runFor(0); }
+    void runFor(double seconds) { queue.runFor(seconds); }
+
+private:
+    struct Facilities;
+    std::unique_ptr<Facilities> facilities_;
+};
+
+} // namespace corvane

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/FileSystem.h"
+
+#include <map>
+#include <set>
+#include <string>
+
+namespace corvane {
+
+/// A file system in memory. Folders exist by being entered in `directories`, or above a file.
+class SimulatedFiles : public FileSystem {
+public:
+    std::map<std::string, std::string> contents;
+    std::set<std::string> directories;
+
+    /// Faults: paths whose reading, writing or removing (moving away included) fails. A folder's
+    /// path covers what is in it.
+    std::set<std::string> unreadable;
+    std::set<std::string> unwritable;
+    std::set<std::string> unremovable;
+    /// Writes that came through, by path.
+    std::map<std::string, int> writes;
+
+    std::string applicationSupportDirectory() const override { return "/home/user/.local/share"; }
+    std::string documentsDirectory() const override { return "/home/user/Documents"; }
+    bool exists(const std::string& path) const override;
+    bool isDirectory(const std::string& path) const override;
+    Result<std::string> readFile(const std::string& path) const override;
+    std::optional<Error> writeFile(const std::string& path, std::string_view bytes) override;
+    std::optional<Error> createDirectory(const std::string& path) override;
+    std::optional<Error> copyItem(const std::string& from, const std::string& to) override;
+    std::optional<Error> moveItem(const std::string& from, const std::string& to) override;
+    std::optional<Error> removeItem(const std::string& path) override;
+};
+
+} // namespace corvane

@@ -1,0 +1,21 @@
+#include "simulated/SimulatedQueue.h"
+
+#include <algorithm>
+
+namespace corvane {
+
+void SimulatedQueue::after(double seconds, std::function<void()> work) {
+    work_.emplace(std::pair(elapsed_ + std::max(seconds, 0.0), scheduled_++), std::move(work));
+}
+
+void SimulatedQueue::runFor(double seconds) {
+    const double end = elapsed_ + seconds;
+    while (!work_.empty() && work_.begin()->first.first <= end) {
+        auto next = work_.extract(work_.begin());
+        elapsed_ = next.key().first;
+        next.mapped()();
+    }
+    elapsed_ = end;
+}
+
+} // namespace corvane

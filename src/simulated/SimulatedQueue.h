@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/MainQueue.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <utility>
+
+namespace corvane {
+
+/// Both queues and the clock of the simulated desktop. Time jumps from one piece of work to the
+/// next; pieces that are due at the same moment run in the order in which they were scheduled.
+class SimulatedQueue : public MainQueue, public BackgroundQueue, public Clock {
+public:
+    /// The moment of `now()` when nothing has run: 2026-01-01 12:00:00 UTC.
+    static constexpr Timestamp start{788961600.0};
+
+    void async(std::function<void()> work) override { after(0, std::move(work)); }
+    void after(double seconds, std::function<void()> work) override;
+    Timestamp now() const override { return {start.seconds + elapsed_}; }
+
+    /// Runs everything that is due within the next `seconds`, what it schedules there included, and
+    /// moves the time so far.
+    void runFor(double seconds);
+    std::size_t pending() const { return work_.size(); }
+
+private:
+    double elapsed_ = 0;
+    std::uint64_t scheduled_ = 0;
+    std::map<std::pair<double, std::uint64_t>, std::function<void()>> work_;
+};
+
+} // namespace corvane
