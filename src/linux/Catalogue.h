@@ -1,0 +1,89 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvane {
+
+inline constexpr std::string_view finderIdentifier = "com.apple.finder";
+inline constexpr std::string_view finderPath = "/System/Library/CoreServices/Finder.app";
+inline constexpr std::string_view terminalIdentifier = "com.apple.Terminal";
+inline constexpr std::string_view terminalPath = "/System/Applications/Utilities/Terminal.app";
+
+/// One installed desktop entry, seen as an application bundle. A plain value.
+struct InstalledApplication {
+    /// "org.xfce.mousepad.desktop"; empty only for a Terminal that has no entry.
+    std::string desktopId;
+    /// The same without ".desktop"; "com.apple.finder" and "com.apple.Terminal" for those two.
+    std::string bundleIdentifier;
+    /// Path of the entry's file.
+    std::string desktopFile;
+    /// "/Applications/Mousepad.app".
+    std::string bundlePath;
+    /// Untranslated; "Finder" and "Terminal" for those two.
+    std::string name;
+    /// Translated.
+    std::string displayName;
+    std::string startupWmClass;
+    /// The command line with its field codes, and its first word.
+    std::string exec;
+    std::string executable;
+    std::string tryExec;
+    /// Theme name or path.
+    std::string icon;
+    /// The desktop shows it in menus: not NoDisplay, not for another desktop only.
+    bool isShown = false;
+    bool dbusActivatable = false;
+    /// Runs inside a terminal (Terminal=true).
+    bool needsTerminal = false;
+    /// Is itself a terminal emulator (category TerminalEmulator).
+    bool isTerminalEmulator = false;
+
+    bool operator==(const InstalledApplication&) const = default;
+};
+
+/// The installed applications: the desktop entries of the XDG data folders, an entry of an earlier
+/// folder in place of a later one with its id. Every call looks at the folders; files that haven't
+/// changed aren't read again. Any thread.
+class Catalogue {
+public:
+    /// Takes the folders from the environment.
+    Catalogue();
+    ~Catalogue();
+    Catalogue(const Catalogue&) = delete;
+    Catalogue& operator=(const Catalogue&) = delete;
+
+    /// Those that the desktop shows, by name, then id.
+    std::vector<InstalledApplication> shown() const;
+    /// Hidden ones too, as a window can belong to one. The same order.
+    std::vector<InstalledApplication> all() const;
+
+    /// Also Finder's and Terminal's path. A path with the id in brackets is found though the name
+    /// is unique by now; a plain path that several share by now names the first of them.
+    std::optional<InstalledApplication> byBundlePath(std::string_view path) const;
+    /// Also Finder's and Terminal's. Where none is equal, case is ignored.
+    std::optional<InstalledApplication> byBundleIdentifier(std::string_view identifier) const;
+    std::optional<InstalledApplication> byDesktopId(std::string_view desktopId) const;
+
+    /// The default handler of directories under its name Finder.
+    std::optional<InstalledApplication> finder() const;
+    /// The preferred terminal emulator under its name Terminal.
+    std::optional<InstalledApplication> terminal() const;
+    /// The default handler of a content type ("text/plain", "x-scheme-handler/http").
+    std::optional<InstalledApplication> defaultHandler(const std::string& contentType) const;
+
+private:
+    struct Snapshot;
+    std::shared_ptr<const Snapshot> snapshot() const;
+
+    std::vector<std::string> folders_;
+    mutable std::mutex mutex_;
+    mutable std::shared_ptr<const Snapshot> latest_;
+};
+
+} // namespace corvane
