@@ -17,8 +17,10 @@ void CorvaneApp::setupApp() {
     appDelegate_.workspaceStore = &workspaceStore_;
     if (isWired_) return;
     isWired_ = true;
-    createNewWindowObserver_ = platform_.notificationCenter.addObserver(
-        "createNewWindow", [this] { appDelegate_.applicationShouldHandleReopen(false); });
+    createNewWindowObserver_ = platform_.notificationCenter.addObserver("createNewWindow", [this] {
+        const bool madeNone = appDelegate_.applicationShouldHandleReopen(false);
+        if (madeNone) platform_.application.openMainWindow();
+    });
     appCoordinator_.relayChanges(workspaceStore_, platform_.mainQueue,
                                  platform_.notificationCenter);
 }

@@ -1,0 +1,216 @@
+#include "core/RecordCoding.h"
+#include "foundation/Json.h"
+#include "foundation/Text.h"
+#include "simulated/SimulatedDesktop.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+constexpr auto resourceJson =
+    R"({"id":"0e0f6a53-6c1a-4a6e-9d6e-2f1a3b4c5d6e","name":"Plan","path":"\/home\/me\/plan.md","type":"file",)"
+    R"("associatedApps":["Writer","Writer"]})";
+
+std::string workspaceJson(const std::string& resources, const std::string& more = "") {
+    return R"([{"id":"7C9E6679-7425-40DE-944B-E07FC1F90AE7","name":"Work","description":"","icon":"briefcase","resources":[)" +
+           resources + R"(],"dateCreated":757382400,"dateModified":757382400.5)" + more + "}]";
+}
+
+class RecordCoding : public testing::Test {
+protected:
+    SimulatedDesktop desktop;
+    Platform platform = desktop.platform();
+
+    std::vector<Workspace> decode(std::string_view json) {
+        return decodeWorkspaces(json, platform.bundles);
+    }
+    std::string errorOf(std::string_view json) {
+        try {
+            decode(json);
+            return "no error";
+        } catch (const json::DecodeError& error) {
+            return error.what();
+        }
+    }
+};
+
+TEST_F(RecordCoding, absentAndNullKeysReadAsTheirDefaults) {
+    const std::string id =
+        R"("id":"0E0F6A53-6C1A-4A6E-9D6E-2F1A3B4C5D6E","name":"a","path":"","type":"terminal","associatedApps":[])";
+    for (
+        const std::string& optional :
+        {std::string(),
+         std::string(
+             R"(,"enabled":null,"launchOnStart":null,"bundleIdentifier":null,"bookmarkData":null,"future":{"a":[1]})")}) {
+        const auto workspace = decode(workspaceJson("{" + id + optional + "}")).front();
+        const auto& resource = workspace.resources.front();
+        EXPECT_TRUE(resource.enabled);
+        EXPECT_FALSE(resource.launchOnStart);
+        EXPECT_EQ(resource.bundleIdentifier, std::nullopt);
+        EXPECT_EQ(resource.bookmarkData, std::nullopt);
+        EXPECT_FALSE(workspace.hasLayoutSaved);
+        EXPECT_EQ(workspace.savedWindowLayouts, std::nullopt);
+        EXPECT_EQ(workspace.dateModified.seconds, 757382400.5);
+    }
+    const auto layouts =
+        R"(,"savedWindowLayouts":[{"appName":"A","frame":[[0,0],[1,2]],"ownerPID":0,"recordedAt":1}])";
+    const auto workspace = decode(workspaceJson("", layouts)).front();
+    EXPECT_FALSE(workspace.hasLayoutSaved);
+    EXPECT_TRUE(workspace.savedWindowLayouts->front().isOnPrimaryScreen);
+    EXPECT_FALSE(workspace.savedWindowLayouts->front().isFullscreen);
+}
+
+TEST_F(RecordCoding, aBadValueFailsTheWholeTextAndTheErrorNamesItsPlace) {
+    const auto layout = [](const std::string& fields) {
+        return workspaceJson("", R"(,"savedWindowLayouts":[{)" + fields + "}]");
+    };
+    const std::string frame = R"("appName":"A","ownerPID":0,"recordedAt":1,"frame":)";
+    const auto resourceWith = [](std::string from, std::string to) {
+        return workspaceJson(text::replacingAll(resourceJson, from, to));
+    };
+    const struct {
+        std::string json;
+        std::string error;
+    } cases[]{
+        {"", "not valid JSON"},
+        {"[", "not valid JSON"},
+        {"[]x", "not valid JSON"},
+        {"{}", "workspaces: an array was expected"},
+        {"[7]", "workspaces[0]: an object was expected"},
+        {"[{}]", "workspaces[0]: \"id\" is missing"},
+        {text::replacingAll(workspaceJson(""), R"("resources":[],)", ""),
+         "workspaces[0]: \"resources\" is missing"},
+        {text::replacingAll(workspaceJson(""), R"("name":"Work")", R"("name":null)"),
+         "workspaces[0]: \"name\" is missing"},
+        {text::replacingAll(workspaceJson(""), "757382400,", R"("2025-01-01T00:00:00Z",)"),
+         "workspaces[0].dateCreated: a number was expected"},
+        {text::replacingAll(workspaceJson(""), "7C9E6679", "7C9E667"),
+         "workspaces[0].id: \"7C9E667-7425-40DE-944B-E07FC1F90AE7\" is not an identifier"},
+        {resourceWith("\"file\"", "\"File\""),
+         "workspaces[0].resources[0].type: \"File\" is not a resource type"},
+        {resourceWith("\"Plan\"", "3"), "workspaces[0].resources[0].name: a text was expected"},
+        {resourceWith("\"Writer\"]", "null]"),
+         "workspaces[0].resources[0].associatedApps[1]: a text was expected"},
+        {resourceWith("}", ",\"enabled\":1}"),
+         "workspaces[0].resources[0].enabled: true or false was expected"},
+        {resourceWith("}", ",\"bookmarkData\":\"a\"}"),
+         "workspaces[0].resources[0].bookmarkData: a base64 text was expected"},
+        {layout(frame + R"({"x":0,"y":0,"width":1,"height":1})"),
+         "workspaces[0].savedWindowLayouts[0].frame: an array was expected"},
+        {layout(frame + "[0,0,1,1]"),
+         "workspaces[0].savedWindowLayouts[0].frame: [[x, y], [width, height]] was expected"},
+        {layout(frame + "[[0,0],[1,true]]"),
+         "workspaces[0].savedWindowLayouts[0].frame[1][1]: a number was expected"},
+        {text::replacingAll(layout(frame + "[[0,0],[1,1]]"), R"("ownerPID":0)",
+                            R"("ownerPID":2147483648)"),
+         "savedWindowLayouts[0].ownerPID: an integer that fits was expected"},
+        {text::replacingAll(layout(frame + "[[0,0],[1,1]]"), R"("ownerPID":0)",
+                            R"("ownerPID":0.5)"),
+         "savedWindowLayouts[0].ownerPID: an integer that fits was expected"},
+        {layout(frame + R"([[0,0],[1,1]],"screenIndex":1e30)"),
+         "savedWindowLayouts[0].screenIndex: an integer that fits was expected"},
+        {layout(frame + R"([[0,0],[1,1]],"isFullscreen":"true")"),
+         "savedWindowLayouts[0].isFullscreen: true or false was expected"},
+        {"[\n  {\"id\": \"\xff\"}]", "not UTF-8 at line 2, column 11"},
+    };
+    for (const auto& [json, error] : cases) {
+        EXPECT_NE(errorOf(json).find(error), std::string::npos) << json << "\n" << errorOf(json);
+    }
+}
+
+TEST_F(RecordCoding, aListSurvivesARoundTripAndOldBookmarksLeaveTheFile) {
+    auto json = workspaceJson(resourceJson, R"(,"hasLayoutSaved":true,"savedWindowLayouts":[])");
+    auto workspaces = decode(json);
+    EXPECT_EQ(workspaces[0].resources[0].path, "/home/me/plan.md");
+    EXPECT_EQ(workspaces[0].resources[0].id.toString(), "0E0F6A53-6C1A-4A6E-9D6E-2F1A3B4C5D6E");
+    SavedWindowLayout window{.appName = "“Ünïcode”\n\t\\",
+                             .windowTitle = "t",
+                             .frame = {-1440.25, 1.0 / 3, 0.1, 1e-300},
+                             .ownerPID = -2147483647,
+                             .recordedAt = {0.1},
+                             .isFullscreen = true,
+                             .screenFrame = Rect{1, 2, 3, 4},
+                             .relativeFrame = Rect{0, 0, 1, 1},
+                             .screenIndex = 9007199254740993,
+                             .isOnPrimaryScreen = false};
+    workspaces[0].savedWindowLayouts->push_back(window);
+    workspaces[0].resources[0].bookmarkData = Bytes{1, 2, 3};
+    const auto encoded = encodeWorkspaces(workspaces);
+    EXPECT_EQ(encoded.find("bookmarkData"), std::string::npos);
+    workspaces[0].resources[0].bookmarkData.reset();
+    EXPECT_EQ(decode(encoded), workspaces);
+    EXPECT_EQ(decode(json::prettyPrinted(encoded)), workspaces);
+    EXPECT_NE(json::prettyPrinted(encoded).find("\n  "), std::string::npos);
+
+    // An empty list of layouts stays apart from none.
+    workspaces[0].savedWindowLayouts->clear();
+    EXPECT_EQ(decode(encodeWorkspaces(workspaces)), workspaces);
+    EXPECT_EQ(encodeWorkspaces({}), "[]");
+}
+
+TEST_F(RecordCoding, theKeysStandInTheOrderOfTheFields) {
+    desktop.install({.path = "/Applications/Pad.app", .bundleIdentifier = "org.pad"});
+    const auto json = text::replacingAll(
+        text::replacingAll(
+            text::replacingAll(resourceJson, R"(\/home\/me\/plan.md)", "/Applications/Pad.app"),
+            "\"file\"", "\"application\""),
+        "}", R"(,"bookmarkData":"AQI="})");
+    auto workspaces = decode(workspaceJson(json));
+    EXPECT_EQ(workspaces[0].resources[0].bookmarkData, (Bytes{1, 2}));
+    EXPECT_EQ(
+        encodeWorkspaces(workspaces),
+        R"([{"id":"7C9E6679-7425-40DE-944B-E07FC1F90AE7","name":"Work","description":"","icon":"briefcase","resources":[)"
+        R"({"id":"0E0F6A53-6C1A-4A6E-9D6E-2F1A3B4C5D6E","name":"Plan","path":"/Applications/Pad.app","type":"application",)"
+        R"("associatedApps":["Writer","Writer"],"enabled":true,"launchOnStart":false,"bundleIdentifier":"org.pad"}],)"
+        R"("dateCreated":757382400.0,"dateModified":757382400.5,"hasLayoutSaved":false}])");
+}
+
+TEST_F(RecordCoding, aBundleIdentifierIsLookedUpOnlyForApplicationBundlesWithoutOne) {
+    desktop.install({.path = "/Applications/Pad.app", .bundleIdentifier = "org.pad"});
+    desktop.install({.path = "/Applications/Anonymous.app"});
+    const struct {
+        std::string path, type, stored;
+        std::optional<std::string> expected;
+    } cases[]{
+        {"/Applications/Pad.app", "application", "", "org.pad"},
+        {"/Applications/Pad.app", "application", R"(,"bundleIdentifier":"kept")", "kept"},
+        {"/Applications/Pad.app", "file", "", std::nullopt},
+        {"/Applications/Pad.APP", "application", "", std::nullopt},
+        {"/Applications/Gone.app", "application", "", std::nullopt},
+        {"/Applications/Anonymous.app", "application", "", std::nullopt},
+    };
+    for (const auto& [path, type, stored, expected] : cases) {
+        const auto json = R"({"id":"0E0F6A53-6C1A-4A6E-9D6E-2F1A3B4C5D6E","name":"a","path":")" +
+                          path + R"(","type":")" + type + R"(","associatedApps":[])" + stored + "}";
+        EXPECT_EQ(decode(workspaceJson(json))[0].resources[0].bundleIdentifier, expected)
+            << path << type << stored;
+    }
+    EXPECT_EQ(
+        makeResource("Pad", "/Applications/Pad.app", ResourceType::application, platform.bundles)
+            .bundleIdentifier,
+        "org.pad");
+    EXPECT_EQ(makeResource("Pad", "/Applications/Pad.app", ResourceType::file, platform.bundles)
+                  .bundleIdentifier,
+              std::nullopt);
+}
+
+TEST_F(RecordCoding, theOlderLayoutFormHasNoDefaultForAFlag) {
+    const WorkspaceLayout layout{
+        Uuid::random(), {{"Pad", {1, 2, 3, 4}, true, false, 1}, {"Web", {}, false, true, {}}}, {5}};
+    const auto json = encodeWorkspaceLayout(layout);
+    EXPECT_EQ(decodeWorkspaceLayout(json), layout);
+    EXPECT_THROW(decodeWorkspaceLayout(text::replacingAll(json, R"("isMinimized":false,)", "")),
+                 json::DecodeError);
+}
+
+TEST_F(RecordCoding, whatCanNotBeReadBackIsNotWritten) {
+    auto workspace = makeWorkspace("a\xff", "", "", {0});
+    EXPECT_THROW(encodeWorkspaces({workspace}), json::EncodeError);
+    workspace.name = "a";
+    workspace.dateCreated.seconds = 1.0 / 0.0;
+    EXPECT_THROW(encodeWorkspaces({workspace}), json::EncodeError);
+}
+
+} // namespace
+} // namespace corvane

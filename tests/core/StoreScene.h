@@ -1,0 +1,64 @@
+#pragma once
+
+#include "core/BookmarkManager.h"
+#include "core/RecordCoding.h"
+#include "core/WorkspaceStore.h"
+#include "simulated/SimulatedDesktop.h"
+
+#include <memory>
+#include <string>
+
+namespace corvane {
+
+inline constexpr auto workspacesPath = "/home/user/.local/share/Corvane/corvane_workspaces.json";
+
+/// A desktop and the store that runs on it, once `start` made it.
+struct StoreScene {
+    SimulatedDesktop desktop;
+    Platform platform = desktop.platform();
+    BookmarkManager bookmarks{platform.fileSystem};
+    std::unique_ptr<WorkspaceStore> store;
+
+    WorkspaceStore& start() {
+        store.reset();
+        store = std::make_unique<WorkspaceStore>(platform, bookmarks);
+        return *store;
+    }
+
+    /// Writes the list as the workspaces file, without counting as a save.
+    void writeFile(const std::vector<Workspace>& workspaces) {
+        desktop.files.contents[workspacesPath] = encodeWorkspaces(workspaces);
+    }
+    std::vector<Workspace> fileContent() const {
+        return decodeWorkspaces(desktop.files.contents.at(workspacesPath), platform.bundles);
+    }
+    int saves() const {
+        const auto found = desktop.files.writes.find(workspacesPath);
+        return found == desktop.files.writes.end() ? 0 : found->second;
+    }
+
+    Resource resource(std::string name, std::string path = "/notes.txt",
+                      ResourceType type = ResourceType::file) const {
+        return makeResource(std::move(name), std::move(path), type, platform.bundles);
+    }
+    Workspace workspace(std::string name, std::vector<Resource> resources = {}) const {
+        auto made = makeWorkspace(std::move(name), "", "folder", {700000000});
+        made.resources = std::move(resources);
+        return made;
+    }
+};
+
+/// "A(x y) B()": the names of the workspaces with those of their resources.
+inline std::string described(const std::vector<Workspace>& workspaces) {
+    std::string text;
+    for (const auto& workspace : workspaces) {
+        text += (text.empty() ? "" : " ") + workspace.name + "(";
+        for (std::size_t i = 0; i < workspace.resources.size(); ++i) {
+            text += (i == 0 ? "" : " ") + workspace.resources[i].name;
+        }
+        text += ")";
+    }
+    return text;
+}
+
+} // namespace corvane

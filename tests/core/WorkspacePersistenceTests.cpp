@@ -1,0 +1,154 @@
+#include "core/StoreScene.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+constexpr auto legacyPath = "/home/user/Documents/corvane_workspaces.json";
+constexpr auto dataFolder = "/home/user/.local/share/Corvane";
+
+class Persistence : public testing::Test {
+protected:
+    StoreScene scene;
+    SimulatedDesktop& desktop = scene.desktop;
+    WorkspacePersistence persistence{scene.platform.fileSystem, scene.platform.bundles,
+                                     scene.platform.mainQueue, scene.platform.alerts,
+                                     scene.platform.clock};
+
+    /// The content of the one file beside the workspaces file.
+    std::string keptContent() const {
+        std::string kept;
+        for (const auto& [path, content] : desktop.files.contents) {
+            if (path.starts_with(std::string(dataFolder) + "/corvane_workspaces.unreadable-"))
+                kept += path + "=" + content;
+        }
+        return kept;
+    }
+};
+
+TEST_F(Persistence, aFirstLoadTouchesNothing) {
+    EXPECT_TRUE(persistence.loadWorkspaces().empty());
+    EXPECT_TRUE(desktop.files.contents.empty());
+    EXPECT_TRUE(desktop.files.directories.empty());
+    persistence.saveWorkspaces({});
+    EXPECT_EQ(desktop.files.contents.at(workspacesPath), "[]");
+}
+
+TEST_F(Persistence, aFileInDocumentsIsMovedOnce) {
+    const std::vector list{scene.workspace("Old")};
+    desktop.files.contents[legacyPath] = encodeWorkspaces(list);
+    EXPECT_EQ(persistence.loadWorkspaces(), list);
+    EXPECT_EQ(desktop.logged(), "");
+    desktop.runUntilIdle();
+    EXPECT_EQ(desktop.shownAlerts,
+              (std::vector<Alert>{{"Workspaces Migrated",
+                                   "Your Corvane workspaces have been moved to a safer location in "
+                                   "Application Support for better data protection.",
+                                   AlertStyle::informational,
+                                   {"OK"}}}));
+    EXPECT_FALSE(desktop.files.exists(legacyPath));
+    EXPECT_EQ(persistence.loadWorkspaces(), list);
+    desktop.runUntilIdle();
+    EXPECT_EQ(desktop.shownAlerts.size(), 1u);
+}
+
+TEST_F(Persistence, aMoveFromDocumentsThatFailsLosesNothingAndSaysNothing) {
+    const auto old = encodeWorkspaces({scene.workspace("Old")});
+    const struct {
+        const char* name;
+        std::set<std::string> unreadable, unwritable, unremovable;
+        std::size_t loaded;
+    } cases[]{
+        {"can't be read", {legacyPath}, {}, {}, 0},
+        {"can't be written", {}, {dataFolder}, {}, 0},
+        {"can't be removed", {}, {}, {legacyPath}, 1},
+    };
+    for (const auto& [name, unreadable, unwritable, unremovable, loaded] : cases) {
+        desktop.files = {};
+        desktop.files.contents[legacyPath] = old;
+        desktop.files.unreadable = unreadable;
+        desktop.files.unwritable = unwritable;
+        desktop.files.unremovable = unremovable;
+        EXPECT_EQ(persistence.loadWorkspaces().size(), loaded) << name;
+        desktop.runUntilIdle();
+        EXPECT_EQ(desktop.files.contents.at(legacyPath), old) << name;
+        EXPECT_TRUE(desktop.shownAlerts.empty()) << name;
+    }
+    desktop.files.unremovable.clear();
+    scene.writeFile({});
+    EXPECT_TRUE(persistence.loadWorkspaces().empty());
+    EXPECT_EQ(desktop.files.contents.at(legacyPath), old)
+        << "both files: the legacy one is left alone";
+}
+
+TEST_F(Persistence, anUnreadableFileIsKeptAsideBeforeTheFirstSaveAndOneAlertNamesIt) {
+    desktop.files.contents[workspacesPath] = "[{\"id\":";
+    EXPECT_TRUE(persistence.loadWorkspaces().empty());
+    desktop.runUntilIdle();
+    EXPECT_TRUE(desktop.shownAlerts.empty()) << "nothing has happened to the file yet";
+
+    const std::vector list{scene.workspace("New")};
+    persistence.saveWorkspaces(list);
+    persistence.saveWorkspaces(list);
+    desktop.runUntilIdle();
+    const std::string kept =
+        std::string(dataFolder) + "/corvane_workspaces.unreadable-2026-01-01T12-00-00.json";
+    EXPECT_EQ(keptContent(), kept + "=[{\"id\":");
+    EXPECT_EQ(scene.fileContent(), list);
+    ASSERT_EQ(desktop.shownAlerts.size(), 1u);
+    EXPECT_EQ(desktop.shownAlerts[0].style, AlertStyle::warning);
+    EXPECT_NE(desktop.shownAlerts[0].message.find(kept), std::string::npos);
+
+    // A second one in the same second finds a name of its own.
+    desktop.files.contents[workspacesPath] = "second";
+    persistence.loadWorkspaces();
+    persistence.saveWorkspaces(list);
+    EXPECT_EQ(
+        desktop.files.contents.at(std::string(dataFolder) +
+                                  "/corvane_workspaces.unreadable-2026-01-01T12-00-00 2.json"),
+        "second");
+}
+
+TEST_F(Persistence, aFileThatCanNeitherBeReadNorMovedIsNeverWrittenOver) {
+    desktop.files.contents[workspacesPath] = "precious";
+    desktop.files.unreadable = {workspacesPath};
+    desktop.files.unremovable = {workspacesPath};
+    EXPECT_TRUE(persistence.loadWorkspaces().empty());
+    persistence.saveWorkspaces({scene.workspace("A")});
+    persistence.saveWorkspaces({scene.workspace("B")});
+    desktop.runUntilIdle();
+    EXPECT_EQ(desktop.files.contents.at(workspacesPath), "precious");
+    ASSERT_EQ(desktop.shownAlerts.size(), 1u) << "told once";
+    EXPECT_EQ(desktop.shownAlerts[0].title, "Workspaces Can't Be Saved");
+
+    desktop.files.unremovable.clear();
+    persistence.saveWorkspaces({scene.workspace("C")});
+    desktop.files.unreadable.clear();
+    EXPECT_EQ(described(scene.fileContent()), "C()");
+    EXPECT_NE(keptContent().find("=precious"), std::string::npos);
+}
+
+TEST_F(Persistence, aFolderInTheFilesPlaceIsKeptAside) {
+    desktop.files.contents[std::string(workspacesPath) + "/inside.txt"] = "x";
+    EXPECT_TRUE(persistence.loadWorkspaces().empty());
+    persistence.saveWorkspaces({});
+    EXPECT_EQ(desktop.files.contents.at(workspacesPath), "[]");
+    EXPECT_NE(keptContent().find("/inside.txt=x"), std::string::npos);
+}
+
+TEST_F(Persistence, aSaveThatFailsLeavesTheFile) {
+    scene.writeFile({scene.workspace("A")});
+    persistence.loadWorkspaces();
+    desktop.files.unwritable = {workspacesPath};
+    persistence.saveWorkspaces({});
+    EXPECT_EQ(described(scene.fileContent()), "A()");
+    desktop.files.unwritable.clear();
+    persistence.saveWorkspaces({scene.workspace("not text \xc3")});
+    EXPECT_EQ(described(scene.fileContent()), "A()");
+    desktop.runUntilIdle();
+    EXPECT_TRUE(desktop.shownAlerts.empty());
+}
+
+} // namespace
+} // namespace corvane

@@ -1,0 +1,313 @@
+#include "core/StoreScene.h"
+
+#include <functional>
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+class Store : public testing::Test {
+protected:
+    StoreScene scene;
+    SimulatedDesktop& desktop = scene.desktop;
+    Workspace first =
+        scene.workspace("First", {scene.resource("a"), scene.resource("b"), scene.resource("c")});
+    Workspace second = scene.workspace("Second", {scene.resource("d")});
+
+    WorkspaceStore& start() {
+        scene.writeFile({first, second});
+        return scene.start();
+    }
+};
+
+TEST_F(Store, aStartReadsTheFileAndMakesTheFirstWorkspaceActive) {
+    auto& store = start();
+    EXPECT_EQ(*store.workspaces, (std::vector{first, second}));
+    EXPECT_EQ(store.activeWorkspace.get(), first);
+    EXPECT_EQ(scene.saves(), 0);
+    EXPECT_TRUE(store.runningWorkspaces->empty());
+    EXPECT_FALSE(store.hasLaunchedResources);
+}
+
+TEST_F(Store, anEmptyStoreGetsThreeWorkspaces) {
+    auto& store = scene.start();
+    EXPECT_EQ(described(store.workspaces), "Personal() Work() Creative()");
+    EXPECT_EQ(store.workspaces->at(2).icon, "sparkles");
+    EXPECT_EQ(store.workspaces->at(0).dateCreated, SimulatedQueue::start);
+    EXPECT_EQ(store.activeWorkspace.get()->name, "Personal");
+    EXPECT_EQ(scene.fileContent(), *store.workspaces);
+    EXPECT_EQ(scene.saves(), 1);
+}
+
+TEST_F(Store, oldSampleDescriptionsAreClearedWithOneSave) {
+    first.description = "iOS and Android applications";
+    second.description = "UI/UX design and creative workspaces";
+    auto third = scene.workspace("Third");
+    third.description = "Frontend and backend workspaces.";
+    scene.writeFile({first, second, third});
+    auto& store = scene.start();
+    EXPECT_EQ(store.workspaces->at(0).description, "");
+    EXPECT_EQ(store.workspaces->at(1).description, "");
+    EXPECT_EQ(store.workspaces->at(2), third);
+    EXPECT_EQ(store.workspaces->at(0).dateModified, first.dateModified);
+    EXPECT_EQ(scene.saves(), 1);
+}
+
+TEST_F(Store, anUnreadableFileOutlivesTheSeedingAndIsToldOnce) {
+    desktop.files.contents[workspacesPath] = "{\"not\": \"a list\"}";
+    scene.start();
+    desktop.runUntilIdle();
+    EXPECT_EQ(desktop.logged("alert"), "alert Workspaces File Not Readable");
+    EXPECT_EQ(described(scene.fileContent()), "Personal() Work() Creative()");
+    EXPECT_EQ(desktop.files.contents.size(), 2u);
+}
+
+/// Every edit, with what it leaves in memory and file, how often it saves and fires the change
+/// signal.
+TEST_F(Store, eachEditChangesTheListOnceAndSavesIt) {
+    const Uuid unknown = Uuid::random();
+    const Uuid f = first.id;
+    const auto id = [&](std::size_t index) { return first.resources[index].id; };
+    const struct {
+        const char* name;
+        std::function<void(WorkspaceStore&)> edit;
+        std::string expected;
+        int saves;
+        int firings;
+    } cases[]{
+        {"add", [&](auto& s) { s.addWorkspace(scene.workspace("Third")); },
+         "First(a b c) Second(d) Third()", 1, 1},
+        {"update",
+         [&](auto& s) {
+             auto w = second;
+             w.name = "Other";
+             s.updateWorkspace(w);
+         },
+         "First(a b c) Other(d)", 1, 1},
+        {"update unknown", [&](auto& s) { s.updateWorkspace(scene.workspace("Ghost")); },
+         "First(a b c) Second(d)", 0, 0},
+        {"delete", [&](auto& s) { s.deleteWorkspace(second.id); }, "First(a b c)", 1, 1},
+        {"delete by a reference into the list",
+         [&](auto& s) { s.deleteWorkspace(s.workspaces->back().id); }, "First(a b c)", 1, 1},
+        {"delete unknown", [&](auto& s) { s.deleteWorkspace(unknown); }, "First(a b c) Second(d)",
+         1, 1},
+        {"duplicate", [&](auto& s) { s.duplicateWorkspace(second); },
+         "First(a b c) Second(d) Second Copy(d)", 1, 1},
+        {"add resource", [&](auto& s) { s.addResource(scene.resource("x"), f); },
+         "First(a b c x) Second(d)", 1, 1},
+        {"add resource to unknown", [&](auto& s) { s.addResource(scene.resource("x"), unknown); },
+         "First(a b c) Second(d)", 0, 0},
+        {"remove resource", [&](auto& s) { s.removeResource(id(1), f); }, "First(a c) Second(d)", 1,
+         1},
+        {"remove by a reference into the list",
+         [&](auto& s) {
+             s.removeResource(s.workspaces->front().resources[0].id, s.workspaces->front().id);
+         },
+         "First(b c) Second(d)", 1, 1},
+        {"remove from the wrong workspace", [&](auto& s) { s.removeResource(id(1), second.id); },
+         "First(a b c) Second(d)", 0, 0},
+        {"move down", [&](auto& s) { s.moveResource(0, 2, f); }, "First(b c a) Second(d)", 1, 1},
+        {"move up", [&](auto& s) { s.moveResource(2, 0, f); }, "First(c a b) Second(d)", 1, 1},
+        {"move nowhere", [&](auto& s) { s.moveResource(0, 3, f); }, "First(a b c) Second(d)", 0, 0},
+        {"move nothing", [&](auto& s) { s.moveResource(3, 0, f); }, "First(a b c) Second(d)", 0, 0},
+        {"rename", [&](auto& s) { s.renameResource(id(0), "z", f); }, "First(z b c) Second(d)", 1,
+         1},
+        {"rename unknown", [&](auto& s) { s.renameResource(unknown, "z", f); },
+         "First(a b c) Second(d)", 0, 0},
+        {"toggle", [&](auto& s) { s.toggleResourceEnabled(id(0), f); }, "First(a b c) Second(d)", 1,
+         1},
+        {"remove an app that isn't there", [&](auto& s) { s.removeAssociatedApp(id(0), "Pad", f); },
+         "First(a b c) Second(d)", 0, 0},
+        {"search", [&](auto& s) { s.searchText = "x"; }, "First(a b c) Second(d)", 0, 1},
+    };
+    for (const auto& [name, edit, expected, saves, firings] : cases) {
+        auto& store = start();
+        const int savesBefore = scene.saves();
+        int fired = 0;
+        const auto subscription = store.objectWillChange.subscribe([&] { ++fired; });
+        edit(store);
+        EXPECT_EQ(described(store.workspaces), expected) << name;
+        EXPECT_EQ(scene.fileContent(), *store.workspaces) << name;
+        EXPECT_EQ(scene.saves() - savesBefore, saves) << name;
+        EXPECT_EQ(fired, firings) << name;
+        desktop.runUntilIdle();
+    }
+}
+
+TEST_F(Store, theActiveWorkspaceIsACopyThatOnlySomeEditsRenew) {
+    auto& store = start();
+    store.addResource(scene.resource("x"), first.id);
+    EXPECT_EQ(store.activeWorkspace.get(), first);
+
+    auto edited = store.workspaces->front();
+    edited.name = "Edited";
+    store.updateWorkspace(edited);
+    EXPECT_EQ(store.activeWorkspace.get(), first) << "renewed on a later turn";
+    EXPECT_EQ(described(scene.fileContent()), "Edited(a b c x) Second(d)");
+    desktop.runUntilIdle();
+    EXPECT_EQ(store.activeWorkspace.get(), edited);
+
+    store.deleteWorkspace(first.id);
+    EXPECT_EQ(store.activeWorkspace.get(), second);
+    store.deleteWorkspace(second.id);
+    EXPECT_EQ(store.activeWorkspace.get(), std::nullopt);
+    EXPECT_TRUE(store.workspaces->empty());
+}
+
+TEST_F(Store, ofTwoRecordsWithOneIdentifierEditsReachTheFirstAndADeleteBoth) {
+    auto twin = first;
+    twin.name = "Twin";
+    scene.writeFile({first, twin, second});
+    auto& store = scene.start();
+    store.renameResource(first.resources[0].id, "renamed", first.id);
+    auto edited = first;
+    edited.resources.clear();
+    store.updateWorkspace(edited);
+    EXPECT_EQ(described(store.workspaces), "First() Twin(a b c) Second(d)");
+    store.deleteWorkspace(first.id);
+    EXPECT_EQ(described(store.workspaces), "Second(d)");
+}
+
+TEST_F(Store, removingAResourceTakesItOutOfWhatRunsAndLeavesTheEntry) {
+    desktop.files.contents["/notes.txt"] = "";
+    auto& store = start();
+    store.startWorkspace(second);
+    store.removeResource(second.resources[0].id, second.id);
+    ASSERT_TRUE(store.runningResources->contains(second.id));
+    EXPECT_TRUE(store.runningResources->at(second.id).empty());
+    EXPECT_TRUE(store.runningWorkspaces->contains(second.id));
+}
+
+TEST_F(Store, namesOfApplicationsMayRepeatAndGoOneByOne) {
+    auto& store = start();
+    const Uuid id = second.resources[0].id;
+    for (const auto* name : {"Pad", "Web", "Pad"})
+        store.addAssociatedApp(id, name, second.id);
+    store.removeAssociatedApp(id, store.workspaces->at(1).resources[0].associatedApps[0],
+                              second.id);
+    EXPECT_EQ(store.workspaces->at(1).resources[0].associatedApps,
+              (std::vector<std::string>{"Web", "Pad"}));
+    EXPECT_EQ(store.workspaces->at(1).dateModified, second.dateModified);
+}
+
+TEST_F(Store, aDuplicateHasAnIdentityAndDatesOfItsOwnAndKeepsTheRest) {
+    auto& store = start();
+    desktop.runFor(60);
+    store.duplicateWorkspace(first);
+    auto copy = store.workspaces->back();
+    EXPECT_NE(copy.id, first.id);
+    EXPECT_EQ(copy.dateCreated.seconds, SimulatedQueue::start.seconds + 60);
+    EXPECT_EQ(copy.dateModified, copy.dateCreated);
+    copy.id = first.id;
+    copy.name = first.name;
+    copy.dateCreated = copy.dateModified = first.dateCreated;
+    EXPECT_EQ(copy, first);
+}
+
+TEST_F(Store, aResourceOfAURLHasItsTypeAndNameFromTheURL) {
+    const struct {
+        std::string path;
+        std::string name;
+        ResourceType type;
+    } cases[]{
+        {"/Applications/My Pad.app/", "My Pad", ResourceType::application},
+        {"/home/me/plan.v2.md", "plan.v2.md", ResourceType::file},
+        {"/home/me/Projects/", "Projects", ResourceType::folder},
+        {"/home/me/Projects", "Projects", ResourceType::file},
+        {"/home/me/site.d/", "site.d", ResourceType::file},
+        {"/home/me/Shout.APP/", "Shout.APP", ResourceType::file},
+        {"/home/me/.hidden/", ".hidden", ResourceType::folder},
+    };
+    for (const auto& [path, name, type] : cases) {
+        auto& store = start();
+        store.addResourceFromURL(Url::fromPath(path), second.id);
+        const auto& added = store.workspaces->at(1).resources.back();
+        EXPECT_EQ(added.name, name);
+        EXPECT_EQ(added.type, type) << path;
+        EXPECT_EQ(added.path + (path.ends_with('/') ? "/" : ""), path);
+    }
+    auto& store = start();
+    store.addResourceFromURL(Url::fromPath("/home/me/caf\xe9.txt"), second.id);
+    desktop.runUntilIdle();
+    EXPECT_EQ(described(store.workspaces), "First(a b c) Second(d)");
+    EXPECT_EQ(desktop.logged("alert"), "alert Name Not Supported");
+}
+
+TEST_F(Store, theSignalComesBeforeTheNewValueCanBeRead) {
+    auto& store = start();
+    std::vector<std::string> seen;
+    const auto subscription =
+        store.objectWillChange.subscribe([&] { seen.push_back(store.searchText); });
+    store.searchText = "one";
+    store.searchText = "one";
+    store.searchText = "two";
+    EXPECT_EQ(seen, (std::vector<std::string>{"", "one", "one"}));
+}
+
+// Preferences and alerts.
+
+TEST_F(Store, aFirstStartStoresAllNineKeysWithTheirDefaults) {
+    auto& store = start();
+    const std::map<std::string, PropertyList, std::less<>> expected{
+        {"CorvaneAutoSaveLayouts", {false}},
+        {"CorvaneEnableAccessibilityFeatures", {false}},
+        {"CorvaneFocusMode", {false}},
+        {"CorvaneFullscreenPriority", {std::string("first")}},
+        {"CorvaneHasShownFullscreenAlert", {false}},
+        {"CorvaneShowApplicationsClosedAlert", {true}},
+        {"CorvaneShowLayoutSavedAlert", {true}},
+        {"CorvaneShowLayoutsDisabledAlert", {true}},
+        {"CorvaneShowWorkspaceClosedAlert", {true}},
+    };
+    EXPECT_EQ(desktop.defaults, expected);
+    store.focusMode = true;
+    store.fullscreenPriority = std::string("last");
+    store.showLayoutSavedAlert = false;
+    auto& again = start();
+    EXPECT_TRUE(again.focusMode);
+    EXPECT_EQ(again.fullscreenPriority.get(), "last");
+    EXPECT_FALSE(again.showLayoutSavedAlert);
+    EXPECT_TRUE(again.showWorkspaceClosedAlert);
+}
+
+TEST_F(Store, unusablePreferencesReadAsTheirDefaults) {
+    desktop.defaults = {{"CorvaneFocusMode", {std::string("YES")}},
+                        {"CorvaneAutoSaveLayouts", {PropertyList::Array{}}},
+                        {"CorvaneEnableAccessibilityFeatures", {std::int64_t{1}}},
+                        {"CorvaneFullscreenPriority", {std::string("sideways")}},
+                        {"CorvaneShowLayoutSavedAlert", {std::string("no")}},
+                        {"CorvaneShowWorkspaceClosedAlert", {Bytes{0}}},
+                        {"CorvaneShowLayoutsDisabledAlert", {false}}};
+    auto& store = start();
+    EXPECT_TRUE(store.focusMode);
+    EXPECT_FALSE(store.autoSaveLayouts);
+    EXPECT_TRUE(store.enableAccessibilityFeatures);
+    EXPECT_EQ(store.fullscreenPriority.get(), "sideways");
+    EXPECT_TRUE(store.showLayoutSavedAlert);
+    EXPECT_TRUE(store.showWorkspaceClosedAlert);
+    EXPECT_FALSE(store.showLayoutsDisabledAlert);
+}
+
+TEST_F(Store, theCheckboxOfADismissibleAlertClearsItsFlag) {
+    for (const bool checked : {false, true}) {
+        auto& store = start();
+        desktop.shownAlerts.clear();
+        desktop.alertAnswers["Title"] = {AlertResponse::firstButton, checked};
+        store.showDismissibleAlert("Title", "Text", DismissibleAlertType::applicationsClosed);
+        EXPECT_TRUE(desktop.shownAlerts.empty()) << "shown on a later turn";
+        desktop.runUntilIdle();
+        EXPECT_EQ(desktop.shownAlerts, (std::vector<Alert>{{"Title",
+                                                            "Text",
+                                                            AlertStyle::informational,
+                                                            {"OK"},
+                                                            "Don't show this message again"}}));
+        EXPECT_EQ(store.showApplicationsClosedAlert, !checked);
+        EXPECT_EQ(desktop.defaults.at("CorvaneShowApplicationsClosedAlert"),
+                  PropertyList{!checked});
+        EXPECT_TRUE(store.showWorkspaceClosedAlert);
+    }
+}
+
+} // namespace
+} // namespace corvane

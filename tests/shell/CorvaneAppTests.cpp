@@ -1,0 +1,71 @@
+#include "shell/CorvaneApp.h"
+#include "simulated/SimulatedDesktop.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+class App : public testing::Test {
+protected:
+    SimulatedDesktop desktop;
+    Platform platform = desktop.platform();
+    int posted = 0;
+    std::string seenSearch;
+};
+
+TEST_F(App, aChangeOfTheStoreIsRelayedOnceEvenAfterASecondSetup) {
+    CorvaneApp app(platform);
+    const auto observer = platform.notificationCenter.addObserver("WorkspaceStoreDidChange", [&] {
+        ++posted;
+        seenSearch = app.workspaceStore().searchText;
+    });
+    EXPECT_EQ(app.appDelegate().workspaceStore, nullptr);
+    app.setupApp();
+    app.setupApp();
+    EXPECT_EQ(app.appDelegate().workspaceStore, &app.workspaceStore());
+    app.workspaceStore().searchText = "mail";
+    EXPECT_EQ(posted, 0);
+    desktop.runUntilIdle();
+    EXPECT_EQ(posted, 1);
+    EXPECT_EQ(seenSearch, "mail");
+}
+
+TEST_F(App, theStoreIsReadyBeforePermissionIsAskedAndADenialChangesNothing) {
+    desktop.notificationsAreDenied = true;
+    desktop.files.contents["/home/user/.local/share/Corvane/corvane_workspaces.json"] = "broken";
+    CorvaneApp app(platform);
+    EXPECT_EQ(desktop.logged(), "request authorization");
+    EXPECT_EQ(app.workspaceStore().workspaces->size(), 3u);
+    desktop.runUntilIdle();
+    EXPECT_EQ(desktop.logged(), "request authorization\nalert Workspaces File Not Readable");
+}
+
+TEST_F(App, reopenBringsTheFirstWindowThatIsNoSheetForward) {
+    CorvaneApp app(platform);
+    app.setupApp();
+    const struct {
+        std::vector<ApplicationWindow> windows;
+        bool visible;
+        bool result;
+        const char* log;
+    } cases[]{
+        {{{1, false}}, true, true, ""},
+        {{}, false, true, ""},
+        {{{1, true}}, false, true, ""},
+        {{{1, true}, {2, false}, {3, false}}, false, false, "front 2"},
+    };
+    for (const auto& [windows, visible, result, log] : cases) {
+        desktop.windows = windows;
+        desktop.log.clear();
+        EXPECT_EQ(app.appDelegate().applicationShouldHandleReopen(visible), result);
+        EXPECT_EQ(desktop.logged(), log);
+    }
+    desktop.windows.clear();
+    desktop.log.clear();
+    platform.notificationCenter.post("createNewWindow");
+    EXPECT_EQ(desktop.logged(), "open main window");
+}
+
+} // namespace
+} // namespace corvane
