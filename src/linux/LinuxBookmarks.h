@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/Bookmarks.h"
+
+namespace corvane {
+
+class Catalogue;
+
+/// Bookmarks as small property lists. A file is known by its inode and the moment of its birth: it
+/// is found at its path, else under another name in its folder, else, where the system lets this
+/// process open a file by its handle, wherever it was moved on its file system. A path at which
+/// another file stands now doesn't resolve. An installed application is known by its identifier.
+class LinuxBookmarks : public Bookmarks {
+public:
+    explicit LinuxBookmarks(const Catalogue& catalogue) : catalogue_(catalogue) {}
+
+    Result<Bytes> create(const Url& url) override;
+    Result<Url> resolve(const Bytes& bookmark) override;
+    /// There is nothing to unlock here: the file's own permissions count when it is opened.
+    bool startAccessing(const Url&) override { return true; }
+    void stopAccessing(const Url&) override {}
+
+private:
+    const Catalogue& catalogue_;
+};
+
+} // namespace corvane
