@@ -1,0 +1,100 @@
+#include "linux/AtomicFile.h"
+
+#include "foundation/Url.h"
+#include "foundation/Uuid.h"
+#include "linux/FileDescriptor.h"
+
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace corvane {
+namespace {
+
+/// The path behind symbolic links, or nothing where they go round in a circle.
+std::optional<std::string> linkTarget(std::filesystem::path path) {
+    constexpr int mostLinks = 40;
+    for (int i = 0; i < mostLinks; ++i) {
+        std::error_code error;
+        const auto target = std::filesystem::read_symlink(path, error);
+        if (error) return path.string();
+        path = path.parent_path() / target;
+    }
+    return std::nullopt;
+}
+
+bool writeAll(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) return false;
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+/// Gives the new file the old one's owner and mode. Another's file may have to change hands.
+bool takeOver(int descriptor, const struct stat& old) {
+    if (::fchown(descriptor, old.st_uid, old.st_gid) != 0 &&
+        ::fchown(descriptor, static_cast<uid_t>(-1), old.st_gid) != 0 && errno != EPERM) {
+        return false;
+    }
+    return ::fchmod(descriptor, old.st_mode & 07777) == 0;
+}
+
+/// Writes, syncs and closes the new file; false with errno on failure.
+bool fill(const std::string& temporary, std::string_view bytes, const struct stat* old) {
+    constexpr mode_t forOwner = 0600;
+    constexpr mode_t forAll = 0666;
+    FileDescriptor file(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
+                               old ? forOwner : forAll));
+    return file && writeAll(file.get(), bytes) && (!old || takeOver(file.get(), *old)) &&
+           ::fsync(file.get()) == 0 && file.close();
+}
+
+} // namespace
+
+Error fileError(const std::string& action, const std::string& path, const std::string& reason) {
+    return {"Could not " + action + " " + path + ": " + reason + "."};
+}
+
+Error fileError(const std::string& action, const std::string& path, int errorNumber) {
+    return fileError(action, path, std::generic_category().message(errorNumber));
+}
+
+std::string temporaryNameBeside(const std::string& path) {
+    return path::join(path::parent(path), ".corvane-" + Uuid::random().toString());
+}
+
+bool syncFolderOf(const std::string& path) {
+    const FileDescriptor folder(
+        ::open(path::parent(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    // Some file systems know no syncing of folders.
+    return folder && (::fsync(folder.get()) == 0 || errno == EINVAL);
+}
+
+std::optional<Error> replaceFile(const std::string& path, std::string_view bytes) {
+    const auto target = linkTarget(path);
+    if (!target) return fileError("write", path, ELOOP);
+    struct stat old {};
+    const bool existed = ::stat(target->c_str(), &old) == 0;
+    if (!existed && errno != ENOENT) return fileError("write", path, errno);
+    if (existed && S_ISDIR(old.st_mode)) return fileError("write", path, EISDIR);
+    if (existed && !S_ISREG(old.st_mode)) return fileError("write", path, "Not a regular file");
+    if (existed && ::access(target->c_str(), W_OK) != 0) return fileError("write", path, errno);
+
+    const std::string temporary = temporaryNameBeside(*target);
+    if (!fill(temporary, bytes, existed ? &old : nullptr) ||
+        ::rename(temporary.c_str(), target->c_str()) != 0) {
+        const int reason = errno;
+        ::unlink(temporary.c_str());
+        return fileError("write", path, reason);
+    }
+    syncFolderOf(*target);
+    return std::nullopt;
+}
+
+} // namespace corvane

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "foundation/Result.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace corvane {
+
+/// Replaces the content of a file at one stroke: whoever looks, even after a crash, finds all of
+/// the old bytes or all of the new. A symbolic link is followed, also one to a file that isn't
+/// there yet; mode and, where the system allows, owner survive. Refuses what isn't a regular file
+/// and a file that the user may not write.
+std::optional<Error> replaceFile(const std::string& path, std::string_view bytes);
+
+/// A name in the folder of `path` that nothing has.
+std::string temporaryNameBeside(const std::string& path);
+
+/// Makes the entries of the folder that holds `path` survive a crash. False on failure.
+bool syncFolderOf(const std::string& path);
+
+/// "Could not write /a/b: No space left on device."
+Error fileError(const std::string& action, const std::string& path, int errorNumber);
+Error fileError(const std::string& action, const std::string& path, const std::string& reason);
+
+} // namespace corvane

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/Bundles.h"
+
+#include <string_view>
+
+namespace corvane {
+
+class Catalogue;
+
+inline constexpr std::string_view mainBundleIdentifier = "app.corvane.Corvane";
+
+/// The installed applications' bundles. The display name is the desktop entry's name in the user's
+/// language, the name the untranslated one.
+class LinuxBundles final : public Bundles {
+public:
+    explicit LinuxBundles(const Catalogue& catalogue) : catalogue_(catalogue) {}
+
+    std::optional<Bundle> open(const std::string& path) const override;
+    std::string mainBundleIdentifier() const override;
+
+private:
+    const Catalogue& catalogue_;
+};
+
+} // namespace corvane

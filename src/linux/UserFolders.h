@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+/// The user's folders by the XDG conventions, from the environment as it is at the call. Absolute,
+/// with no trailing "/"; they needn't exist.
+namespace corvane::userFolders {
+
+/// $XDG_DATA_HOME, else ~/.local/share.
+std::string data();
+/// $XDG_CONFIG_HOME, else ~/.config.
+std::string config();
+/// As xdg-user-dirs names it, else ~/Documents.
+std::string documents();
+
+} // namespace corvane::userFolders
