@@ -177,6 +177,13 @@ std::vector<InstalledApplication> Catalogue::shown() const {
     return applications;
 }
 
+std::vector<InstalledApplication> Catalogue::visible() const {
+    auto applications = shown();
+    if (auto application = terminal()) applications.insert(applications.begin(), *application);
+    if (auto application = finder()) applications.insert(applications.begin(), *application);
+    return applications;
+}
+
 std::optional<InstalledApplication> Catalogue::byBundlePath(std::string_view path) const {
     while (path.size() > 1 && path.ends_with('/'))
         path.remove_suffix(1);

@@ -63,6 +63,9 @@ public:
     /// Hidden ones too, as a window can belong to one. The same order.
     std::vector<InstalledApplication> all() const;
 
+    /// What a user can pick from: Finder and Terminal, where there are such, then the shown ones.
+    std::vector<InstalledApplication> visible() const;
+
     /// Also Finder's and Terminal's path. A path with the id in brackets is found though the name
     /// is unique by now; a plain path that several share by now names the first of them.
     std::optional<InstalledApplication> byBundlePath(std::string_view path) const;
