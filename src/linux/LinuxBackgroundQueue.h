@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/MainQueue.h"
+
+#include <memory>
+
+namespace corvane {
+
+/// A thread for each piece of work.
+class LinuxBackgroundQueue final : public BackgroundQueue {
+public:
+    LinuxBackgroundQueue();
+    /// Waits until no work runs, two seconds at most: a piece that waits for a process longer goes
+    /// on, and ends with the program.
+    ~LinuxBackgroundQueue() override;
+
+    /// Where the system has no thread left, the work runs at once on the calling one.
+    void async(std::function<void()> work) override;
+
+private:
+    struct Running;
+    std::shared_ptr<Running> running_;
+};
+
+} // namespace corvane
