@@ -1,0 +1,59 @@
+#include "foundation/Text.h"
+#include "linux/Catalogue.h"
+#include "linux/ExecLine.h"
+
+#include <gtest/gtest.h>
+
+using namespace corvane;
+
+namespace {
+
+/// Each command as words joined by "|", the commands by " + ".
+std::string commandsOf(const std::string& exec, const std::vector<std::string>& uris,
+                       const std::vector<std::string>& arguments) {
+    InstalledApplication application;
+    application.desktopFile = "/a/b.desktop";
+    application.displayName = "A B";
+    application.exec = exec;
+    application.icon = "pen";
+    const auto commands = execCommands(application, uris, arguments);
+    if (!commands) return "error";
+    std::vector<std::string> lines;
+    for (const auto& command : *commands)
+        lines.push_back(text::joined(command, "|"));
+    return text::joined(lines, " + ");
+}
+
+TEST(ExecLine, fillsInFieldCodes) {
+    const std::string file = "file:///tmp/a%20b";
+    const std::string web = "http://x.example/?q=%20";
+    struct Case {
+        std::string exec;
+        std::vector<std::string> uris;
+        std::vector<std::string> arguments;
+        std::string commands;
+    };
+    const std::vector<Case> cases{
+        {"edit %f", {}, {}, "edit"},
+        {"edit %f", {file}, {}, "edit|/tmp/a b"},
+        {"edit %f", {file, "file:///c"}, {}, "edit|/tmp/a b + edit|/c"},
+        {"edit %F", {file, "file:///c"}, {}, "edit|/tmp/a b|/c"},
+        {"edit %u", {web}, {}, "edit|" + web},
+        {"edit -w %U end", {web, file}, {}, "edit|-w|" + web + "|" + file + "|end"},
+        {"edit --at=%f", {file}, {}, "edit|--at=/tmp/a b"},
+        {"edit", {file}, {}, "edit|/tmp/a b"},
+        {"edit", {web}, {}, "edit|" + web},
+        {"edit %F", {web}, {}, "error"},
+        {"edit %f", {}, {"-n", "%f $(x)"}, "edit|-n|%f $(x)"},
+        {"edit %f", {file}, {"-n"}, "edit|/tmp/a b|-n"},
+        {"\"my edit\" %i %c %k 100%% %m", {}, {}, "my edit|--icon|pen|A B|/a/b.desktop|100%"},
+        {"sh -c \"exec edit\" '' %f", {}, {}, "sh|-c|exec edit|"},
+        {"edit \"open", {}, {}, "error"},
+        {"", {}, {}, "error"},
+    };
+    for (const auto& [exec, uris, arguments, commands] : cases) {
+        EXPECT_EQ(commandsOf(exec, uris, arguments), commands) << exec;
+    }
+}
+
+} // namespace

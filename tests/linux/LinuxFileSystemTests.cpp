@@ -1,0 +1,133 @@
+#include "Machine.h"
+#include "linux/LinuxFileSystem.h"
+
+#include <csignal>
+#include <filesystem>
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace corvane;
+using namespace corvane::machine;
+namespace fs = std::filesystem;
+
+namespace {
+
+class LinuxFileSystemTest : public testing::Test {
+protected:
+    void SetUp() override { fs::create_directories(folder_); }
+    void TearDown() override { fs::remove_all(folder_); }
+    std::string in(const std::string& name) const { return folder_ + "/" + name; }
+
+    const std::string folder_ = place("files");
+    Catalogue catalogue_;
+    LinuxFileSystem files_{catalogue_};
+};
+
+TEST_F(LinuxFileSystemTest, knowsTheUsersFoldersAndVirtualBundles) {
+    EXPECT_EQ(files_.applicationSupportDirectory(), place("data"));
+    EXPECT_EQ(files_.documentsDirectory(), place("home") + "/Documents");
+    EXPECT_TRUE(files_.exists("/Applications/Viewer.app"));
+    EXPECT_TRUE(files_.isDirectory("/System/Library/CoreServices/Finder.app"));
+    EXPECT_FALSE(files_.exists("/Applications/Nobody.app"));
+    EXPECT_FALSE(files_.exists(folder_ + std::string("\0x", 2)));
+}
+
+TEST_F(LinuxFileSystemTest, writingKeepsModeAndSymbolicLink) {
+    write(in("real"), "old");
+    fs::permissions(in("real"), fs::perms(0640));
+    fs::create_symlink("real", in("link"));
+    ASSERT_FALSE(files_.writeFile(in("link"), "new"));
+    EXPECT_TRUE(fs::is_symlink(in("link")));
+    EXPECT_EQ(read(in("real")), "new");
+    EXPECT_EQ(fs::status(in("real")).permissions(), fs::perms(0640));
+
+    fs::create_symlink("later", in("dangling"));
+    ASSERT_FALSE(files_.writeFile(in("dangling"), "x"));
+    EXPECT_EQ(read(in("later")), "x");
+    EXPECT_EQ(namesIn(folder_), (std::vector<std::string>{"dangling", "later", "link", "real"}));
+}
+
+TEST_F(LinuxFileSystemTest, aReaderSeesTheOldContentWholeDuringAWrite) {
+    write(in("file"), "old");
+    struct stat before {};
+    struct stat after {};
+    ::stat(in("file").c_str(), &before);
+    ASSERT_FALSE(files_.writeFile(in("file"), "new"));
+    ::stat(in("file").c_str(), &after);
+    EXPECT_NE(before.st_ino, after.st_ino) << "written in place";
+}
+
+TEST_F(LinuxFileSystemTest, refusalsNameThePathAndLeaveNothingBehind) {
+    write(in("file"), "text");
+    fs::create_directory(in("folder"));
+    ASSERT_EQ(::mkfifo(in("pipe").c_str(), 0600), 0);
+    fs::create_symlink("round", in("round"));
+    const auto before = namesIn(folder_);
+    for (const char* name : {"folder", "pipe", "round", "file/below", "missing/below"}) {
+        const auto written = files_.writeFile(in(name), "x");
+        ASSERT_TRUE(written) << name;
+        EXPECT_NE(written->localizedDescription.find(in(name)), std::string::npos)
+            << written->localizedDescription;
+        EXPECT_FALSE(files_.readFile(in(name))) << name;
+    }
+    EXPECT_TRUE(files_.createDirectory(in("file/below")));
+    EXPECT_TRUE(files_.createDirectory(in("file")));
+    EXPECT_TRUE(files_.removeItem(in("missing")));
+    EXPECT_TRUE(files_.writeFile(in("file") + std::string("\0x", 2), "x"));
+    EXPECT_EQ(files_.readFile(in("folder")).error().localizedDescription,
+              "Could not read " + in("folder") + ": Is a directory.");
+    EXPECT_EQ(namesIn(folder_), before);
+    EXPECT_EQ(read(in("file")), "text");
+}
+
+TEST_F(LinuxFileSystemTest, aFullDiskKeepsTheOldContent) {
+    // A file size limit stands for the full disk: it fails in the middle of a write too.
+    write(in("file"), "old");
+    const auto writeInSmallWorld = [&] {
+        const rlimit limit{.rlim_cur = 8192, .rlim_max = 8192};
+        std::signal(SIGXFSZ, SIG_IGN);
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        ::_exit(files_.writeFile(in("file"), std::string(100'000, 'x')) ? 1 : 0);
+    };
+    EXPECT_EXIT(writeInSmallWorld(), testing::ExitedWithCode(1), "");
+    EXPECT_EQ(read(in("file")), "old");
+    EXPECT_EQ(namesIn(folder_), std::vector<std::string>{"file"});
+}
+
+TEST_F(LinuxFileSystemTest, readsAllBytesOfABigFileAndOfOneWithoutASize) {
+    std::string content(5'000'000, '\0');
+    for (std::size_t i = 0; i < content.size(); ++i)
+        content[i] = static_cast<char>(i * 7);
+    ASSERT_FALSE(files_.writeFile(in("big"), content));
+    EXPECT_EQ(*files_.readFile(in("big")), content);
+    EXPECT_NE(files_.readFile("/proc/self/status")->find("Pid:"), std::string::npos);
+    ASSERT_FALSE(files_.writeFile(in("big"), ""));
+    EXPECT_EQ(*files_.readFile(in("big")), "");
+}
+
+TEST_F(LinuxFileSystemTest, copiesAndMovesNeverReplace) {
+    write(in("a/b/file"), "1");
+    write(in("taken"), "2");
+    EXPECT_TRUE(files_.copyItem(in("a"), in("taken")));
+    EXPECT_TRUE(files_.moveItem(in("a"), in("taken")));
+    EXPECT_TRUE(files_.copyItem(in("a"), in("a/b/c")));
+    EXPECT_TRUE(files_.moveItem(in("a"), in("a/b/c")));
+    EXPECT_TRUE(files_.copyItem(in("missing"), in("x")));
+    EXPECT_TRUE(files_.moveItem(in("missing"), in("x")));
+    EXPECT_EQ(read(in("taken")), "2");
+    EXPECT_EQ(namesIn(folder_), (std::vector<std::string>{"a", "taken"}));
+
+    EXPECT_FALSE(files_.copyItem(in("a"), in("copy")));
+    EXPECT_FALSE(files_.moveItem(in("a"), in("moved")));
+    EXPECT_EQ(read(in("copy/b/file")) + read(in("moved/b/file")), "11");
+    EXPECT_FALSE(files_.removeItem(in("copy")));
+    EXPECT_EQ(namesIn(folder_), (std::vector<std::string>{"moved", "taken"}));
+    EXPECT_FALSE(files_.createDirectory(in("p/q/r")));
+    EXPECT_FALSE(files_.createDirectory(in("p/q/r")));
+    EXPECT_TRUE(files_.isDirectory(in("p/q/r")));
+}
+
+} // namespace

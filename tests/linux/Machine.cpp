@@ -1,0 +1,129 @@
+#include "Machine.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+namespace corvane::machine {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string root;
+
+/// GLib looks at the environment only once, so it is set before any test.
+class Environment : public testing::Environment {
+public:
+    void SetUp() override {
+        std::string pattern = fs::temp_directory_path() / "corvane-linux-tests-XXXXXX";
+        root = mkdtemp(pattern.data());
+        const auto set = [](const char* name, const std::string& value) {
+            setenv(name, value.c_str(), 1);
+        };
+        set("HOME", place("home"));
+        set("XDG_DATA_HOME", place("data"));
+        set("XDG_CONFIG_HOME", place("config"));
+        set("XDG_RUNTIME_DIR", place("runtime"));
+        set("XDG_DATA_DIRS", place("system") + ":/usr/share");
+        set("LANGUAGE", "de");
+        set("LANG", "de_DE.UTF-8");
+        unsetenv("LC_ALL");
+        unsetenv("XDG_CURRENT_DESKTOP");
+        unsetenv("DBUS_SESSION_BUS_ADDRESS");
+        write(place("bin/recorder"), "#!/bin/sh\nlabel=$1; shift\nfile=" + place("records/") +
+                                         "$label.$$\nfor word in \"$@\"; do printf '%s|' \"$word\""
+                                         "; done > $file.part\nmv $file.part $file\n");
+        fs::permissions(place("bin/recorder"), fs::perms::owner_all);
+        install("test.viewer", "Viewer", recording("viewer", "%U") + "\nMimeType=text/plain;");
+        install("test.files", "Files", recording("files", "%F") + "\nMimeType=inode/directory;");
+        install("test.web", "Web", recording("web", "%u"));
+        write(place("config/mimeapps.list"), "[Default Applications]\n"
+                                             "text/plain=test.viewer.desktop\n"
+                                             "inode/directory=test.files.desktop\n"
+                                             "x-scheme-handler/http=test.web.desktop\n");
+    }
+    void TearDown() override { fs::remove_all(root); }
+};
+
+const auto* const environment = testing::AddGlobalTestEnvironment(new Environment);
+
+} // namespace
+
+std::string place(const std::string& relative) {
+    const auto result = fs::path(root) / relative;
+    fs::create_directories(result.parent_path());
+    return result;
+}
+
+void write(const std::string& file, const std::string& content) {
+    fs::create_directories(fs::path(file).parent_path());
+    std::ofstream(file, std::ios::binary) << content;
+}
+
+std::string read(const std::string& file) {
+    std::ostringstream content;
+    content << std::ifstream(file, std::ios::binary).rdbuf();
+    return content.str();
+}
+
+std::vector<std::string> namesIn(const std::string& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(folder)) {
+        names.push_back(entry.path().filename());
+    }
+    std::ranges::sort(names);
+    return names;
+}
+
+void install(const std::string& id, const std::string& name, const std::string& keys) {
+    write(place("data/applications/" + id + ".desktop"),
+          "[Desktop Entry]\nType=Application\nName=" + name + "\n" + keys + "\n");
+}
+
+void uninstall(const std::string& id) {
+    fs::remove(place("data/applications/" + id + ".desktop"));
+}
+
+std::string recording(const std::string& label, const std::string& fieldCodes) {
+    return "Exec=" + place("bin/recorder") + " " + label + " " + fieldCodes;
+}
+
+void clearRecords() {
+    fs::remove_all(place("records"));
+    place("records/any");
+}
+
+std::vector<std::string> records(const std::string& label, std::size_t count) {
+    using Clock = std::chrono::steady_clock;
+    const auto deadline = Clock::now() + std::chrono::seconds(10);
+    std::vector<std::string> found;
+    do {
+        found.clear();
+        for (const auto& name : namesIn(place("records"))) {
+            if (!name.starts_with(label + ".") || name.ends_with(".part")) continue;
+            found.push_back(read(place("records/" + name)));
+            if (!found.back().empty()) found.back().pop_back();
+        }
+        if (found.size() >= count) break;
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    } while (Clock::now() < deadline);
+    std::ranges::sort(found);
+    return found;
+}
+
+ScopedVariable::ScopedVariable(const std::string& name, const std::string& value) : name_(name) {
+    if (const char* present = getenv(name.c_str())) before_ = present;
+    setenv(name.c_str(), value.c_str(), 1);
+}
+
+ScopedVariable::~ScopedVariable() {
+    before_.empty() ? unsetenv(name_.c_str()) : setenv(name_.c_str(), before_.c_str(), 1);
+}
+
+} // namespace corvane::machine

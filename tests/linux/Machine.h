@@ -1,0 +1,45 @@
+#pragma once
+
+#include "linux/Catalogue.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+/// A small machine in a temporary folder: its own home and XDG folders, with installed applications
+/// whose program writes down what it was given. The environment names them before any test runs.
+namespace corvane::machine {
+
+/// A path in the temporary folder, with the folders above it made.
+std::string place(const std::string& relative);
+
+void write(const std::string& file, const std::string& content);
+std::string read(const std::string& file);
+/// The names in a folder, sorted.
+std::vector<std::string> namesIn(const std::string& folder);
+
+/// Installs a desktop entry for the user; more keys than Type and Name come as lines.
+void install(const std::string& id, const std::string& name, const std::string& keys);
+void uninstall(const std::string& id);
+/// "Exec=" with the program that records what it is given under that label.
+std::string recording(const std::string& label, const std::string& fieldCodes);
+
+/// Forgets what was recorded.
+void clearRecords();
+/// The arguments of each start under that label, joined by "|" and sorted; waits at most ten
+/// seconds for that many starts.
+std::vector<std::string> records(const std::string& label, std::size_t count);
+
+/// Sets a variable as long as it lives.
+class ScopedVariable {
+public:
+    ScopedVariable(const std::string& name, const std::string& value);
+    ~ScopedVariable();
+    ScopedVariable(const ScopedVariable&) = delete;
+
+private:
+    std::string name_;
+    std::string before_;
+};
+
+} // namespace corvane::machine

@@ -1,0 +1,114 @@
+#include "Machine.h"
+#include "linux/ApplicationOpener.h"
+#include "linux/DetachedProcess.h"
+#include "linux/LinuxBackgroundQueue.h"
+#include "linux/LinuxTaskRunner.h"
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <filesystem>
+#include <mutex>
+#include <thread>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+using namespace corvane;
+using namespace corvane::machine;
+
+namespace {
+
+std::string waitForFile(const std::string& file) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (!std::filesystem::exists(file) && std::chrono::steady_clock::now() < deadline) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    return read(file);
+}
+
+TEST(DetachedProcess, livesOnItsOwn) {
+    const std::string out = place("detached/out");
+    std::filesystem::remove(out);
+    const int leaked = ::open("/dev/zero", 0);
+    const auto process =
+        startDetached({"sh", "-c",
+                       "{ set -- $(cat /proc/$$/stat); echo \"$$ session $6\"; ls -l /proc/$$/fd; "
+                       "echo $GIO_LAUNCHED_DESKTOP_FILE $GIO_LAUNCHED_DESKTOP_FILE_PID; pwd; } > " +
+                           out + ".part 2>&1; mv " + out + ".part " + out},
+                      {.workingDirectory = place("detached"), .desktopFile = "/x/y.desktop"});
+    ASSERT_TRUE(process) << process.error().localizedDescription;
+    const auto seen = waitForFile(out);
+    ::close(leaked);
+    const auto pid = std::to_string(*process);
+    EXPECT_TRUE(seen.starts_with(pid + " session " + pid + "\n")) << seen;
+    EXPECT_NE(seen.find("/x/y.desktop " + pid + "\n"), std::string::npos) << seen;
+    EXPECT_TRUE(seen.ends_with(place("detached") + "\n")) << seen;
+    EXPECT_EQ(seen.find("/dev/zero"), std::string::npos) << seen;
+    EXPECT_NE(seen.find("0 -> /dev/null"), std::string::npos) << seen;
+}
+
+TEST(DetachedProcess, tellsWhyAProgramDoesNotStart) {
+    write(place("detached/plain"), "text");
+    write(place("detached/badInterpreter"), "#!/no/such/interpreter\n");
+    std::filesystem::permissions(place("detached/badInterpreter"),
+                                 std::filesystem::perms::owner_all);
+    const std::vector<std::vector<std::string>> commands{
+        {},
+        {""},
+        {"no-such-program"},
+        {place("detached/plain")},
+        {place("detached/badInterpreter")},
+        {"sh", std::string("a\0b", 3)},
+    };
+    for (const auto& command : commands) {
+        const auto process = startDetached(command);
+        EXPECT_FALSE(process);
+        EXPECT_FALSE(process.error().localizedDescription.empty());
+    }
+}
+
+TEST(LinuxTaskRunner, runsProgramsWithoutAShell) {
+    const Catalogue catalogue;
+    const ApplicationOpener opener(catalogue, {});
+    LinuxTaskRunner tasks(opener);
+    EXPECT_EQ(tasks.run("/bin/echo", {"a  b", "$HOME"})->output, "a  b $HOME\n");
+    EXPECT_EQ(tasks.run("/bin/sh", {"-c", "exit 3"})->status, 3);
+    EXPECT_EQ(tasks.run("/bin/sh", {"-c", "kill -9 $$"})->status, 9);
+    EXPECT_EQ(tasks.run("/bin/cat", {})->output, "") << "standard input is empty";
+    const auto much = tasks.run("/bin/sh", {"-c", "head -c 300000 /dev/zero >&2; "
+                                                  "head -c 300000 /dev/zero"});
+    EXPECT_EQ(much->output.size(), 300'000u);
+    EXPECT_FALSE(tasks.run("/no/such/program", {}));
+    EXPECT_FALSE(tasks.run("", {}));
+    EXPECT_EQ(tasks.run("/usr/bin/open", {"-a", "nobody"})->status, 1);
+    EXPECT_EQ(tasks
+                  .run("/usr/bin/mdfind",
+                       {"kMDItemKind == 'Application' && kMDItemDisplayName == 'Viewer'"})
+                  ->output,
+              "/Applications/Viewer.app\n");
+}
+
+TEST(LinuxBackgroundQueue, runsPiecesAtTheSameTimeAndWaitsForThemAtItsEnd) {
+    std::mutex mutex;
+    std::condition_variable met;
+    int inside = 0;
+    std::atomic<int> done = 0;
+    {
+        LinuxBackgroundQueue queue;
+        for (int i = 0; i < 4; ++i) {
+            queue.async([&] {
+                std::unique_lock lock(mutex);
+                ++inside;
+                met.notify_all();
+                if (met.wait_for(lock, std::chrono::seconds(10), [&] { return inside == 4; })) {
+                    ++done;
+                }
+            });
+        }
+    }
+    EXPECT_EQ(done, 4);
+}
+
+} // namespace
