@@ -1,0 +1,39 @@
+#pragma once
+
+#include "foundation/Result.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The terminal emulator that stands for Terminal, searched in PATH at each call. Any thread.
+namespace corvane::terminalEmulator {
+
+struct TerminalCommand {
+    /// What stands before the words of a command that a new window shall run.
+    std::vector<std::string> prefix;
+    /// The emulator itself, symbolic links followed.
+    std::string executable;
+};
+
+/// The user's choice (xdg-terminal-exec, x-terminal-emulator), else the first well-known emulator;
+/// nothing where there is none.
+std::optional<TerminalCommand> preferred();
+
+/// Which emulator a program is, whatever wrapper or server of it was started: "xterm" for
+/// "/usr/bin/lxterm", "gnome-terminal" for "/usr/libexec/gnome-terminal-server".
+std::string nameOf(std::string_view program);
+
+/// $SHELL, else the shell of the user's account, else /bin/sh.
+std::string userShell();
+
+/// Words that run a command in that shell as if it was typed there: aliases are known, Ctrl-C ends
+/// the command only, an error in it is shown, and an interactive shell stays in the folder into
+/// which it changed. The command is one word of its own, never quoted.
+std::vector<std::string> shellWords(const std::string& shell, const std::string& command);
+
+/// Runs a command so in a new window of that emulator. Returns when the emulator was started.
+std::optional<Error> open(const TerminalCommand& emulator, const std::string& command);
+
+} // namespace corvane::terminalEmulator
