@@ -1,0 +1,195 @@
+#include "Machine.h"
+#include "linux/AppleScript.h"
+#include "linux/ApplicationOpener.h"
+#include "linux/LinuxScriptEngine.h"
+
+#include <filesystem>
+
+#include <gtest/gtest.h>
+
+using namespace corvane;
+using namespace corvane::machine;
+using namespace corvane::applescript;
+
+namespace {
+
+std::string rendered(const Block& block);
+
+struct Rendering {
+    std::string operator()(const Tell& tell) const {
+        const auto* application = std::get_if<Application>(&tell.target);
+        const std::string target =
+            application ? application->name
+                        : "window " + std::to_string(std::get<Window>(tell.target).index);
+        return "tell " + target + "(" + rendered(tell.body) + ")";
+    }
+    std::string operator()(const Try& attempt) const {
+        return "try(" + rendered(attempt.body) + "|" + rendered(attempt.handler) + ")";
+    }
+    std::string operator()(const Activate&) const { return "activate"; }
+    std::string operator()(const DoScript& script) const { return "do <" + script.command + ">"; }
+    std::string operator()(const OpenLocation& open) const { return "open <" + open.url + ">"; }
+    std::string operator()(const MakeTab& tab) const { return "tab <" + tab.url + ">"; }
+};
+
+std::string rendered(const Block& block) {
+    std::string text;
+    for (const auto& statement : block)
+        text += (text.empty() ? "" : " ") + std::visit(Rendering{}, statement.action);
+    return text;
+}
+
+std::string parsed(const std::string& source) {
+    const auto script = parse(source);
+    return script ? rendered(*script) : script.error().localizedDescription;
+}
+
+std::string terminalScript(const std::string& command) {
+    return "tell application \"Terminal\"\n    activate\n    do script \"" + command +
+           "\"\nend tell";
+}
+
+std::string browserScript(const std::string& name, const std::string& url) {
+    return "tell application \"" + name +
+           "\"\n    activate\n    try\n        tell window 1 to set current tab to make new tab "
+           "with properties {URL:\"" +
+           url + "\"}\n    on error\n        open location \"" + url + "\"\n    end try\nend tell";
+}
+
+TEST(AppleScriptTest, readsOrSaysWhatIsWrong) {
+    const std::string deep = "tell window 1 to ";
+    std::string tooDeep;
+    for (int i = 0; i < 100000; ++i)
+        tooDeep += deep;
+    const std::vector<std::pair<std::string, std::string>> cases{
+        {"", ""},
+        {" \n\r\n\t-- nothing\n# or\n(* a (* nested *) \n one *)", ""},
+        {terminalScript("ls -l"), "tell Terminal(activate do <ls -l>)"},
+        {terminalScript(R"(a \"b\" \\ \n\r\t)"), "tell Terminal(activate do <a \"b\" \\ \n\r\t>)"},
+        {terminalScript("one\ntwo -- (* ' ü \xff"),
+         "tell Terminal(activate do <one\ntwo -- (* ' ü \xff>)"},
+        {browserScript("Safari", "http://a/?b#c"),
+         "tell Safari(activate try(tell window 1(tab <http://a/?b#c>)|open <http://a/?b#c>))"},
+        {"TELL Application \"X\" TO Activate", "tell X(activate)"},
+        {"try\r\nactivate\rend", "try(activate|)"},
+        {"activate --\"", "activate"},
+
+        {terminalScript("echo \"hi\""), "Expected end of line but found identifier."},
+        {terminalScript("\" 1"), "Expected end of line but found number."},
+        {terminalScript("echo \""), "Expected \"\"\" but found end of script."},
+        {terminalScript("a\" & \"b"), "Expected end of line but found \"&\"."},
+        {terminalScript("a\" on \"b"), "Expected end of line but found \"on\"."},
+        {terminalScript("a\" $ \"b"), "Expected end of line but found unknown token."},
+        {terminalScript("grep '\\d'"), "Expected \"\"\" but found unknown token."},
+        {terminalScript("a\\"), "Expected \"\"\" but found end of script."},
+        {"do script \"a", "Expected \"\"\" but found end of script."},
+        {"do script \"a\\", "Expected \"\"\" but found unknown token."},
+        {"do script\n\"a\"", "Expected \"\"\" but found end of line."},
+        {"(* open (* *)", "Expected \"*)\" but found end of script."},
+        {"tell application \"X\"\nactivate", "Expected \"end\" but found end of script."},
+        {"try\nend tell", "Expected end of line but found \"tell\"."},
+        {"activate\nend", "Expected expression but found \"end\"."},
+        {"beep", "Expected expression but found identifier."},
+        {"tell window 99999999999 to activate", "The number is too large."},
+        {tooDeep, "The script is nested too deeply."},
+    };
+    for (const auto& [source, expected] : cases)
+        EXPECT_EQ(parsed(source), expected) << source.substr(0, 200);
+}
+
+/// The installed browser and a Terminal that records what it is given.
+class ScriptEngineTest : public testing::Test {
+protected:
+    void SetUp() override {
+        clearRecords();
+        install("test.browser", "Test Browser", recording("browser", "%u"));
+        write(place("emulators/x-terminal-emulator"),
+              "#!/bin/sh\nexec " + place("bin/recorder") + " emulator \"$@\"\n");
+        std::filesystem::permissions(place("emulators/x-terminal-emulator"),
+                                     std::filesystem::perms::owner_all);
+    }
+    void TearDown() override { uninstall("test.browser"); }
+
+    std::string errorOf(const std::string& source) {
+        const auto outcome = engine_.execute(source);
+        if (!outcome) return "no script";
+        if (!outcome->error) return outcome->hasResult ? "" : "no result";
+        EXPECT_FALSE(outcome->hasResult);
+        return std::to_string(outcome->error->number.value()) + " " +
+               outcome->error->message.value();
+    }
+
+    ScopedVariable path_{"PATH", place("emulators") + ":/usr/bin:/bin"};
+    ScopedVariable shell_{"SHELL", "/bin/sh"};
+    std::vector<RunningApplication> running_;
+    std::vector<int> activated_;
+    Catalogue catalogue_;
+    ApplicationOpener opener_{catalogue_,
+                              {.list = [this] { return running_; },
+                               .activate =
+                                   [this](std::int32_t process) {
+                                       activated_.push_back(process);
+                                       return true;
+                                   }}};
+    LinuxScriptEngine engine_{opener_};
+};
+
+TEST_F(ScriptEngineTest, terminalTakesTheCommandAsOneWord) {
+    const std::string command = R"(cd '/a b' && echo "$HOME" 'open)";
+    EXPECT_EQ(errorOf(terminalScript(R"(cd '/a b' && echo \"$HOME\" 'open)")), "");
+    const auto record = records("emulator", 1).at(0);
+    EXPECT_TRUE(record.starts_with("-e|/bin/sh|-i|-c|")) << record;
+    EXPECT_TRUE(record.ends_with("|/bin/sh|" + command)) << record;
+    EXPECT_TRUE(activated_.empty());
+}
+
+TEST_F(ScriptEngineTest, aRunningTerminalComesForwardFirst) {
+    running_.resize(3);
+    running_[0].processIdentifier = 1;
+    running_[1].processIdentifier = 2;
+    running_[1].bundleIdentifier = "com.apple.Terminal";
+    running_[2] = running_[1];
+    EXPECT_EQ(errorOf("tell application \"Terminal\" to activate"), "");
+    EXPECT_EQ(activated_, std::vector{2});
+}
+
+TEST_F(ScriptEngineTest, nothingRunsBeforeAllIsRead) {
+    EXPECT_EQ(errorOf(browserScript("Test Browser", "http://a/\" b")),
+              "-2741 Expected \"}\" but found identifier.");
+    const auto outcome = engine_.execute(terminalScript("echo \"hi\""));
+    EXPECT_EQ(outcome->error->description,
+              "{ NSAppleScriptErrorMessage = \"Expected end of line but found identifier.\"; "
+              "NSAppleScriptErrorNumber = \"-2741\"; }");
+    EXPECT_TRUE(namesIn(place("records")).empty());
+    EXPECT_EQ(errorOf("-- empty"), "no result");
+}
+
+TEST_F(ScriptEngineTest, aBrowserGetsTheAddress) {
+    EXPECT_EQ(errorOf(browserScript("Test Browser", "http://a/?b")), "");
+    EXPECT_EQ(records("browser", 2), (std::vector<std::string>{"", "http://a/?b"}));
+    clearRecords();
+    EXPECT_EQ(errorOf("try\ntell application \"Terminal\" to make new tab with properties "
+                      "{URL:\"x:1\"}\non error\ntell application \"test browser\" to open "
+                      "location \"http://c\"\nend try"),
+              "");
+    EXPECT_EQ(records("browser", 1), std::vector<std::string>{"http://c"});
+    EXPECT_EQ(errorOf("open location \"http://d\""), "");
+    EXPECT_EQ(records("web", 1), std::vector<std::string>{"http://d"});
+}
+
+TEST_F(ScriptEngineTest, failuresHaveAppleScriptsNumbers) {
+    EXPECT_EQ(errorOf(browserScript("Safari", "http://a")),
+              "-1728 Can’t get application \"Safari\".");
+    EXPECT_EQ(errorOf("tell window 2 to activate"), "-1728 Can’t get window 2.");
+    EXPECT_EQ(errorOf("tell application \"Test Browser\" to do script \"ls\""),
+              "-1708 Test Browser got an error: Can’t continue do script.");
+    EXPECT_TRUE(errorOf("open location \"unheard:of\"").starts_with("-10814 "));
+    const ScopedVariable noProgram("PATH", place("emptyfolder"));
+    EXPECT_EQ(errorOf(terminalScript("ls")), "-600 Terminal got an error: Application isn’t "
+                                             "running.");
+    const ScopedVariable program("PATH", place("emulators"));
+    write(place("emulators/x-terminal-emulator"), "no program");
+    EXPECT_TRUE(errorOf(terminalScript("ls")).starts_with("-10810 Terminal got an error: "));
+}
+
+} // namespace

@@ -1,0 +1,171 @@
+#include "Machine.h"
+#include "foundation/Text.h"
+#include "linux/TerminalEmulator.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace corvane;
+using namespace corvane::machine;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// An emulator to be found, as a link or as a program.
+void provide(const std::string& name, const std::string& linkTarget = {}) {
+    const auto file = place("path/" + name);
+    fs::remove(file);
+    if (linkTarget.empty()) {
+        write(file, "#!/bin/sh\n");
+        fs::permissions(file, fs::perms::owner_all);
+    } else {
+        fs::create_symlink(linkTarget, file);
+    }
+}
+
+std::string preferredIn(const std::vector<std::string>& emulators) {
+    fs::remove_all(place("path"));
+    for (const auto& emulator : emulators)
+        provide(emulator);
+    const ScopedVariable path("PATH", place("path"));
+    const auto command = terminalEmulator::preferred();
+    if (!command) return "none";
+    auto words = command->prefix;
+    words.front() = fs::path(words.front()).filename();
+    return text::joined(words, " ") + ", is " + fs::path(command->executable).filename().string();
+}
+
+TEST(TerminalEmulatorTest, prefersTheUsersChoice) {
+    EXPECT_EQ(preferredIn({}), "none");
+    EXPECT_EQ(preferredIn({"xterm", "kitty"}), "kitty, is kitty");
+    EXPECT_EQ(preferredIn({"gnome-terminal", "konsole"}), "gnome-terminal --, is gnome-terminal");
+    EXPECT_EQ(preferredIn({"xfce4-terminal", "xterm"}), "xfce4-terminal -x, is xfce4-terminal");
+    EXPECT_EQ(preferredIn({"xdg-terminal-exec"}), "xdg-terminal-exec, is xdg-terminal-exec");
+    EXPECT_EQ(preferredIn({"xdg-terminal-exec", "foot"}), "xdg-terminal-exec, is foot");
+    EXPECT_EQ(preferredIn({"x-terminal-emulator", "konsole"}),
+              "x-terminal-emulator -e, is x-terminal-emulator");
+}
+
+TEST(TerminalEmulatorTest, followsTheAlternativesLinks) {
+    fs::remove_all(place("path"));
+    provide("lxterm");
+    provide("alternative", place("path/lxterm"));
+    provide("x-terminal-emulator", place("path/alternative"));
+    const ScopedVariable path("PATH", place("path"));
+    const auto command = terminalEmulator::preferred();
+    ASSERT_TRUE(command);
+    EXPECT_EQ(command->prefix, (std::vector<std::string>{place("path/x-terminal-emulator"), "-e"}));
+    EXPECT_EQ(command->executable, fs::canonical(place("path/lxterm")));
+    EXPECT_EQ(terminalEmulator::nameOf(command->executable), "xterm");
+    EXPECT_EQ(terminalEmulator::nameOf("/usr/bin/gnome-terminal.wrapper"), "gnome-terminal");
+    EXPECT_EQ(terminalEmulator::nameOf("/usr/libexec/gnome-terminal-server"), "gnome-terminal");
+}
+
+TEST(TerminalEmulatorTest, theShellIsTheUsers) {
+    const ScopedVariable dash("SHELL", "/bin/dash");
+    EXPECT_EQ(terminalEmulator::userShell(), "/bin/dash");
+    const ScopedVariable missing("SHELL", place("no-shell"));
+    EXPECT_TRUE(fs::exists(terminalEmulator::userShell()));
+}
+
+/// A shell on a terminal of its own.
+class ShellOnTerminal {
+public:
+    ShellOnTerminal(const std::string& shell, const std::string& command) {
+        auto words = terminalEmulator::shellWords(shell, command);
+        std::vector<char*> arguments;
+        for (auto& word : words)
+            arguments.push_back(word.data());
+        arguments.push_back(nullptr);
+        process_ = forkpty(&terminal_, nullptr, nullptr, nullptr);
+        if (process_ == 0) {
+            setenv("TERM", "dumb", 1);
+            execv(arguments[0], arguments.data());
+            _exit(127);
+        }
+        fcntl(terminal_, F_SETFL, O_NONBLOCK);
+    }
+    ~ShellOnTerminal() {
+        kill(process_, SIGKILL);
+        waitpid(process_, nullptr, 0);
+        close(terminal_);
+    }
+    ShellOnTerminal(const ShellOnTerminal&) = delete;
+
+    bool shows(const std::string& text) {
+        return comesTrue([&] {
+            char buffer[4096];
+            for (ssize_t got; (got = read(terminal_, buffer, sizeof buffer)) > 0;)
+                output_.append(buffer, static_cast<std::size_t>(got));
+            return output_.find(text) != std::string::npos;
+        });
+    }
+    void type(const std::string& keys) {
+        ASSERT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
+    }
+    const std::string& output() const { return output_; }
+
+private:
+    int terminal_ = -1;
+    pid_t process_ = -1;
+    std::string output_;
+};
+
+struct Shell {
+    const char* program;
+    const char* quoteError;
+};
+
+class ShellTest : public testing::TestWithParam<Shell> {
+protected:
+    void SetUp() override {
+        if (access(program_, X_OK) != 0) GTEST_SKIP() << program_ << " is not installed";
+        write(place("home/.zshrc"), "\n");
+    }
+    /// The typed words don't hold the answer themselves.
+    void expectShell(ShellOnTerminal& shell) {
+        shell.type("echo al''ive-\"$PWD\"\n");
+        EXPECT_TRUE(shell.shows("alive-")) << shell.output();
+    }
+
+    const char* program_ = GetParam().program;
+};
+
+TEST_P(ShellTest, staysWhereTheCommandWent) {
+    ShellOnTerminal shell(program_, "cd /usr && echo do''ne");
+    EXPECT_TRUE(shell.shows("done")) << shell.output();
+    shell.type("echo al''ive-\"$PWD\"\n");
+    EXPECT_TRUE(shell.shows("alive-/usr")) << shell.output();
+}
+
+TEST_P(ShellTest, showsAnErrorAndStays) {
+    ShellOnTerminal shell(program_, "echo 'abc");
+    EXPECT_TRUE(shell.shows(GetParam().quoteError)) << shell.output();
+    expectShell(shell);
+}
+
+TEST_P(ShellTest, controlCEndsOnlyTheCommand) {
+    ShellOnTerminal shell(program_, "sh -c 'echo started; exec sleep 1000'");
+    EXPECT_TRUE(shell.shows("started")) << shell.output();
+    shell.type("\x03");
+    expectShell(shell);
+}
+
+INSTANTIATE_TEST_SUITE_P(Shells, ShellTest,
+                         testing::Values(Shell{"/bin/bash", "looking for matching"},
+                                         Shell{"/bin/dash", "Unterminated quoted"},
+                                         Shell{"/bin/zsh", "unmatched"},
+                                         Shell{"/usr/bin/fish", "quotes are not balanced"}),
+                         [](const auto& shell) {
+                             return fs::path(shell.param.program).filename().string();
+                         });
+
+} // namespace
