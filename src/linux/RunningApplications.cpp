@@ -1,0 +1,213 @@
+#include "linux/RunningApplications.h"
+
+#include "foundation/Diagnostics.h"
+#include "foundation/Text.h"
+#include "foundation/Url.h"
+#include "linux/ApplicationIdentity.h"
+#include "linux/Catalogue.h"
+#include "linux/LinuxBundles.h"
+#include "linux/RunningProcess.h"
+#include "linux/TerminalEmulator.h"
+
+#include <algorithm>
+#include <chrono>
+#include <map>
+#include <tuple>
+
+#include <unistd.h>
+
+namespace corvane {
+namespace {
+
+using x11::ClientWindow;
+using Windows = std::vector<ClientWindow>;
+
+x11::Deadline halfASecondFromNow() {
+    return std::chrono::steady_clock::now() + std::chrono::milliseconds(500);
+}
+
+/// What the identity of every process is compared with, looked up once for a list.
+struct Known {
+    std::vector<InstalledApplication> installed;
+    std::string finderId;
+    std::string terminalId;
+    /// The preferred emulator's name, empty where there is none.
+    std::string emulator;
+};
+
+Known lookUp(const Catalogue& catalogue) {
+    const auto finder = catalogue.finder();
+    const auto terminal = catalogue.terminal();
+    const auto emulator = terminalEmulator::preferred();
+    return {catalogue.all(), finder ? finder->desktopId : "", terminal ? terminal->desktopId : "",
+            emulator ? terminalEmulator::nameOf(emulator->executable) : ""};
+}
+
+/// A process that runs and all of its windows, bottom to top.
+struct Running {
+    RunningProcess process;
+    Windows windows;
+};
+
+/// A dialog that another process shows for an application, as file choosers are, makes its process
+/// no application of its own.
+bool isMain(const ClientWindow& window, const Windows& all) {
+    if (!window.isOrdinary || window.skipsTaskbar) return false;
+    return std::ranges::none_of(all, [&](const ClientWindow& other) {
+        return other.window == window.transientFor &&
+               other.processIdentifier != window.processIdentifier;
+    });
+}
+
+std::vector<Running> processesOf(const Windows& all) {
+    std::map<pid_t, Windows> byProcess;
+    for (const auto& window : all)
+        byProcess[window.processIdentifier].push_back(window);
+    std::vector<Running> found;
+    for (auto& [identifier, windows] : byProcess) {
+        if (auto process = runningProcess(identifier)) {
+            found.push_back({std::move(*process), std::move(windows)});
+        }
+    }
+    std::ranges::sort(found, {}, [](const Running& running) {
+        return std::tie(running.process.startTime, running.process.processIdentifier);
+    });
+    return found;
+}
+
+/// The main windows' word counts more than that of panels and dialogs.
+const InstalledApplication* applicationOf(const Running& running, const Windows& all,
+                                          const Known& known) {
+    for (const bool main : {true, false}) {
+        for (const auto& window : running.windows) {
+            if (isMain(window, all) != main) continue;
+            if (const auto* found = applicationOf(window, running.process, known.installed)) {
+                return found;
+            }
+        }
+    }
+    return nullptr;
+}
+
+/// A program that an emulator was started for doesn't make it another application, unless the
+/// emulator's window says so by its class.
+bool isTerminal(const InstalledApplication* application, const RunningProcess& process,
+                const Known& known) {
+    if (application && !known.terminalId.empty() && application->desktopId == known.terminalId) {
+        return true;
+    }
+    if (known.emulator.empty()) return false;
+    if (application && !application->isTerminalEmulator && !application->needsTerminal) {
+        return false;
+    }
+    return terminalEmulator::nameOf(process.executable) == known.emulator;
+}
+
+std::string nameWithoutEntry(const Running& running) {
+    for (const auto& window : running.windows) {
+        for (const auto& name : {window.className, window.instanceName}) {
+            if (!name.empty()) return text::replacingInvalidUtf8(name);
+        }
+    }
+    return text::replacingInvalidUtf8(running.process.commandName);
+}
+
+void setIdentity(RunningApplication& result, const Running& running,
+                 const InstalledApplication* application, const Known& known) {
+    const auto set = [&](std::string_view name, std::string_view identifier,
+                         std::string_view bundle) {
+        result.localizedName = name;
+        result.bundleIdentifier = identifier;
+        result.bundleURL = Url::fromPath(bundle);
+    };
+    if (isTerminal(application, running.process, known)) {
+        set("Terminal", terminalIdentifier, terminalPath);
+    } else if (application && application->desktopId == known.finderId) {
+        set("Finder", finderIdentifier, finderPath);
+    } else if (application) {
+        set(application->displayName, application->bundleIdentifier, application->bundlePath);
+    } else if (const auto name = nameWithoutEntry(running); !name.empty()) {
+        result.localizedName = name;
+    }
+    // Also when it runs from a place where it isn't installed.
+    if (result.processIdentifier == ::getpid()) result.bundleIdentifier = mainBundleIdentifier;
+}
+
+RunningApplication described(const Running& running, const Windows& all, const Known& known) {
+    RunningApplication result;
+    result.processIdentifier = running.process.processIdentifier;
+    setIdentity(result, running, applicationOf(running, all, known), known);
+    const std::string& executable = running.process.executable;
+    if (executable.starts_with('/')) result.executableURL = Url::fromPath(executable);
+
+    Windows counting;
+    std::ranges::copy_if(running.windows, std::back_inserter(counting),
+                         [&](const ClientWindow& window) { return isMain(window, all); });
+    constexpr int regular = 0;
+    constexpr int accessory = 1;
+    result.activationPolicy = counting.empty() ? accessory : regular;
+    if (counting.empty()) counting = running.windows;
+    result.isHidden = std::ranges::all_of(counting, &ClientWindow::isIconified);
+    return result;
+}
+
+/// The window manager treats it as the user's own wish.
+void requestActivation(x11::Server& server, xcb_window_t window) {
+    constexpr std::uint32_t fromUser = 2;
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = server.atoms().netActiveWindow;
+    message.data.data32[0] = fromUser;
+    // A window manager maps an iconified window again on this, whatever it makes of the message.
+    xcb_map_window(server.get(), window);
+    xcb_send_event(server.get(), 0, server.root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&message));
+    xcb_flush(server.get());
+}
+
+} // namespace
+
+/// Asks a second time where the first attempt shows that an old connection is broken.
+Windows RunningApplications::windows(x11::Deadline deadline) {
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        auto* server = connection_.server(deadline);
+        if (!server) break;
+        auto found = x11::clientWindows(*server, deadline);
+        if (!server->failed()) return found;
+    }
+    diagnostic({"The X display doesn't tell its windows"});
+    return {};
+}
+
+std::vector<RunningApplication> RunningApplications::list() {
+    const auto all = [&] {
+        const std::lock_guard lock(mutex_);
+        return windows(halfASecondFromNow());
+    }();
+    if (all.empty()) return {};
+    const Known known = lookUp(catalogue_);
+    std::vector<RunningApplication> applications;
+    for (const auto& running : processesOf(all))
+        applications.push_back(described(running, all, known));
+    return applications;
+}
+
+bool RunningApplications::activate(std::int32_t processIdentifier) {
+    const std::lock_guard lock(mutex_);
+    const auto deadline = halfASecondFromNow();
+    const auto all = windows(deadline);
+    const ClientWindow* uppermost = nullptr;
+    for (const auto& window : all) {
+        if (window.processIdentifier != processIdentifier) continue;
+        if (!uppermost || isMain(window, all) || !isMain(*uppermost, all)) uppermost = &window;
+    }
+    auto* server = uppermost ? connection_.server(deadline) : nullptr;
+    if (!server) return false;
+    requestActivation(*server, uppermost->window);
+    return !server->failed();
+}
+
+} // namespace corvane

@@ -1,0 +1,126 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <cstdlib>
+#include <future>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <xcb/xcb.h>
+
+/// The X server, with no wait that lasts longer than its deadline. Not thread-safe.
+namespace corvane::x11 {
+
+using Deadline = std::chrono::steady_clock::time_point;
+
+struct Free {
+    void operator()(void* memory) const { std::free(memory); }
+};
+template <typename T>
+using Reply = std::unique_ptr<T, Free>;
+
+/// Known by the server when the connection opens.
+struct Atoms {
+    xcb_atom_t netClientList = 0;
+    xcb_atom_t netClientListStacking = 0;
+    xcb_atom_t netActiveWindow = 0;
+    xcb_atom_t netWmPid = 0;
+    xcb_atom_t netWmWindowType = 0;
+    xcb_atom_t typeNormal = 0;
+    xcb_atom_t typeDialog = 0;
+    xcb_atom_t typeDesktop = 0;
+    xcb_atom_t typeDock = 0;
+    xcb_atom_t typeToolbar = 0;
+    xcb_atom_t typeMenu = 0;
+    xcb_atom_t typeUtility = 0;
+    xcb_atom_t typeSplash = 0;
+    xcb_atom_t typeNotification = 0;
+    xcb_atom_t netWmState = 0;
+    xcb_atom_t stateHidden = 0;
+    xcb_atom_t stateSkipTaskbar = 0;
+    xcb_atom_t wmState = 0;
+    xcb_atom_t gtkApplicationId = 0;
+    xcb_atom_t bamfDesktopFile = 0;
+    xcb_atom_t kdeDesktopFile = 0;
+};
+
+/// A window's property; empty where it is absent.
+struct Property {
+    xcb_atom_t type = XCB_NONE;
+    int format = 0;
+    std::string bytes = {};
+    bool windowIsGone = false;
+
+    bool exists() const { return type != XCB_NONE; }
+    /// The values of a property of 32-bit ones; none for another format.
+    std::vector<std::uint32_t> numbers() const;
+    /// The texts between zero bytes; none for another format.
+    std::vector<std::string> texts() const;
+    /// The first text, or nothing at all.
+    std::string text() const;
+};
+
+/// An open connection.
+class Server {
+public:
+    /// Opens the display that the environment names; null where that fails. Waits for the server
+    /// without a limit.
+    static std::unique_ptr<Server> open();
+
+    xcb_connection_t* get() const { return connection_.get(); }
+    xcb_window_t root() const { return root_; }
+    const Atoms& atoms() const { return atoms_; }
+    /// The extension that tells the process of a client is there.
+    bool tellsProcesses() const { return tellsProcesses_; }
+    /// What of a window's id tells its client.
+    std::uint32_t clientOf(xcb_window_t window) const { return window & ~idMask_; }
+
+    /// Sends a request for at most `longest` times four bytes of a property.
+    xcb_get_property_cookie_t requestProperty(xcb_window_t window, xcb_atom_t atom,
+                                              std::uint32_t longest = 1024) const;
+    Property property(xcb_get_property_cookie_t cookie, Deadline deadline);
+
+    /// The reply to a request whose errors are answers too; null for an error and for one that
+    /// doesn't come in time.
+    template <typename T, typename Cookie>
+    Reply<T> reply(Cookie cookie, Deadline deadline) {
+        return Reply<T>(static_cast<T*>(waitForReply(cookie.sequence, deadline)));
+    }
+
+    /// Takes events and late errors, which no one waits for, off the queue.
+    void dropEvents();
+    /// The connection broke or the server was too late: what was read since can't be trusted.
+    bool failed() const { return late_ || xcb_connection_has_error(get()) != 0; }
+
+private:
+    struct Disconnect {
+        void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
+    };
+    Server() = default;
+    void* waitForReply(unsigned sequence, Deadline deadline);
+    bool prepare(int screen);
+
+    std::unique_ptr<xcb_connection_t, Disconnect> connection_;
+    xcb_window_t root_ = XCB_NONE;
+    std::uint32_t idMask_ = 0;
+    Atoms atoms_;
+    bool tellsProcesses_ = false;
+    bool late_ = false;
+};
+
+/// Opens a server when first needed, and again after it failed.
+class Connection {
+public:
+    /// Null where there is no display or it can't be opened by then.
+    Server* server(Deadline deadline);
+
+private:
+    std::unique_ptr<Server> server_;
+    std::future<std::unique_ptr<Server>> opening_;
+};
+
+} // namespace corvane::x11
