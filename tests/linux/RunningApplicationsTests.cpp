@@ -127,20 +127,73 @@ TEST(RunningProcessTest, aScriptIsItsOwnProgram) {
         close(descriptor);
 }
 
+/// Windows of this process, which say what a test makes them say.
+class OwnWindows {
+public:
+    OwnWindows() : connection_(xcb_connect(nullptr, nullptr)) {
+        screen_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
+    }
+    ~OwnWindows() { xcb_disconnect(connection_); }
+    OwnWindows(const OwnWindows&) = delete;
+
+    xcb_window_t make() {
+        const auto window = xcb_generate_id(connection_);
+        xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window, screen_->root, 0, 0, 90, 90, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+        return window;
+    }
+    xcb_atom_t atom(const std::string& name) {
+        const x11::Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
+            connection_,
+            xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data()),
+            nullptr));
+        return reply->atom;
+    }
+    void set(xcb_window_t window, const std::string& property, const std::string& bytes,
+             std::uint8_t format = 8) {
+        xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, atom(property),
+                            XCB_ATOM_STRING, format,
+                            static_cast<std::uint32_t>(bytes.size() * 8 / format), bytes.data());
+    }
+    void set(xcb_window_t window, const std::string& property, std::uint32_t value) {
+        set(window, property, {reinterpret_cast<const char*>(&value), sizeof value}, 32);
+    }
+    void show(xcb_window_t window) {
+        xcb_map_window(connection_, window);
+        xcb_flush(connection_);
+    }
+    void close(xcb_window_t window) {
+        xcb_destroy_window(connection_, window);
+        xcb_flush(connection_);
+    }
+    void remove(xcb_window_t window, const std::string& property) {
+        xcb_delete_property(connection_, window, atom(property));
+    }
+    xcb_window_t root() const { return screen_->root; }
+
+private:
+    xcb_connection_t* connection_;
+    xcb_screen_t* screen_;
+};
+
 /// An X server of its own with a window manager.
 class RunningApplicationsTest : public testing::Test {
 protected:
     void SetUp() override {
         int ends[2];
         ASSERT_EQ(pipe2(ends, 0), 0);
-        server_.emplace(std::vector<std::string>{"Xvfb", "-displayfd", std::to_string(ends[1]),
-                                                 "-screen", "0", "800x600x24", "-nolisten", "tcp"});
+        server_.emplace(std::vector<std::string>{"Xvfb", "-noreset", "-displayfd",
+                                                 std::to_string(ends[1]), "-screen", "0",
+                                                 "800x600x24", "-nolisten", "tcp"});
         close(ends[1]);
         char number[16] = {};
         ASSERT_GT(read(ends[0], number, sizeof number - 1), 0);
         close(ends[0]);
         display_.emplace("DISPLAY", ":" + std::to_string(std::atoi(number)));
         manager_.emplace(std::vector<std::string>{"openbox"});
+        probe_.emplace();
+        ASSERT_TRUE(comesTrue([this] { return managesWindows(); }));
+        ASSERT_TRUE(lists(0));
         std::filesystem::remove(place("emulators/x-terminal-emulator"));
         std::filesystem::create_symlink("/usr/bin/xterm", place("emulators/x-terminal-emulator"));
         install("test.eyes", "Eyes", "Name[de]=Augen\nExec=xeyes");
@@ -150,6 +203,16 @@ protected:
         std::filesystem::remove(place("emulators/x-terminal-emulator"));
     }
 
+    /// A window that comes while the manager starts escapes it, so each try has a new one.
+    bool managesWindows() {
+        const auto window = probe_->make();
+        probe_->show(window);
+        bool managed = false;
+        for (int look = 0; look < 50 && !managed; ++look)
+            managed = !running_.list().empty();
+        probe_->close(window);
+        return managed;
+    }
     bool lists(std::size_t count) {
         return comesTrue([&] { return running_.list().size() == count; });
     }
@@ -157,6 +220,8 @@ protected:
     std::optional<Program> server_;
     std::optional<ScopedVariable> display_;
     std::optional<Program> manager_;
+    /// Stays, as the ids of its windows would be used again.
+    std::optional<OwnWindows> probe_;
     ScopedVariable path_{"PATH", place("emulators") + ":/usr/bin:/bin"};
     Catalogue catalogue_;
     RunningApplications running_{catalogue_};
@@ -209,52 +274,6 @@ TEST_F(RunningApplicationsTest, aScriptOpensATerminalThatStays) {
     EXPECT_TRUE(lists(0));
 }
 
-/// Windows of this process, which say what a test makes them say.
-class OwnWindows {
-public:
-    OwnWindows() : connection_(xcb_connect(nullptr, nullptr)) {
-        screen_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
-    }
-    ~OwnWindows() { xcb_disconnect(connection_); }
-    OwnWindows(const OwnWindows&) = delete;
-
-    xcb_window_t make() {
-        const auto window = xcb_generate_id(connection_);
-        xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window, screen_->root, 0, 0, 90, 90, 0,
-                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
-        return window;
-    }
-    xcb_atom_t atom(const std::string& name) {
-        const x11::Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
-            connection_,
-            xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data()),
-            nullptr));
-        return reply->atom;
-    }
-    void set(xcb_window_t window, const std::string& property, const std::string& bytes,
-             std::uint8_t format = 8) {
-        xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, atom(property),
-                            XCB_ATOM_STRING, format,
-                            static_cast<std::uint32_t>(bytes.size() * 8 / format), bytes.data());
-    }
-    void set(xcb_window_t window, const std::string& property, std::uint32_t value) {
-        set(window, property, {reinterpret_cast<const char*>(&value), sizeof value}, 32);
-    }
-    void show(xcb_window_t window) {
-        xcb_map_window(connection_, window);
-        xcb_flush(connection_);
-    }
-    void close(xcb_window_t window) {
-        xcb_destroy_window(connection_, window);
-        xcb_flush(connection_);
-    }
-    xcb_window_t root() const { return screen_->root; }
-
-private:
-    xcb_connection_t* connection_;
-    xcb_screen_t* screen_;
-};
-
 TEST_F(RunningApplicationsTest, survivesWhatClientsSay) {
     OwnWindows own;
     const auto dock = own.make();
@@ -298,6 +317,8 @@ TEST_F(RunningApplicationsTest, survivesWhatClientsSay) {
 TEST_F(RunningApplicationsTest, needsNoListOfTheWindowManagers) {
     manager_.reset();
     OwnWindows own;
+    own.remove(own.root(), "_NET_CLIENT_LIST");
+    own.remove(own.root(), "_NET_CLIENT_LIST_STACKING");
     const auto frame = own.make();
     const auto plain = own.make();
     own.set(plain, "WM_STATE", 1);
