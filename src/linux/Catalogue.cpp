@@ -3,8 +3,11 @@
 #include "foundation/Text.h"
 #include "foundation/Url.h"
 #include "linux/Gio.h"
+#include "linux/UserFolders.h"
 
 #include <algorithm>
+#include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <tuple>
 
@@ -34,10 +37,21 @@ std::optional<Stamp> stampOf(const std::string& path) {
     return Stamp{info.st_dev, info.st_ino, info.st_size, info.st_mtim.tv_sec, info.st_mtim.tv_nsec};
 }
 
-void collectEntries(const std::string& folder, EntryFiles& files) {
+/// When a folder's list of names changed last, by the folder's path; absent where there is none.
+using FolderTimes = std::map<std::string, std::optional<std::int64_t>>;
+
+std::optional<std::int64_t> changeTimeOf(const std::string& folder) {
+    constexpr std::int64_t nanoseconds = 1'000'000'000;
+    struct stat info {};
+    if (::stat(folder.c_str(), &info) != 0) return std::nullopt;
+    return info.st_mtim.tv_sec * nanoseconds + info.st_mtim.tv_nsec;
+}
+
+void collectEntries(const std::string& root, EntryFiles& files, FolderTimes& folders) {
     namespace fs = std::filesystem;
+    folders.emplace(root, changeTimeOf(root));
     std::error_code error;
-    fs::recursive_directory_iterator entry(folder,
+    fs::recursive_directory_iterator entry(root,
                                            fs::directory_options::skip_permission_denied |
                                                fs::directory_options::follow_directory_symlink,
                                            error);
@@ -46,8 +60,10 @@ void collectEntries(const std::string& folder, EntryFiles& files) {
         constexpr int deepest = 8;
         if (entry.depth() >= deepest) entry.disable_recursion_pending();
         const std::string path = entry->path();
-        if (!path.ends_with(entrySuffix)) continue;
-        std::string id = path.substr(folder.size() + 1);
+        std::error_code notAFolder;
+        if (entry->is_directory(notAFolder)) folders.emplace(path, changeTimeOf(path));
+        if (!path.ends_with(entrySuffix) || !text::isValidUtf8(path)) continue;
+        std::string id = path.substr(root.size() + 1);
         std::replace(id.begin(), id.end(), '/', '-');
         if (const auto stamp = stampOf(path)) files.try_emplace(id, EntryFile{path, *stamp});
     }
@@ -122,35 +138,70 @@ std::optional<InstalledApplication> first(const std::vector<InstalledApplication
 
 } // namespace
 
+struct Catalogue::Files {
+    EntryFiles entries;
+};
+
 struct Catalogue::Snapshot {
     EntryFiles files;
     /// By name, then id.
     std::vector<InstalledApplication> applications;
 };
 
+/// The last look at every file, and what tells cheaply that another one isn't due.
+struct Catalogue::Look {
+    FolderTimes folders;
+    std::chrono::system_clock::time_point moment;
+
+    bool isStillGood() const {
+        using namespace std::chrono;
+        // A file edited in place or a program that comes later changes no folder.
+        constexpr seconds longest(1);
+        // Changes closer together than the file system's clock ticks share a time.
+        constexpr milliseconds tick(20);
+        const auto age = system_clock::now() - moment;
+        if (age < seconds(0) || age > longest) return false;
+        const auto safe = duration_cast<nanoseconds>((moment - tick).time_since_epoch()).count();
+        return std::ranges::all_of(folders, [&](const auto& folder) {
+            const auto& [path, changed] = folder;
+            return changeTimeOf(path) == changed && (!changed || *changed < safe);
+        });
+    }
+};
+
 Catalogue::Catalogue() {
-    folders_.push_back(gio::text(g_get_user_data_dir()) + "/applications");
+    roots_.push_back(userFolders::data() + "/applications");
     for (const char* const* folder = g_get_system_data_dirs(); *folder; ++folder) {
-        folders_.push_back(gio::text(*folder) + "/applications");
+        roots_.push_back(gio::text(*folder) + "/applications");
     }
 }
 
 Catalogue::~Catalogue() = default;
 
 std::shared_ptr<const Catalogue::Snapshot> Catalogue::snapshot() const {
-    auto next = std::make_shared<Snapshot>();
-    for (const auto& folder : folders_)
-        collectEntries(folder, next->files);
-
     const std::lock_guard lock(mutex_);
-    bool changed = !latest_ || latest_->files != next->files;
-    std::map<std::string, const InstalledApplication*> known;
+    if (look_ && look_->isStillGood()) return latest_;
+    auto look = std::make_unique<Look>();
+    look->moment = std::chrono::system_clock::now();
+    Files files;
+    for (const auto& root : roots_)
+        collectEntries(root, files.entries, look->folders);
+    latest_ = read(std::move(files));
+    look_ = std::move(look);
+    return latest_;
+}
+
+std::shared_ptr<const Catalogue::Snapshot> Catalogue::read(Files&& from) const {
+    EntryFiles& files = from.entries;
+    bool changed = !latest_ || latest_->files != files;
+    std::map<std::string_view, const InstalledApplication*> known;
     if (latest_) {
         for (const auto& application : latest_->applications) {
             known.emplace(application.desktopId, &application);
         }
     }
-    for (const auto& [id, file] : next->files) {
+    auto next = std::make_shared<Snapshot>();
+    for (const auto& [id, file] : files) {
         const auto before = known.find(id);
         if (before != known.end() && latest_->files.at(id) == file) {
             next->applications.push_back(*before->second);
@@ -160,11 +211,12 @@ std::shared_ptr<const Catalogue::Snapshot> Catalogue::snapshot() const {
         }
     }
     if (!changed) return latest_;
+    next->files = std::move(files);
     std::ranges::sort(next->applications, {}, [](const InstalledApplication& application) {
         return std::tie(application.name, application.desktopId);
     });
     nameBundles(next->applications);
-    return latest_ = std::move(next);
+    return next;
 }
 
 std::vector<InstalledApplication> Catalogue::all() const {

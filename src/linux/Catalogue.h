@@ -48,8 +48,8 @@ struct InstalledApplication {
 };
 
 /// The installed applications: the desktop entries of the XDG data folders, an entry of an earlier
-/// folder in place of a later one with its id. Every call looks at the folders; files that haven't
-/// changed aren't read again. Any thread.
+/// folder in place of a later one with its id. Every call looks at the folders, so what comes and
+/// goes is seen at once, an edit in place within a second; only changed files are read. Any thread.
 class Catalogue {
 public:
     /// Takes the folders from the environment.
@@ -81,11 +81,15 @@ public:
     std::optional<InstalledApplication> defaultHandler(const std::string& contentType) const;
 
 private:
+    struct Files;
     struct Snapshot;
+    struct Look;
     std::shared_ptr<const Snapshot> snapshot() const;
+    std::shared_ptr<const Snapshot> read(Files&& from) const;
 
-    std::vector<std::string> folders_;
+    std::vector<std::string> roots_;
     mutable std::mutex mutex_;
+    mutable std::unique_ptr<const Look> look_;
     mutable std::shared_ptr<const Snapshot> latest_;
 };
 

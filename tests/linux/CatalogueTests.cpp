@@ -102,7 +102,12 @@ TEST_F(CatalogueTest, followsChangesOfTheFolders) {
     add("y.later", "Later", "Exec=" + program);
     EXPECT_EQ(bundlePathOf(catalogue_, "y.later"), "");
     std::filesystem::copy(place("bin/recorder"), program);
-    EXPECT_EQ(bundlePathOf(catalogue_, "y.later"), "/Applications/Later.app");
+    EXPECT_TRUE(comesTrue([&] { return !bundlePathOf(catalogue_, "y.later").empty(); }));
+
+    write(place("data/applications/y.later.desktop"),
+          "[Desktop Entry]\nType=Application\nName=Edited\nExec=sh\n");
+    EXPECT_TRUE(comesTrue(
+        [&] { return bundlePathOf(catalogue_, "y.later") == "/Applications/Edited.app"; }));
 }
 
 TEST_F(CatalogueTest, theUsersEntryStandsBeforeTheSystemsEvenWhenDeleted) {

@@ -82,8 +82,9 @@ std::vector<std::string> namesIn(const std::string& folder) {
 }
 
 void install(const std::string& id, const std::string& name, const std::string& keys) {
-    write(place("data/applications/" + id + ".desktop"),
-          "[Desktop Entry]\nType=Application\nName=" + name + "\n" + keys + "\n");
+    const auto file = place("data/applications/" + id + ".desktop");
+    write(file + ".new", "[Desktop Entry]\nType=Application\nName=" + name + "\n" + keys + "\n");
+    fs::rename(file + ".new", file);
 }
 
 void uninstall(const std::string& id) {
@@ -99,20 +100,27 @@ void clearRecords() {
     place("records/any");
 }
 
-std::vector<std::string> records(const std::string& label, std::size_t count) {
+bool comesTrue(const std::function<bool()>& condition) {
     using Clock = std::chrono::steady_clock;
     const auto deadline = Clock::now() + std::chrono::seconds(10);
+    while (!condition()) {
+        if (Clock::now() > deadline) return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    return true;
+}
+
+std::vector<std::string> records(const std::string& label, std::size_t count) {
     std::vector<std::string> found;
-    do {
+    comesTrue([&] {
         found.clear();
         for (const auto& name : namesIn(place("records"))) {
             if (!name.starts_with(label + ".") || name.ends_with(".part")) continue;
             found.push_back(read(place("records/" + name)));
             if (!found.back().empty()) found.back().pop_back();
         }
-        if (found.size() >= count) break;
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    } while (Clock::now() < deadline);
+        return found.size() >= count;
+    });
     std::ranges::sort(found);
     return found;
 }

@@ -2,7 +2,7 @@
 
 #include "linux/Catalogue.h"
 
-#include <map>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -23,6 +23,9 @@ void install(const std::string& id, const std::string& name, const std::string& 
 void uninstall(const std::string& id);
 /// "Exec=" with the program that records what it is given under that label.
 std::string recording(const std::string& label, const std::string& fieldCodes);
+
+/// Asks again and again, ten seconds at most.
+bool comesTrue(const std::function<bool()>& condition);
 
 /// Forgets what was recorded.
 void clearRecords();

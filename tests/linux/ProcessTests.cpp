@@ -9,7 +9,6 @@
 #include <condition_variable>
 #include <filesystem>
 #include <mutex>
-#include <thread>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -19,14 +18,6 @@ using namespace corvane;
 using namespace corvane::machine;
 
 namespace {
-
-std::string waitForFile(const std::string& file) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    while (!std::filesystem::exists(file) && std::chrono::steady_clock::now() < deadline) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    }
-    return read(file);
-}
 
 TEST(DetachedProcess, livesOnItsOwn) {
     const std::string out = place("detached/out");
@@ -39,7 +30,8 @@ TEST(DetachedProcess, livesOnItsOwn) {
                            out + ".part 2>&1; mv " + out + ".part " + out},
                       {.workingDirectory = place("detached"), .desktopFile = "/x/y.desktop"});
     ASSERT_TRUE(process) << process.error().localizedDescription;
-    const auto seen = waitForFile(out);
+    EXPECT_TRUE(comesTrue([&] { return std::filesystem::exists(out); }));
+    const auto seen = read(out);
     ::close(leaked);
     const auto pid = std::to_string(*process);
     EXPECT_TRUE(seen.starts_with(pid + " session " + pid + "\n")) << seen;
