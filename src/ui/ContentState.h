@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/Platform.h"
+#include "shell/ThemeManager.h"
+#include "ui/HeaderState.h"
+#include "ui/WorkspaceListState.h"
+
+namespace corvane {
+
+/// The root view of one main window: its theme, its header and its list. Store and platform outlive
+/// it.
+struct ContentState {
+    ContentState(WorkspaceStore& store, const Platform& platform)
+        : theme(platform.appearance, platform.mainQueue), header(store, theme),
+          list(store, platform.mainQueue) {}
+
+    ThemeManager theme;
+    HeaderState header;
+    WorkspaceListState list;
+};
+
+} // namespace corvane

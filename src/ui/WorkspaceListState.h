@@ -1,0 +1,49 @@
+#pragma once
+
+#include "core/Records.h"
+#include "foundation/Published.h"
+#include "ui/WorkspaceCardState.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace corvane {
+
+/// What the list shows under the header.
+enum class ListContent { cards, emptySearch, emptyWorkspaces };
+
+/// The list of workspace cards of one main window. Store and queue outlive it. Main thread.
+class WorkspaceListState {
+public:
+    WorkspaceListState(WorkspaceStore& store, MainQueue& mainQueue);
+
+    /// Fires before anything read here changes, the state of any card included.
+    ChangeSignal objectWillChange;
+
+    /// The store's workspaces whose name contains the search text, in stored order. Valid until the
+    /// store's list changes.
+    std::vector<const Workspace*> filteredWorkspaces() const;
+    /// What to show when the filter let `count` workspaces through.
+    ListContent content(std::size_t count) const;
+    /// The second line of the empty search.
+    std::string emptySearchMessage() const;
+
+    const WorkspaceStore& store() const { return store_; }
+    /// Made at the first call for an identifier, and kept while this list lives.
+    WorkspaceCardState& card(const Uuid& workspaceId);
+
+private:
+    struct Card {
+        std::shared_ptr<WorkspaceCardState> state;
+        Subscription changes;
+    };
+
+    WorkspaceStore& store_;
+    MainQueue& mainQueue_;
+    std::map<Uuid, Card> cards_;
+    Subscription storeChanges_;
+};
+
+} // namespace corvane
