@@ -1,0 +1,38 @@
+#pragma once
+
+#include "foundation/Rect.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <sys/types.h>
+
+using GDBusConnection = struct _GDBusConnection;
+
+namespace corvane::desktop {
+
+/// What assistive technology says of one element on the screen.
+struct Control {
+    std::string name;
+    /// As AT-SPI names it: "push button", "label", "dialog".
+    std::string role;
+    bool isEnabled = false;
+    /// In screen pixels, from the top left.
+    Rect place;
+};
+
+/// The AT-SPI bus of a session.
+class Accessibility {
+public:
+    /// Throws std::runtime_error where the session has none.
+    explicit Accessibility(const std::string& sessionBusAddress);
+
+    /// The named elements that a process shows now, parents before their children.
+    std::vector<Control> controls(pid_t pid) const;
+
+private:
+    std::shared_ptr<GDBusConnection> bus_;
+};
+
+} // namespace corvane::desktop

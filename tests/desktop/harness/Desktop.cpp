@@ -1,0 +1,245 @@
+#include "desktop/harness/Desktop.h"
+
+#include "foundation/Text.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+namespace corvane::desktop {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// Nothing of the first start, and nothing that leaves the machine: all but the machine itself is
+/// behind a proxy that isn't there.
+constexpr auto browserPreferences = R"(user_pref("browser.aboutwelcome.enabled", false);
+user_pref("browser.shell.checkDefaultBrowser", false);
+user_pref("browser.startup.homepage", "about:blank");
+user_pref("browser.startup.homepage_override.mstone", "ignore");
+user_pref("datareporting.policy.dataSubmissionEnabled", false);
+user_pref("toolkit.telemetry.reportingpolicy.firstRun", false);
+user_pref("network.captive-portal-service.enabled", false);
+user_pref("network.connectivity-service.enabled", false);
+user_pref("network.proxy.type", 1);
+user_pref("network.proxy.http", "127.0.0.1");
+user_pref("network.proxy.http_port", 9);
+user_pref("network.proxy.ssl", "127.0.0.1");
+user_pref("network.proxy.ssl_port", 9);
+user_pref("network.proxy.no_proxies_on", "localhost, 127.0.0.1");
+)";
+
+void write(const std::string& file, const std::string& content) {
+    fs::create_directories(fs::path(file).parent_path());
+    std::ofstream(file, std::ios::binary) << content;
+}
+
+std::string variable(const char* name, const std::string& otherwise) {
+    const char* value = std::getenv(name);
+    return value && *value ? value : otherwise;
+}
+
+} // namespace
+
+Desktop::Desktop() {
+    std::string pattern = fs::temp_directory_path() / "corvane-desktop-XXXXXX";
+    if (!mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder");
+    root_ = pattern;
+    adoptOrphans();
+    set("PATH", "/usr/local/bin:/usr/bin:/bin:/usr/local/sbin:/usr/sbin:/sbin");
+    set("LANG", "C.UTF-8");
+    set("SHELL", "/bin/bash");
+    set("HOME", home(""));
+    set("XDG_DATA_HOME", home(".local/share"));
+    set("XDG_CONFIG_HOME", home(".config"));
+    set("XDG_CACHE_HOME", home(".cache"));
+    set("XDG_RUNTIME_DIR", root_ + "/runtime");
+    set("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
+    // Else a prepared profile isn't taken, since it doesn't name this installation of Firefox.
+    set("MOZ_LEGACY_PROFILES", "1");
+    set("LSAN_OPTIONS", "suppressions=" LEAK_SUPPRESSIONS);
+    prepareHome();
+    startSession();
+}
+
+Desktop::~Desktop() {
+    accessibility_.reset();
+    killDescendants();
+    std::error_code ignored;
+    fs::remove_all(root_, ignored);
+}
+
+void Desktop::set(const std::string& name, const std::string& value) {
+    environment_.push_back(name + "=" + value);
+}
+
+std::string Desktop::home(const std::string& relative) const {
+    const auto path = fs::path(root_) / "home" / relative;
+    fs::create_directories(path.parent_path());
+    return path;
+}
+
+std::string Desktop::workspacesFile() const {
+    return home(".local/share/Corvane/corvane_workspaces.json");
+}
+
+std::string Desktop::preferencesFile() const {
+    return home(".config/app.corvane.Corvane.plist");
+}
+
+void Desktop::prepareHome() const {
+    fs::create_directory(root_ + "/runtime");
+    fs::permissions(root_ + "/runtime", fs::perms::owner_all);
+    fs::create_directories(home("Documents"));
+    write(home(".config/mimeapps.list"), "[Default Applications]\n"
+                                         "text/plain=org.xfce.mousepad.desktop\n"
+                                         "inode/directory=pcmanfm.desktop\n"
+                                         "text/html=firefox-esr.desktop\n"
+                                         "x-scheme-handler/http=firefox-esr.desktop\n"
+                                         "x-scheme-handler/https=firefox-esr.desktop\n");
+    write(home(".mozilla/firefox/profiles.ini"), "[General]\nStartWithLastProfile=1\n"
+                                                 "[Profile0]\nName=default\nIsRelative=1\n"
+                                                 "Path=default\nDefault=1\n");
+    write(home(".mozilla/firefox/default/user.js"), browserPreferences);
+}
+
+void Desktop::skipIntroduction() const {
+    write(preferencesFile(), "<plist version=\"1.0\"><dict>"
+                             "<key>HasCompletedOnboarding</key><true/></dict></plist>\n");
+}
+
+void Desktop::install(const std::string& id, const std::string& name,
+                      const std::string& exec) const {
+    write(home(".local/share/applications/" + id + ".desktop"),
+          "[Desktop Entry]\nType=Application\nName=" + name + "\nExec=" + exec + "\n");
+}
+
+void Desktop::startSession() {
+    const auto log = root_ + "/session.log";
+    const auto ends = [](std::vector<std::string> command) {
+        // Ends the server even where this process is killed, and with it all that shows windows.
+        command.insert(command.begin(), {"setpriv", "--pdeathsig", "TERM", "--"});
+        return command;
+    };
+    std::string display = ":";
+    display_ = startReporting(ends({"Xvfb", "-displayfd", "3", "-screen", "0", "1440x900x24",
+                                    "-nolisten", "tcp", "-noreset"}),
+                              environment_, log, display);
+    set("DISPLAY", display);
+    std::string address;
+    bus_ = startReporting(ends({"dbus-daemon", "--session", "--nofork", "--print-address=3"}),
+                          environment_, log, address);
+    set("DBUS_SESSION_BUS_ADDRESS", address);
+    const auto windowManager = variable("WINDOW_MANAGER", "openbox");
+    windowManager_ = std::make_unique<Process>(std::vector{windowManager}, environment_, log);
+    const bool isManaged = comesTrue(
+        [&] {
+            return run({"wmctrl", "-m"}).find("Name: ") != std::string::npos;
+        },
+        20);
+    if (!isManaged) throw std::runtime_error(windowManager + " doesn't come up:\n" + this->log());
+    accessibility_ = std::make_unique<Accessibility>(address);
+}
+
+Process& Desktop::startCorvane(const std::vector<std::string>& prefix) {
+    auto command = prefix;
+    command.push_back(CORVANE_PROGRAM);
+    corvane_.reset();
+    corvane_ = std::make_unique<Process>(command, environment_, root_ + "/corvane.log");
+    return *corvane_;
+}
+
+std::string Desktop::run(const std::vector<std::string>& command) const {
+    return outputOf(command, environment_);
+}
+
+std::vector<Window> Desktop::windows() const {
+    std::vector<Window> found;
+    for (const auto& line : text::split(run({"wmctrl", "-lpx"}), '\n')) {
+        Window window;
+        std::string desktop, host;
+        std::istringstream words(line);
+        if (!(words >> window.id >> desktop >> window.pid >> window.windowClass >> host)) continue;
+        std::getline(words >> std::ws, window.title);
+        found.push_back(window);
+    }
+    return found;
+}
+
+std::optional<Window> Desktop::window(const std::string& windowClass,
+                                      const std::string& titlePart) const {
+    for (const auto& window : windows()) {
+        const auto found = text::lowercased(window.windowClass);
+        if (!found.ends_with("." + text::lowercased(windowClass))) continue;
+        if (window.title.find(titlePart) == std::string::npos) continue;
+        if (run({"xwininfo", "-id", window.id}).find("IsViewable") != std::string::npos) {
+            return window;
+        }
+    }
+    return std::nullopt;
+}
+
+std::vector<pid_t> Desktop::processes(const std::string& program) const {
+    auto found = descendants(getpid());
+    std::erase_if(found, [&](pid_t pid) { return programOf(pid) != program; });
+    return found;
+}
+
+std::vector<Control> Desktop::controls() const {
+    return corvane_ ? accessibility_->controls(corvane_->pid()) : std::vector<Control>{};
+}
+
+bool Desktop::shows(const std::string& text) const {
+    for (const auto& control : controls()) {
+        if (control.name.find(text) != std::string::npos) return true;
+    }
+    return false;
+}
+
+void Desktop::raise() const {
+    // The newest window is last, and that is the one to answer first.
+    std::string own;
+    for (const auto& window : windows()) {
+        if (window.pid == corvane_->pid()) own = window.id;
+    }
+    if (!own.empty()) run({"xdotool", "windowactivate", "--sync", own});
+}
+
+bool Desktop::press(const std::string& name) const {
+    std::optional<Rect> before;
+    const bool standsStill = comesTrue([&] {
+        std::optional<Rect> now;
+        for (const auto& control : controls()) {
+            const bool isPressable = control.isEnabled && control.place.width > 0;
+            if (control.name == name && isPressable) now = control.place;
+        }
+        if (now && now == before) return true;
+        before = now;
+        return false;
+    });
+    if (!standsStill) return false;
+    raise();
+    run({"xdotool", "mousemove", std::to_string(int(before->x + before->width / 2)),
+         std::to_string(int(before->y + before->height / 2)), "click", "1"});
+    return true;
+}
+
+void Desktop::savePicture(const std::string& file) const {
+    fs::create_directories(fs::path(file).parent_path());
+    run({"import", "-window", "root", file});
+}
+
+std::string Desktop::log() const {
+    std::ostringstream all;
+    for (const auto* name : {"/session.log", "/corvane.log"}) {
+        all << "--- " << name + 1 << "\n" << std::ifstream(root_ + name).rdbuf();
+        all.clear();
+    }
+    return all.str();
+}
+
+} // namespace corvane::desktop

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "desktop/harness/Controls.h"
+#include "desktop/harness/Process.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace corvane::desktop {
+
+/// One window of the window manager's list.
+struct Window {
+    std::string id;
+    /// 0 where the window doesn't say.
+    pid_t pid = 0;
+    /// Both parts of WM_CLASS, with a "." between.
+    std::string windowClass;
+    std::string title;
+};
+
+/// A whole desktop of its own: an X server without a screen, a window manager, a session bus with
+/// accessibility, default applications and an empty home folder. All of it goes with the object,
+/// and with it whatever was started inside.
+class Desktop {
+public:
+    /// The environment variable WINDOW_MANAGER names the window manager; openbox else. Throws
+    /// std::runtime_error where something doesn't come up.
+    Desktop();
+    ~Desktop();
+    Desktop(const Desktop&) = delete;
+
+    /// A path below the home folder, with the folders above it made.
+    std::string home(const std::string& relative) const;
+    /// The file of the workspaces, and the one of the preferences.
+    std::string workspacesFile() const;
+    std::string preferencesFile() const;
+    /// Makes the next start one of a user who has seen the introduction.
+    void skipIntroduction() const;
+    /// Adds a desktop entry to those of the machine.
+    void install(const std::string& id, const std::string& name, const std::string& exec) const;
+
+    /// Starts Corvane; `prefix` is a command that starts a command.
+    Process& startCorvane(const std::vector<std::string>& prefix = {});
+    Process& corvane() { return *corvane_; }
+    /// Runs a command to its end and gives its standard output and errors.
+    std::string run(const std::vector<std::string>& command) const;
+
+    std::vector<Window> windows() const;
+    /// The viewable window of that class whose title has `titlePart` in it. The class is the end of
+    /// WM_CLASS, in any case.
+    std::optional<Window> window(const std::string& windowClass,
+                                 const std::string& titlePart = "") const;
+    /// The processes on this desktop that run the program of that file name.
+    std::vector<pid_t> processes(const std::string& program) const;
+
+    /// The named elements that Corvane shows.
+    std::vector<Control> controls() const;
+    /// Whether Corvane shows an element with that text in its name.
+    bool shows(const std::string& text) const;
+    /// Clicks on the enabled control of that name as soon as it stands still; false where there is
+    /// none for 20 seconds.
+    bool press(const std::string& name) const;
+
+    void savePicture(const std::string& file) const;
+    /// What all programs of this desktop wrote, Corvane's output last.
+    std::string log() const;
+
+private:
+    void set(const std::string& name, const std::string& value);
+    void prepareHome() const;
+    void startSession();
+    void raise() const;
+
+    std::string root_;
+    Environment environment_;
+    std::unique_ptr<Process> display_;
+    std::unique_ptr<Process> bus_;
+    std::unique_ptr<Process> windowManager_;
+    std::unique_ptr<Process> corvane_;
+    std::unique_ptr<Accessibility> accessibility_;
+};
+
+} // namespace corvane::desktop
