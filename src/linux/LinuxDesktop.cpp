@@ -1,0 +1,66 @@
+#include "linux/LinuxDesktop.h"
+
+#include "linux/ApplicationOpener.h"
+#include "linux/Catalogue.h"
+#include "linux/LinuxApplications.h"
+#include "linux/LinuxBackgroundQueue.h"
+#include "linux/LinuxBundles.h"
+#include "linux/LinuxClock.h"
+#include "linux/LinuxFileSystem.h"
+#include "linux/LinuxMetadataQuery.h"
+#include "linux/LinuxScriptEngine.h"
+#include "linux/LinuxTaskRunner.h"
+#include "linux/LinuxUserDefaults.h"
+#include "linux/LinuxUserNotifications.h"
+#include "linux/RunningApplications.h"
+
+namespace corvane {
+
+struct LinuxDesktop::Facilities {
+    explicit Facilities(const Toolkit& given) : toolkit(given), notifications(given.mainQueue) {}
+
+    const Toolkit toolkit;
+    Catalogue catalogue;
+    RunningApplications running{catalogue};
+    ApplicationOpener opener{catalogue,
+                             {.list = [this] { return running.list(); },
+                              .activate = [this](auto pid) { return running.activate(pid); }}};
+    LinuxClock clock;
+    LinuxFileSystem files{catalogue};
+    LinuxUserDefaults defaults{files, clock};
+    LinuxBundles bundles{catalogue};
+    LinuxApplications applications{opener};
+    LinuxTaskRunner tasks{opener};
+    LinuxScriptEngine scripts{opener};
+    LinuxMetadataQuery metadata{catalogue};
+    LinuxUserNotifications notifications;
+    NotificationCenter notificationCenter;
+    /// Last, so that its work ends before what it uses goes.
+    LinuxBackgroundQueue backgroundQueue;
+};
+
+LinuxDesktop::LinuxDesktop(const Toolkit& toolkit)
+    : facilities_(std::make_unique<Facilities>(toolkit)) {}
+
+LinuxDesktop::~LinuxDesktop() = default;
+
+Platform LinuxDesktop::platform() {
+    auto& facilities = *facilities_;
+    return {.mainQueue = facilities.toolkit.mainQueue,
+            .backgroundQueue = facilities.backgroundQueue,
+            .clock = facilities.clock,
+            .fileSystem = facilities.files,
+            .userDefaults = facilities.defaults,
+            .bundles = facilities.bundles,
+            .applications = facilities.applications,
+            .tasks = facilities.tasks,
+            .scripts = facilities.scripts,
+            .metadataQuery = facilities.metadata,
+            .alerts = facilities.toolkit.alerts,
+            .notificationCenter = facilities.notificationCenter,
+            .userNotifications = facilities.notifications,
+            .application = facilities.toolkit.application,
+            .appearance = facilities.toolkit.appearance};
+}
+
+} // namespace corvane

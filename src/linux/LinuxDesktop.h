@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/Platform.h"
+
+#include <memory>
+
+namespace corvane {
+
+/// The facilities that a user-interface toolkit provides.
+struct Toolkit {
+    MainQueue& mainQueue;
+    Alerts& alerts;
+    ApplicationObject& application;
+    Appearance& appearance;
+};
+
+/// The desktop that is there: X11, freedesktop entries, processes, files. Everything is found
+/// through the environment of this process.
+class LinuxDesktop {
+public:
+    /// The toolkit's facilities outlive the desktop.
+    explicit LinuxDesktop(const Toolkit& toolkit);
+    /// Waits for background work, two seconds at most.
+    ~LinuxDesktop();
+
+    /// Valid while the desktop lives.
+    Platform platform();
+
+private:
+    struct Facilities;
+    std::unique_ptr<Facilities> facilities_;
+};
+
+} // namespace corvane
