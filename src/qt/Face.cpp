@@ -1,0 +1,44 @@
+#include "qt/Face.h"
+
+#include <QFont>
+#include <QGuiApplication>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickStyle>
+#include <QQuickWindow>
+
+void qml_register_types_Corvane();
+
+namespace corvane {
+
+void prepareApplication() {
+    QQuickStyle::setStyle("Basic");
+    qml_register_types_Corvane();
+}
+
+void nameApplication(QGuiApplication& application) {
+    application.setApplicationName("corvane");
+    application.setApplicationDisplayName("Corvane");
+    application.setDesktopFileName("app.corvane.Corvane");
+    QFont font("Inter");
+    font.setPixelSize(13);
+    application.setFont(font);
+}
+
+void addViews(QQmlEngine& engine) {
+    engine.addImportPath("qrc:/qt/qml");
+}
+
+std::unique_ptr<QQuickWindow> makeWindow(QQmlEngine& engine, const QString& view,
+                                         const QVariantMap& properties) {
+    QQmlComponent component(&engine, QUrl("qrc:/qt/qml/Corvane/views/" + view + ".qml"));
+    std::unique_ptr<QObject> made;
+    if (component.isReady()) made.reset(component.createWithInitialProperties(properties));
+    auto* window = qobject_cast<QQuickWindow*>(made.get());
+    if (!window) qFatal("%s", qPrintable(component.errorString()));
+    QQmlEngine::setObjectOwnership(window, QQmlEngine::CppOwnership);
+    made.release();
+    return std::unique_ptr<QQuickWindow>(window);
+}
+
+} // namespace corvane

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/Alerts.h"
+
+#include <QObject>
+#include <deque>
+#include <memory>
+#include <vector>
+
+class QQmlEngine;
+class QQuickWindow;
+
+namespace corvane {
+
+class MainWindows;
+
+/// Alerts as windows of the program, over its main window where there is one.
+class QtAlerts final : public QObject, public Alerts {
+public:
+    /// Both outlive the alerts.
+    QtAlerts(QQmlEngine& engine, const MainWindows& mainWindows);
+    ~QtAlerts() override;
+
+    AlertResponse runModal(const Alert& alert) override;
+    bool beginSheet(const Alert& alert, std::function<void(AlertResponse)> completion) override;
+
+private:
+    struct Sheet {
+        Alert alert;
+        std::function<void(AlertResponse)> completion;
+    };
+
+    /// `answered` is called once, when the window has gone.
+    void show(const Alert& alert, Qt::WindowModality modality,
+              std::function<void(AlertResponse)> answered);
+    void takeDown(QQuickWindow& window);
+    void showNextSheet();
+
+    QQmlEngine& engine_;
+    const MainWindows& mainWindows_;
+    std::vector<std::unique_ptr<QQuickWindow>> up_;
+    std::deque<Sheet> sheets_;
+    bool sheetIsUp_ = false;
+};
+
+} // namespace corvane

@@ -1,0 +1,32 @@
+#include "qt/QtAppearance.h"
+
+#include <QGuiApplication>
+#include <QPalette>
+#include <QScreen>
+
+namespace corvane {
+
+QtAppearance::QtAppearance() {
+    const auto changed = [this] { screensChange_.fire(); };
+    const auto follow = [this, changed](QScreen* screen) {
+        connect(screen, &QScreen::geometryChanged, this, changed);
+        connect(screen, &QScreen::logicalDotsPerInchChanged, this, changed);
+    };
+    for (auto* screen : QGuiApplication::screens())
+        follow(screen);
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, [follow, changed](QScreen* screen) {
+        follow(screen);
+        changed();
+    });
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, changed);
+    connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, changed);
+}
+
+bool QtAppearance::effectiveAppearanceIsDark() const {
+    if (chosen_) return *chosen_;
+    const auto palette = QGuiApplication::palette();
+    return palette.color(QPalette::Window).lightness() <
+           palette.color(QPalette::WindowText).lightness();
+}
+
+} // namespace corvane

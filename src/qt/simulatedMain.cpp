@@ -1,0 +1,115 @@
+#include "core/RecordCoding.h"
+#include "qt/Face.h"
+#include "qt/MainWindows.h"
+#include "qt/QtAlerts.h"
+#include "qt/QtAppearance.h"
+#include "qt/QtMainQueue.h"
+#include "shell/CorvaneApp.h"
+#include "simulated/SimulatedDesktop.h"
+
+#include <QGuiApplication>
+#include <QQmlEngine>
+#include <QTimer>
+
+using namespace corvane;
+
+namespace {
+
+struct MadeUp {
+    const char* name;
+    const char* identifier;
+};
+
+constexpr MadeUp applications[]{{"Quill", "com.example.quill"},
+                                {"Ledger", "com.example.ledger"},
+                                {"Postbox", "com.example.postbox"},
+                                {"Atlas Browser", "com.example.atlas"},
+                                {"Easel", "com.example.easel"}};
+
+void furnish(SimulatedDesktop& desktop) {
+    for (const auto& [name, identifier] : applications) {
+        const auto path = std::string("/Applications/") + name + ".app";
+        desktop.install({.path = path, .bundleIdentifier = identifier, .displayName = name});
+    }
+    desktop.install({.path = "/System/Library/CoreServices/Finder.app",
+                     .bundleIdentifier = "com.apple.finder",
+                     .displayName = "Finder"});
+    desktop.defaultHandlers = {{"md", "/Applications/Quill.app"},
+                               {"csv", "/Applications/Ledger.app"},
+                               {"/", "/System/Library/CoreServices/Finder.app"},
+                               {"https:", "/Applications/Atlas Browser.app"},
+                               {"http:", "/Applications/Atlas Browser.app"}};
+    desktop.files.contents = {{"/home/user/Documents/plan.md", "# Plan"},
+                              {"/home/user/Documents/budget.csv", "1,2,3"}};
+    desktop.files.directories.insert("/home/user/Pictures");
+}
+
+std::vector<Workspace> workspaces(const Platform& platform) {
+    const auto resource = [&](const char* name, const char* path, ResourceType type) {
+        return makeResource(name, path, type, platform.bundles);
+    };
+    const auto now = platform.clock.now();
+    auto writing = makeWorkspace("Writing", "Drafts, notes and the mail about them", "pencil", now);
+    writing.resources = {
+        resource("plan.md", "/home/user/Documents/plan.md", ResourceType::file),
+        resource("Postbox", "/Applications/Postbox.app", ResourceType::application),
+        resource("Style guide", "https://example.org/style", ResourceType::url)};
+    auto accounts = makeWorkspace("Accounts", "", "chart.bar", now);
+    accounts.resources = {
+        resource("budget.csv", "/home/user/Documents/budget.csv", ResourceType::file),
+        resource("Lost ledger", "/home/user/Documents/lost.csv", ResourceType::file)};
+    auto design = makeWorkspace("Design", "Pictures for the autumn brochure", "paintbrush", now);
+    design.resources = {resource("Pictures", "/home/user/Pictures", ResourceType::folder),
+                        resource("Easel", "/Applications/Easel.app", ResourceType::application),
+                        resource("Render", "/home/user|make pictures", ResourceType::terminal)};
+    return {writing, accounts, design, makeWorkspace("Someday", "Still empty", "cloud", now)};
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    prepareApplication();
+    QGuiApplication application(argc, argv);
+    nameApplication(application);
+    QtMainQueue mainQueue;
+    QtAppearance appearance;
+    QQmlEngine engine;
+    addViews(engine);
+    MainWindows mainWindows(engine);
+    QtAlerts alerts(engine, mainWindows);
+
+    SimulatedDesktop desktop;
+    furnish(desktop);
+    const auto simulated = desktop.platform();
+    desktop.files.contents[desktop.files.applicationSupportDirectory() +
+                           "/Corvane/corvane_workspaces.json"] =
+        encodeWorkspaces(workspaces(simulated));
+    Platform platform{.mainQueue = mainQueue,
+                      .backgroundQueue = simulated.backgroundQueue,
+                      .clock = simulated.clock,
+                      .fileSystem = simulated.fileSystem,
+                      .userDefaults = simulated.userDefaults,
+                      .bundles = simulated.bundles,
+                      .applications = simulated.applications,
+                      .tasks = simulated.tasks,
+                      .scripts = simulated.scripts,
+                      .metadataQuery = simulated.metadataQuery,
+                      .alerts = alerts,
+                      .notificationCenter = simulated.notificationCenter,
+                      .userNotifications = simulated.userNotifications,
+                      .application = mainWindows,
+                      .appearance = appearance};
+    // What the desktop itself does later is done in step with the time of the wall.
+    QTimer steps;
+    constexpr int stepInMilliseconds = 20;
+    QObject::connect(&steps, &QTimer::timeout,
+                     [&] { desktop.runFor(stepInMilliseconds / 1000.0); });
+    steps.start(stepInMilliseconds);
+
+    CorvaneApp app(platform);
+    mainWindows.serve(app);
+    mainWindows.openMainWindow();
+    const int status = QGuiApplication::exec();
+    mainWindows.closeAll();
+    return status;
+}

@@ -1,0 +1,36 @@
+import QtQuick
+import Corvane
+
+// A symbol, a title and a text where there are no cards.
+Column {
+    id: state
+
+    required property string symbol
+    required property string title
+    required property string message
+
+    width: 420
+    spacing: 12
+
+    SymbolText {
+        anchors.horizontalCenter: parent.horizontalCenter
+        symbol: state.symbol
+        size: 48
+        color: Theme.secondaryLabel
+    }
+    Text {
+        anchors.horizontalCenter: parent.horizontalCenter
+        text: state.title
+        font.pixelSize: Theme.titleSize
+        font.weight: Font.DemiBold
+        color: Theme.label
+    }
+    Text {
+        width: parent.width
+        text: state.message
+        wrapMode: Text.Wrap
+        horizontalAlignment: Text.AlignHCenter
+        font.pixelSize: Theme.bodySize
+        color: Theme.secondaryLabel
+    }
+}

@@ -1,0 +1,33 @@
+import QtQuick
+import QtQuick.Layouts
+import Corvane
+
+// Says that a workspace was started.
+Rectangle {
+    id: pill
+
+    implicitWidth: row.implicitWidth + 2 * 10
+    implicitHeight: row.implicitHeight + 2 * 4
+    radius: height / 2
+    color: Theme.faded(Theme.green, 0.2)
+
+    RowLayout {
+        id: row
+
+        anchors.centerIn: parent
+        spacing: 6
+
+        Rectangle {
+            implicitWidth: 8
+            implicitHeight: 8
+            radius: 4
+            color: Theme.green
+        }
+        Text {
+            text: "Running"
+            font.pixelSize: Theme.captionSize
+            font.weight: Font.Medium
+            color: Theme.green
+        }
+    }
+}
