@@ -1,7 +1,9 @@
 #include "desktop/harness/Desktop.h"
 
+#include "desktop/harness/Scene.h"
 #include "foundation/Text.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -32,11 +34,6 @@ user_pref("network.proxy.ssl", "127.0.0.1");
 user_pref("network.proxy.ssl_port", 9);
 user_pref("network.proxy.no_proxies_on", "localhost, 127.0.0.1");
 )";
-
-void write(const std::string& file, const std::string& content) {
-    fs::create_directories(fs::path(file).parent_path());
-    std::ofstream(file, std::ios::binary) << content;
-}
 
 std::string variable(const char* name, const std::string& otherwise) {
     const char* value = std::getenv(name);
@@ -95,27 +92,27 @@ void Desktop::prepareHome() const {
     fs::create_directory(root_ + "/runtime");
     fs::permissions(root_ + "/runtime", fs::perms::owner_all);
     fs::create_directories(home("Documents"));
-    write(home(".config/mimeapps.list"), "[Default Applications]\n"
-                                         "text/plain=org.xfce.mousepad.desktop\n"
-                                         "inode/directory=pcmanfm.desktop\n"
-                                         "text/html=firefox-esr.desktop\n"
-                                         "x-scheme-handler/http=firefox-esr.desktop\n"
-                                         "x-scheme-handler/https=firefox-esr.desktop\n");
-    write(home(".mozilla/firefox/profiles.ini"), "[General]\nStartWithLastProfile=1\n"
-                                                 "[Profile0]\nName=default\nIsRelative=1\n"
-                                                 "Path=default\nDefault=1\n");
-    write(home(".mozilla/firefox/default/user.js"), browserPreferences);
+    writeFile(home(".config/mimeapps.list"), "[Default Applications]\n"
+                                             "text/plain=org.xfce.mousepad.desktop\n"
+                                             "inode/directory=pcmanfm.desktop\n"
+                                             "text/html=firefox-esr.desktop\n"
+                                             "x-scheme-handler/http=firefox-esr.desktop\n"
+                                             "x-scheme-handler/https=firefox-esr.desktop\n");
+    writeFile(home(".mozilla/firefox/profiles.ini"), "[General]\nStartWithLastProfile=1\n"
+                                                     "[Profile0]\nName=default\nIsRelative=1\n"
+                                                     "Path=default\nDefault=1\n");
+    writeFile(home(".mozilla/firefox/default/user.js"), browserPreferences);
 }
 
 void Desktop::skipIntroduction() const {
-    write(preferencesFile(), "<plist version=\"1.0\"><dict>"
-                             "<key>HasCompletedOnboarding</key><true/></dict></plist>\n");
+    writeFile(preferencesFile(), "<plist version=\"1.0\"><dict>"
+                                 "<key>HasCompletedOnboarding</key><true/></dict></plist>\n");
 }
 
 void Desktop::install(const std::string& id, const std::string& name,
                       const std::string& exec) const {
-    write(home(".local/share/applications/" + id + ".desktop"),
-          "[Desktop Entry]\nType=Application\nName=" + name + "\nExec=" + exec + "\n");
+    writeFile(home(".local/share/applications/" + id + ".desktop"),
+              "[Desktop Entry]\nType=Application\nName=" + name + "\nExec=" + exec + "\n");
 }
 
 void Desktop::startSession() {
@@ -183,6 +180,11 @@ std::optional<Window> Desktop::window(const std::string& windowClass,
     return std::nullopt;
 }
 
+std::optional<Window> Desktop::terminalWindow(const std::string& titlePart) const {
+    const auto found = window("xterm", titlePart);
+    return found ? found : window("uxterm", titlePart);
+}
+
 std::vector<pid_t> Desktop::processes(const std::string& program) const {
     auto found = descendants(getpid());
     std::erase_if(found, [&](pid_t pid) { return programOf(pid) != program; });
@@ -209,14 +211,28 @@ void Desktop::raise() const {
     if (!own.empty()) run({"xdotool", "windowactivate", "--sync", own});
 }
 
-bool Desktop::press(const std::string& name) const {
+std::optional<Rect> Desktop::placeOf(const std::string& name, const std::string& inside) const {
+    const auto all = controls();
+    const auto isInside = [](const Rect& part, const Rect& whole) {
+        return part.x >= whole.x && part.y >= whole.y &&
+               part.x + part.width <= whole.x + whole.width &&
+               part.y + part.height <= whole.y + whole.height;
+    };
+    std::optional<Rect> place;
+    for (const auto& control : all) {
+        if (control.name != name || !control.isEnabled || control.place.width <= 0) continue;
+        const bool fits = inside.empty() || std::ranges::any_of(all, [&](const Control& whole) {
+                              return whole.name == inside && isInside(control.place, whole.place);
+                          });
+        if (fits) place = control.place;
+    }
+    return place;
+}
+
+bool Desktop::press(const std::string& name, const std::string& inside) const {
     std::optional<Rect> before;
     const bool standsStill = comesTrue([&] {
-        std::optional<Rect> now;
-        for (const auto& control : controls()) {
-            const bool isPressable = control.isEnabled && control.place.width > 0;
-            if (control.name == name && isPressable) now = control.place;
-        }
+        const auto now = placeOf(name, inside);
         if (now && now == before) return true;
         before = now;
         return false;
@@ -239,6 +255,7 @@ std::string Desktop::log() const {
         all << "--- " << name + 1 << "\n" << std::ifstream(root_ + name).rdbuf();
         all.clear();
     }
+    all << "--- windows\n" << run({"wmctrl", "-lpx"});
     return all.str();
 }
 

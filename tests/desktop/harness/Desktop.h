@@ -52,6 +52,8 @@ public:
     /// WM_CLASS, in any case.
     std::optional<Window> window(const std::string& windowClass,
                                  const std::string& titlePart = "") const;
+    /// The window of the terminal emulator, which the machine may have set to either form of xterm.
+    std::optional<Window> terminalWindow(const std::string& titlePart = "") const;
     /// The processes on this desktop that run the program of that file name.
     std::vector<pid_t> processes(const std::string& program) const;
 
@@ -60,8 +62,9 @@ public:
     /// Whether Corvane shows an element with that text in its name.
     bool shows(const std::string& text) const;
     /// Clicks on the enabled control of that name as soon as it stands still; false where there is
-    /// none for 20 seconds.
-    bool press(const std::string& name) const;
+    /// none for 20 seconds. Of several it takes the last, and only one in the place of an element
+    /// named `inside` if there is such a name.
+    bool press(const std::string& name, const std::string& inside = "") const;
 
     void savePicture(const std::string& file) const;
     /// What all programs of this desktop wrote, Corvane's output last.
@@ -71,6 +74,7 @@ private:
     void set(const std::string& name, const std::string& value);
     void prepareHome() const;
     void startSession();
+    std::optional<Rect> placeOf(const std::string& name, const std::string& inside) const;
     void raise() const;
 
     std::string root_;
