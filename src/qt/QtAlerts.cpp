@@ -30,6 +30,8 @@ void QtAlerts::show(const Alert& alert, Qt::WindowModality modality,
     up_.push_back(std::move(made));
     window->setModality(modality);
     window->setTransientParent(mainWindows_.front());
+    window->setMinimumSize(window->size());
+    window->setMaximumSize(window->size());
     window->show();
     window->requestActivate();
 }

@@ -1,12 +1,107 @@
-#include "desktop/harness/Desktop.h"
-#include "desktop/harness/Scene.h"
+#include "desktop/DesktopTest.h"
+#include "foundation/Text.h"
 
-#include <gtest/gtest.h>
+#include <algorithm>
 
 namespace corvane::desktop {
 namespace {
 
-TEST(Start, placeholder) {}
+class Start : public DesktopTest {
+protected:
+    std::string document(const std::string& name) {
+        const auto path = desktop.home("Documents/" + name);
+        writeFile(path, "Text of " + name + "\n");
+        return path;
+    }
+    /// A terminal emulator can be there twice: as the Terminal, and as an application.
+    long terminalWindows() const {
+        return std::ranges::count_if(desktop.windows(), [](const Window& window) {
+            return text::lowercased(window.windowClass).ends_with("xterm");
+        });
+    }
+};
+
+TEST_F(Start, opensOneResourceOfEachType) {
+    writeFile(desktop.home("site/page.html"), "<title>Served page</title>A page.");
+    const auto server = desktop.start({"python3", "-m", "http.server", "--bind", "127.0.0.1",
+                                       "--directory", desktop.home("site"), "8765"});
+    writeFile(desktop.home("Pictures/sketch.txt"), "");
+    start({{"Everything",
+            "",
+            "star",
+            {{"notes.txt", "file", document("notes.txt")},
+             {"Pictures", "folder", desktop.home("Pictures")},
+             {"XTerm", "application", "/Applications/XTerm.app"},
+             {"-", "separator", ""},
+             {"Page", "url", "http://127.0.0.1:8765/page.html"},
+             {"Command", "terminal", desktop.home("site") + "|ls > listed"}}}});
+    ASSERT_TRUE(comes("Everything"));
+    const auto before = readFile(desktop.workspacesFile());
+    ASSERT_TRUE(desktop.press("Start"));
+
+    EXPECT_TRUE(opens("mousepad", "notes.txt"));
+    EXPECT_TRUE(opens("pcmanfm", "Pictures"));
+    EXPECT_TRUE(comesTrue([&] { return terminalWindows() == 2; }));
+    EXPECT_TRUE(comesTrue([&] { return readFile(desktop.home("site/listed")) != ""; }));
+    EXPECT_EQ(readFile(desktop.home("site/listed")), "listed\npage.html\n");
+    EXPECT_TRUE(opens("firefox-esr", "Served page"));
+    for (const auto* program : {"mousepad", "pcmanfm", "xterm", "firefox-esr"}) {
+        EXPECT_FALSE(desktop.processes(program).empty()) << program;
+    }
+    EXPECT_TRUE(comes("Running"));
+    EXPECT_TRUE(comes("5 resources running"));
+    EXPECT_EQ(readFile(desktop.workspacesFile()), before);
+
+    EXPECT_EQ(closeWindow(), 0);
+    EXPECT_TRUE(desktop.window("mousepad", "notes.txt"));
+}
+
+TEST_F(Start, aWrongResourceRaisesItsAlertAndStopsNothing) {
+    start({{"Mixed",
+            "",
+            "star",
+            {{"first.txt", "file", document("first.txt")},
+             {"lost.txt", "file", desktop.home("Documents/lost.txt")},
+             {"Nothing", "application", "/Applications/Nothing At All.app"},
+             {"No scheme", "url", "www.example.org"},
+             {"Quote", "terminal", "echo \"broken"},
+             {"Documents", "folder", desktop.home("Documents")},
+             {"Command", "terminal", desktop.home("Documents") + "|ls > ../listed"}}}});
+    ASSERT_TRUE(desktop.press("Start"));
+    EXPECT_TRUE(opens("mousepad", "first.txt"));
+    EXPECT_TRUE(opens("pcmanfm", "Documents"));
+    EXPECT_TRUE(answer("Failed to access 'lost.txt'.", "OK"));
+    EXPECT_TRUE(answer("Failed to access 'Nothing'.", "OK"));
+    EXPECT_TRUE(answer("The URL 'www.example.org' is missing a scheme", "OK"));
+    EXPECT_TRUE(answer("Failed to execute terminal command 'echo \"broken'.", "OK"));
+    EXPECT_TRUE(comesTrue([&] { return readFile(desktop.home("listed")) == "first.txt\n"; }));
+    EXPECT_TRUE(comes("7 resources running"));
+    EXPECT_EQ(closeWindow(), 0);
+}
+
+TEST_F(Start, whatTheUserChangesInTheHeaderActsAtOnceAndPreferencesLast) {
+    start({{"Garden", "", "leaf", {}}, {"Garage", "", "car", {}}, {"Office", "", "folder", {}}});
+    ASSERT_TRUE(comes("Office"));
+    ASSERT_TRUE(desktop.press("Search workspaces..."));
+    desktop.run({"xdotool", "type", "GAR"});
+    EXPECT_TRUE(comesTrue([&] { return !desktop.shows("Office"); }));
+    EXPECT_TRUE(desktop.shows("Garden") && desktop.shows("Garage"));
+    desktop.run({"xdotool", "type", "x"});
+    EXPECT_TRUE(comes("No workspaces match \"GARx\""));
+    EXPECT_TRUE(desktop.press("Focus Mode"));
+    EXPECT_TRUE(desktop.press("Switch to Dark Mode"));
+    EXPECT_TRUE(comes("Switch to Light Mode"));
+    EXPECT_EQ(closeWindow(), 0);
+
+    desktop.startCorvane();
+    ASSERT_TRUE(comes("Office"));
+    EXPECT_TRUE(desktop.shows("Switch to Dark Mode"));
+    const auto preferences = desktop.run(
+        {"python3", "-c",
+         "import plistlib,sys;print(plistlib.load(open(sys.argv[1],'rb'))['CorvaneFocusMode'])",
+         desktop.preferencesFile()});
+    EXPECT_EQ(preferences, "True\n");
+}
 
 } // namespace
 } // namespace corvane::desktop

@@ -1,28 +1,26 @@
 import QtQuick
 import QtQuick.Controls.Basic
-import QtQuick.Layouts
 import Corvane
 
-// An alert: a text, perhaps a checkbox, and buttons, the first of which is the default one.
+// An alert: a text, perhaps a checkbox, and buttons, the first of which is the default one. Its
+// size is fixed when it is shown, so nothing in it waits for a layout's later turn.
 Window {
     id: window
 
     required property AlertModel alert
+    readonly property int margin: 20
+    readonly property int longestMessage: 420
 
     title: alert.title
     flags: Qt.Dialog
     width: 440
-    height: content.implicitHeight + 2 * 20
-    minimumWidth: width
-    maximumWidth: width
-    minimumHeight: height
-    maximumHeight: height
+    height: texts.height + 18 + 32 + 2 * margin
     color: Theme.windowBackground
     onClosing: alert.dismiss()
 
     Item {
         anchors.fill: parent
-        anchors.margins: 20
+        anchors.margins: window.margin
         focus: true
         Accessible.role: Accessible.Dialog
         Accessible.name: window.alert.title
@@ -30,70 +28,78 @@ Window {
         Keys.onReturnPressed: window.alert.press(0, checkbox.checked)
         Keys.onEnterPressed: window.alert.press(0, checkbox.checked)
 
-        ColumnLayout {
-            id: content
+        SymbolText {
+            id: mark
 
-            width: parent.width
-            spacing: 14
+            width: 44
+            symbol: window.alert.symbol
+            size: 44
+            color: window.alert.isWarning ? Theme.orange : Theme.accent
+        }
+        Item {
+            id: texts
 
-            RowLayout {
-                Layout.fillWidth: true
-                spacing: 16
+            x: mark.width + 16
+            width: window.width - 2 * window.margin - x
+            height: Math.max(mark.height, message.y + message.height + (checkbox.visible ? 12 + checkbox.height : 0))
 
-                SymbolText {
-                    Layout.alignment: Qt.AlignTop
-                    symbol: window.alert.symbol
-                    size: 44
-                    color: window.alert.isWarning ? Theme.orange : Theme.accent
-                }
-                ColumnLayout {
-                    Layout.fillWidth: true
-                    spacing: 8
+            BodyText {
+                id: heading
 
-                    Text {
-                        Layout.fillWidth: true
-                        text: window.alert.title
-                        textFormat: Text.PlainText
-                        wrapMode: Text.Wrap
-                        font.pixelSize: 15
-                        font.weight: Font.DemiBold
-                        color: Theme.label
-                    }
-                    Text {
-                        Layout.fillWidth: true
-                        text: window.alert.message
-                        textFormat: Text.PlainText
-                        wrapMode: Text.Wrap
-                        font.pixelSize: Theme.bodySize
-                        lineHeight: 1.15
-                        color: Theme.label
-                    }
-                    ThemedCheckBox {
-                        id: checkbox
+                width: parent.width
+                text: window.alert.title
+                wrapMode: Text.Wrap
+                font.pixelSize: 15
+                font.weight: Font.DemiBold
+            }
+            Flickable {
+                id: message
 
-                        visible: window.alert.checkbox !== ""
-                        text: window.alert.checkbox
-                    }
+                anchors.top: heading.bottom
+                anchors.topMargin: 8
+                width: parent.width
+                height: Math.min(messageText.implicitHeight, window.longestMessage)
+                contentHeight: messageText.implicitHeight
+                interactive: contentHeight > height
+                clip: true
+                ScrollBar.vertical: ScrollBar {}
+
+                BodyText {
+                    id: messageText
+
+                    width: texts.width
+                    text: window.alert.message
+                    wrapMode: Text.Wrap
+                    lineHeight: 1.15
                 }
             }
-            RowLayout {
-                Layout.alignment: Qt.AlignRight
-                layoutDirection: Qt.RightToLeft
-                spacing: 10
+            ThemedCheckBox {
+                id: checkbox
 
-                Repeater {
-                    model: window.alert.buttons
+                anchors.top: message.bottom
+                anchors.topMargin: 12
+                visible: text !== ""
+                text: window.alert.checkbox
+            }
+        }
+        Row {
+            anchors.right: parent.right
+            anchors.bottom: parent.bottom
+            layoutDirection: Qt.RightToLeft
+            spacing: 10
 
-                    ActionButton {
-                        required property int index
-                        required property string modelData
+            Repeater {
+                model: window.alert.buttons
 
-                        text: modelData
-                        implicitWidth: Math.max(88, contentWidth)
-                        isProminent: index === 0
-                        tint: window.alert.firstButtonIsDestructive ? Theme.red : Theme.accent
-                        onClicked: window.alert.press(index, checkbox.checked)
-                    }
+                ActionButton {
+                    required property int index
+                    required property string modelData
+
+                    width: Math.max(88, contentWidth)
+                    text: modelData
+                    isProminent: index === 0
+                    tint: window.alert.firstButtonIsDestructive ? Theme.red : Theme.accent
+                    onClicked: window.alert.press(index, checkbox.checked)
                 }
             }
         }

@@ -18,19 +18,17 @@ Column {
         size: 48
         color: Theme.secondaryLabel
     }
-    Text {
+    BodyText {
         anchors.horizontalCenter: parent.horizontalCenter
         text: state.title
         font.pixelSize: Theme.titleSize
         font.weight: Font.DemiBold
-        color: Theme.label
     }
-    Text {
+    BodyText {
         width: parent.width
         text: state.message
         wrapMode: Text.Wrap
         horizontalAlignment: Text.AlignHCenter
-        font.pixelSize: Theme.bodySize
         color: Theme.secondaryLabel
     }
 }

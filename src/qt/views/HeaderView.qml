@@ -30,11 +30,10 @@ Rectangle {
             symbol: "rectangle.3.group"
             symbolSize: 28
         }
-        Text {
+        BodyText {
             text: "Workspace Manager"
             font.pixelSize: Theme.titleSize
             font.weight: Font.DemiBold
-            color: Theme.label
         }
         Item {
             Layout.fillWidth: true

@@ -23,7 +23,7 @@ Rectangle {
             radius: 4
             color: Theme.green
         }
-        Text {
+        BodyText {
             text: "Running"
             font.pixelSize: Theme.captionSize
             font.weight: Font.Medium

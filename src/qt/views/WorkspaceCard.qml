@@ -47,21 +47,18 @@ Rectangle {
             Layout.fillWidth: true
             spacing: 2
 
-            Text {
+            BodyText {
                 Layout.fillWidth: true
                 text: card.name
-                textFormat: Text.PlainText
                 elide: Text.ElideRight
                 maximumLineCount: 1
                 font.pixelSize: Theme.cardTitleSize
                 font.weight: Font.DemiBold
-                color: Theme.label
             }
-            Text {
+            BodyText {
                 Layout.fillWidth: true
                 visible: card.description !== ""
                 text: card.description
-                textFormat: Text.PlainText
                 elide: Text.ElideRight
                 maximumLineCount: 1
                 font.pixelSize: Theme.captionSize
@@ -71,10 +68,9 @@ Rectangle {
         RunningPill {
             visible: card.isRunning
         }
-        Text {
+        BodyText {
             visible: card.isRunning
             text: card.statusText
-            font.pixelSize: Theme.bodySize
             color: Theme.secondaryLabel
         }
         ActionButton {

@@ -58,7 +58,6 @@ Desktop::Desktop() {
     set("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
     // Else a prepared profile isn't taken, since it doesn't name this installation of Firefox.
     set("MOZ_LEGACY_PROFILES", "1");
-    set("LSAN_OPTIONS", "suppressions=" LEAK_SUPPRESSIONS);
     prepareHome();
     startSession();
 }
@@ -148,6 +147,10 @@ Process& Desktop::startCorvane(const std::vector<std::string>& prefix) {
     corvane_.reset();
     corvane_ = std::make_unique<Process>(command, environment_, root_ + "/corvane.log");
     return *corvane_;
+}
+
+std::unique_ptr<Process> Desktop::start(const std::vector<std::string>& command) const {
+    return std::make_unique<Process>(command, environment_, root_ + "/session.log");
 }
 
 std::string Desktop::run(const std::vector<std::string>& command) const {
@@ -255,7 +258,11 @@ std::string Desktop::log() const {
         all << "--- " << name + 1 << "\n" << std::ifstream(root_ + name).rdbuf();
         all.clear();
     }
-    all << "--- windows\n" << run({"wmctrl", "-lpx"});
+    all << "--- windows\n" << run({"wmctrl", "-lpx"}) << "--- controls\n";
+    for (const auto& [name, role, isEnabled, place] : controls()) {
+        all << role << " \"" << name << "\" " << (isEnabled ? "" : "disabled ") << place.x << ","
+            << place.y << " " << place.width << "x" << place.height << "\n";
+    }
     return all.str();
 }
 

@@ -44,6 +44,8 @@ public:
     /// Starts Corvane; `prefix` is a command that starts a command.
     Process& startCorvane(const std::vector<std::string>& prefix = {});
     Process& corvane() { return *corvane_; }
+    /// Starts another program here.
+    std::unique_ptr<Process> start(const std::vector<std::string>& command) const;
     /// Runs a command to its end and gives its standard output and errors.
     std::string run(const std::vector<std::string>& command) const;
 

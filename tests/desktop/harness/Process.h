@@ -12,7 +12,7 @@
 namespace corvane::desktop {
 
 /// Asks again and again until it is true; false when `seconds` have passed.
-bool comesTrue(const std::function<bool()>& condition, double seconds = 20);
+bool comesTrue(const std::function<bool()>& condition, double seconds = 10);
 
 /// "NAME=value" lines.
 using Environment = std::vector<std::string>;
