@@ -31,6 +31,8 @@ class Clock {
 public:
     virtual ~Clock() = default;
     virtual Timestamp now() const = 0;
+    /// NSThread sleepForTimeInterval: nothing runs on the calling thread meanwhile.
+    virtual void sleep(double seconds) = 0;
 };
 
 } // namespace corvane

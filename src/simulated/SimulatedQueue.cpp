@@ -12,10 +12,11 @@ void SimulatedQueue::runFor(double seconds) {
     const double end = elapsed_ + seconds;
     while (!work_.empty() && work_.begin()->first.first <= end) {
         auto next = work_.extract(work_.begin());
-        elapsed_ = next.key().first;
+        // Later than that where the work before it slept.
+        elapsed_ = std::max(elapsed_, next.key().first);
         next.mapped()();
     }
-    elapsed_ = end;
+    elapsed_ = std::max(elapsed_, end);
 }
 
 } // namespace corvane

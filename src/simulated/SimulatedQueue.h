@@ -19,6 +19,8 @@ public:
     void async(std::function<void()> work) override { after(0, std::move(work)); }
     void after(double seconds, std::function<void()> work) override;
     Timestamp now() const override { return {start.seconds + elapsed_}; }
+    /// Moves the time; what is due meanwhile runs after the sleeper.
+    void sleep(double seconds) override { elapsed_ += seconds; }
 
     /// Runs everything that is due within the next `seconds`, what it schedules there included, and
     /// moves the time so far.

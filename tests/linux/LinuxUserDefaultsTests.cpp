@@ -14,6 +14,7 @@ namespace {
 
 struct FixedClock : Clock {
     Timestamp now() const override { return Timestamp::fromUnix(1'700'000'000); }
+    void sleep(double) override {}
 };
 
 class LinuxUserDefaultsTest : public testing::Test {

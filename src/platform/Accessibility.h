@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace corvane {
+
+struct Point {
+    double x = 0;
+    double y = 0;
+
+    bool operator==(const Point&) const = default;
+};
+
+struct Size {
+    double width = 0;
+    double height = 0;
+
+    bool operator==(const Size&) const = default;
+};
+
+/// AXUIElement of one window. The window may have gone; then reads give nothing and sets an error.
+struct AccessibilityWindow {
+    std::int32_t processIdentifier = 0;
+    std::uint64_t identifier = 0;
+
+    bool operator==(const AccessibilityWindow&) const = default;
+};
+
+/// The Accessibility interface. Frames as in WindowInfo: what a person sees, origin at the top left
+/// of the primary display, y downward. Main thread; every operation waits for the answer of the
+/// other side, with a bound of half a second.
+class Accessibility {
+public:
+    virtual ~Accessibility() = default;
+
+    /// A set that went through.
+    static constexpr int success = 0;
+    /// kAXErrorInvalidUIElement: the window has gone. kAXErrorCannotComplete: no answer in time.
+    static constexpr int invalidElement = -25202;
+    static constexpr int cannotComplete = -25204;
+
+    /// AXIsProcessTrusted.
+    virtual bool isProcessTrusted() = 0;
+    /// "AXWindows" of the application with that process, front first; nothing on an error.
+    virtual std::optional<std::vector<AccessibilityWindow>>
+    windows(std::int32_t processIdentifier) = 0;
+
+    /// "AXPosition", "AXSize" and "AXFullScreen"; nothing where the read fails.
+    virtual std::optional<Point> position(const AccessibilityWindow& window) = 0;
+    virtual std::optional<Size> size(const AccessibilityWindow& window) = 0;
+    virtual std::optional<bool> isFullscreen(const AccessibilityWindow& window) = 0;
+
+    /// Sets "AXPosition", "AXSize" and "AXFullScreen". 0, or the error's code. A window that takes
+    /// only a part of what is asked, by its steps or limits, counts as set.
+    virtual int setPosition(const AccessibilityWindow& window, Point position) = 0;
+    virtual int setSize(const AccessibilityWindow& window, Size size) = 0;
+    virtual int setFullscreen(const AccessibilityWindow& window, bool fullscreen) = 0;
+};
+
+} // namespace corvane
