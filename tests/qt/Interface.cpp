@@ -1,0 +1,136 @@
+#include "qt/Interface.h"
+
+#include "qt/Face.h"
+
+#include <QAccessible>
+#include <QQuickItem>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+
+namespace {
+
+Platform withWindows(SimulatedDesktop& desktop, MainWindows& windows) {
+    const auto given = desktop.platform();
+    return {.mainQueue = given.mainQueue,
+            .backgroundQueue = given.backgroundQueue,
+            .clock = given.clock,
+            .fileSystem = given.fileSystem,
+            .userDefaults = given.userDefaults,
+            .bundles = given.bundles,
+            .applications = given.applications,
+            .tasks = given.tasks,
+            .scripts = given.scripts,
+            .metadataQuery = given.metadataQuery,
+            .alerts = given.alerts,
+            .notificationCenter = given.notificationCenter,
+            .userNotifications = given.userNotifications,
+            .application = windows,
+            .appearance = given.appearance};
+}
+
+void collect(QAccessibleInterface* element, std::vector<QAccessibleInterface*>& found) {
+    if (!element || !element->isValid() || element->state().invisible) return;
+    found.push_back(element);
+    for (int i = 0; i < element->childCount(); ++i)
+        collect(element->child(i), found);
+}
+
+std::string nameOf(QAccessibleInterface* element) {
+    return element->text(QAccessible::Name).toStdString();
+}
+
+} // namespace
+
+Interface::Interface() : platform(withWindows(desktop, windows)), windows(engine) {
+    addViews(engine);
+}
+
+Interface::~Interface() {
+    windows.closeAll();
+}
+
+void Interface::open(const std::vector<Workspace>& workspaces) {
+    desktop.files.contents[workspacesPath] = encodeWorkspaces(workspaces);
+    app = std::make_unique<CorvaneApp>(platform);
+    windows.serve(*app);
+    windows.openMainWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(windows.front()));
+    runFor(0);
+}
+
+void Interface::runFor(double seconds) {
+    desktop.runFor(seconds);
+    QTest::qWait(0);
+    // Layouts and positioners take their turn before a frame, which nothing asks for here.
+    if (windows.front()) windows.front()->grabWindow();
+}
+
+std::vector<QAccessibleInterface*> Interface::elements() {
+    std::vector<QAccessibleInterface*> found;
+    if (windows.front()) collect(QAccessible::queryAccessibleInterface(windows.front()), found);
+    return found;
+}
+
+QAccessibleInterface* Interface::find(const std::string& name, const std::string& inside) {
+    const auto all = elements();
+    for (auto* element : all) {
+        if (nameOf(element) != name) continue;
+        if (inside.empty()) return element;
+        for (auto* whole : all) {
+            if (nameOf(whole) == inside && whole->rect().contains(element->rect())) return element;
+        }
+    }
+    return nullptr;
+}
+
+std::string Interface::shown() {
+    std::string names;
+    for (auto* element : elements()) {
+        const auto name = nameOf(element);
+        if (!name.empty()) names += (names.empty() ? "" : "|") + name;
+    }
+    return names;
+}
+
+bool Interface::shows(const std::string& name) {
+    return find(name, "") != nullptr;
+}
+
+bool Interface::isEnabled(const std::string& name) {
+    // Qt tells screen readers nothing of it.
+    auto* element = find(name, "");
+    const auto* item = element ? qobject_cast<QQuickItem*>(element->object()) : nullptr;
+    return item && item->isEnabled();
+}
+
+bool Interface::press(const std::string& name, const std::string& inside) {
+    auto* element = find(name, inside);
+    if (!element) return false;
+    const auto place = windows.front()->mapFromGlobal(element->rect().center());
+    QTest::mouseClick(windows.front(), Qt::LeftButton, Qt::NoModifier, place);
+    runFor(0);
+    return true;
+}
+
+void Interface::type(const std::string& text) {
+    for (const char letter : text)
+        QTest::keyClick(windows.front(), letter);
+    runFor(0);
+}
+
+void Interface::key(Qt::Key key) {
+    QTest::keyClick(windows.front(), key);
+    runFor(0);
+}
+
+std::string Interface::focused() {
+    for (auto* element : elements()) {
+        if (element->state().focused) return nameOf(element);
+    }
+    return "";
+}
+
+} // namespace corvane

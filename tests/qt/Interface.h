@@ -1,0 +1,55 @@
+#pragma once
+
+#include "core/RecordCoding.h"
+#include "core/StoreScene.h"
+#include "qt/MainWindows.h"
+#include "shell/CorvaneApp.h"
+#include "simulated/SimulatedDesktop.h"
+
+#include <QQmlEngine>
+#include <QQuickWindow>
+#include <memory>
+#include <string>
+#include <vector>
+
+class QAccessibleInterface;
+
+namespace corvane {
+
+/// The program with its real windows on the simulated desktop. Controls are found by what a screen
+/// reader says of them.
+class Interface {
+public:
+    Interface();
+    ~Interface();
+
+    SimulatedDesktop desktop;
+    Platform platform;
+    QQmlEngine engine;
+    MainWindows windows;
+    std::unique_ptr<CorvaneApp> app;
+
+    /// Opens the main window over these workspaces.
+    void open(const std::vector<Workspace>& workspaces);
+    WorkspaceStore& store() { return app->workspaceStore(); }
+
+    /// Moves the time, and lets the views follow.
+    void runFor(double seconds);
+    /// The names of all that is shown, in order, joined by "|".
+    std::string shown();
+    bool shows(const std::string& name);
+    bool isEnabled(const std::string& name);
+    /// Clicks in the middle of a control; false where it isn't shown. Of several it takes the one
+    /// inside the element named `inside`.
+    bool press(const std::string& name, const std::string& inside = "");
+    void type(const std::string& text);
+    void key(Qt::Key key);
+    /// The name of the element that has the keyboard.
+    std::string focused();
+
+private:
+    QAccessibleInterface* find(const std::string& name, const std::string& inside);
+    std::vector<QAccessibleInterface*> elements();
+};
+
+} // namespace corvane

@@ -1,0 +1,99 @@
+#include "qt/Interface.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+class Views : public testing::Test {
+protected:
+    Interface interface;
+
+    Workspace workspace(const std::string& name, std::vector<Resource> resources = {}) {
+        auto made = makeWorkspace(name, name == "Work" ? "What has to be done" : "", "star", {});
+        made.resources = std::move(resources);
+        return made;
+    }
+    Resource note() {
+        interface.desktop.files.contents["/note.txt"] = "A note";
+        return makeResource("note", "/note.txt", ResourceType::file, interface.platform.bundles);
+    }
+};
+
+TEST_F(Views, aStartGoesThroughItsStates) {
+    interface.open({workspace("Work", {note()}), workspace("Home")});
+    EXPECT_TRUE(interface.shows("What has to be done"));
+    ASSERT_TRUE(interface.press("Start", "Work"));
+    EXPECT_TRUE(interface.shows("Starting..."));
+    EXPECT_FALSE(interface.isEnabled("Starting..."));
+    EXPECT_TRUE(interface.press("Starting..."));
+
+    interface.runFor(0.6);
+    EXPECT_EQ(interface.desktop.logged("open"), "open file:///note.txt");
+    EXPECT_TRUE(interface.shows("Running"));
+    EXPECT_TRUE(interface.shows("Starting..."));
+    interface.runFor(1.0);
+    EXPECT_TRUE(interface.shows("1 resources running"));
+    EXPECT_FALSE(interface.press("Start", "Work"));
+}
+
+TEST_F(Views, theListFollowsTheSearchAndTheStore) {
+    interface.open({workspace("Garden"), workspace("Office"), workspace("Garage")});
+    ASSERT_TRUE(interface.press("Search workspaces..."));
+    interface.type("GAR");
+    EXPECT_TRUE(interface.shows("Garden") && interface.shows("Garage"));
+    EXPECT_FALSE(interface.shows("Office"));
+    interface.type(" ");
+    EXPECT_TRUE(interface.shows("No Results Found"));
+    EXPECT_TRUE(interface.shows("No workspaces match \"GAR \""));
+    interface.store().addWorkspace(workspace("Gar field"));
+    interface.runFor(0);
+    EXPECT_TRUE(interface.shows("Gar field"));
+    for (int i = 0; i < 4; ++i)
+        interface.key(Qt::Key_Backspace);
+    EXPECT_TRUE(interface.shows("Office"));
+    while (!interface.store().workspaces->empty())
+        interface.store().deleteWorkspace(interface.store().workspaces->front().id);
+    interface.runFor(0);
+    EXPECT_TRUE(interface.shows("No Workspaces Yet"));
+}
+
+TEST_F(Views, theHeaderActsOnTheWholeProgram) {
+    interface.open({workspace("Work")});
+    ASSERT_TRUE(interface.press("Focus Mode"));
+    EXPECT_TRUE(interface.store().focusMode);
+    interface.store().focusMode = false;
+    EXPECT_TRUE(interface.press("Switch to Dark Mode"));
+    EXPECT_TRUE(interface.shows("Switch to Light Mode"));
+    EXPECT_TRUE(interface.platform.appearance.effectiveAppearanceIsDark());
+}
+
+TEST_F(Views, theKeyboardReachesEveryControlInOrder) {
+    interface.open({workspace("Work"), workspace("Home")});
+    std::string order;
+    for (int i = 0; i < 5; ++i) {
+        interface.key(Qt::Key_Tab);
+        order += interface.focused() + "|";
+    }
+    EXPECT_EQ(order, "Search workspaces...|Switch to Dark Mode|Focus Mode|Start|Start|");
+    interface.key(Qt::Key_Space);
+    interface.runFor(2);
+    EXPECT_EQ(interface.store().activeWorkspace.get()->name, "Home");
+}
+
+TEST_F(Views, aClosedWindowComesBackWithTheStoreAsItIs) {
+    interface.open({workspace("Work")});
+    interface.windows.front()->close();
+    interface.runFor(0);
+    EXPECT_TRUE(interface.windows.windows().empty());
+    interface.store().addWorkspace(workspace("Later"));
+    interface.platform.notificationCenter.post("createNewWindow");
+    ASSERT_EQ(interface.windows.windows().size(), 1u);
+    interface.runFor(0);
+    EXPECT_TRUE(interface.shows("Later"));
+    interface.platform.notificationCenter.post("createNewWindow");
+    EXPECT_EQ(interface.windows.windows().size(), 1u);
+}
+
+} // namespace
+} // namespace corvane
