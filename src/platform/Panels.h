@@ -29,7 +29,8 @@ struct OpenPanel {
     bool operator==(const OpenPanel&) const = default;
 };
 
-/// File panels. Main thread; both return when the user has answered, with nothing after a cancel.
+/// File panels. Main thread; both return when the user has answered, with a file URL, or with
+/// nothing after a cancel.
 class Panels {
 public:
     virtual ~Panels() = default;

@@ -4,11 +4,13 @@
 #include "platform/Appearance.h"
 #include "platform/ApplicationObject.h"
 #include "platform/Applications.h"
+#include "platform/Bookmarks.h"
 #include "platform/Bundles.h"
 #include "platform/FileSystem.h"
 #include "platform/MainQueue.h"
 #include "platform/MetadataQuery.h"
 #include "platform/NotificationCenter.h"
+#include "platform/Panels.h"
 #include "platform/ScriptEngine.h"
 #include "platform/TaskRunner.h"
 #include "platform/UserDefaults.h"
@@ -34,6 +36,8 @@ struct Platform {
     UserNotifications& userNotifications;
     ApplicationObject& application;
     Appearance& appearance;
+    Bookmarks& bookmarks;
+    Panels& panels;
 };
 
 } // namespace corvane

@@ -280,7 +280,9 @@ Platform SimulatedDesktop::platform() {
             .notificationCenter = facilities.notificationCenter,
             .userNotifications = facilities.application,
             .application = facilities.application,
-            .appearance = facilities.application};
+            .appearance = facilities.application,
+            .bookmarks = bookmarks,
+            .panels = panels};
 }
 
 std::string SimulatedDesktop::logged(std::string_view prefix) const {

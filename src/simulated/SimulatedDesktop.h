@@ -1,7 +1,9 @@
 #pragma once
 
 #include "platform/Platform.h"
+#include "simulated/SimulatedBookmarks.h"
 #include "simulated/SimulatedFiles.h"
+#include "simulated/SimulatedPanels.h"
 #include "simulated/SimulatedQueue.h"
 
 #include <map>
@@ -34,6 +36,7 @@ struct SimulatedApplication {
 ///     script tell application "Safari"... AppleScript, line breaks as " / "
 ///     reveal file:///folder/            activateFileViewerSelecting
 ///     alert Title | sheet Title         an alert as it is shown
+///     panel Title                       a file panel
 ///
 /// Single-threaded: background work runs in the same order as if it took no time, after what is
 /// running.
@@ -53,6 +56,7 @@ public:
     void install(SimulatedApplication application);
 
     SimulatedFiles files;
+    SimulatedBookmarks bookmarks{files};
     std::map<std::string, PropertyList, std::less<>> defaults;
     std::vector<SimulatedApplication> applications;
     std::vector<RunningApplication> running;
@@ -78,6 +82,9 @@ public:
     std::map<std::string, AlertResponse> alertAnswers;
     /// Every alert that was shown, in order.
     std::vector<Alert> shownAlerts;
+
+    /// What the user chooses in file panels.
+    SimulatedPanels panels{log};
 
     std::vector<ApplicationWindow> windows;
 

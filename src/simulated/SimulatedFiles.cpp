@@ -6,10 +6,25 @@ namespace corvane {
 
 namespace {
 
+bool isWithin(const std::string& item, const std::string& path) {
+    return path == item || path.starts_with(item + "/");
+}
+
 bool covers(const std::set<std::string>& faults, const std::string& path) {
-    return std::any_of(faults.begin(), faults.end(), [&](const std::string& fault) {
-        return path == fault || path.starts_with(fault + "/");
-    });
+    return std::any_of(faults.begin(), faults.end(),
+                       [&](const std::string& fault) { return isWithin(fault, path); });
+}
+
+/// Renames the keys of an item and of what is in it.
+template <typename T>
+void moveEntries(std::map<std::string, T>& entries, const std::string& from,
+                 const std::string& to) {
+    std::map<std::string, T> moved;
+    // An entry at the new place is of something that isn't there any more.
+    std::erase_if(entries, [&](const auto& entry) { return isWithin(to, entry.first); });
+    for (auto& [path, value] : entries)
+        moved[isWithin(from, path) ? to + path.substr(from.size()) : path] = std::move(value);
+    entries = std::move(moved);
 }
 
 Error refusal(std::string_view what, const std::string& path) {
@@ -63,30 +78,35 @@ std::optional<Error> SimulatedFiles::moveItem(const std::string& from, const std
     if (!exists(from)) return Error{"There is no file “" + from + "”."};
     if (exists(to)) return Error{"“" + to + "” exists already."};
     if (covers(unremovable, from) || covers(unwritable, to)) return refusal("moved", from);
-    // A name that starts with "{from}/" belongs to the item; the item itself is exactly `from`.
-    const auto renamed = [&](const std::string& path) { return to + path.substr(from.size()); };
-    const auto moves = [&](const std::string& path) {
-        return path == from || path.starts_with(from + "/");
-    };
-    std::map<std::string, std::string> movedContents;
-    for (auto& [path, content] : contents)
-        movedContents[moves(path) ? renamed(path) : path] = std::move(content);
-    contents = std::move(movedContents);
     std::set<std::string> movedDirectories;
     for (const auto& path : directories)
-        movedDirectories.insert(moves(path) ? renamed(path) : path);
+        movedDirectories.insert(isWithin(from, path) ? to + path.substr(from.size()) : path);
     directories = std::move(movedDirectories);
+    moveEntries(contents, from, to);
+    moveEntries(identities_, from, to);
     return std::nullopt;
 }
 
 std::optional<Error> SimulatedFiles::removeItem(const std::string& path) {
     if (!exists(path)) return Error{"There is no file “" + path + "”."};
     if (covers(unremovable, path)) return refusal("removed", path);
-    const auto goes = [&](const std::string& other) {
-        return other == path || other.starts_with(path + "/");
-    };
-    std::erase_if(contents, [&](const auto& entry) { return goes(entry.first); });
-    std::erase_if(directories, goes);
+    std::erase_if(contents, [&](const auto& entry) { return isWithin(path, entry.first); });
+    std::erase_if(identities_, [&](const auto& entry) { return isWithin(path, entry.first); });
+    std::erase_if(directories, [&](const auto& other) { return isWithin(path, other); });
+    return std::nullopt;
+}
+
+std::optional<int> SimulatedFiles::identityOf(const std::string& path) {
+    if (!exists(path)) return std::nullopt;
+    const auto [entry, isNew] = identities_.try_emplace(path, identitiesGiven_);
+    if (isNew) ++identitiesGiven_;
+    return entry->second;
+}
+
+std::optional<std::string> SimulatedFiles::pathOf(int identity) const {
+    for (const auto& [path, of] : identities_) {
+        if (of == identity && exists(path)) return path;
+    }
     return std::nullopt;
 }
 

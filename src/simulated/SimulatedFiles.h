@@ -22,6 +22,12 @@ public:
     /// Writes that came through, by path.
     std::map<std::string, int> writes;
 
+    /// What stays the same when an item is moved or its content changes, and is never used again.
+    /// Nothing where there is no such item.
+    std::optional<int> identityOf(const std::string& path);
+    /// The place of an item now.
+    std::optional<std::string> pathOf(int identity) const;
+
     std::string applicationSupportDirectory() const override { return "/home/user/.local/share"; }
     std::string documentsDirectory() const override { return "/home/user/Documents"; }
     bool exists(const std::string& path) const override;
@@ -32,6 +38,10 @@ public:
     std::optional<Error> copyItem(const std::string& from, const std::string& to) override;
     std::optional<Error> moveItem(const std::string& from, const std::string& to) override;
     std::optional<Error> removeItem(const std::string& path) override;
+
+private:
+    std::map<std::string, int> identities_;
+    int identitiesGiven_ = 0;
 };
 
 } // namespace corvane
