@@ -1,26 +1,70 @@
 #pragma once
 
 #include "core/Records.h"
+#include "foundation/PropertyList.h"
 #include "foundation/Url.h"
 
+#include <cstddef>
+#include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace corvane {
 
+class Bookmarks;
+class Clock;
 class FileSystem;
 
-/// Turns a resource's path and type into a file URL that the program may use. One instance beside
-/// the store. Main thread.
+/// Of the bookmarks in the cache, those that lead to a file and those that don't.
+struct BookmarkCounts {
+    std::size_t total = 0;
+    std::size_t valid = 0;
+    std::size_t invalid = 0;
+
+    bool operator==(const BookmarkCounts&) const = default;
+};
+
+/// Turns a resource's path and type into a file URL that the program may use, also after the file
+/// was moved: by the bookmarks that it keeps in `bookmark_cache.plist` in the data directory, a
+/// binary property list from key to bookmark. Every change is written at once. One instance for the
+/// life of the process; main thread.
 class BookmarkManager {
 public:
-    explicit BookmarkManager(const FileSystem& fileSystem) : fileSystem_(fileSystem) {}
+    /// Makes the data directory and reads the cache. A cache file that can't be read is moved aside
+    /// (core/SafeNames.h) before the first save takes its place.
+    BookmarkManager(FileSystem& fileSystem, Bookmarks& bookmarks, const Clock& clock);
 
-    /// Nothing where a file, folder or application isn't there.
-    std::optional<Url> resolveResource(const std::string& path, ResourceType type) const;
+    /// By the cached bookmark where there is one that works, with access started; otherwise by the
+    /// path itself, of which a bookmark is made then. A bookmark that no longer works leaves the
+    /// cache. Nothing where a file, folder or application isn't there.
+    std::optional<Url> resolveResource(const std::string& path, ResourceType type);
+    /// The file that the bookmark leads to, with access started. Nothing where it can't be found or
+    /// access isn't given.
+    std::optional<Url> resolveBookmark(const Bytes& bookmark);
+    /// Makes a bookmark and stores it under the key. False where none can be made; a cache that
+    /// can't be written doesn't count.
+    bool createBookmark(const Url& url, const std::string& key);
+    /// Stores a bookmark that came from elsewhere, in place of any older one.
+    void storeBookmark(const std::string& key, Bytes bookmark);
+    /// Tries every cached bookmark; changes none.
+    BookmarkCounts validateBookmarks();
+
+    /// The raw value of the type, a colon and the path.
+    static std::string bookmarkKey(std::string_view path, ResourceType type);
+
+    const std::map<std::string, Bytes>& bookmarkCache() const { return bookmarkCache_; }
 
 private:
-    const FileSystem& fileSystem_;
+    void loadCache();
+    void saveCache();
+
+    FileSystem& fileSystem_;
+    Bookmarks& bookmarks_;
+    const Clock& clock_;
+    const Url bookmarkCacheURL_;
+    std::map<std::string, Bytes> bookmarkCache_;
+    bool fileIsUnreadable_ = false;
 };
 
 } // namespace corvane

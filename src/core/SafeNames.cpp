@@ -38,4 +38,14 @@ std::string unusedSiblingPath(const FileSystem& fileSystem, std::string_view fol
     }
 }
 
+Result<std::string> moveUnreadableFileAside(FileSystem& fileSystem, const std::string& path,
+                                            Timestamp now) {
+    if (!fileSystem.exists(path)) return std::string();
+    auto kept = unusedSiblingPath(fileSystem, path::parent(path),
+                                  path::stem(path) + ".unreadable-" + fileDate(now),
+                                  "." + path::extension(path));
+    if (const auto error = fileSystem.moveItem(path, kept)) return *error;
+    return kept;
+}
+
 } // namespace corvane

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/Result.h"
 #include "foundation/Timestamp.h"
 
 #include <string>
@@ -16,5 +17,11 @@ std::string fileDate(Timestamp moment);
 /// them as needed.
 std::string unusedSiblingPath(const FileSystem& fileSystem, std::string_view folder,
                               std::string_view stem, std::string_view extension);
+
+/// Makes room at the path of a file that nobody could read, and keeps the file: it is renamed to
+/// "{stem}.unreadable-{date}{extension}" in its folder. The new path; empty where nothing stands at
+/// the path any more.
+Result<std::string> moveUnreadableFileAside(FileSystem& fileSystem, const std::string& path,
+                                            Timestamp now);
 
 } // namespace corvane

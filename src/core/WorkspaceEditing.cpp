@@ -147,12 +147,14 @@ void WorkspaceStore::addResourceFromURL(const Url& url, const Uuid& workspaceId)
                           "' can't be added, since its path isn't valid UTF-8 text.");
         return;
     }
+    const bool isAccessing = platform_.bookmarks.startAccessing(url);
     const auto type = extension.empty() && url.hasDirectoryPath() ? ResourceType::folder
                       : extension == "app"                        ? ResourceType::application
                                                                   : ResourceType::file;
     auto name =
         type == ResourceType::application ? path::stem(url.path()) : url.lastPathComponent();
     addResource(makeResource(std::move(name), url.path(), type, platform_.bundles), workspaceId);
+    if (isAccessing) platform_.bookmarks.stopAccessing(url);
 }
 
 } // namespace corvane

@@ -8,6 +8,7 @@
 #include "platform/Alerts.h"
 #include "platform/FileSystem.h"
 #include "platform/MainQueue.h"
+#include "platform/Panels.h"
 
 #include <utility>
 
@@ -21,9 +22,10 @@ constexpr std::string_view legacyProjectsFile = "corvane_workspaces.json";
 } // namespace
 
 WorkspacePersistence::WorkspacePersistence(FileSystem& fileSystem, const Bundles& bundles,
-                                           MainQueue& mainQueue, Alerts& alerts, const Clock& clock)
+                                           MainQueue& mainQueue, Alerts& alerts, Panels& panels,
+                                           const Clock& clock)
     : fileSystem_(fileSystem), bundles_(bundles), mainQueue_(mainQueue), alerts_(alerts),
-      clock_(clock), appSupportPath_(fileSystem.applicationSupportDirectory()) {}
+      panels_(panels), clock_(clock), appSupportPath_(fileSystem.applicationSupportDirectory()) {}
 
 std::string WorkspacePersistence::dataDirectory() const {
     return path::join(appSupportPath_, "Corvane");
@@ -45,7 +47,7 @@ void WorkspacePersistence::saveWorkspaces(const std::vector<Workspace>& workspac
     } catch (const json::EncodeError& error) {
         return failed(error.what());
     }
-    if (unreadableBecause_ && !moveUnreadableFileAside())
+    if (unreadableBecause_ && !makeRoomForSaving())
         return failed("the unreadable file can't be moved aside");
     const auto file = workspacesFilePath();
     if (const auto error = fileSystem_.writeFile(file, bytes))
@@ -58,16 +60,56 @@ std::vector<Workspace> WorkspacePersistence::loadWorkspaces() {
     migrateFromDocumentsIfNeeded(file);
     unreadableBecause_.reset();
     if (!fileSystem_.exists(file)) return {};
-    const auto bytes = fileSystem_.readFile(file);
     try {
-        if (!bytes) throw json::DecodeError(bytes.error().localizedDescription);
-        auto workspaces = decodeWorkspaces(*bytes, bundles_);
+        auto workspaces = read(file);
         diagnostic({"Workspaces loaded from: ", file});
         return workspaces;
     } catch (const json::DecodeError& error) {
         unreadableBecause_ = error.what();
         diagnostic({"Failed to load workspaces: ", *unreadableBecause_});
         return {};
+    }
+}
+
+std::vector<Workspace> WorkspacePersistence::read(const std::string& path) const {
+    const auto bytes = fileSystem_.readFile(path);
+    if (!bytes) throw json::DecodeError(bytes.error().localizedDescription);
+    return decodeWorkspaces(*bytes, bundles_);
+}
+
+std::optional<Url>
+WorkspacePersistence::exportWorkspaces(const std::vector<Workspace>& workspaces) {
+    const auto url =
+        panels_.runSavePanel({.title = "Export Workspaces",
+                              .message = "Choose where to save your Corvane workspaces",
+                              .proposedName = "Corvane_Workspaces_Export.json"});
+    if (!url) return std::nullopt;
+    const auto failed = [&](const std::string& why) {
+        diagnostic({"Failed to export workspaces: ", why});
+        showFailureAlert("Export Failed", "Could not export workspaces: " + why);
+        return std::nullopt;
+    };
+    try {
+        const auto text = json::prettyPrinted(encodeWorkspaces(workspaces));
+        if (const auto error = fileSystem_.writeFile(url->path(), text))
+            return failed(error->localizedDescription);
+    } catch (const json::EncodeError& error) {
+        return failed(error.what());
+    }
+    return url;
+}
+
+std::optional<std::vector<Workspace>> WorkspacePersistence::importWorkspaces() {
+    const auto url = panels_.runOpenPanel(
+        {.title = "Import Workspaces", .message = "Select a Corvane workspaces file to import"});
+    if (!url) return std::nullopt;
+    try {
+        return read(url->path());
+    } catch (const json::DecodeError& error) {
+        diagnostic({"Failed to import workspaces: ", error.what()});
+        showFailureAlert("Import Failed",
+                         std::string("Could not import workspaces: ") + error.what());
+        return std::nullopt;
     }
 }
 
@@ -92,29 +134,26 @@ void WorkspacePersistence::migrateFromDocumentsIfNeeded(const std::string& file)
     });
 }
 
-bool WorkspacePersistence::moveUnreadableFileAside() {
+bool WorkspacePersistence::makeRoomForSaving() {
     const auto file = workspacesFilePath();
-    if (!fileSystem_.exists(file)) {
-        unreadableBecause_.reset();
-        return true;
-    }
-    const auto kept =
-        unusedSiblingPath(fileSystem_, dataDirectory(),
-                          "corvane_workspaces.unreadable-" + fileDate(clock_.now()), ".json");
-    if (const auto error = fileSystem_.moveItem(file, kept)) {
+    const auto kept = moveUnreadableFileAside(fileSystem_, file, clock_.now());
+    if (!kept) {
         if (!std::exchange(toldOfBlockedSaves_, true)) {
             showFailureAlert("Workspaces Can't Be Saved",
                              "The workspaces file can't be read (" + *unreadableBecause_ +
                                  "), and it can't be moved aside either (" +
-                                 error->localizedDescription +
+                                 kept.error().localizedDescription +
                                  "). It stays as it is, and changes aren't saved.\n\n" + file);
         }
         return false;
     }
-    showFailureAlert(
-        "Workspaces File Not Readable",
-        "The workspaces file can't be read: " + *unreadableBecause_ +
-            "\n\nIt was kept, and Corvane goes on with a new file. The old one is at:\n\n" + kept);
+    if (!kept->empty()) {
+        showFailureAlert("Workspaces File Not Readable",
+                         "The workspaces file can't be read: " + *unreadableBecause_ +
+                             "\n\nIt was kept, and Corvane goes on with a new file. The old one "
+                             "is at:\n\n" +
+                             *kept);
+    }
     unreadableBecause_.reset();
     return true;
 }

@@ -13,13 +13,16 @@ class Bundles;
 class Clock;
 class FileSystem;
 class MainQueue;
+class Panels;
+class Url;
 
-/// Reads and writes the workspaces file, and moves one that an earlier version left in the
-/// Documents folder. Holds no workspaces. Main thread; blocks for the file work.
+/// Reads and writes the workspaces file and the files of export and import, and moves a workspaces
+/// file that an earlier version left in the Documents folder. Holds no workspaces. Main thread;
+/// blocks for the file work and the panels.
 class WorkspacePersistence {
 public:
     WorkspacePersistence(FileSystem& fileSystem, const Bundles& bundles, MainQueue& mainQueue,
-                         Alerts& alerts, const Clock& clock);
+                         Alerts& alerts, Panels& panels, const Clock& clock);
 
     /// Replaces the file by the list, whole. A failure reaches only the diagnostics. A file that
     /// the last load couldn't understand is moved aside first, and one alert says so; where that
@@ -27,6 +30,13 @@ public:
     void saveWorkspaces(const std::vector<Workspace>& workspaces);
     /// The list, empty where there is no file or none that can be understood.
     std::vector<Workspace> loadWorkspaces();
+
+    /// Writes the list to a file that the user names, for reading by people too. The file's URL, or
+    /// nothing after a cancel or a failure, of which an alert tells.
+    std::optional<Url> exportWorkspaces(const std::vector<Workspace>& workspaces);
+    /// The list in a file that the user chooses, or nothing after a cancel or a failure, of which
+    /// an alert tells.
+    std::optional<std::vector<Workspace>> importWorkspaces();
 
     std::string dataDirectory() const;
     std::string workspacesFilePath() const;
@@ -36,12 +46,14 @@ public:
 
 private:
     void migrateFromDocumentsIfNeeded(const std::string& workspacesFile);
-    bool moveUnreadableFileAside();
+    bool makeRoomForSaving();
+    std::vector<Workspace> read(const std::string& path) const;
 
     FileSystem& fileSystem_;
     const Bundles& bundles_;
     MainQueue& mainQueue_;
     Alerts& alerts_;
+    Panels& panels_;
     const Clock& clock_;
     const std::string appSupportPath_;
     /// Why the file of the last load couldn't be understood; such a file must outlive the next

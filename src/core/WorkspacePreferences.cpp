@@ -43,6 +43,29 @@ Preference<bool>& WorkspaceStore::preferenceOf(DismissibleAlertType type) {
     return showApplicationsClosedAlert;
 }
 
+void WorkspaceStore::resetConfirmations() {
+    for (auto* flag : {&showLayoutSavedAlert, &showWorkspaceClosedAlert, &showLayoutsDisabledAlert,
+                       &showApplicationsClosedAlert}) {
+        *flag = true;
+    }
+}
+
+void WorkspaceStore::resetPreferences() {
+    const auto response = platform_.alerts.runModal(
+        {.title = "Reset Preferences",
+         .message = "Are you sure you want to reset all preferences to default values? This cannot "
+                    "be undone.",
+         .style = AlertStyle::warning,
+         .buttons = {"Reset", "Cancel"}});
+    if (response.button != AlertResponse::firstButton) return;
+    platform_.userDefaults.removePersistentDomain();
+    platform_.alerts.runModal(
+        {.title = "Preferences Reset",
+         .message = "Preferences have been reset to defaults. Please restart the app.",
+         .style = AlertStyle::informational,
+         .buttons = {"OK"}});
+}
+
 void WorkspaceStore::showInfoAlert(std::string title, std::string message) {
     platform_.mainQueue.async(
         [&alerts = platform_.alerts, title = std::move(title), message = std::move(message)] {

@@ -1,10 +1,6 @@
 #include "core/WorkspaceStore.h"
 
-#include "foundation/Diagnostics.h"
-
-#include <algorithm>
-#include <array>
-#include <utility>
+#include <optional>
 
 namespace corvane {
 
@@ -27,12 +23,13 @@ WorkspaceStore::WorkspaceStore(Platform& platform, BookmarkManager& bookmarks)
                                   "CorvaneShowApplicationsClosedAlert", true),
       platform_(platform), bookmarks_(bookmarks),
       persistence_(platform.fileSystem, platform.bundles, platform.mainQueue, platform.alerts,
-                   platform.clock),
+                   platform.panels, platform.clock),
       resourceLauncher_(makeResourceLauncher()) {
     readPreferences();
     workspaces = persistence_.loadWorkspaces();
     activateFirstWorkspace();
     migrateWorkspaceDescriptions();
+    migrateBookmarksIfNeeded();
     createDefaultWorkspacesIfNeeded();
 }
 
@@ -44,34 +41,6 @@ void WorkspaceStore::saveWorkspaces() {
 
 void WorkspaceStore::activateFirstWorkspace() {
     activeWorkspace = workspaces->empty() ? std::nullopt : std::optional(workspaces->front());
-}
-
-void WorkspaceStore::migrateWorkspaceDescriptions() {
-    static constexpr std::array<std::string_view, 3> oldSampleDescriptions{
-        "Frontend and backend workspaces", "UI/UX design and creative workspaces",
-        "iOS and Android applications"};
-    bool changed = false;
-    for (std::size_t i = 0; i < workspaces->size(); ++i) {
-        const auto& workspace = (*workspaces)[i];
-        if (std::find(oldSampleDescriptions.begin(), oldSampleDescriptions.end(),
-                      workspace.description) == oldSampleDescriptions.end()) {
-            continue;
-        }
-        workspaces.mutate([i](std::vector<Workspace>& list) { list[i].description.clear(); });
-        diagnostic({"Migrated description for workspace: ", workspace.name});
-        changed = true;
-    }
-    if (changed) saveWorkspaces();
-}
-
-void WorkspaceStore::createDefaultWorkspacesIfNeeded() {
-    if (!workspaces->empty()) return;
-    const auto now = platform_.clock.now();
-    workspaces = {makeWorkspace("Personal", "", "person", now),
-                  makeWorkspace("Work", "", "briefcase", now),
-                  makeWorkspace("Creative", "", "sparkles", now)};
-    activateFirstWorkspace();
-    saveWorkspaces();
 }
 
 } // namespace corvane

@@ -94,6 +94,22 @@ public:
     /// alert says so.
     void addResourceFromURL(const Url& url, const Uuid& workspaceId);
 
+    // Import and export, by dialogues that end before these return.
+
+    /// Puts the records of a file that the user chooses in place of all workspaces, or behind them,
+    /// as they are: a record whose identifier is there already is added all the same.
+    void importWorkspaces();
+    /// Writes all workspaces to a file that the user names.
+    void exportWorkspaces();
+
+    // Preferences.
+
+    /// Asks, then forgets every stored preference, for the next start: the fields here stay as they
+    /// are.
+    void resetPreferences();
+    /// Lets every dismissible alert be shown again.
+    void resetConfirmations();
+
     // Alerts, each on a later turn of the main queue.
 
     void showInfoAlert(std::string title, std::string message);
@@ -119,6 +135,7 @@ public:
 private:
     void readPreferences();
     void migrateWorkspaceDescriptions();
+    void migrateBookmarksIfNeeded();
     void createDefaultWorkspacesIfNeeded();
     void saveWorkspaces();
     void activateFirstWorkspace();

@@ -6,7 +6,7 @@
 
 namespace corvane {
 
-ResourceLauncher::ResourceLauncher(Platform& platform, const BookmarkManager& bookmarks)
+ResourceLauncher::ResourceLauncher(Platform& platform, BookmarkManager& bookmarks)
     : platform_(platform), bookmarks_(bookmarks),
       lookup_(platform.applications, platform.bundles, platform.tasks, platform.metadataQuery),
       browsers_(platform.tasks, platform.scripts) {}

@@ -18,7 +18,7 @@ class BookmarkManager;
 /// scheduled, and a failure reaches only the user, as an alert. Main thread.
 class ResourceLauncher {
 public:
-    ResourceLauncher(Platform& platform, const BookmarkManager& bookmarks);
+    ResourceLauncher(Platform& platform, BookmarkManager& bookmarks);
 
     /// The way that the resource itself says: its default handler, and each of its associated
     /// applications.
@@ -66,7 +66,7 @@ private:
     void showAlert(Alert alert, std::function<void(int response)> handler);
 
     Platform& platform_;
-    const BookmarkManager& bookmarks_;
+    BookmarkManager& bookmarks_;
     ApplicationLookup lookup_;
     Browsers browsers_;
 };

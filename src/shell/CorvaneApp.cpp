@@ -6,7 +6,8 @@
 namespace corvane {
 
 CorvaneApp::CorvaneApp(Platform& platform)
-    : platform_(platform), appDelegate_(platform.application), bookmarks_(platform.fileSystem),
+    : platform_(platform), appDelegate_(platform.application),
+      bookmarks_(platform.fileSystem, platform.bookmarks, platform.clock),
       workspaceStore_(platform, bookmarks_) {
     platform.userNotifications.requestAuthorization([](bool, const std::optional<Error>& error) {
         if (error) diagnostic({"Notification permission error: ", error->localizedDescription});

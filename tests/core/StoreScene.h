@@ -3,25 +3,44 @@
 #include "core/BookmarkManager.h"
 #include "core/RecordCoding.h"
 #include "core/WorkspaceStore.h"
+#include "foundation/Diagnostics.h"
 #include "simulated/SimulatedDesktop.h"
 
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace corvane {
 
 inline constexpr auto workspacesPath = "/home/user/.local/share/Corvane/corvane_workspaces.json";
+inline constexpr auto bookmarkCachePath = "/home/user/.local/share/Corvane/bookmark_cache.plist";
+
+/// What the program tells its developers, as long as this lives.
+struct DiagnosticLog {
+    DiagnosticLog() {
+        setDiagnosticSink([this](const std::string& line) { lines.push_back(line); });
+    }
+    ~DiagnosticLog() { setDiagnosticSink({}); }
+    DiagnosticLog(const DiagnosticLog&) = delete;
+
+    /// The lines since the last call.
+    std::vector<std::string> take() { return std::exchange(lines, {}); }
+
+    std::vector<std::string> lines;
+};
 
 /// A desktop and the store that runs on it, once `start` made it.
 struct StoreScene {
     SimulatedDesktop desktop;
     Platform platform = desktop.platform();
-    BookmarkManager bookmarks{platform.fileSystem};
+    std::unique_ptr<BookmarkManager> bookmarks;
     std::unique_ptr<WorkspaceStore> store;
 
     WorkspaceStore& start() {
         store.reset();
-        store = std::make_unique<WorkspaceStore>(platform, bookmarks);
+        bookmarks =
+            std::make_unique<BookmarkManager>(desktop.files, desktop.bookmarks, desktop.queue);
+        store = std::make_unique<WorkspaceStore>(platform, *bookmarks);
         return *store;
     }
 

@@ -13,8 +13,8 @@ protected:
     StoreScene scene;
     SimulatedDesktop& desktop = scene.desktop;
     WorkspacePersistence persistence{scene.platform.fileSystem, scene.platform.bundles,
-                                     scene.platform.mainQueue, scene.platform.alerts,
-                                     scene.platform.clock};
+                                     scene.platform.mainQueue,  scene.platform.alerts,
+                                     scene.platform.panels,     scene.platform.clock};
 
     /// The content of the one file beside the workspaces file.
     std::string keptContent() const {

@@ -247,10 +247,11 @@ TEST_F(Store, theSignalComesBeforeTheNewValueCanBeRead) {
 
 // Preferences and alerts.
 
-TEST_F(Store, aFirstStartStoresAllNineKeysWithTheirDefaults) {
+TEST_F(Store, aFirstStartStoresEveryKeyWithItsDefault) {
     auto& store = start();
     const std::map<std::string, PropertyList, std::less<>> expected{
         {"CorvaneAutoSaveLayouts", {false}},
+        {"CorvaneBookmarkMigrationCompleted_v1", {true}},
         {"CorvaneEnableAccessibilityFeatures", {false}},
         {"CorvaneFocusMode", {false}},
         {"CorvaneFullscreenPriority", {std::string("first")}},
@@ -307,6 +308,55 @@ TEST_F(Store, theCheckboxOfADismissibleAlertClearsItsFlag) {
                   PropertyList{!checked});
         EXPECT_TRUE(store.showWorkspaceClosedAlert);
     }
+}
+
+TEST_F(Store, resettingConfirmationsSetsTheFourShowFlagsAndNothingElse) {
+    auto& store = start();
+    store.hasShownFullscreenLimitationAlert = true;
+    for (const auto type :
+         {DismissibleAlertType::layoutSaved, DismissibleAlertType::workspaceClosed,
+          DismissibleAlertType::layoutsDisabled, DismissibleAlertType::applicationsClosed}) {
+        store.preferenceOf(type) = false;
+    }
+    store.resetConfirmations();
+    auto& again = start();
+    EXPECT_TRUE(again.showLayoutSavedAlert && again.showWorkspaceClosedAlert &&
+                again.showLayoutsDisabledAlert && again.showApplicationsClosedAlert);
+    EXPECT_TRUE(again.hasShownFullscreenLimitationAlert);
+    EXPECT_EQ(desktop.logged(), "");
+}
+
+TEST_F(Store, preferencesAreForgottenOnlyAfterAYesAndTheRunningStoreKeepsThem) {
+    desktop.defaults = {{"HasCompletedOnboarding", {true}}, {"CorvaneFocusMode", {true}}};
+    auto& store = start();
+    const auto before = desktop.defaults;
+    for (const int no : {AlertResponse::secondButton, 0}) {
+        desktop.alertAnswers["Reset Preferences"] = {no, false};
+        store.resetPreferences();
+        EXPECT_EQ(desktop.defaults, before);
+    }
+    desktop.alertAnswers.clear();
+    desktop.shownAlerts.clear();
+    store.resetPreferences();
+    EXPECT_EQ(
+        desktop.shownAlerts,
+        (std::vector<Alert>{
+            {"Reset Preferences",
+             "Are you sure you want to reset all preferences to default values? This cannot be "
+             "undone.",
+             AlertStyle::warning,
+             {"Reset", "Cancel"}},
+            {"Preferences Reset",
+             "Preferences have been reset to defaults. Please restart the app.",
+             AlertStyle::informational,
+             {"OK"}}}));
+    EXPECT_TRUE(desktop.defaults.empty());
+    EXPECT_TRUE(store.focusMode);
+    store.showLayoutSavedAlert = false;
+    EXPECT_EQ(desktop.defaults.size(), 1u) << "only the key that was set since";
+    auto& again = start();
+    EXPECT_FALSE(again.focusMode);
+    EXPECT_FALSE(again.showLayoutSavedAlert);
 }
 
 } // namespace

@@ -1,0 +1,241 @@
+#include "core/StoreScene.h"
+#include "foundation/Text.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+constexpr auto dataFolder = "/home/user/.local/share/Corvane";
+
+class Bookmark : public testing::Test {
+protected:
+    void SetUp() override {
+        for (const auto* file : {"/a.txt", "/b.txt", "/c.txt"})
+            desktop.files.contents[file] = "";
+    }
+
+    StoreScene scene;
+    SimulatedDesktop& desktop = scene.desktop;
+    DiagnosticLog diagnostics;
+
+    BookmarkManager manager() {
+        BookmarkManager made(desktop.files, desktop.bookmarks, desktop.queue);
+        diagnostics.take();
+        return made;
+    }
+    /// The keys of the cache on disk.
+    Lines storedKeys() const {
+        Lines keys;
+        const auto list = PropertyList::parse(desktop.files.contents.at(bookmarkCachePath));
+        for (const auto& [key, value] : *list->as<PropertyList::Dictionary>())
+            keys.push_back(key);
+        return keys;
+    }
+};
+
+TEST_F(Bookmark, isMadeAtTheFirstResolveAndFollowsTheFileFromThen) {
+    {
+        auto bookmarks = manager();
+        EXPECT_EQ(bookmarks.resolveResource("/a.txt", ResourceType::file), Url::fromPath("/a.txt"));
+        EXPECT_EQ(diagnostics.take(), (Lines{"📚 Resolved '/a.txt' using direct path access",
+                                             "📚 Saved bookmark cache with 1 entries",
+                                             "📚 Created and cached bookmark for: /a.txt"}));
+        EXPECT_TRUE(desktop.bookmarks.accesses.empty());
+    }
+    EXPECT_TRUE(desktop.files.contents.at(bookmarkCachePath).starts_with("bplist00"));
+    desktop.files.moveItem("/a.txt", "/moved/a.txt");
+    desktop.files.contents["/a.txt"] = "another file";
+
+    BookmarkManager bookmarks(desktop.files, desktop.bookmarks, desktop.queue);
+    EXPECT_EQ(diagnostics.take(), (Lines{"📚 Loaded 1 bookmarks from cache",
+                                         "📚 BookmarkManager initialized with cache at: " +
+                                             std::string(bookmarkCachePath)}));
+    EXPECT_EQ(bookmarks.resolveResource("/a.txt", ResourceType::file),
+              Url::fromPath("/moved/a.txt"));
+    EXPECT_EQ(diagnostics.take(), Lines{"📚 Resolved '/a.txt' using cached bookmark"});
+    EXPECT_EQ(desktop.bookmarks.accesses.at("/moved/a.txt"), 1);
+
+    // The same path as a folder is another resource.
+    EXPECT_EQ(bookmarks.resolveResource("/a.txt", ResourceType::folder), Url::fromPath("/a.txt"));
+    EXPECT_EQ(storedKeys(), (Lines{"file:/a.txt", "folder:/a.txt"}));
+}
+
+TEST_F(Bookmark, thatFailsLeavesTheCacheBeforeThePathIsTried) {
+    const std::string invalid = "📚 Cached bookmark for '/a.txt' is invalid, removing from cache";
+    const std::string emptied = "📚 Saved bookmark cache with 0 entries";
+    const Lines madeAgain{"📚 Resolved '/a.txt' using direct path access",
+                          "📚 Saved bookmark cache with 1 entries",
+                          "📚 Created and cached bookmark for: /a.txt"};
+    const auto then = [](Lines first, const Lines& rest) {
+        first.insert(first.end(), rest.begin(), rest.end());
+        return first;
+    };
+    const std::string notFound = "📚 Failed to resolve bookmark: The file can't be found.";
+    const struct {
+        const char* name;
+        std::function<void()> change;
+        bool found;
+        Lines said;
+        Lines keys;
+    } cases[]{
+        {"can't be found",
+         [&] { desktop.bookmarks.unresolvable = {"/a.txt"}; },
+         true,
+         then({notFound, invalid, emptied}, madeAgain),
+         {"file:/a.txt"}},
+        {"gives no access",
+         [&] { desktop.bookmarks.inaccessible = {"/a.txt"}; },
+         true,
+         then({"📚 Failed to start accessing security-scoped resource: /a.txt", invalid, emptied},
+              madeAgain),
+         {"file:/a.txt"}},
+        {"can't be made again",
+         [&] {
+             desktop.bookmarks.unresolvable = {"/a.txt"};
+             desktop.bookmarks.uncreatable = {"/a.txt"};
+         },
+         true,
+         {notFound, invalid, emptied, madeAgain[0],
+          "📚 Failed to create bookmark for '/a.txt': A bookmark isn't allowed."},
+         {}},
+        {"is of a file that went",
+         [&] { desktop.files.removeItem("/a.txt"); },
+         false,
+         {notFound, invalid, emptied, "📚 Failed to resolve resource at path: /a.txt"},
+         {}},
+    };
+    for (const auto& [name, change, found, said, keys] : cases) {
+        SetUp();
+        desktop.bookmarks.uncreatable = desktop.bookmarks.unresolvable =
+            desktop.bookmarks.inaccessible = {};
+        auto bookmarks = manager();
+        bookmarks.resolveResource("/a.txt", ResourceType::file);
+        change();
+        diagnostics.take();
+        EXPECT_EQ(bookmarks.resolveResource("/a.txt", ResourceType::file).has_value(), found)
+            << name;
+        EXPECT_EQ(diagnostics.take(), said) << name;
+        EXPECT_EQ(storedKeys(), keys) << name;
+    }
+}
+
+TEST_F(Bookmark, staysInMemoryWhereTheCacheCannotBeWritten) {
+    auto bookmarks = manager();
+    desktop.files.unwritable = {bookmarkCachePath};
+    EXPECT_TRUE(bookmarks.createBookmark(Url::fromPath("/a.txt"), "file:/a.txt"));
+    EXPECT_FALSE(bookmarks.createBookmark(Url::fromPath("/none.txt"), "file:/none.txt"));
+    EXPECT_FALSE(desktop.files.exists(bookmarkCachePath));
+    EXPECT_EQ(bookmarks.bookmarkCache().size(), 1u);
+    desktop.files.unwritable.clear();
+    EXPECT_TRUE(bookmarks.createBookmark(Url::fromPath("/b.txt"), "file:/b.txt"));
+    EXPECT_EQ(storedKeys(), (Lines{"file:/a.txt", "file:/b.txt"}));
+
+    desktop.files.contents.erase("/b.txt");
+    EXPECT_EQ(bookmarks.validateBookmarks(), (BookmarkCounts{2, 1, 1}));
+    EXPECT_EQ(bookmarks.bookmarkCache().size(), 2u);
+}
+
+TEST_F(Bookmark, aCacheThatCannotBeReadIsKeptAsideBeforeTheFirstSave) {
+    const std::string kept = std::string(dataFolder) + "/bookmark_cache.unreadable-";
+    const std::string listOfText =
+        PropertyList{PropertyList::Dictionary{{"file:/a.txt", {std::string("text")}}}}.toBinary();
+    const struct {
+        const char* name;
+        std::string path;
+        std::string content;
+        bool isRefused;
+        std::size_t diagnostics;
+    } cases[]{
+        {"no list", bookmarkCachePath, "garbage", false, 1},
+        {"empty", bookmarkCachePath, "", false, 1},
+        {"another list", bookmarkCachePath, listOfText, false, 0},
+        {"an array", bookmarkCachePath, PropertyList{PropertyList::Array{}}.toBinary(), false, 0},
+        {"not for our eyes", bookmarkCachePath, "secret", true, 1},
+        {"a folder", std::string(bookmarkCachePath) + "/inside", "x", false, 1},
+    };
+    for (const auto& [name, path, content, isRefused, said] : cases) {
+        desktop.files = {};
+        SetUp();
+        desktop.files.contents[path] = content;
+        if (isRefused) desktop.files.unreadable = {path};
+        diagnostics.take();
+        BookmarkManager bookmarks(desktop.files, desktop.bookmarks, desktop.queue);
+        EXPECT_EQ(diagnostics.take().size(), said + 1) << name;
+        EXPECT_TRUE(bookmarks.bookmarkCache().empty()) << name;
+        bookmarks.validateBookmarks();
+        EXPECT_EQ(desktop.files.contents.at(path), content) << name << ": nothing was written yet";
+
+        desktop.files.unremovable = {bookmarkCachePath};
+        bookmarks.resolveResource("/a.txt", ResourceType::file);
+        EXPECT_EQ(desktop.files.contents.at(path), content) << name << ": it can't be moved";
+        desktop.files.unremovable.clear();
+        bookmarks.resolveResource("/b.txt", ResourceType::file);
+        bookmarks.resolveResource("/c.txt", ResourceType::file);
+        std::string found;
+        for (const auto& [file, bytes] : desktop.files.contents) {
+            if (file.starts_with(kept)) found += bytes;
+        }
+        EXPECT_EQ(found, content) << name;
+        EXPECT_EQ(storedKeys().size(), 3u) << name;
+    }
+}
+
+TEST_F(Bookmark, inAnOldWorkspacesFileMovesToTheCacheOnce) {
+    // "bookmark 0" is that of /a.txt, "bookmark 1" that of /b.txt; /c.txt has an invalid one,
+    // /d.txt an empty one, /e.txt none.
+    for (const auto* path : {"/a.txt", "/b.txt"})
+        desktop.files.identityOf(path);
+    scene.writeFile(
+        {scene.workspace("First", {scene.resource("a", "/a.txt"), scene.resource("c", "/c.txt")}),
+         scene.workspace("Second", {scene.resource("b", "/b.txt"), scene.resource("d", "/d.txt"),
+                                    scene.resource("e", "/e.txt")})});
+    auto& file = desktop.files.contents[workspacesPath];
+    const std::pair<const char*, const char*> bookmarks[]{{"/a.txt", "Ym9va21hcmsgMA=="},
+                                                          {"/b.txt", "Ym9va21hcmsgMQ=="},
+                                                          {"/c.txt", "Ym9vaw=="},
+                                                          {"/d.txt", ""}};
+    for (const auto& [path, bookmark] : bookmarks) {
+        file = text::replacingAll(file, "\"path\":\"" + std::string(path) + "\"",
+                                  "\"path\":\"" + std::string(path) + R"(","bookmarkData":")" +
+                                      bookmark + "\"");
+    }
+    const std::string old = file;
+
+    const auto firstStart = [&] {
+        scene.start();
+        Lines said = diagnostics.take();
+        std::erase_if(said, [](const auto& line) { return !line.starts_with("📚"); });
+        said.erase(said.begin());
+        return said;
+    };
+    EXPECT_EQ(
+        firstStart(),
+        (Lines{"📚 Saved bookmark cache with 1 entries", "📚 Migrated valid bookmark for: /a.txt",
+               "📚 Failed to resolve bookmark: The bookmark isn't valid.",
+               "📚 Skipped invalid bookmark during migration: /c.txt",
+               "📚 Saved bookmark cache with 2 entries", "📚 Migrated valid bookmark for: /b.txt",
+               "📚 Failed to resolve bookmark: The bookmark isn't valid.",
+               "📚 Skipped invalid bookmark during migration: /d.txt",
+               "📚 Bookmark migration completed: 4 migrated, 1 skipped",
+               "📚 Bookmark cache: 2 total, 2 valid, 0 invalid"}));
+    EXPECT_EQ(storedKeys(), (Lines{"file:/a.txt", "file:/b.txt"}));
+    EXPECT_EQ(file.find("bookmarkData"), std::string::npos);
+    EXPECT_EQ(scene.saves(), 1);
+    EXPECT_TRUE(scene.store->workspaces->front().resources.front().bookmarkData);
+
+    // With the flag set nobody looks at them, and the next save takes them out.
+    file = old;
+    desktop.files.contents.erase(bookmarkCachePath);
+    EXPECT_EQ(firstStart(), Lines{});
+    EXPECT_FALSE(desktop.files.exists(bookmarkCachePath));
+    EXPECT_EQ(file, old);
+    scene.store->renameResource(scene.store->workspaces->front().resources.front().id, "x",
+                                scene.store->workspaces->front().id);
+    EXPECT_EQ(file.find("bookmarkData"), std::string::npos);
+}
+
+} // namespace
+} // namespace corvane

@@ -1,0 +1,158 @@
+#include "core/StoreScene.h"
+#include "foundation/Json.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+constexpr auto importPath = "/home/user/Import.json";
+constexpr auto exportPath = "/home/user/My Export.json";
+
+class ImportExport : public testing::Test {
+protected:
+    StoreScene scene;
+    SimulatedDesktop& desktop = scene.desktop;
+    Workspace first = scene.workspace("First", {scene.resource("a")});
+    Workspace second = scene.workspace("Second");
+
+    WorkspaceStore& start() {
+        scene.writeFile({first, second});
+        desktop.panels.choices = {{"Import Workspaces", importPath},
+                                  {"Export Workspaces", exportPath}};
+        auto& store = scene.start();
+        desktop.runUntilIdle();
+        desktop.shownAlerts.clear();
+        desktop.log.clear();
+        desktop.files.writes.clear();
+        return store;
+    }
+    void answerImport(int button) { desktop.alertAnswers["Import Workspaces"] = {button, false}; }
+};
+
+TEST_F(ImportExport, theUserChoosesHowAnImportedListComesIn) {
+    constexpr int third = 1002;
+    const struct {
+        const char* name;
+        int button;
+        std::vector<Workspace> imported;
+        std::string list;
+        const char* active;
+        const char* success;
+    } cases[]{
+        {"replace", 1000, {second}, "Second()", "Second", "Successfully imported 1 workspace(s)!"},
+        {"replace by nothing", 1000, {}, "", nullptr, "Successfully imported 0 workspace(s)!"},
+        {"merge doubles what is there",
+         1001,
+         {second, first},
+         "First(a) Second() Second() First(a)",
+         "First",
+         "Successfully imported 2 workspace(s)!"},
+        {"cancel", third, {second}, "First(a) Second()", "First", nullptr},
+        {"no answer", 0, {second}, "First(a) Second()", "First", nullptr},
+    };
+    for (const auto& [name, button, imported, list, active, success] : cases) {
+        auto& store = start();
+        store.runningWorkspaces = std::set{first.id};
+        desktop.files.contents[importPath] = json::prettyPrinted(encodeWorkspaces(imported));
+        answerImport(button);
+        store.importWorkspaces();
+        EXPECT_EQ(desktop.shownAlerts,
+                  (std::vector<Alert>{{"Import Workspaces",
+                                       "Found " + std::to_string(imported.size()) +
+                                           " workspace(s). How would you like to import them?",
+                                       AlertStyle::warning,
+                                       {"Replace All", "Merge", "Cancel"}}}))
+            << name;
+        EXPECT_EQ(described(store.workspaces), list) << name;
+        EXPECT_EQ(scene.fileContent(), *store.workspaces) << name;
+        EXPECT_EQ(scene.saves(), success ? 1 : 0) << name;
+        EXPECT_EQ(store.activeWorkspace.get() ? store.activeWorkspace.get()->name : "",
+                  active ? active : "")
+            << name;
+        EXPECT_TRUE(store.runningWorkspaces->contains(first.id)) << name;
+        desktop.runUntilIdle();
+        ASSERT_EQ(desktop.shownAlerts.size(), success ? 2u : 1u) << name;
+        if (success) {
+            const Alert told{"Import Successful", success, AlertStyle::informational, {"OK"}};
+            EXPECT_EQ(desktop.shownAlerts.back(), told) << name;
+        }
+    }
+    const OpenPanel asked{"Import Workspaces", "Select a Corvane workspaces file to import"};
+    EXPECT_EQ(desktop.panels.openPanels.front(), asked);
+}
+
+TEST_F(ImportExport, aFileThatIsNoListChangesNothingAndTheAlertSaysWhy) {
+    const struct {
+        const char* content;
+        const char* why;
+    } cases[]{
+        {"{\"name\":\"one\"}", "workspaces: an array was expected"},
+        {"[{}]", "workspaces[0]: \"id\" is missing"},
+        {nullptr, "There is no file “/home/user/Import.json”."},
+    };
+    for (const auto& [content, why] : cases) {
+        auto& store = start();
+        if (content)
+            desktop.files.contents[importPath] = content;
+        else
+            desktop.files.contents.erase(importPath);
+        store.importWorkspaces();
+        EXPECT_TRUE(desktop.shownAlerts.empty()) << "told on a later turn";
+        desktop.runUntilIdle();
+        EXPECT_EQ(desktop.shownAlerts,
+                  (std::vector<Alert>{{"Import Failed",
+                                       "Could not import workspaces: " + std::string(why),
+                                       AlertStyle::warning,
+                                       {"OK"}}}));
+        EXPECT_EQ(described(store.workspaces), "First(a) Second()");
+        EXPECT_EQ(scene.saves(), 0);
+    }
+}
+
+TEST_F(ImportExport, anExportHoldsEverythingAndServesAsTheWorkspacesFile) {
+    first.resources[0].bookmarkData = Bytes{1};
+    auto& store = start();
+    store.searchText = "Second";
+    store.exportWorkspaces();
+    desktop.runUntilIdle();
+    EXPECT_EQ(desktop.shownAlerts, (std::vector<Alert>{{"Export Successful",
+                                                        "Workspaces exported to: My Export.json",
+                                                        AlertStyle::informational,
+                                                        {"OK"}}}));
+    const SavePanel asked{"Export Workspaces", "Choose where to save your Corvane workspaces",
+                          "Corvane_Workspaces_Export.json"};
+    EXPECT_EQ(desktop.panels.savePanels, std::vector{asked});
+    const auto exported = desktop.files.contents.at(exportPath);
+    EXPECT_TRUE(exported.starts_with("[\n  {\n    \"id\": ")) << exported;
+    EXPECT_EQ(exported.find("bookmarkData"), std::string::npos);
+
+    const auto list = *store.workspaces;
+    desktop.files.contents[workspacesPath] = exported;
+    EXPECT_EQ(*scene.start().workspaces, list);
+}
+
+TEST_F(ImportExport, anExportThatFailsOrIsCancelledChangesNoFile) {
+    auto& store = start();
+    desktop.files.contents[exportPath] = "older";
+    desktop.files.unwritable = {exportPath};
+    store.exportWorkspaces();
+    desktop.files.unwritable.clear();
+    store.addWorkspace(scene.workspace("not text \xc3"));
+    store.exportWorkspaces();
+    desktop.panels.choices.clear();
+    store.exportWorkspaces();
+    store.importWorkspaces();
+    desktop.runUntilIdle();
+    EXPECT_EQ(desktop.files.contents.at(exportPath), "older");
+    ASSERT_EQ(desktop.shownAlerts.size(), 2u);
+    for (const auto& alert : desktop.shownAlerts) {
+        EXPECT_EQ(alert.title, "Export Failed");
+        EXPECT_TRUE(alert.message.starts_with("Could not export workspaces: ")) << alert.message;
+    }
+    EXPECT_EQ(desktop.logged("panel"), "panel Export Workspaces\npanel Export Workspaces\npanel "
+                                       "Export Workspaces\npanel Import Workspaces");
+}
+
+} // namespace
+} // namespace corvane
