@@ -1,5 +1,8 @@
 #include "foundation/PropertyList.h"
 
+#include "foundation/PropertyListLimits.h"
+#include "foundation/Text.h"
+
 #include <cstdlib>
 #include <limits>
 #include <memory>
@@ -94,7 +97,9 @@ struct NodeMaker {
     plist_t operator()(const PropertyList::Dictionary& dictionary) const {
         const plist_t node = plist_new_dict();
         for (const auto& [key, item] : dictionary) {
-            if (item.as<PropertyList::Other>()) continue;
+            // The format's keys are C strings of text: another key would take a third one's place.
+            const bool isKey = key.find('\0') == std::string::npos && text::isValidUtf8(key);
+            if (!isKey || item.as<PropertyList::Other>()) continue;
             plist_dict_set_item(node, key.c_str(), std::visit(*this, item.value));
         }
         return node;
@@ -107,7 +112,7 @@ Result<PropertyList> PropertyList::parse(std::string_view bytes) {
     if (bytes.size() > std::numeric_limits<std::uint32_t>::max())
         return Error{"The property list is too large."};
     plist_t parsed = nullptr;
-    if (!bytes.empty())
+    if (!bytes.empty() && isWithinPropertyListLimits(bytes))
         plist_from_memory(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &parsed);
     const OwnedNode node(parsed);
     if (!node) return Error{"The data isn't a property list."};

@@ -14,7 +14,7 @@ namespace corvane {
 using Bytes = std::vector<std::uint8_t>;
 
 /// A value of a property list. Dates, identifiers and null of a foreign list are read as `Other`,
-/// which a dictionary leaves out when written.
+/// which a dictionary leaves out when written, as it does a key that isn't text.
 struct PropertyList {
     struct Other {
         bool operator==(const Other&) const = default;
@@ -30,7 +30,8 @@ struct PropertyList {
     }
     bool operator==(const PropertyList&) const = default;
 
-    /// Reads the binary or the XML format.
+    /// Reads the binary or the XML format. A list that nests or repeats itself beyond measure is an
+    /// error.
     static Result<PropertyList> parse(std::string_view bytes);
     /// The binary format.
     std::string toBinary() const;

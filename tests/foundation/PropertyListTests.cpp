@@ -1,0 +1,111 @@
+#include "foundation/PropertyList.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+/// A binary list of 2-byte tables, with a text of objects that stand ready encoded.
+std::string binaryList(const std::vector<std::string>& objects, std::size_t root = 0) {
+    const auto bigEndian = [](std::size_t number, int size) {
+        std::string text;
+        while (size-- > 0)
+            text += static_cast<char>(number >> 8 * size);
+        return text;
+    };
+    std::string list = "bplist00";
+    std::string table;
+    for (const auto& object : objects) {
+        table += bigEndian(list.size(), 4);
+        list += object;
+    }
+    const auto tableStart = list.size();
+    return list + table + bigEndian(0x0402, 8) + bigEndian(objects.size(), 8) + bigEndian(root, 8) +
+           bigEndian(tableStart, 8);
+}
+
+/// An array or a dictionary ("\xd1") with references to the objects.
+std::string container(char marker, std::initializer_list<std::size_t> references) {
+    std::string object(1, marker);
+    for (const auto reference : references)
+        object += {static_cast<char>(reference >> 8), static_cast<char>(reference)};
+    return object;
+}
+
+TEST(PropertyList, survivesARoundTripInTheBinaryFormat) {
+    const PropertyList list{PropertyList::Dictionary{
+        {"flag", {true}},
+        {"negative", {std::int64_t{-7}}},
+        {"fraction", {0.1}},
+        {"Größe 📚", {std::string("Ünïcode 📚")}},
+        {"data", {Bytes{0, 1, 255}}},
+        {"empty", {PropertyList::Array{}}},
+        {"nested", {PropertyList::Array{{PropertyList::Dictionary{}}, {Bytes{}}}}},
+    }};
+    const auto bytes = list.toBinary();
+    EXPECT_TRUE(bytes.starts_with("bplist00"));
+    const auto read = PropertyList::parse(bytes);
+    ASSERT_TRUE(read);
+    EXPECT_EQ(*read, list);
+}
+
+TEST(PropertyList, leavesOutKeysThatWouldTakeAnothersPlace) {
+    const PropertyList list{PropertyList::Dictionary{{"a", {std::int64_t{1}}},
+                                                     {std::string("a\0b", 3), {std::int64_t{2}}},
+                                                     {"a\xff", {std::int64_t{3}}}}};
+    EXPECT_EQ(*PropertyList::parse(list.toBinary()),
+              (PropertyList{PropertyList::Dictionary{{"a", {std::int64_t{1}}}}}));
+}
+
+TEST(PropertyList, thatNestsOrRepeatsItselfBeyondMeasureIsAnError) {
+    const auto chain = [](std::size_t length, std::size_t fan) {
+        std::vector<std::string> objects;
+        for (std::size_t i = 0; i < length; ++i) {
+            objects.push_back(fan == 1 ? container('\xa1', {i + 1})
+                                       : container('\xa2', {i + 1, i + 1}));
+        }
+        objects.push_back("\x50");
+        return objects;
+    };
+    // Every array of it is met near the root first.
+    auto shortcuts = chain(300, 1);
+    std::string root = "\xaf\x11\x01\x2c";
+    for (std::size_t i = 300; i-- > 0;)
+        root += {static_cast<char>(i >> 8), static_cast<char>(i)};
+    shortcuts.push_back(root);
+
+    const auto xml = [](int depth) {
+        std::string text = "<?xml version=\"1.0\"?><plist version=\"1.0\">";
+        for (const std::string tag : {"<array>", "</array>"}) {
+            for (int i = 0; i < depth; ++i)
+                text += tag;
+        }
+        return text + "</plist>";
+    };
+    const struct {
+        const char* name;
+        std::string bytes;
+        bool isRead;
+    } cases[]{
+        {"some depth", binaryList(chain(90, 1)), true},
+        {"too deep", binaryList(chain(60'000, 1)), false},
+        {"deep through shortcuts", binaryList(shortcuts, shortcuts.size() - 1), false},
+        {"some repetition", binaryList(chain(12, 2)), true},
+        {"endless repetition", binaryList(chain(64, 2)), false},
+        {"a circle", binaryList({container('\xa1', {0})}), false},
+        {"a reference to nothing", binaryList({container('\xa1', {1})}), false},
+        {"a key that is an array", binaryList({container('\xd1', {1, 1}), "\xa0"}), false},
+        {"more text than there is", binaryList({"\x5f\x10\xff"}), false},
+        {"a length without an end", binaryList({"\x5f\x13\xff\xff\xff\xff\xff\xff\xff\xff"}),
+         false},
+        {"no tables", "bplist00", false},
+        {"some XML", xml(50), true},
+        {"deep XML", xml(400'000), false},
+        {"nothing", "", false},
+    };
+    for (const auto& [name, bytes, isRead] : cases)
+        EXPECT_EQ(static_cast<bool>(PropertyList::parse(bytes)), isRead) << name;
+}
+
+} // namespace
+} // namespace corvane
