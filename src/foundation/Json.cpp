@@ -55,6 +55,9 @@ struct Document::Parsed {
 
 Document::Document(std::string_view text, std::string name) : parsed_(std::make_unique<Parsed>()) {
     parsed_->name = std::move(name);
+    // Some editors mark UTF-8 with it.
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
     if (const auto offset = text::firstInvalidUtf8(text); offset != text.size()) {
         failParsing(parsed_->name, text, offset, "not UTF-8");
     }

@@ -72,7 +72,8 @@ private:
 /// A parsed text.
 class Document {
 public:
-    /// Parses UTF-8 JSON, which it checks to be such; throws DecodeError with line and column.
+    /// Parses UTF-8 JSON, which it checks to be such, with or without a byte order mark; throws
+    /// DecodeError with line and column.
     /// `name` is what places start with.
     Document(std::string_view text, std::string name);
     ~Document();

@@ -89,6 +89,14 @@ TEST_F(RecordCoding, aBadValueFailsTheWholeTextAndTheErrorNamesItsPlace) {
          "workspaces[0].id: \"7C9E667-7425-40DE-944B-E07FC1F90AE7\" is not an identifier"},
         {resourceWith("\"file\"", "\"File\""),
          "workspaces[0].resources[0].type: \"File\" is not a resource type"},
+        {text::replacingAll(workspaceJson(""), "[]", R"({"0":{}})"),
+         "workspaces[0].resources: an array was expected"},
+        {text::replacingAll(workspaceJson(""), "757382400.5", R"({"seconds":1})"),
+         "workspaces[0].dateModified: a number was expected"},
+        {layout(
+             R"("appName":"A","ownerPID":0,"recordedAt":"2025-01-01T00:00:00Z","frame":[[0,0],[1,1]])"),
+         "workspaces[0].savedWindowLayouts[0].recordedAt: a number was expected"},
+        {resourceWith("\"Plan\"", "\"\\ud800\""), "not valid JSON"},
         {resourceWith("\"Plan\"", "3"), "workspaces[0].resources[0].name: a text was expected"},
         {resourceWith("\"Writer\"]", "null]"),
          "workspaces[0].resources[0].associatedApps[1]: a text was expected"},
@@ -147,6 +155,48 @@ TEST_F(RecordCoding, aListSurvivesARoundTripAndOldBookmarksLeaveTheFile) {
     workspaces[0].savedWindowLayouts->clear();
     EXPECT_EQ(decode(encodeWorkspaces(workspaces)), workspaces);
     EXPECT_EQ(encodeWorkspaces({}), "[]");
+}
+
+/// The pretty-printed form of the platform that earlier versions ran on, saved again by an editor.
+TEST_F(RecordCoding, aFileFromAnotherMachineReads) {
+    const std::string foreign = "\xEF\xBB\xBF[\r\n"
+                                R"(  {
+    "schema" : { "version" : [1, { "deep" : null }] },
+    "resources" : [
+      {
+        "bookmarkData" : "Ym9vayEDAAA=",
+        "isFavourite" : true,
+        "associatedApps" : [ "Safari", "\u00c9diteur \ud83d\udcda" ],
+        "path" : "\/Applications\/Safari.app",
+        "id" : "1b4e28ba-2fa1-11d2-883f-b9a761bde3fb",
+        "type" : "application",
+        "name" : "Safari"
+      },
+      { "id" : "2B4E28BA-2fa1-11D2-883F-B9A761BDE3FB", "name" : "", "path" : "", "type" : "separator", "associatedApps" : [], "enabled" : false }
+    ],
+    "savedWindowLayouts" : [
+      { "frame" : [ [ -1440, 25.5 ], [ 1e3, 0.10000000000000001 ] ], "ownerPID" : -1, "appName" : "Safari",
+        "recordedAt" : 7.573824E8, "windowTitle" : null, "screenIndex" : 1.0, "title" : "legacy" }
+    ],
+    "dateCreated" : 694267200.123, "dateModified" : -1, "name" : "Home", "icon" : "house", "description" : "a\/b",
+    "id" : "3B4E28BA-2FA1-11D2-883F-B9A761BDE3FB", "hasLayoutSaved" : null, "projects" : []
+  }
+]
+)";
+    const auto workspace = decode(foreign).at(0);
+    EXPECT_EQ(workspace.resources[0].path, "/Applications/Safari.app");
+    EXPECT_EQ(workspace.resources[0].associatedApps[1], "Éditeur 📚");
+    EXPECT_EQ(workspace.resources[0].bundleIdentifier, std::nullopt) << "it isn't installed here";
+    EXPECT_EQ(workspace.resources[0].bookmarkData->size(), 8u);
+    EXPECT_FALSE(workspace.resources[1].enabled);
+    EXPECT_EQ(workspace.savedWindowLayouts->front().frame, (Rect{-1440, 25.5, 1000, 0.1}));
+    EXPECT_EQ(workspace.savedWindowLayouts->front().screenIndex, 1);
+    EXPECT_EQ(workspace.savedWindowLayouts->front().recordedAt.seconds, 757382400);
+    EXPECT_EQ(workspace.dateCreated.seconds, 694267200.123);
+    EXPECT_EQ(workspace.description, "a/b");
+    EXPECT_EQ(errorOf("\xEF\xBB\xBF[\n{]"), errorOf("[\n{]"));
+    EXPECT_NE(errorOf(std::string("\xff\xfe[\0]\0", 6)).find("not UTF-8 at line 1, column 1"),
+              std::string::npos);
 }
 
 TEST_F(RecordCoding, theKeysStandInTheOrderOfTheFields) {
