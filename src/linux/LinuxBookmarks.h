@@ -6,10 +6,11 @@ namespace corvane {
 
 class Catalogue;
 
-/// Bookmarks as small property lists. A file is known by its inode and the moment of its birth: it
-/// is found at its path, else under another name in its folder, else, where the system lets this
-/// process open a file by its handle, wherever it was moved on its file system. A path at which
-/// another file stands now doesn't resolve. An installed application is known by its identifier.
+/// Bookmarks as small property lists. A file is known by its inode, the moment of its birth and the
+/// kernel's handle: it is found at its path, else under another name in its folder, else, where the
+/// system lets this process open a file by its handle, wherever it was moved on its file system,
+/// else in the folders next to its own, unless they are very full. A path at which another file
+/// stands now doesn't resolve. An installed application is known by its identifier.
 class LinuxBookmarks : public Bookmarks {
 public:
     explicit LinuxBookmarks(const Catalogue& catalogue) : catalogue_(catalogue) {}
@@ -21,6 +22,8 @@ public:
     void stopAccessing(const Url&) override {}
 
 private:
+    Result<Url> resolveApplication(const std::string& oldPath, const std::string& identifier) const;
+
     const Catalogue& catalogue_;
 };
 

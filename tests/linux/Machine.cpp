@@ -9,6 +9,7 @@
 #include <thread>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace corvane::machine {
 namespace {
@@ -123,6 +124,23 @@ std::vector<std::string> records(const std::string& label, std::size_t count) {
     });
     std::ranges::sort(found);
     return found;
+}
+
+AsOrdinaryUser::AsOrdinaryUser(const std::string& folder) {
+    constexpr uid_t nobody = 65534;
+    if (geteuid() != 0) return;
+    fs::permissions(root, fs::perms(0755));
+    EXPECT_EQ(chown(folder.c_str(), nobody, nobody), 0);
+    // The saved identity stays root's, which is the way back.
+    EXPECT_EQ(setresuid(nobody, nobody, 0), 0);
+}
+
+AsOrdinaryUser::~AsOrdinaryUser() {
+    uid_t real = 0, effective = 0, saved = 0;
+    getresuid(&real, &effective, &saved);
+    if (effective != saved) {
+        EXPECT_EQ(setresuid(saved, saved, saved), 0);
+    }
 }
 
 ScopedVariable::ScopedVariable(const std::string& name, const std::string& value) : name_(name) {

@@ -33,6 +33,15 @@ void clearRecords();
 /// seconds for that many starts.
 std::vector<std::string> records(const std::string& label, std::size_t count);
 
+/// Where the tests run as root: acts as a user without privileges as long as it lives, and hands
+/// that user the folder. Does nothing for anyone else.
+class AsOrdinaryUser {
+public:
+    explicit AsOrdinaryUser(const std::string& folder);
+    ~AsOrdinaryUser();
+    AsOrdinaryUser(const AsOrdinaryUser&) = delete;
+};
+
 /// Sets a variable as long as it lives.
 class ScopedVariable {
 public:

@@ -1,0 +1,162 @@
+#include "Machine.h"
+#include "linux/LinuxBookmarks.h"
+
+#include <filesystem>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+using namespace corvane;
+using namespace corvane::machine;
+namespace fs = std::filesystem;
+
+namespace {
+
+class LinuxBookmarksTest : public testing::Test {
+protected:
+    void SetUp() override {
+        fs::remove_all(root_);
+        for (const char* folder : {"up/home/below", "up/beside", "far/away"})
+            fs::create_directories(in(folder));
+        write(in("up/home/plan.md"), "plan");
+        write(in("up/home/other.md"), "other");
+    }
+    void TearDown() override { fs::remove_all(root_); }
+
+    std::string in(const std::string& name) const { return root_ + "/" + name; }
+    Bytes bookmarkOf(const std::string& path) { return *bookmarks_.create(Url::fromPath(path)); }
+    /// The place in the test's folder, or the error.
+    std::string resolved(const Bytes& bookmark) {
+        const auto url = bookmarks_.resolve(bookmark);
+        if (!url) return url.error().localizedDescription;
+        const auto path = url->path();
+        return path.starts_with(root_) ? path.substr(root_.size() + 1) : path;
+    }
+
+    const std::string root_ = place("bookmarks");
+    Catalogue catalogue_;
+    LinuxBookmarks bookmarks_{catalogue_};
+};
+
+TEST_F(LinuxBookmarksTest, followAFileAndAFolderThroughRenamesAndMovesNearby) {
+    const struct {
+        const char* from;
+        const char* to;
+        const char* found;
+    } moves[]{
+        {"up/home/plan.md", "up/home/plan.md", "up/home/plan.md"},
+        {"up/home/plan.md", "up/home/renamed \xff.txt", "up/home/renamed \xff.txt"},
+        {"up/home/plan.md", "up/home/below/plan.md", "up/home/below/plan.md"},
+        {"up/home/plan.md", "up/plan.md", "up/plan.md"},
+        {"up/home/plan.md", "up/beside/plan.md", "up/beside/plan.md"},
+        {"up/home", "up/house", "up/house/plan.md"},
+    };
+    for (const auto& [from, to, found] : moves) {
+        SetUp();
+        const auto bookmark = bookmarkOf(in("up/home/plan.md"));
+        const auto folder = bookmarkOf(in("up/home/below"));
+        write(in(from) + "~", "what an editor left");
+        fs::rename(in(from), in(to));
+        // Nobody relies on a privilege for this.
+        const AsOrdinaryUser ordinary(root_);
+        EXPECT_EQ(resolved(bookmark), found);
+        EXPECT_EQ(resolved(folder),
+                  std::string(to) == "up/house" ? "up/house/below" : "up/home/below");
+    }
+}
+
+TEST_F(LinuxBookmarksTest, findAFileFarAwayOnlyWhereTheSystemAllowsIt) {
+    const auto bookmark = bookmarkOf(in("up/home/plan.md"));
+    fs::rename(in("up/home/plan.md"), in("far/away/plan.md"));
+    {
+        const AsOrdinaryUser ordinary(root_);
+        EXPECT_EQ(resolved(bookmark), "“" + in("up/home/plan.md") + "” can't be found.");
+    }
+    if (geteuid() != 0) GTEST_SKIP() << "opening by handle is a privilege";
+    EXPECT_EQ(resolved(bookmark), "far/away/plan.md");
+    fs::remove(in("far/away/plan.md"));
+    EXPECT_EQ(resolved(bookmark), "“" + in("up/home/plan.md") + "” can't be found.");
+}
+
+TEST_F(LinuxBookmarksTest, neverLeadToAnotherFile) {
+    const auto plan = in("up/home/plan.md");
+    const auto beside = in("up/home/new.md");
+    const struct {
+        const char* name;
+        std::function<void()> change;
+        const char* error;
+    } cases[]{
+        {"gone", [&] { fs::remove(plan); }, "can't be found"},
+        {"a copy remains",
+         [&] {
+             fs::copy(plan, beside);
+             fs::remove(plan);
+         },
+         "can't be found"},
+        {"saved by an editor that keeps a backup",
+         [&] {
+             fs::rename(plan, plan + "~");
+             write(plan, "edited");
+         },
+         "is another file now"},
+        {"another file was moved there", [&] { fs::rename(in("up/home/other.md"), plan); },
+         "is another file now"},
+        // The file system likes to use the inode again at once.
+        {"made anew",
+         [&] {
+             fs::remove(plan);
+             write(plan, "new");
+         },
+         "is another file now"},
+        {"made anew under another name",
+         [&] {
+             fs::remove(plan);
+             write(beside, "new");
+         },
+         "can't be found"},
+    };
+    for (const auto& [name, change, error] : cases) {
+        for (int round = 0; round < 20; ++round) {
+            SetUp();
+            const auto bookmark = bookmarkOf(plan);
+            change();
+            EXPECT_EQ(resolved(bookmark), "“" + plan + "” " + error + ".") << name;
+        }
+    }
+    EXPECT_FALSE(bookmarks_.create(Url::fromPath(in("missing"))));
+    EXPECT_FALSE(bookmarks_.create(*Url::parse("https://example.org" + plan)));
+}
+
+TEST_F(LinuxBookmarksTest, thatAreDamagedLeadToTheirFileOrNowhere) {
+    const auto bookmark = bookmarkOf(in("up/home/plan.md"));
+    for (std::size_t i = 0; i < bookmark.size(); ++i) {
+        for (const int flip : {0x01, 0x80, 0xff}) {
+            auto damaged = bookmark;
+            damaged[i] = static_cast<std::uint8_t>(damaged[i] ^ flip);
+            const auto url = bookmarks_.resolve(damaged);
+            EXPECT_TRUE(!url || url->path() == in("up/home/plan.md")) << i << " " << url->path();
+        }
+        const auto shortened = Bytes(bookmark.begin(), bookmark.begin() + static_cast<long>(i));
+        EXPECT_EQ(resolved(shortened), "The bookmark isn't valid.") << i;
+    }
+    for (const std::string foreign : {"book\4\0\0\0mark", "<plist><dict/></plist>", "bplist00"}) {
+        EXPECT_EQ(resolved(Bytes(foreign.begin(), foreign.end())), "The bookmark isn't valid.");
+    }
+}
+
+TEST_F(LinuxBookmarksTest, knowAnApplicationByItsIdentifier) {
+    install("test.noted", "Noted", "Exec=true");
+    const auto bookmark = bookmarkOf("/Applications/Noted.app");
+    EXPECT_EQ(resolved(bookmark), "/Applications/Noted.app");
+    install("test.noted", "Noted Again", "Exec=true");
+    install("test.NOTED", "Noted", "Exec=true");
+    EXPECT_EQ(resolved(bookmark), "/Applications/Noted Again.app");
+    uninstall("test.noted");
+    EXPECT_EQ(resolved(bookmark), "The application “test.noted” isn't installed.");
+    uninstall("test.NOTED");
+    EXPECT_EQ(resolved(bookmarkOf("/System/Library/CoreServices/Finder.app")),
+              "/System/Library/CoreServices/Finder.app");
+}
+
+} // namespace
