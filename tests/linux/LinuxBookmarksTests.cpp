@@ -124,6 +124,20 @@ TEST_F(LinuxBookmarksTest, neverLeadToAnotherFile) {
             EXPECT_EQ(resolved(bookmark), "“" + plan + "” " + error + ".") << name;
         }
     }
+    // A file made within the same tick of the clock has even the birth of the one before it.
+    SetUp();
+    const auto fieldsOf = [&](const std::string& path) {
+        const auto bookmark = bookmarkOf(path);
+        const std::string bytes(bookmark.begin(), bookmark.end());
+        return *PropertyList::parse(bytes)->as<PropertyList::Dictionary>();
+    };
+    auto fields = fieldsOf(plan);
+    for (const char* field : {"inode", "birth"})
+        fields[field] = fieldsOf(in("up/home/other.md"))[field];
+    fs::remove(plan);
+    const auto list = PropertyList{fields}.toBinary();
+    EXPECT_EQ(resolved(Bytes(list.begin(), list.end())), "“" + plan + "” can't be found.");
+
     EXPECT_FALSE(bookmarks_.create(Url::fromPath(in("missing"))));
     EXPECT_FALSE(bookmarks_.create(*Url::parse("https://example.org" + plan)));
 }
