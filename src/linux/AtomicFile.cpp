@@ -45,14 +45,31 @@ bool takeOver(int descriptor, const struct stat& old) {
     return ::fchmod(descriptor, old.st_mode & 07777) == 0;
 }
 
-/// Writes, syncs and closes the new file; false with errno on failure.
-bool fill(const std::string& temporary, std::string_view bytes, const struct stat* old) {
-    constexpr mode_t forOwner = 0600;
-    constexpr mode_t forAll = 0666;
-    FileDescriptor file(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
-                               old ? forOwner : forAll));
-    return file && writeAll(file.get(), bytes) && (!old || takeOver(file.get(), *old)) &&
-           ::fsync(file.get()) == 0 && file.close();
+/// Gives a file that has no name yet one.
+bool nameFile(int descriptor, const std::string& name) {
+    const auto link = "/proc/self/fd/" + std::to_string(descriptor);
+    return ::linkat(AT_FDCWD, link.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
+}
+
+/// Writes and syncs; false with errno on failure.
+bool fill(int descriptor, std::string_view bytes, const struct stat* old) {
+    return writeAll(descriptor, bytes) && (!old || takeOver(descriptor, *old)) &&
+           ::fsync(descriptor) == 0;
+}
+
+/// Makes the new file; false with errno on failure.
+bool makeFile(const std::string& name, std::string_view bytes, const struct stat* old) {
+    const mode_t mode = old ? 0600 : 0666;
+    {
+        // It has no name before it is complete: a process that is killed meanwhile leaves nothing
+        // behind.
+        FileDescriptor file(
+            ::open(path::parent(name).c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, mode));
+        if (file && fill(file.get(), bytes, old) && nameFile(file.get(), name)) return file.close();
+    }
+    // Not every file system can do that, and no machine without /proc.
+    FileDescriptor file(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+    return file && fill(file.get(), bytes, old) && file.close();
 }
 
 } // namespace
@@ -87,7 +104,7 @@ std::optional<Error> replaceFile(const std::string& path, std::string_view bytes
     if (existed && ::access(target->c_str(), W_OK) != 0) return fileError("write", path, errno);
 
     const std::string temporary = temporaryNameBeside(*target);
-    if (!fill(temporary, bytes, existed ? &old : nullptr) ||
+    if (!makeFile(temporary, bytes, existed ? &old : nullptr) ||
         ::rename(temporary.c_str(), target->c_str()) != 0) {
         const int reason = errno;
         ::unlink(temporary.c_str());

@@ -265,11 +265,15 @@ void SimulatedDesktop::install(SimulatedApplication application) {
 }
 
 Platform SimulatedDesktop::platform() {
+    return platform(files, bookmarks);
+}
+
+Platform SimulatedDesktop::platform(FileSystem& elsewhere, Bookmarks& bookmarksElsewhere) {
     auto& facilities = *facilities_;
     return {.mainQueue = queue,
             .backgroundQueue = queue,
             .clock = queue,
-            .fileSystem = files,
+            .fileSystem = elsewhere,
             .userDefaults = facilities.defaults,
             .bundles = facilities.applications,
             .applications = facilities.applications,
@@ -281,7 +285,7 @@ Platform SimulatedDesktop::platform() {
             .userNotifications = facilities.application,
             .application = facilities.application,
             .appearance = facilities.application,
-            .bookmarks = bookmarks,
+            .bookmarks = bookmarksElsewhere,
             .panels = panels};
 }
 

@@ -49,6 +49,8 @@ public:
 
     /// The facilities; valid while the desktop lives.
     Platform platform();
+    /// The same with files that stand elsewhere, on a disk for example.
+    Platform platform(FileSystem& elsewhere, Bookmarks& bookmarksElsewhere);
 
     // The scene.
 

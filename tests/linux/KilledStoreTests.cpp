@@ -1,0 +1,146 @@
+#include "Machine.h"
+#include "StoreOnDisk.h"
+
+#include <csignal>
+#include <filesystem>
+#include <random>
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace corvane;
+using namespace corvane::machine;
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::size_t edits = 600;
+constexpr int kills = 300;
+
+Uuid identifier(std::size_t number) {
+    Uuid id;
+    id.bytes[0] = static_cast<std::uint8_t>(number);
+    id.bytes[1] = static_cast<std::uint8_t>(number >> 8);
+    return id;
+}
+
+Workspace workspace(std::size_t number) {
+    auto made = makeWorkspace("Workspace " + std::to_string(number), "", "folder", {});
+    made.id = identifier(number);
+    // Of very different sizes, so that a mixture of two files can't look whole.
+    made.description = std::string(number * 7919 % 20'000, 'x');
+    Resource resource;
+    resource.id = identifier(number);
+    made.resources.push_back(resource);
+    return made;
+}
+
+/// One of a row of edits, the same in every run.
+void edit(WorkspaceStore& store, std::size_t number) {
+    const Uuid id = identifier(number - number % 4);
+    switch (number % 4) {
+    case 0:
+        return store.addWorkspace(workspace(number));
+    case 1:
+        return store.renameResource(id, "Renamed " + std::to_string(number), id);
+    case 2:
+        return store.addAssociatedApp(id, "App " + std::to_string(number), id);
+    default:
+        // Some stay, so that the file grows.
+        if (number % 5 != 0)
+            store.deleteWorkspace(id);
+        else
+            store.removeResource(id, id);
+    }
+}
+
+/// Stands for a content: all of them would make the process too big to fork fast.
+std::size_t digest(const std::string& content) {
+    return std::hash<std::string>()(content);
+}
+
+std::string firstContent() {
+    return encodeWorkspaces({workspace(edits)});
+}
+
+/// What the file holds after each edit.
+std::vector<std::size_t> digestsOfAllStates() {
+    SimulatedDesktop desktop;
+    auto platform = desktop.platform();
+    desktop.files.contents["/home/user/.local/share/Corvane/corvane_workspaces.json"] =
+        firstContent();
+    BookmarkManager bookmarks(desktop.files, desktop.bookmarks, desktop.queue);
+    WorkspaceStore store(platform, bookmarks);
+    std::vector<std::size_t> states{digest(firstContent())};
+    for (std::size_t number = 0; number < edits; ++number) {
+        edit(store, number);
+        states.push_back(digest(encodeWorkspaces(store.workspaces)));
+    }
+    return states;
+}
+
+/// Makes one edit after the other, and reports how many are done before each.
+[[noreturn]] void editUntilKilled(std::size_t done, int report) {
+    StoreOnDisk disk;
+    for (;;) {
+        if (write(report, &done, sizeof done) != sizeof done) _exit(1);
+        if (done < edits)
+            edit(disk.store, done++);
+        else
+            pause();
+    }
+}
+
+/// The last report of a process that is killed some time after its first edit began.
+std::size_t editAndKill(std::size_t from, useconds_t after) {
+    int ends[2];
+    EXPECT_EQ(pipe(ends), 0);
+    const pid_t child = fork();
+    if (child == 0) editUntilKilled(from, ends[1]);
+    close(ends[1]);
+    std::size_t last = 0;
+    EXPECT_EQ(read(ends[0], &last, sizeof last), static_cast<ssize_t>(sizeof last));
+    usleep(after);
+    EXPECT_EQ(kill(child, SIGKILL), 0);
+    int status = 0;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << status;
+    while (read(ends[0], &last, sizeof last) > 0) {
+    }
+    close(ends[0]);
+    return last;
+}
+
+TEST(KilledStore, leavesTheFileOfItsLastEditOrOfTheOneUnderWay) {
+    const std::string folder = place("killed");
+    const ScopedVariable variable("XDG_DATA_HOME", folder);
+    const auto file = folder + "/Corvane/corvane_workspaces.json";
+    const auto states = digestsOfAllStates();
+    std::mt19937 random(testing::UnitTest::GetInstance()->random_seed());
+    std::uniform_int_distribution<useconds_t> moment(0, 5'000);
+
+    std::size_t state = edits;
+    std::size_t editsMade = 0;
+    for (int round = 0; round < kills; ++round) {
+        if (state + 50 > edits) {
+            fs::remove_all(folder);
+            machine::write(file, firstContent());
+            state = 0;
+        }
+        const auto last = editAndKill(state, moment(random));
+        const auto found = digest(machine::read(file));
+        const auto now = found == states[last] ? last : last + 1;
+        ASSERT_EQ(found, states.at(now)) << "killed during edit " << last;
+        editsMade += now - state;
+        state = now;
+    }
+    EXPECT_GT(editsMade, 50u) << "the kills came too soon to mean anything";
+    for (const auto& name : namesIn(folder + "/Corvane")) {
+        EXPECT_TRUE(name == "corvane_workspaces.json" || name.starts_with(".corvane-")) << name;
+    }
+    RecordProperty("edits", static_cast<int>(editsMade));
+    fs::remove_all(folder);
+}
+
+} // namespace
