@@ -159,14 +159,26 @@ TEST_F(StoreOnDiskTest, whatCannotBeSavedIsKeptInMemoryUntilItCanBe) {
     }
 }
 
-/// In a process that has a small disk of its own mounted; ends it with 0 where all went well.
-[[noreturn]] void fillDisk(const std::string& folder) {
-    constexpr int cannotMount = 77;
-    const int own = geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWNS | CLONE_NEWUSER;
-    if (unshare(own) != 0 || mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-        mount("none", folder.c_str(), "tmpfs", 0, "size=256k") != 0) {
-        _exit(cannotMount);
+constexpr int cannotMount = 77;
+
+/// Gives this process a view of the machine of its own, with a small disk at the folder.
+bool mountSmallDisk(const std::string& folder) {
+    const auto user = std::to_string(geteuid());
+    const auto group = std::to_string(getegid());
+    if (geteuid() != 0) {
+        if (unshare(CLONE_NEWUSER) != 0) return false;
+        write("/proc/self/setgroups", "deny");
+        write("/proc/self/uid_map", "0 " + user + " 1");
+        write("/proc/self/gid_map", "0 " + group + " 1");
     }
+    return unshare(CLONE_NEWNS) == 0 &&
+           mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+           mount("none", folder.c_str(), "tmpfs", 0, "size=256k") == 0;
+}
+
+/// In a process of its own, which it ends: with 0 where all went well.
+[[noreturn]] void fillDisk(const std::string& folder) noexcept {
+    if (!mountSmallDisk(folder)) _exit(cannotMount);
     StoreOnDisk disk;
     disk.add("a");
     const auto file = folder + "/Corvane/corvane_workspaces.json";
@@ -187,7 +199,8 @@ TEST_F(StoreOnDiskTest, aFullDiskKeepsTheLastFileWholeUntilThereIsRoom) {
     if (child == 0) fillDisk(folder_);
     int status = 0;
     ASSERT_EQ(waitpid(child, &status, 0), child);
-    if (WIFEXITED(status) && WEXITSTATUS(status) == 77) GTEST_SKIP() << "nothing can be mounted";
+    if (WIFEXITED(status) && WEXITSTATUS(status) == cannotMount)
+        GTEST_SKIP() << "nothing can be mounted";
     EXPECT_EQ(status, 0);
 }
 
