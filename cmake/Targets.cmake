@@ -9,6 +9,10 @@ if(CORVANE_SANITIZE)
     -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
   target_link_options(corvane_flags INTERFACE -fsanitize=address,undefined)
 endif()
+if(CORVANE_FUZZ)
+  # So that the fuzzer sees which way its input goes through the libraries too.
+  target_compile_options(corvane_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # corvane_library(NAME [dependencies...]): every source of the current folder and of its subfolders.
 function(corvane_library NAME)

@@ -1,11 +1,13 @@
 #include "foundation/PropertyList.h"
 
-#include "foundation/PropertyListLimits.h"
+#include "foundation/BinaryPropertyList.h"
 #include "foundation/Text.h"
 
 #include <cstdlib>
 #include <limits>
 #include <memory>
+#include <optional>
+#include <utility>
 
 #include <plist/plist.h>
 
@@ -18,9 +20,9 @@ struct FreeNode {
 };
 using OwnedNode = std::unique_ptr<void, FreeNode>;
 
-std::string takeText(char* text) {
-    std::string result = text ? text : "";
-    std::free(text);
+std::string takeText(char* owned) {
+    auto result = text::replacingInvalidUtf8(owned ? owned : "");
+    std::free(owned);
     return result;
 }
 
@@ -77,56 +79,39 @@ PropertyList fromNode(plist_t node) {
     }
 }
 
-struct NodeMaker {
-    plist_t operator()(const PropertyList::Other&) const { return plist_new_string(""); }
-    plist_t operator()(bool flag) const { return plist_new_bool(flag ? 1 : 0); }
-    plist_t operator()(std::int64_t number) const {
-        return plist_new_uint(static_cast<std::uint64_t>(number));
+/// Ends are left out of account, so that no trick with comments gets more past the count: the
+/// library takes each level of nesting from the stack.
+bool hasFewContainers(std::string_view xml) {
+    constexpr std::size_t most = 5'000;
+    std::size_t containers = 0;
+    for (const std::string_view tag : {"<array", "<dict"}) {
+        for (auto at = xml.find(tag); at != std::string_view::npos; at = xml.find(tag, at + 1))
+            ++containers;
     }
-    plist_t operator()(double number) const { return plist_new_real(number); }
-    plist_t operator()(const std::string& text) const { return plist_new_string(text.c_str()); }
-    plist_t operator()(const Bytes& bytes) const {
-        return plist_new_data(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-    }
-    plist_t operator()(const PropertyList::Array& array) const {
-        const plist_t node = plist_new_array();
-        for (const auto& item : array)
-            plist_array_append_item(node, std::visit(*this, item.value));
-        return node;
-    }
-    plist_t operator()(const PropertyList::Dictionary& dictionary) const {
-        const plist_t node = plist_new_dict();
-        for (const auto& [key, item] : dictionary) {
-            // The format's keys are C strings of text: another key would take a third one's place.
-            const bool isKey = key.find('\0') == std::string::npos && text::isValidUtf8(key);
-            if (!isKey || item.as<PropertyList::Other>()) continue;
-            plist_dict_set_item(node, key.c_str(), std::visit(*this, item.value));
-        }
-        return node;
-    }
-};
+    return containers <= most;
+}
+
+std::optional<PropertyList> readXml(std::string_view xml) {
+    // XML has no null character; the library ends the program over one in a text.
+    const bool isText = !xml.empty() && xml.find('\0') == std::string_view::npos;
+    const bool isSmall = xml.size() <= std::numeric_limits<std::uint32_t>::max();
+    if (!isText || !isSmall || !hasFewContainers(xml)) return std::nullopt;
+    plist_t parsed = nullptr;
+    plist_from_xml(xml.data(), static_cast<std::uint32_t>(xml.size()), &parsed);
+    const OwnedNode node(parsed);
+    return node ? std::optional(fromNode(node.get())) : std::nullopt;
+}
 
 } // namespace
 
 Result<PropertyList> PropertyList::parse(std::string_view bytes) {
-    if (bytes.size() > std::numeric_limits<std::uint32_t>::max())
-        return Error{"The property list is too large."};
-    plist_t parsed = nullptr;
-    if (!bytes.empty() && isWithinPropertyListLimits(bytes))
-        plist_from_memory(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &parsed);
-    const OwnedNode node(parsed);
-    if (!node) return Error{"The data isn't a property list."};
-    return fromNode(node.get());
+    auto list = bytes.starts_with("bplist") ? binaryPropertyList::read(bytes) : readXml(bytes);
+    if (!list) return Error{"The data isn't a property list."};
+    return std::move(*list);
 }
 
 std::string PropertyList::toBinary() const {
-    const OwnedNode node(std::visit(NodeMaker{}, value));
-    char* bytes = nullptr;
-    std::uint32_t length = 0;
-    plist_to_bin(node.get(), &bytes, &length);
-    std::string result(bytes, length);
-    plist_to_bin_free(bytes);
-    return result;
+    return binaryPropertyList::write(*this);
 }
 
 } // namespace corvane

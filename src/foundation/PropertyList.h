@@ -14,7 +14,7 @@ namespace corvane {
 using Bytes = std::vector<std::uint8_t>;
 
 /// A value of a property list. Dates, identifiers and null of a foreign list are read as `Other`,
-/// which a dictionary leaves out when written, as it does a key that isn't text.
+/// which a dictionary leaves out when written, as it does a key that isn't UTF-8.
 struct PropertyList {
     struct Other {
         bool operator==(const Other&) const = default;

@@ -34,13 +34,6 @@ icu::UnicodeString folded(std::string_view text) {
     return U_SUCCESS(status) ? nfc->normalize(unicode, status) : unicode;
 }
 
-bool isAscii(std::string_view text) {
-    for (const char c : text) {
-        if (static_cast<unsigned char>(c) >= 0x80) return false;
-    }
-    return true;
-}
-
 char asciiLower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
@@ -67,6 +60,22 @@ bool collatorContains(std::string_view text, std::string_view part,
 }
 
 } // namespace
+
+bool isAscii(std::string_view text) {
+    for (const char c : text) {
+        if (static_cast<unsigned char>(c) >= 0x80) return false;
+    }
+    return true;
+}
+
+std::u16string toUtf16(std::string_view text) {
+    const auto unicode = toUnicode(text);
+    return {unicode.getBuffer(), static_cast<std::size_t>(unicode.length())};
+}
+
+std::string fromUtf16(std::u16string_view text) {
+    return toUtf8({text.data(), static_cast<std::int32_t>(text.size())});
+}
 
 std::size_t firstInvalidUtf8(std::string_view text) {
     std::size_t offset = 0;

@@ -12,6 +12,12 @@ bool isValidUtf8(std::string_view text);
 /// The offset of the first byte that isn't part of such; the size of the text where all is well.
 std::size_t firstInvalidUtf8(std::string_view text);
 
+bool isAscii(std::string_view text);
+
+/// Between UTF-8 and UTF-16; what is ill-formed becomes U+FFFD.
+std::u16string toUtf16(std::string_view text);
+std::string fromUtf16(std::u16string_view text);
+
 /// With each ill-formed sequence as U+FFFD, for showing.
 std::string replacingInvalidUtf8(std::string_view text);
 

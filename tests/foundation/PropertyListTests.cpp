@@ -1,5 +1,7 @@
 #include "foundation/PropertyList.h"
 
+#include <limits>
+
 #include <gtest/gtest.h>
 
 namespace corvane {
@@ -33,26 +35,42 @@ std::string container(char marker, std::initializer_list<std::size_t> references
 }
 
 TEST(PropertyList, survivesARoundTripInTheBinaryFormat) {
-    const PropertyList list{PropertyList::Dictionary{
+    using Limits = std::numeric_limits<std::int64_t>;
+    const PropertyList::Dictionary entries{
         {"flag", {true}},
-        {"negative", {std::int64_t{-7}}},
-        {"fraction", {0.1}},
+        {"numbers",
+         {PropertyList::Array{{std::int64_t{-1}},
+                              {std::int64_t{255}},
+                              {std::int64_t{256}},
+                              {std::int64_t{1} << 32},
+                              {Limits::min()},
+                              {Limits::max()}}}},
+        {"fractions", {PropertyList::Array{{0.1}, {-1e300}, {0.0}}}},
         {"Größe 📚", {std::string("Ünïcode 📚")}},
+        {std::string("null\0character", 14), {std::string("a\0b", 3)}},
         {"data", {Bytes{0, 1, 255}}},
+        {"much data", {Bytes(70'000, 7)}},
+        {"long text", {std::string(300, 'x')}},
         {"empty", {PropertyList::Array{}}},
         {"nested", {PropertyList::Array{{PropertyList::Dictionary{}}, {Bytes{}}}}},
-    }};
-    const auto bytes = list.toBinary();
-    EXPECT_TRUE(bytes.starts_with("bplist00"));
-    const auto read = PropertyList::parse(bytes);
-    ASSERT_TRUE(read);
-    EXPECT_EQ(*read, list);
+    };
+    // The tables grow with the number of objects and with the size of the list.
+    for (const std::size_t more : {0, 20, 300, 70'000}) {
+        PropertyList list{entries};
+        std::get<PropertyList::Dictionary>(list.value)["more"] = {
+            PropertyList::Array(more, PropertyList{std::string("x")})};
+        const auto bytes = list.toBinary();
+        EXPECT_TRUE(bytes.starts_with("bplist00"));
+        const auto read = PropertyList::parse(bytes);
+        ASSERT_TRUE(read) << more;
+        EXPECT_TRUE(*read == list) << more;
+    }
 }
 
-TEST(PropertyList, leavesOutKeysThatWouldTakeAnothersPlace) {
+TEST(PropertyList, leavesOutWhatADictionaryCannotHold) {
     const PropertyList list{PropertyList::Dictionary{{"a", {std::int64_t{1}}},
-                                                     {std::string("a\0b", 3), {std::int64_t{2}}},
-                                                     {"a\xff", {std::int64_t{3}}}}};
+                                                     {"a\xff", {std::int64_t{2}}},
+                                                     {"other", {PropertyList::Other{}}}}};
     EXPECT_EQ(*PropertyList::parse(list.toBinary()),
               (PropertyList{PropertyList::Dictionary{{"a", {std::int64_t{1}}}}}));
 }
@@ -95,12 +113,17 @@ TEST(PropertyList, thatNestsOrRepeatsItselfBeyondMeasureIsAnError) {
         {"a circle", binaryList({container('\xa1', {0})}), false},
         {"a reference to nothing", binaryList({container('\xa1', {1})}), false},
         {"a key that is an array", binaryList({container('\xd1', {1, 1}), "\xa0"}), false},
+        {"a key with a null character",
+         binaryList({container('\xd1', {1, 1}), std::string("\x61\0\0", 3)}), true},
+        {"half a character", binaryList({"\x61\xd8\x3d"}), true},
         {"more text than there is", binaryList({"\x5f\x10\xff"}), false},
         {"a length without an end", binaryList({"\x5f\x13\xff\xff\xff\xff\xff\xff\xff\xff"}),
          false},
         {"no tables", "bplist00", false},
         {"some XML", xml(50), true},
         {"deep XML", xml(400'000), false},
+        {"a null character in XML", "<plist><string>a" + std::string(1, '\0') + "</string></plist>",
+         false},
         {"nothing", "", false},
     };
     for (const auto& [name, bytes, isRead] : cases)
