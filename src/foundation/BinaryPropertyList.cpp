@@ -323,11 +323,11 @@ private:
 
 } // namespace
 
-std::optional<PropertyList> read(std::string_view bytes) {
+Result<PropertyList> read(std::string_view bytes) {
     try {
         return Reader(bytes).list();
     } catch (const Unreadable&) {
-        return std::nullopt;
+        return Error{"The data isn't a binary property list."};
     }
 }
 

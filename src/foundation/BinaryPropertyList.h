@@ -2,7 +2,6 @@
 
 #include "foundation/PropertyList.h"
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -10,10 +9,10 @@
 /// of their offsets, then a trailer that says where the table is.
 namespace corvane::binaryPropertyList {
 
-/// Nothing where the bytes aren't such a list. A few bytes can name the same object again and again
-/// or nest without an end; a list that would come to a multiple of its size when read out, or that
-/// is deeper than a hundred levels, isn't read.
-std::optional<PropertyList> read(std::string_view bytes);
+/// An error where the bytes aren't such a list. A few bytes can name the same object again and
+/// again or nest without an end; a list that would come to a multiple of its size when read out, or
+/// that is deeper than a hundred levels, isn't read.
+Result<PropertyList> read(std::string_view bytes);
 
 /// Text that isn't UTF-8 is written with U+FFFD in place of what is wrong.
 std::string write(const PropertyList& list);

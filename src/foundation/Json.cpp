@@ -3,6 +3,7 @@
 #include "foundation/Text.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -37,6 +38,51 @@ std::string lineAndColumn(std::string_view text, std::size_t offset) {
     return "line " + std::to_string(line) + ", column " + std::to_string(offset - lineStart + 1);
 }
 
+/// The library's tree with numbers that we read: its own reading gives garbage for a zero with an
+/// exponent ("0e-300") and no number at all for a very small one ("1e-324").
+class Tree : public rapidjson::Document {
+public:
+    /// Builds the tree from the text.
+    rapidjson::ParseResult read(std::string_view text) {
+        rapidjson::MemoryStream bytes(text.data(), text.size());
+        rapidjson::ParseResult result;
+        auto build = [&](rapidjson::Document&) {
+            // Iterative, so that no depth of nesting exhausts the stack.
+            constexpr unsigned flags =
+                rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
+            rapidjson::Reader reader;
+            result = reader.Parse<flags>(bytes, *this);
+            return !result.IsError();
+        };
+        Populate(build);
+        // A null character counts as the end for the library.
+        if (!result.IsError() && bytes.Tell() < text.size())
+            result.Set(rapidjson::kParseErrorDocumentRootNotSingular, bytes.Tell());
+        return result;
+    }
+
+    /// Called by the library's reader with the text of a number in JSON's grammar.
+    bool RawNumber(const char* text, rapidjson::SizeType length, bool) {
+        const char* const end = text + length;
+        std::int64_t integer = 0;
+        if (const auto read = std::from_chars(text, end, integer); isWhole(read, end))
+            return Int64(integer);
+        double number = 0;
+        if (const auto read = std::from_chars(text, end, number); isWhole(read, end))
+            return Double(number);
+        // Out of range: of the very large and the very small the wider type knows which.
+        long double wide = 0;
+        const auto read = std::from_chars(text, end, wide);
+        number = static_cast<double>(wide);
+        return isWhole(read, end) && std::isfinite(number) && Double(number);
+    }
+
+private:
+    static bool isWhole(std::from_chars_result read, const char* end) {
+        return read.ec == std::errc() && read.ptr == end;
+    }
+};
+
 [[noreturn]] void failParsing(std::string_view name, std::string_view text, std::size_t offset,
                               std::string_view what) {
     throw DecodeError(std::string(name) + ": " + std::string(what) + " at " +
@@ -49,7 +95,7 @@ std::string lineAndColumn(std::string_view text, std::size_t offset) {
 
 struct Document::Parsed {
     std::string name;
-    rapidjson::Document tree;
+    Tree tree;
     std::optional<Value> root;
 };
 
@@ -61,17 +107,14 @@ Document::Document(std::string_view text, std::string name) : parsed_(std::make_
     if (const auto offset = text::firstInvalidUtf8(text); offset != text.size()) {
         failParsing(parsed_->name, text, offset, "not UTF-8");
     }
-    // Iterative, so that no depth of nesting exhausts the stack; full precision, so that a
-    // rectangle survives any number of round trips.
-    auto& tree = parsed_->tree;
-    tree.Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag>(text.data(),
-                                                                                    text.size());
-    if (tree.HasParseError()) {
-        failParsing(parsed_->name, text, tree.GetErrorOffset(),
-                    std::string("not valid JSON (") +
-                        rapidjson::GetParseError_En(tree.GetParseError()) + ")");
+    if (const auto result = parsed_->tree.read(text); result.IsError()) {
+        const auto* reason = result.Code() == rapidjson::kParseErrorTermination
+                                 ? "Number too big."
+                                 : rapidjson::GetParseError_En(result.Code());
+        failParsing(parsed_->name, text, result.Offset(),
+                    std::string("not valid JSON (") + reason + ")");
     }
-    parsed_->root = Value(&tree, nullptr, parsed_->name, 0);
+    parsed_->root = Value(static_cast<const Node*>(&parsed_->tree), nullptr, parsed_->name, 0);
 }
 
 Document::~Document() = default;
@@ -278,9 +321,8 @@ std::string Writer::take() {
 }
 
 std::string prettyPrinted(const std::string& compact) {
-    rapidjson::Document tree;
-    tree.Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag>(compact.data(),
-                                                                                    compact.size());
+    Tree tree;
+    tree.read(compact);
     rapidjson::StringBuffer buffer;
     rapidjson::PrettyWriter<rapidjson::StringBuffer> writer(buffer);
     writer.SetIndent(' ', 2);

@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <limits>
 #include <memory>
-#include <optional>
 #include <utility>
 
 #include <plist/plist.h>
@@ -91,23 +90,23 @@ bool hasFewContainers(std::string_view xml) {
     return containers <= most;
 }
 
-std::optional<PropertyList> readXml(std::string_view xml) {
+Result<PropertyList> readXml(std::string_view xml) {
     // XML has no null character; the library ends the program over one in a text.
     const bool isText = !xml.empty() && xml.find('\0') == std::string_view::npos;
     const bool isSmall = xml.size() <= std::numeric_limits<std::uint32_t>::max();
-    if (!isText || !isSmall || !hasFewContainers(xml)) return std::nullopt;
+    const Error noList{"The data isn't a property list."};
+    if (!isText || !isSmall || !hasFewContainers(xml)) return noList;
     plist_t parsed = nullptr;
     plist_from_xml(xml.data(), static_cast<std::uint32_t>(xml.size()), &parsed);
     const OwnedNode node(parsed);
-    return node ? std::optional(fromNode(node.get())) : std::nullopt;
+    if (!node) return noList;
+    return fromNode(node.get());
 }
 
 } // namespace
 
 Result<PropertyList> PropertyList::parse(std::string_view bytes) {
-    auto list = bytes.starts_with("bplist") ? binaryPropertyList::read(bytes) : readXml(bytes);
-    if (!list) return Error{"The data isn't a property list."};
-    return std::move(*list);
+    return bytes.starts_with("bplist") ? binaryPropertyList::read(bytes) : readXml(bytes);
 }
 
 std::string PropertyList::toBinary() const {

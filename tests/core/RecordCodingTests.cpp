@@ -3,6 +3,8 @@
 #include "foundation/Text.h"
 #include "simulated/SimulatedDesktop.h"
 
+#include <limits>
+
 #include <gtest/gtest.h>
 
 namespace corvane {
@@ -76,6 +78,7 @@ TEST_F(RecordCoding, aBadValueFailsTheWholeTextAndTheErrorNamesItsPlace) {
         {"", "not valid JSON"},
         {"[", "not valid JSON"},
         {"[]x", "not valid JSON"},
+        {std::string("[]\0[]", 5), "not valid JSON"},
         {"{}", "workspaces: an array was expected"},
         {"[7]", "workspaces[0]: an object was expected"},
         {"[{}]", "workspaces[0]: \"id\" is missing"},
@@ -155,6 +158,36 @@ TEST_F(RecordCoding, aListSurvivesARoundTripAndOldBookmarksLeaveTheFile) {
     workspaces[0].savedWindowLayouts->clear();
     EXPECT_EQ(decode(encodeWorkspaces(workspaces)), workspaces);
     EXPECT_EQ(encodeWorkspaces({}), "[]");
+}
+
+TEST_F(RecordCoding, numbersReadAsTheNearestOnes) {
+    const auto dateOf = [&](const std::string& number) {
+        return decode(text::replacingAll(workspaceJson(""), "757382400.5", number))[0]
+            .dateModified.seconds;
+    };
+    const std::pair<const char*, double> cases[]{
+        {"0e-300", 0},
+        {"-0.0e-25", 0},
+        {"0E30", 0},
+        {"1e-400", 0},
+        {"1e-324", 0},
+        {"4e-324", std::numeric_limits<double>::denorm_min()},
+        {"2.2250738585072011e-308", 2.2250738585072011e-308},
+        {"1.7976931348623157e308", std::numeric_limits<double>::max()},
+        {"-9223372036854775809", -0x1p63},
+        {"123456789012345678901234567890", 123456789012345678901234567890.0},
+        {"9007199254740993.0", 9007199254740992.0},
+        {"0.1e1", 1},
+    };
+    for (const auto& [number, expected] : cases)
+        EXPECT_EQ(dateOf(number), expected) << number;
+    for (const auto* number : {"1e309", "-1e400", "1e5000", "1e99999999999", "01", "1.", ".5", "+1",
+                               "1e", "0x1", "NaN", "-Infinity"}) {
+        EXPECT_NE(errorOf(text::replacingAll(workspaceJson(""), "757382400.5", number))
+                      .find("not valid JSON"),
+                  std::string::npos)
+            << number;
+    }
 }
 
 /// The pretty-printed form of the platform that earlier versions ran on, saved again by an editor.

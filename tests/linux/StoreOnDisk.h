@@ -3,6 +3,7 @@
 #include "core/BookmarkManager.h"
 #include "core/RecordCoding.h"
 #include "core/WorkspaceStore.h"
+#include "linux/Catalogue.h"
 #include "linux/LinuxBookmarks.h"
 #include "linux/LinuxFileSystem.h"
 #include "simulated/SimulatedDesktop.h"

@@ -1,0 +1,96 @@
+// Loads, edits and saves a very large workspaces file, and tells how long that takes and how much
+// memory. Fails where the memory is more than it may be.
+
+#include "../StoreOnDisk.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace corvane;
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int workspaceCount = 10'000;
+constexpr int resourceCount = 20;
+constexpr double mostMemory = 6;
+
+/// Bytes, of the lines in /proc/self/status.
+double memory(const std::string& field) {
+    std::ifstream status("/proc/self/status");
+    std::string name;
+    for (std::string line; status >> name && std::getline(status, line);) {
+        if (name == field + ":") return std::stod(line) * 1024;
+    }
+    return 0;
+}
+
+void writeFile(const fs::path& file) {
+    SimulatedDesktop desktop;
+    const auto platform = desktop.platform();
+    std::vector<Workspace> workspaces;
+    for (int w = 0; w < workspaceCount; ++w) {
+        auto workspace = makeWorkspace("Workspace " + std::to_string(w), "", "folder", {757382400});
+        for (int r = 0; r < resourceCount; ++r) {
+            const auto name = "document " + std::to_string(r) + ".txt";
+            workspace.resources.push_back(
+                makeResource(name, "/home/user/Documents/Projects/" + workspace.name + "/" + name,
+                             allResourceTypes[static_cast<std::size_t>(r) % 5], platform.bundles));
+            if (r % 2 == 0) workspace.resources.back().associatedApps = {"Text Editor"};
+        }
+        workspaces.push_back(std::move(workspace));
+    }
+    fs::create_directories(file.parent_path());
+    std::ofstream(file) << encodeWorkspaces(workspaces);
+}
+
+double seconds(const std::function<void()>& work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+} // namespace
+
+int main() {
+    std::string folder = fs::temp_directory_path() / "corvane-load-XXXXXX";
+    if (!mkdtemp(folder.data())) return 2;
+    setenv("XDG_DATA_HOME", folder.c_str(), 1);
+    const auto file = fs::path(folder) / "Corvane/corvane_workspaces.json";
+    // In another process, so that what it takes doesn't count here.
+    const pid_t writer = fork();
+    if (writer == 0) {
+        writeFile(file);
+        _exit(0);
+    }
+    waitpid(writer, nullptr, 0);
+    const auto size = static_cast<double>(fs::file_size(file));
+    const double before = memory("VmRSS");
+
+    std::unique_ptr<machine::StoreOnDisk> disk;
+    const double load = seconds([&] { disk = std::make_unique<machine::StoreOnDisk>(); });
+    const double afterLoad = memory("VmHWM") - before;
+    const double held = memory("VmRSS") - before;
+    auto& store = disk->store;
+    const auto& middle = store.workspaces->at(workspaceCount / 2);
+    constexpr int edits = 5;
+    const double edit = seconds([&] {
+        for (int i = 0; i < edits; ++i)
+            store.renameResource(middle.resources[3].id, "renamed " + std::to_string(i), middle.id);
+    });
+    const double peak = memory("VmHWM") - before;
+    const bool isSaved = machine::StoreOnDisk().store.workspaces.get() == store.workspaces.get();
+    fs::remove_all(folder);
+
+    std::cout << "file: " << size / 1e6 << " MB\nload: " << load << " s, at most "
+              << afterLoad / size << " times the file, then " << held / size
+              << "\nedit and save: " << edit / edits << " s, at most " << peak / size
+              << " times the file\n";
+    return isSaved && peak <= mostMemory * size ? 0 : 1;
+}
