@@ -153,7 +153,11 @@ Value Value::at(std::size_t index) const {
 std::string_view Value::text() const {
     const Node& node = asNode(node_);
     if (!node.IsString()) fail("a text was expected");
-    return textOf(node);
+    const auto text = textOf(node);
+    // The library lets the second half of a surrogate pair through where the first is missing. Such
+    // a text could never be written again.
+    if (!text::isValidUtf8(text)) fail("the text has half a surrogate pair");
+    return text;
 }
 
 bool Value::flag() const {

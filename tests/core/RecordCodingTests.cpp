@@ -100,6 +100,8 @@ TEST_F(RecordCoding, aBadValueFailsTheWholeTextAndTheErrorNamesItsPlace) {
              R"("appName":"A","ownerPID":0,"recordedAt":"2025-01-01T00:00:00Z","frame":[[0,0],[1,1]])"),
          "workspaces[0].savedWindowLayouts[0].recordedAt: a number was expected"},
         {resourceWith("\"Plan\"", "\"\\ud800\""), "not valid JSON"},
+        {resourceWith("\"Plan\"", "\"a\\udcda\""),
+         "workspaces[0].resources[0].name: the text has half a surrogate pair"},
         {resourceWith("\"Plan\"", "3"), "workspaces[0].resources[0].name: a text was expected"},
         {resourceWith("\"Writer\"]", "null]"),
          "workspaces[0].resources[0].associatedApps[1]: a text was expected"},
