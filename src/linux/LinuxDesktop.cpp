@@ -4,6 +4,7 @@
 #include "linux/Catalogue.h"
 #include "linux/LinuxApplications.h"
 #include "linux/LinuxBackgroundQueue.h"
+#include "linux/LinuxBookmarks.h"
 #include "linux/LinuxBundles.h"
 #include "linux/LinuxClock.h"
 #include "linux/LinuxFileSystem.h"
@@ -29,6 +30,7 @@ struct LinuxDesktop::Facilities {
     LinuxFileSystem files{catalogue};
     LinuxUserDefaults defaults{files, clock};
     LinuxBundles bundles{catalogue};
+    LinuxBookmarks bookmarks{catalogue};
     LinuxApplications applications{opener};
     LinuxTaskRunner tasks{opener};
     LinuxScriptEngine scripts{opener};
@@ -60,7 +62,9 @@ Platform LinuxDesktop::platform() {
             .notificationCenter = facilities.notificationCenter,
             .userNotifications = facilities.notifications,
             .application = facilities.toolkit.application,
-            .appearance = facilities.toolkit.appearance};
+            .appearance = facilities.toolkit.appearance,
+            .bookmarks = facilities.bookmarks,
+            .panels = facilities.toolkit.panels};
 }
 
 } // namespace corvane

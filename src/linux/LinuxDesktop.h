@@ -12,6 +12,7 @@ struct Toolkit {
     Alerts& alerts;
     ApplicationObject& application;
     Appearance& appearance;
+    Panels& panels;
 };
 
 /// The desktop that is there: X11, freedesktop entries, processes, files. Everything is found

@@ -1,6 +1,7 @@
 #include "linux/LinuxDesktop.h"
 #include "qt/Face.h"
 #include "qt/MainWindows.h"
+#include "qt/NoPanels.h"
 #include "qt/QtAlerts.h"
 #include "qt/QtAppearance.h"
 #include "qt/QtMainQueue.h"
@@ -20,7 +21,8 @@ int main(int argc, char** argv) {
     addViews(engine);
     MainWindows mainWindows(engine);
     QtAlerts alerts(engine, mainWindows);
-    LinuxDesktop desktop({mainQueue, alerts, mainWindows, appearance});
+    NoPanels panels;
+    LinuxDesktop desktop({mainQueue, alerts, mainWindows, appearance, panels});
     auto platform = desktop.platform();
     CorvaneApp app(platform);
     mainWindows.serve(app);

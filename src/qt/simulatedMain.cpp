@@ -98,7 +98,9 @@ int main(int argc, char** argv) {
                       .notificationCenter = simulated.notificationCenter,
                       .userNotifications = simulated.userNotifications,
                       .application = mainWindows,
-                      .appearance = appearance};
+                      .appearance = appearance,
+                      .bookmarks = simulated.bookmarks,
+                      .panels = simulated.panels};
     // What the desktop itself does later is done in step with the time of the wall.
     QTimer steps;
     constexpr int stepInMilliseconds = 20;

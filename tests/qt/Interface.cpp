@@ -28,7 +28,9 @@ Platform withWindows(SimulatedDesktop& desktop, MainWindows& windows) {
             .notificationCenter = given.notificationCenter,
             .userNotifications = given.userNotifications,
             .application = windows,
-            .appearance = given.appearance};
+            .appearance = given.appearance,
+            .bookmarks = given.bookmarks,
+            .panels = given.panels};
 }
 
 void collect(QAccessibleInterface* element, std::vector<QAccessibleInterface*>& found) {
