@@ -32,17 +32,23 @@ double memory(const std::string& field) {
 }
 
 void writeFile(const fs::path& file) {
-    SimulatedDesktop desktop;
-    const auto platform = desktop.platform();
     std::vector<Workspace> workspaces;
+    Uuid id;
+    const auto nextId = [&] {
+        for (std::size_t i = 0; ++id.bytes[i] == 0;)
+            ++i;
+        return id;
+    };
     for (int w = 0; w < workspaceCount; ++w) {
         auto workspace = makeWorkspace("Workspace " + std::to_string(w), "", "folder", {757382400});
         for (int r = 0; r < resourceCount; ++r) {
-            const auto name = "document " + std::to_string(r) + ".txt";
-            workspace.resources.push_back(
-                makeResource(name, "/home/user/Documents/Projects/" + workspace.name + "/" + name,
-                             allResourceTypes[static_cast<std::size_t>(r) % 5], platform.bundles));
-            if (r % 2 == 0) workspace.resources.back().associatedApps = {"Text Editor"};
+            Resource resource;
+            resource.id = nextId();
+            resource.name = "document " + std::to_string(r) + ".txt";
+            resource.path = "/home/user/Documents/Projects/" + workspace.name + "/" + resource.name;
+            resource.type = allResourceTypes[static_cast<std::size_t>(r) % 5];
+            if (r % 2 == 0) resource.associatedApps = {"Text Editor"};
+            workspace.resources.push_back(std::move(resource));
         }
         workspaces.push_back(std::move(workspace));
     }
