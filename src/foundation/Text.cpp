@@ -1,9 +1,11 @@
 #include "foundation/Text.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <memory>
 
+#include <unicode/brkiter.h>
 #include <unicode/coll.h>
 #include <unicode/locid.h>
 #include <unicode/normalizer2.h>
@@ -62,10 +64,10 @@ bool collatorContains(std::string_view text, std::string_view part,
 } // namespace
 
 bool isAscii(std::string_view text) {
-    for (const char c : text) {
-        if (static_cast<unsigned char>(c) >= 0x80) return false;
-    }
-    return true;
+    unsigned char bits = 0;
+    for (const char c : text)
+        bits |= static_cast<unsigned char>(c);
+    return bits < 0x80;
 }
 
 std::u16string toUtf16(std::string_view text) {
@@ -114,19 +116,38 @@ std::string trimmed(std::string_view text) {
 }
 
 std::string lowercased(std::string_view text) {
+    if (isAscii(text)) {
+        std::string result(text);
+        std::transform(result.begin(), result.end(), result.begin(), asciiLower);
+        return result;
+    }
     return toUtf8(toUnicode(text).toLower(icu::Locale::getRoot()));
 }
 
+std::size_t characterCount(std::string_view text) {
+    if (isAscii(text)) return text.size();
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<icu::BreakIterator> characters(
+        icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+    if (U_FAILURE(status)) return text.size();
+    const auto unicode = toUnicode(text);
+    characters->setText(unicode);
+    std::size_t count = 0;
+    while (characters->next() != icu::BreakIterator::DONE)
+        ++count;
+    return count;
+}
+
 bool equalsIgnoringCase(std::string_view a, std::string_view b) {
-    if (a == b) return true;
-    if (isAscii(a) && isAscii(b)) {
-        if (a.size() != b.size()) return false;
-        for (std::size_t i = 0; i < a.size(); ++i) {
-            if (asciiLower(a[i]) != asciiLower(b[i])) return false;
-        }
-        return true;
+    // Two ASCII letters that differ decide, whatever follows: nothing joins with what is before it
+    // to become another one of them.
+    const auto length = std::min(a.size(), b.size());
+    for (std::size_t i = 0; i < length; ++i) {
+        if (((a[i] | b[i]) & 0x80) != 0) return folded(a) == folded(b);
+        if (asciiLower(a[i]) != asciiLower(b[i])) return false;
     }
-    return folded(a) == folded(b);
+    if (a.size() == b.size()) return true;
+    return !(isAscii(a) && isAscii(b)) && folded(a) == folded(b);
 }
 
 bool localizedContainsIgnoringCase(std::string_view text, std::string_view part) {

@@ -27,6 +27,9 @@ std::string trimmed(std::string_view text);
 /// In lower case, by the Unicode rules that know no language.
 std::string lowercased(std::string_view text);
 
+/// The characters as a reader counts them: a letter with its accents is one.
+std::size_t characterCount(std::string_view text);
+
 /// Equal when case is ignored (full Unicode case folding, canonical equivalence).
 bool equalsIgnoringCase(std::string_view a, std::string_view b);
 

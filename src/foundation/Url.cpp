@@ -71,50 +71,47 @@ std::string encodedPath(const UriUriA& uri, bool hasAuthority) {
 
 std::optional<Url> Url::parse(std::string_view text) {
     if (text.empty()) return std::nullopt;
-    Url url;
-    url.text_ = text;
+    Parts parts{.text = std::string(text)};
     // The parser stops at a NUL byte, which no URL may hold.
     if (text.find('\0') != std::string_view::npos) return std::nullopt;
     UriUriA uri;
-    if (uriParseSingleUriA(&uri, url.text_.c_str(), nullptr) != URI_SUCCESS) return std::nullopt;
-    url.scheme_ = rangeOf(uri.scheme);
+    if (uriParseSingleUriA(&uri, parts.text.c_str(), nullptr) != URI_SUCCESS) return std::nullopt;
+    parts.scheme = rangeOf(uri.scheme);
     const std::string raw = encodedPath(uri, uri.hostText.first != nullptr);
     uriFreeUriMembersA(&uri);
-    url.hasDirectoryPath_ = raw.ends_with('/');
-    url.path_ = withoutTrailingSlash(percentDecoded(raw));
-    return url;
+    parts.hasDirectoryPath = raw.ends_with('/');
+    parts.path = withoutTrailingSlash(percentDecoded(raw));
+    return Url(std::move(parts));
 }
 
 Url Url::fromPath(std::string_view path) {
-    Url url;
-    url.scheme_ = "file";
-    url.text_ = "file://" + percentEncodedPath(path);
-    url.hasDirectoryPath_ = path.ends_with('/');
-    url.path_ = withoutTrailingSlash(std::string(path));
-    return url;
+    return Url({.text = "file://" + percentEncodedPath(path),
+                .scheme = "file",
+                .path = withoutTrailingSlash(std::string(path)),
+                .hasDirectoryPath = path.ends_with('/')});
 }
 
 bool Url::isFile() const {
     constexpr std::string_view file = "file";
-    return std::equal(scheme_.begin(), scheme_.end(), file.begin(), file.end(),
+    return std::equal(scheme().begin(), scheme().end(), file.begin(), file.end(),
                       [](char a, char b) { return (a | 0x20) == b; });
 }
 
 std::string Url::lastPathComponent() const {
-    return path::lastComponent(path_);
+    return path::lastComponent(path());
 }
 
 std::string Url::pathExtension() const {
-    return path::extension(path_);
+    return path::extension(path());
 }
 
 Url Url::deletingLastPathComponent() const {
-    const auto parent = path::parent(path_);
+    const auto parent = path::parent(path());
     return fromPath(parent.ends_with('/') ? parent : parent + "/");
 }
 
 Url Url::appendingPathComponent(std::string_view component) const {
-    return fromPath(path::join(path_, component));
+    return fromPath(path::join(path(), component));
 }
 
 namespace path {
@@ -127,28 +124,35 @@ std::string_view withoutSlashes(std::string_view path) {
     return path;
 }
 
+std::string_view lastPart(std::string_view path) {
+    path = withoutSlashes(path);
+    if (path == "/") return path;
+    const auto slash = path.rfind('/');
+    return slash == std::string_view::npos ? path : path.substr(slash + 1);
+}
+
+std::string_view extensionOf(std::string_view name) {
+    const auto dot = name.rfind('.');
+    if (dot == std::string_view::npos || name.find_first_not_of('.') > dot) return {};
+    const auto result = name.substr(dot + 1);
+    return result.find(' ') == std::string_view::npos ? result : std::string_view();
+}
+
 } // namespace
 
 std::string lastComponent(std::string_view path) {
-    path = withoutSlashes(path);
-    if (path == "/") return "/";
-    const auto slash = path.rfind('/');
-    return std::string(slash == std::string_view::npos ? path : path.substr(slash + 1));
+    return std::string(lastPart(path));
 }
 
 std::string extension(std::string_view path) {
-    const auto name = lastComponent(path);
-    const auto dot = name.rfind('.');
-    if (dot == std::string::npos || name.find_first_not_of('.') > dot) return {};
-    const auto result = name.substr(dot + 1);
-    return result.find(' ') == std::string::npos ? result : std::string();
+    return std::string(extensionOf(lastPart(path)));
 }
 
 std::string stem(std::string_view path) {
-    auto name = lastComponent(path);
-    const auto length = extension(path).size();
-    if (length > 0) name.resize(name.size() - length - 1);
-    return name;
+    auto name = lastPart(path);
+    const auto length = extensionOf(name).size();
+    if (length > 0) name.remove_suffix(length + 1);
+    return std::string(name);
 }
 
 std::string parent(std::string_view path) {

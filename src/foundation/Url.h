@@ -1,14 +1,19 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace corvane {
 
-/// A URL in the strict grammar of RFC 3986. Immutable; compared by its text.
+/// A URL in the strict grammar of RFC 3986. Immutable, so copies share their text; compared by it.
 class Url {
 public:
+    Url(const Url&) = default;
+    Url& operator=(const Url&) = default;
+
     /// Reads an absolute or relative URL. Empty text and illegal characters give nothing.
     static std::optional<Url> parse(std::string_view text);
     /// The file URL of an absolute path; the path's bytes are percent-encoded as needed. A trailing
@@ -16,15 +21,15 @@ public:
     static Url fromPath(std::string_view path);
 
     /// The text as it was given, or as it was built.
-    const std::string& absoluteString() const { return text_; }
+    const std::string& absoluteString() const { return parts_->text; }
     /// Empty where there is none. Lower case as written is kept.
-    const std::string& scheme() const { return scheme_; }
-    bool hasScheme() const { return !scheme_.empty(); }
+    const std::string& scheme() const { return parts_->scheme; }
+    bool hasScheme() const { return !scheme().empty(); }
     bool isFile() const;
     /// Percent-decoded, without a trailing "/" (but "/" itself).
-    const std::string& path() const { return path_; }
+    const std::string& path() const { return parts_->path; }
     /// Whether the URL's path ends in "/".
-    bool hasDirectoryPath() const { return hasDirectoryPath_; }
+    bool hasDirectoryPath() const { return parts_->hasDirectoryPath; }
 
     std::string lastPathComponent() const;
     std::string pathExtension() const;
@@ -32,15 +37,21 @@ public:
     Url deletingLastPathComponent() const;
     Url appendingPathComponent(std::string_view component) const;
 
-    bool operator==(const Url& other) const { return text_ == other.text_; }
+    bool operator==(const Url& other) const {
+        return parts_ == other.parts_ || parts_->text == other.parts_->text;
+    }
 
 private:
-    Url() = default;
+    struct Parts {
+        std::string text;
+        std::string scheme = {};
+        std::string path = {};
+        bool hasDirectoryPath = false;
+    };
+    explicit Url(Parts parts) : parts_(std::make_shared<const Parts>(std::move(parts))) {}
 
-    std::string text_;
-    std::string scheme_;
-    std::string path_;
-    bool hasDirectoryPath_ = false;
+    /// Never null, which a moved one would be.
+    std::shared_ptr<const Parts> parts_;
 };
 
 /// Operations on the text of a path, with no look at the disk.
