@@ -2,6 +2,7 @@
 
 #include "foundation/Diagnostics.h"
 #include "linux/ApplicationOpener.h"
+#include "linux/RunningApplications.h"
 
 namespace corvane {
 namespace {
@@ -51,7 +52,15 @@ std::vector<Url> LinuxApplications::urlsForApplications(const std::string& bundl
 }
 
 std::vector<RunningApplication> LinuxApplications::runningApplications() const {
-    return opener_.running().list();
+    return running_.list();
+}
+
+bool LinuxApplications::terminate(const RunningApplication& application) {
+    return running_.terminate(application);
+}
+
+bool LinuxApplications::forceTerminate(const RunningApplication& application) {
+    return running_.forceTerminate(application);
 }
 
 } // namespace corvane

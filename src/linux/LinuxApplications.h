@@ -5,11 +5,13 @@
 namespace corvane {
 
 class ApplicationOpener;
+class RunningApplications;
 
-/// NSWorkspace over the installed desktop entries.
+/// NSWorkspace over the installed desktop entries and the clients of the X display.
 class LinuxApplications final : public Applications {
 public:
-    explicit LinuxApplications(const ApplicationOpener& opener) : opener_(opener) {}
+    LinuxApplications(const ApplicationOpener& opener, RunningApplications& running)
+        : opener_(opener), running_(running) {}
 
     bool openUrl(const Url& url) override;
     void openUrl(const Url& url, const Url& applicationUrl, OpenCompletion completion) override;
@@ -18,9 +20,12 @@ public:
     std::optional<Url> urlForApplication(const std::string& bundleIdentifier) const override;
     std::vector<Url> urlsForApplications(const std::string& bundleIdentifier) const override;
     std::vector<RunningApplication> runningApplications() const override;
+    bool terminate(const RunningApplication& application) override;
+    bool forceTerminate(const RunningApplication& application) override;
 
 private:
     const ApplicationOpener& opener_;
+    RunningApplications& running_;
 };
 
 } // namespace corvane

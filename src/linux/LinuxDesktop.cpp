@@ -31,7 +31,7 @@ struct LinuxDesktop::Facilities {
     LinuxUserDefaults defaults{files, clock};
     LinuxBundles bundles{catalogue};
     LinuxBookmarks bookmarks{catalogue};
-    LinuxApplications applications{opener};
+    LinuxApplications applications{opener, running};
     LinuxTaskRunner tasks{opener};
     LinuxScriptEngine scripts{opener};
     LinuxMetadataQuery metadata{catalogue};

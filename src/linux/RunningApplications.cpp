@@ -11,7 +11,9 @@
 
 #include <algorithm>
 #include <chrono>
+#include <csignal>
 #include <map>
+#include <ranges>
 #include <tuple>
 
 #include <unistd.h>
@@ -19,7 +21,9 @@
 namespace corvane {
 namespace {
 
+using x11::Clients;
 using x11::ClientWindow;
+using x11::WindowKind;
 using Windows = std::vector<ClientWindow>;
 
 x11::Deadline halfASecondFromNow() {
@@ -52,7 +56,8 @@ struct Running {
 /// A dialog that another process shows for an application, as file choosers are, makes its process
 /// no application of its own.
 bool isMain(const ClientWindow& window, const Windows& all) {
-    if (!window.isOrdinary || window.skipsTaskbar) return false;
+    if (window.kind != WindowKind::ordinary || window.skipsTaskbar) return false;
+    if (window.transientFor == XCB_NONE) return true;
     return std::ranges::none_of(all, [&](const ClientWindow& other) {
         return other.window == window.transientFor &&
                other.processIdentifier != window.processIdentifier;
@@ -133,9 +138,15 @@ void setIdentity(RunningApplication& result, const Running& running,
     if (result.processIdentifier == ::getpid()) result.bundleIdentifier = mainBundleIdentifier;
 }
 
-RunningApplication described(const Running& running, const Windows& all, const Known& known) {
+bool contains(const Windows& windows, WindowKind kind) {
+    return std::ranges::any_of(windows, [&](const auto& window) { return window.kind == kind; });
+}
+
+RunningApplication described(const Running& running, const Clients& clients, const Known& known) {
+    const auto& all = clients.windows;
     RunningApplication result;
     result.processIdentifier = running.process.processIdentifier;
+    result.startTime = running.process.startTime;
     setIdentity(result, running, applicationOf(running, all, known), known);
     const std::string& executable = running.process.executable;
     if (executable.starts_with('/')) result.executableURL = Url::fromPath(executable);
@@ -145,60 +156,100 @@ RunningApplication described(const Running& running, const Windows& all, const K
                          [&](const ClientWindow& window) { return isMain(window, all); });
     constexpr int regular = 0;
     constexpr int accessory = 1;
-    result.activationPolicy = counting.empty() ? accessory : regular;
+    const bool belongsToSession = contains(running.windows, WindowKind::dock) ||
+                                  result.processIdentifier == clients.windowManager;
+    result.activationPolicy = counting.empty() || belongsToSession ? accessory : regular;
     if (counting.empty()) counting = running.windows;
     result.isHidden = std::ranges::all_of(counting, &ClientWindow::isIconified);
     return result;
 }
 
+/// What of the display a running application is.
+struct Target {
+    /// Without a desktop that it draws; bottom to top.
+    Windows windows;
+    bool drawsDesktop = false;
+    /// By the server's word, where it can tell.
+    bool isConnected = false;
+};
+
+/// Nothing for what is never asked to quit, and for a process that isn't the one that was listed.
+std::optional<Target> targetOf(const RunningApplication& application, const Clients& clients) {
+    const pid_t process = application.processIdentifier;
+    if (process == ::getpid() || process == clients.windowManager || process == clients.server ||
+        startTimeOf(process) != application.startTime) {
+        return std::nullopt;
+    }
+    Target target;
+    std::ranges::copy_if(
+        clients.windows, std::back_inserter(target.windows),
+        [&](const ClientWindow& window) { return window.processIdentifier == process; });
+    if (contains(target.windows, WindowKind::dock)) return std::nullopt;
+    target.drawsDesktop = std::erase_if(target.windows, [](const ClientWindow& window) {
+                              return window.kind == WindowKind::desktop;
+                          }) > 0;
+    target.isConnected = clients.processes.empty() ||
+                         std::ranges::any_of(clients.processes, [&](const auto& client) {
+                             return client.second == process;
+                         });
+    return target;
+}
+
+constexpr std::uint32_t fromUser = 2;
+
 /// The window manager treats it as the user's own wish.
 void requestActivation(x11::Server& server, xcb_window_t window) {
-    constexpr std::uint32_t fromUser = 2;
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = window;
-    message.type = server.atoms().netActiveWindow;
-    message.data.data32[0] = fromUser;
     // A window manager maps an iconified window again on this, whatever it makes of the message.
     xcb_map_window(server.get(), window);
-    xcb_send_event(server.get(), 0, server.root(),
-                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                   reinterpret_cast<const char*>(&message));
+    server.sendMessage(x11::Server::Recipient::windowManager, window,
+                       server.atoms().netActiveWindow, fromUser);
     xcb_flush(server.get());
+}
+
+void requestClosing(x11::Server& server, xcb_window_t window, bool hasWindowManager) {
+    const auto& atoms = server.atoms();
+    if (hasWindowManager) {
+        server.sendMessage(x11::Server::Recipient::windowManager, window, atoms.netCloseWindow,
+                           XCB_CURRENT_TIME, fromUser);
+    } else {
+        server.sendMessage(x11::Server::Recipient::client, window, atoms.wmProtocols,
+                           atoms.wmDeleteWindow);
+    }
 }
 
 } // namespace
 
 /// Asks a second time where the first attempt shows that an old connection is broken.
-Windows RunningApplications::windows(x11::Deadline deadline) {
+std::optional<Clients> RunningApplications::clients(x11::Deadline deadline) {
     for (int attempt = 0; attempt < 2; ++attempt) {
         auto* server = connection_.server(deadline);
         if (!server) break;
-        auto found = x11::clientWindows(*server, deadline);
+        auto found = x11::clients(*server, deadline);
         if (!server->failed()) return found;
     }
     diagnostic({"The X display doesn't tell its windows"});
-    return {};
+    return std::nullopt;
 }
 
 std::vector<RunningApplication> RunningApplications::list() {
-    const auto all = [&] {
+    const auto found = [&] {
         const std::lock_guard lock(mutex_);
-        return windows(halfASecondFromNow());
+        return clients(halfASecondFromNow());
     }();
-    if (all.empty()) return {};
+    if (!found || found->windows.empty()) return {};
     const Known known = lookUp(catalogue_);
     std::vector<RunningApplication> applications;
-    for (const auto& running : processesOf(all))
-        applications.push_back(described(running, all, known));
+    for (const auto& running : processesOf(found->windows))
+        applications.push_back(described(running, *found, known));
     return applications;
 }
 
 bool RunningApplications::activate(std::int32_t processIdentifier) {
     const std::lock_guard lock(mutex_);
     const auto deadline = halfASecondFromNow();
-    const auto all = windows(deadline);
+    const auto found = clients(deadline);
+    if (!found) return false;
+    const auto& all = found->windows;
     const ClientWindow* uppermost = nullptr;
     for (const auto& window : all) {
         if (window.processIdentifier != processIdentifier) continue;
@@ -208,6 +259,33 @@ bool RunningApplications::activate(std::int32_t processIdentifier) {
     if (!server) return false;
     requestActivation(*server, uppermost->window);
     return !server->failed();
+}
+
+bool RunningApplications::terminate(const RunningApplication& application) {
+    const std::lock_guard lock(mutex_);
+    const auto deadline = halfASecondFromNow();
+    const auto found = clients(deadline);
+    const auto target = found ? targetOf(application, *found) : std::nullopt;
+    if (!target) return false;
+    if (target->windows.empty()) {
+        return !target->drawsDesktop && target->isConnected &&
+               sendSignal(application.processIdentifier, application.startTime, SIGTERM);
+    }
+    auto* server = connection_.server(deadline);
+    if (!server) return false;
+    // A question is above the window that it belongs to. Closed first, it is asked again; the other
+    // way round it would go and leave its window with no answer.
+    for (const auto& window : target->windows | std::views::reverse)
+        requestClosing(*server, window.window, found->hasWindowManager);
+    return server->finish(deadline);
+}
+
+bool RunningApplications::forceTerminate(const RunningApplication& application) {
+    const std::lock_guard lock(mutex_);
+    const auto found = clients(halfASecondFromNow());
+    const auto target = found ? targetOf(application, *found) : std::nullopt;
+    return target && !target->drawsDesktop && target->isConnected &&
+           sendSignal(application.processIdentifier, application.startTime, SIGKILL);
 }
 
 } // namespace corvane

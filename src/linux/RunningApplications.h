@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 namespace corvane {
@@ -19,16 +20,26 @@ public:
     explicit RunningApplications(const Catalogue& catalogue) : catalogue_(catalogue) {}
 
     /// In order of process start. An application is regular if one of its windows is ordinary and
-    /// in the taskbar, and hidden if all such windows are iconified. What is no installed
-    /// application has the name of its window class and no bundle.
+    /// in the taskbar; panels and the window manager never are. It is hidden if all such windows
+    /// are iconified. What is no installed application has the name of its window class and no
+    /// bundle.
     std::vector<RunningApplication> list();
 
     /// Brings the uppermost window of the process forward, an iconified one too. True when the
     /// window manager was asked; false where the process has no window.
     bool activate(std::int32_t processIdentifier);
 
+    /// Asks each of the process's windows to close, those above others first, and sends SIGTERM to
+    /// a process that has none left. A desktop that a file manager draws stays. True when all was
+    /// sent. False for this program, the window manager, the X server and panels, for a process
+    /// that has ended, another one in its place included, and where the display doesn't answer.
+    bool terminate(const RunningApplication& application);
+    /// Kills the process. False as above, for one that draws the desktop, and for one that the
+    /// display isn't connected with.
+    bool forceTerminate(const RunningApplication& application);
+
 private:
-    std::vector<x11::ClientWindow> windows(x11::Deadline deadline);
+    std::optional<x11::Clients> clients(x11::Deadline deadline);
 
     const Catalogue& catalogue_;
     std::mutex mutex_;

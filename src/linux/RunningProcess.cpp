@@ -2,6 +2,7 @@
 
 #include "foundation/Text.h"
 #include "foundation/Url.h"
+#include "linux/FileDescriptor.h"
 
 #include <algorithm>
 #include <array>
@@ -10,8 +11,13 @@
 #include <fstream>
 #include <vector>
 
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
+// The header of glibc 2.36 doesn't say that its functions are C.
+extern "C" {
+#include <sys/pidfd.h>
+}
 
 namespace corvane {
 namespace {
@@ -24,6 +30,23 @@ std::string contentOf(const std::string& file) {
 std::string linkTarget(const std::string& link) {
     std::error_code error;
     return std::filesystem::read_symlink(link, error);
+}
+
+std::string folderOf(pid_t process) {
+    return "/proc/" + std::to_string(process);
+}
+
+/// The folder of a program that keeps others from looking into it, as password managers do, is the
+/// superuser's; who runs it is told all the same.
+bool belongsToThisUser(const std::string& folder) {
+    struct stat info {};
+    if (::stat(folder.c_str(), &info) != 0) return false;
+    if (info.st_uid == ::geteuid()) return true;
+    const std::string status = contentOf(folder + "/status");
+    const auto line = status.find("\nUid:");
+    if (line == std::string::npos) return false;
+    const auto users = text::words(std::string_view(status).substr(line + 5, 100));
+    return users.size() > 1 && users[1] == std::to_string(::geteuid());
 }
 
 std::optional<std::uint64_t> startTimeIn(const std::string& stat) {
@@ -96,14 +119,26 @@ bool isInterpreter(std::string_view program) {
     return std::ranges::count(interpreters, program) > 0;
 }
 
+std::optional<std::uint64_t> startTimeOf(pid_t processIdentifier) {
+    const std::string folder = folderOf(processIdentifier);
+    if (processIdentifier <= 0 || !belongsToThisUser(folder)) return std::nullopt;
+    return startTimeIn(contentOf(folder + "/stat"));
+}
+
+bool sendSignal(pid_t processIdentifier, std::uint64_t startTime, int signal) {
+    // What the descriptor names stays the same process from here on; the check comes after.
+    const FileDescriptor process(::pidfd_open(processIdentifier, 0));
+    if (!process || startTimeOf(processIdentifier) != startTime) return false;
+    pollfd ended{process.get(), POLLIN, 0};
+    if (::poll(&ended, 1, 0) != 0) return false;
+    return ::pidfd_send_signal(process.get(), signal, nullptr, 0) == 0;
+}
+
 std::optional<RunningProcess> runningProcess(pid_t processIdentifier) {
-    if (processIdentifier <= 0) return std::nullopt;
-    const std::string folder = "/proc/" + std::to_string(processIdentifier);
-    struct stat info {};
-    if (::stat(folder.c_str(), &info) != 0 || info.st_uid != ::geteuid()) return std::nullopt;
-    const auto startTime = startTimeIn(contentOf(folder + "/stat"));
+    const auto startTime = startTimeOf(processIdentifier);
     if (!startTime) return std::nullopt;
 
+    const std::string folder = folderOf(processIdentifier);
     RunningProcess process{.processIdentifier = processIdentifier, .startTime = *startTime};
     const auto arguments = text::split(contentOf(folder + "/cmdline"), '\0');
     const auto environment = text::split(contentOf(folder + "/environ"), '\0');

@@ -28,6 +28,13 @@ struct RunningProcess {
 /// Nothing for a process that has ended or is another user's. Any thread.
 std::optional<RunningProcess> runningProcess(pid_t processIdentifier);
 
+/// When a process of this user began, as in RunningProcess; nothing as above.
+std::optional<std::uint64_t> startTimeOf(pid_t processIdentifier);
+
+/// Sends a signal to the process of this user that began then, and never to a later one with the
+/// same identifier. False where it has ended or the signal can't be sent. Any thread.
+bool sendSignal(pid_t processIdentifier, std::uint64_t startTime, int signal);
+
 /// The program runs programs of others, whatever version of it ("python3.11", "sh", "env").
 bool isInterpreter(std::string_view program);
 

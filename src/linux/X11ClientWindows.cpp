@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <map>
+#include <optional>
 
 #include <unistd.h>
 #include <xcb/res.h>
@@ -11,6 +11,11 @@ namespace corvane::x11 {
 namespace {
 
 using Processes = std::map<std::uint32_t, pid_t>;
+
+std::uint32_t firstNumber(const Property& property) {
+    const auto numbers = property.numbers();
+    return numbers.empty() ? 0 : numbers.front();
+}
 
 bool contains(const std::vector<std::uint32_t>& values, std::uint32_t value) {
     return std::ranges::count(values, value) > 0;
@@ -130,27 +135,30 @@ bool isThisMachine(const std::string& name) {
 }
 
 /// The first type that is known counts, as toolkits put their own in front.
-bool isOrdinary(const std::vector<std::uint32_t>& types, const Atoms& atoms) {
+WindowKind kindOf(const std::vector<std::uint32_t>& types, const Atoms& atoms) {
     for (const auto type : types) {
-        if (type == atoms.typeNormal || type == atoms.typeDialog) return true;
-        for (const auto other :
-             {atoms.typeDesktop, atoms.typeDock, atoms.typeToolbar, atoms.typeMenu,
-              atoms.typeUtility, atoms.typeSplash, atoms.typeNotification}) {
-            if (type == other) return false;
+        if (type == atoms.typeNormal || type == atoms.typeDialog) return WindowKind::ordinary;
+        if (type == atoms.typeDock) return WindowKind::dock;
+        if (type == atoms.typeDesktop) return WindowKind::desktop;
+        for (const auto other : {atoms.typeToolbar, atoms.typeMenu, atoms.typeUtility,
+                                 atoms.typeSplash, atoms.typeNotification}) {
+            if (type == other) return WindowKind::other;
         }
     }
-    return true;
+    return WindowKind::ordinary;
 }
 
-ClientWindow interpreted(xcb_window_t window, const std::array<Property, fieldCount>& fields,
-                         const Server& server) {
-    const auto first = [&](Field field) {
-        const auto numbers = fields[field].numbers();
-        return numbers.empty() ? 0 : numbers.front();
-    };
+/// Nothing for a window that is gone by now.
+std::optional<ClientWindow> readWindow(Server& server, xcb_window_t window, const Cookies& cookies,
+                                       Deadline deadline) {
+    std::array<Property, fieldCount> fields;
+    for (std::size_t field = 0; field < fieldCount; ++field)
+        fields[field] = server.property(cookies[field], deadline);
+    if (fields[wmState].windowIsGone) return std::nullopt;
+
     ClientWindow result{.window = window};
     if (isThisMachine(fields[machine].text())) {
-        result.processIdentifier = static_cast<pid_t>(first(processIdentifier));
+        result.processIdentifier = static_cast<pid_t>(firstNumber(fields[processIdentifier]));
     }
     const auto names = fields[windowClass].texts();
     if (!names.empty()) result.instanceName = names[0];
@@ -158,43 +166,58 @@ ClientWindow interpreted(xcb_window_t window, const std::array<Property, fieldCo
     result.gtkApplicationId = fields[gtkApplication].text();
     result.desktopFileHint = fields[bamfFile].text();
     if (result.desktopFileHint.empty()) result.desktopFileHint = fields[kdeFile].text();
-    const auto owner = first(transientFor);
+    const auto owner = firstNumber(fields[transientFor]);
     if (owner != server.root()) result.transientFor = owner;
-    result.isOrdinary = isOrdinary(fields[windowType].numbers(), server.atoms());
+    result.kind = kindOf(fields[windowType].numbers(), server.atoms());
     const auto states = fields[netState].numbers();
     constexpr std::uint32_t iconic = 3;
     result.skipsTaskbar = contains(states, server.atoms().stateSkipTaskbar);
-    result.isIconified = contains(states, server.atoms().stateHidden) || first(wmState) == iconic;
+    result.isIconified =
+        contains(states, server.atoms().stateHidden) || firstNumber(fields[wmState]) == iconic;
     return result;
 }
 
 } // namespace
 
-std::vector<ClientWindow> clientWindows(Server& server, Deadline deadline) {
+Clients clients(Server& server, Deadline deadline) {
     constexpr std::uint32_t longestList = 4096;
     const auto& atoms = server.atoms();
     const auto byAge = server.requestProperty(server.root(), atoms.netClientList, longestList);
     const auto stacking =
         server.requestProperty(server.root(), atoms.netClientListStacking, longestList);
+    const auto check = server.requestProperty(server.root(), atoms.netSupportingWmCheck);
     std::optional<xcb_res_query_client_ids_cookie_t> processIds;
     if (server.tellsProcesses()) processIds = requestProcesses(server);
 
     const Property age = server.property(byAge, deadline);
     const auto windows = listedWindows(server, age, server.property(stacking, deadline), deadline);
+    const auto manager = firstNumber(server.property(check, deadline));
+    const auto managersCheck = server.requestProperty(manager, atoms.netSupportingWmCheck);
+    const auto managersProcess = server.requestProperty(manager, atoms.netWmPid);
     std::vector<Cookies> cookies;
     for (const auto window : windows)
         cookies.push_back(requestFields(server, window));
-    const auto processes = processIds ? readProcesses(server, *processIds, deadline) : Processes();
 
-    std::vector<ClientWindow> result;
+    Clients result;
+    if (processIds) result.processes = readProcesses(server, *processIds, deadline);
+    const auto processOf = [&](std::uint32_t client, pid_t itsOwnWord) {
+        const auto process = result.processes.find(client);
+        return process == result.processes.end() ? itsOwnWord : process->second;
+    };
+    result.server = server.processIdentifier();
+    const auto managersWord =
+        static_cast<pid_t>(firstNumber(server.property(managersProcess, deadline)));
+    // One that has gone leaves its word on the root window.
+    if (manager != XCB_NONE && firstNumber(server.property(managersCheck, deadline)) == manager) {
+        result.hasWindowManager = true;
+        result.windowManager = processOf(server.clientOf(manager), managersWord);
+    }
     for (std::size_t i = 0; i < windows.size(); ++i) {
-        std::array<Property, fieldCount> fields;
-        for (std::size_t field = 0; field < fieldCount; ++field)
-            fields[field] = server.property(cookies[i][field], deadline);
-        if (fields[wmState].windowIsGone) continue;
-        result.push_back(interpreted(windows[i], fields, server));
-        const auto process = processes.find(server.clientOf(windows[i]));
-        if (process != processes.end()) result.back().processIdentifier = process->second;
+        auto window = readWindow(server, windows[i], cookies[i], deadline);
+        if (!window) continue;
+        window->processIdentifier =
+            processOf(server.clientOf(windows[i]), window->processIdentifier);
+        result.windows.push_back(std::move(*window));
     }
     return result;
 }

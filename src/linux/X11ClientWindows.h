@@ -2,12 +2,22 @@
 
 #include "linux/X11Connection.h"
 
+#include <map>
 #include <string>
 #include <vector>
 
 #include <sys/types.h>
 
 namespace corvane::x11 {
+
+enum class WindowKind {
+    /// A normal window or a dialog.
+    ordinary,
+    dock,
+    desktop,
+    /// A menu, a tool bar, a splash screen...
+    other
+};
 
 /// What a top-level window says of itself. Everything is the client's word and may be wrong.
 struct ClientWindow {
@@ -22,14 +32,26 @@ struct ClientWindow {
     std::string desktopFileHint = {};
     /// XCB_NONE where it belongs to no other window.
     xcb_window_t transientFor = XCB_NONE;
-    /// A normal window or a dialog, not a dock, a desktop or a menu.
-    bool isOrdinary = true;
+    WindowKind kind = WindowKind::ordinary;
     bool skipsTaskbar = false;
     bool isIconified = false;
 };
 
-/// The client windows of the display, from bottom to top, in a fixed number of round trips. Look at
+/// A display's client windows and the processes behind them.
+struct Clients {
+    /// From bottom to top.
+    std::vector<ClientWindow> windows;
+    /// The processes of this machine that are connected, by what of their windows' ids tells their
+    /// client. It is the server's own word; empty where the server can't tell.
+    std::map<std::uint32_t, pid_t> processes;
+    bool hasWindowManager = false;
+    /// The processes of the window manager and of the server itself; 0 where they aren't known.
+    pid_t windowManager = 0;
+    pid_t server = 0;
+};
+
+/// Asks the display in a fixed number of round trips, however many windows it has. Look at
 /// `server.failed()` behind it.
-std::vector<ClientWindow> clientWindows(Server& server, Deadline deadline);
+Clients clients(Server& server, Deadline deadline);
 
 } // namespace corvane::x11

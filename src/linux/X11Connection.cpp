@@ -7,6 +7,7 @@
 #include <utility>
 
 #include <poll.h>
+#include <sys/socket.h>
 #include <xcb/res.h>
 #include <xcb/xcbext.h>
 
@@ -16,7 +17,11 @@ namespace {
 constexpr std::pair<std::string_view, xcb_atom_t Atoms::*> atomNames[]{
     {"_NET_CLIENT_LIST", &Atoms::netClientList},
     {"_NET_CLIENT_LIST_STACKING", &Atoms::netClientListStacking},
+    {"_NET_SUPPORTING_WM_CHECK", &Atoms::netSupportingWmCheck},
     {"_NET_ACTIVE_WINDOW", &Atoms::netActiveWindow},
+    {"_NET_CLOSE_WINDOW", &Atoms::netCloseWindow},
+    {"WM_PROTOCOLS", &Atoms::wmProtocols},
+    {"WM_DELETE_WINDOW", &Atoms::wmDeleteWindow},
     {"_NET_WM_PID", &Atoms::netWmPid},
     {"_NET_WM_WINDOW_TYPE", &Atoms::netWmWindowType},
     {"_NET_WM_WINDOW_TYPE_NORMAL", &Atoms::typeNormal},
@@ -106,6 +111,13 @@ bool Server::prepare(int screen) {
     return !failed();
 }
 
+pid_t Server::processIdentifier() const {
+    ucred peer{};
+    socklen_t size = sizeof peer;
+    const int socket = xcb_get_file_descriptor(get());
+    return ::getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 ? peer.pid : 0;
+}
+
 xcb_get_property_cookie_t Server::requestProperty(xcb_window_t window, xcb_atom_t atom,
                                                   std::uint32_t longest) const {
     return xcb_get_property(get(), 0, window, atom, XCB_GET_PROPERTY_TYPE_ANY, 0, longest);
@@ -117,6 +129,27 @@ Property Server::property(xcb_get_property_cookie_t cookie, Deadline deadline) {
     const auto* bytes = static_cast<const char*>(xcb_get_property_value(answer.get()));
     const auto size = static_cast<std::size_t>(xcb_get_property_value_length(answer.get()));
     return {.type = answer->type, .format = answer->format, .bytes = std::string(bytes, size)};
+}
+
+void Server::sendMessage(Recipient recipient, xcb_window_t window, xcb_atom_t type,
+                         std::uint32_t first, std::uint32_t second) {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = type;
+    message.data.data32[0] = first;
+    message.data.data32[1] = second;
+    const bool toManager = recipient == Recipient::windowManager;
+    xcb_send_event(get(), 0, toManager ? root() : window,
+                   toManager
+                       ? XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY
+                       : XCB_EVENT_MASK_NO_EVENT,
+                   reinterpret_cast<const char*>(&message));
+}
+
+bool Server::finish(Deadline deadline) {
+    return reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(get()), deadline) != nullptr;
 }
 
 void* Server::waitForReply(unsigned sequence, Deadline deadline) {

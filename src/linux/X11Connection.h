@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include <sys/types.h>
 #include <xcb/xcb.h>
 
 /// The X server, with no wait that lasts longer than its deadline. Not thread-safe.
@@ -27,7 +28,11 @@ using Reply = std::unique_ptr<T, Free>;
 struct Atoms {
     xcb_atom_t netClientList = 0;
     xcb_atom_t netClientListStacking = 0;
+    xcb_atom_t netSupportingWmCheck = 0;
     xcb_atom_t netActiveWindow = 0;
+    xcb_atom_t netCloseWindow = 0;
+    xcb_atom_t wmProtocols = 0;
+    xcb_atom_t wmDeleteWindow = 0;
     xcb_atom_t netWmPid = 0;
     xcb_atom_t netWmWindowType = 0;
     xcb_atom_t typeNormal = 0;
@@ -76,6 +81,8 @@ public:
     const Atoms& atoms() const { return atoms_; }
     /// The extension that tells the process of a client is there.
     bool tellsProcesses() const { return tellsProcesses_; }
+    /// Of the process that listens for clients on this machine; 0 for a server on another one.
+    pid_t processIdentifier() const;
     /// What of a window's id tells its client.
     std::uint32_t clientOf(xcb_window_t window) const { return window & ~idMask_; }
 
@@ -83,6 +90,13 @@ public:
     xcb_get_property_cookie_t requestProperty(xcb_window_t window, xcb_atom_t atom,
                                               std::uint32_t longest = 1024) const;
     Property property(xcb_get_property_cookie_t cookie, Deadline deadline);
+
+    /// Sends a message about a window to the window manager, or to the window's own client.
+    enum class Recipient { windowManager, client };
+    void sendMessage(Recipient recipient, xcb_window_t window, xcb_atom_t type, std::uint32_t first,
+                     std::uint32_t second = 0);
+    /// Waits until the server has done all that was asked of it; false where it doesn't in time.
+    bool finish(Deadline deadline);
 
     /// The reply to a request whose errors are answers too; null for an error and for one that
     /// doesn't come in time.

@@ -14,13 +14,18 @@ namespace corvane {
 /// NSRunningApplication, as it was when it was listed.
 struct RunningApplication {
     std::int32_t processIdentifier = 0;
-    std::optional<std::string> localizedName;
-    std::optional<std::string> bundleIdentifier;
-    std::optional<Url> bundleURL;
-    std::optional<Url> executableURL;
+    /// When the process began, in a unit of the desktop's own. With the identifier it names one
+    /// process for good, as identifiers are used again.
+    std::uint64_t startTime = 0;
+    std::optional<std::string> localizedName = {};
+    std::optional<std::string> bundleIdentifier = {};
+    std::optional<Url> bundleURL = {};
+    std::optional<Url> executableURL = {};
     /// 0 is regular: an application with windows of its own that the user switches to.
     int activationPolicy = 0;
     bool isHidden = false;
+
+    bool isRegular() const { return activationPolicy == 0; }
 };
 
 /// NSWorkspace: opening, and the system's view of applications. Opening is for the main thread; the
@@ -50,6 +55,14 @@ public:
 
     /// runningApplications, in the order in which they were started.
     virtual std::vector<RunningApplication> runningApplications() const = 0;
+
+    /// terminate: asks the application to quit, as the user would, and doesn't wait for it. True
+    /// where it was asked, though it may ask the user back and stay; false where it has ended, is
+    /// this program or belongs to the session, and where asking it failed. Main thread.
+    virtual bool terminate(const RunningApplication& application) = 0;
+    /// forceTerminate: ends the process that was listed, and no other one that has its identifier
+    /// now. What it hasn't saved is lost. False where it can't, as above. Main thread.
+    virtual bool forceTerminate(const RunningApplication& application) = 0;
 };
 
 } // namespace corvane

@@ -95,6 +95,25 @@ public:
         return desktop_.running;
     }
 
+    bool terminate(const RunningApplication& application) override {
+        desktop_.log.push_back("terminate " + std::to_string(application.processIdentifier));
+        if (!isThere(application)) return false;
+        const auto behaviour = behaviourOf(application);
+        if (behaviour == QuitBehaviour::quits) {
+            desktop_.queue.async([this, application] { end(application); });
+        }
+        return behaviour == QuitBehaviour::quits || behaviour == QuitBehaviour::asks;
+    }
+
+    bool forceTerminate(const RunningApplication& application) override {
+        desktop_.log.push_back("forceTerminate " + std::to_string(application.processIdentifier));
+        if (!isThere(application) || behaviourOf(application) == QuitBehaviour::refusesForce) {
+            return false;
+        }
+        end(application);
+        return true;
+    }
+
     std::optional<Bundle> open(const std::string& path) const override {
         const auto* application = findByPath(desktop_, path);
         if (!application) return std::nullopt;
@@ -110,6 +129,27 @@ public:
     }
 
 private:
+    QuitBehaviour behaviourOf(const RunningApplication& application) const {
+        const auto found = desktop_.quitBehaviours.find(application.processIdentifier);
+        return found == desktop_.quitBehaviours.end() ? QuitBehaviour::quits : found->second;
+    }
+
+    bool isThere(const RunningApplication& application) {
+        if (behaviourOf(application) == QuitBehaviour::vanishes) end(application);
+        return std::ranges::any_of(desktop_.running, [&](const RunningApplication& other) {
+            return isSame(application, other);
+        });
+    }
+
+    void end(const RunningApplication& application) {
+        std::erase_if(desktop_.running,
+                      [&](const RunningApplication& other) { return isSame(application, other); });
+    }
+
+    static bool isSame(const RunningApplication& a, const RunningApplication& b) {
+        return a.processIdentifier == b.processIdentifier && a.startTime == b.startTime;
+    }
+
     SimulatedDesktop& desktop_;
 };
 

@@ -26,6 +26,20 @@ struct SimulatedApplication {
     std::optional<Error> openError = {};
 };
 
+/// How an application takes it to be asked to quit.
+enum class QuitBehaviour {
+    /// Goes on a later turn of the main queue.
+    quits,
+    /// Is asked, asks the user back, and stays.
+    asks,
+    /// Can't be asked; goes by force.
+    refuses,
+    /// Can't be asked, nor be ended by force.
+    refusesForce,
+    /// Has ended by the time it is asked.
+    vanishes
+};
+
 /// A desktop in memory, with virtual time: the twin of the real one for tests, demonstrations and
 /// benchmarks. Its members are plain data that a test fills in, refusals included; what is asked of
 /// it stands in `log`, a line each:
@@ -35,6 +49,7 @@ struct SimulatedApplication {
 ///     task /usr/bin/open -a Pad /a.txt  a process and its arguments
 ///     script tell application "Safari"... AppleScript, line breaks as " / "
 ///     reveal file:///folder/            activateFileViewerSelecting
+///     terminate 12 | forceTerminate 12  a running application, by process
 ///     alert Title | sheet Title         an alert as it is shown
 ///     panel Title                       a file panel
 ///
@@ -62,6 +77,8 @@ public:
     std::map<std::string, PropertyList, std::less<>> defaults;
     std::vector<SimulatedApplication> applications;
     std::vector<RunningApplication> running;
+    /// By process; others quit when they are asked.
+    std::map<std::int32_t, QuitBehaviour> quitBehaviours;
     /// The bundle path of the default handler by file extension, by scheme with ":" ("http:"), and
     /// "/" for folders.
     std::map<std::string, std::string> defaultHandlers;

@@ -3,6 +3,7 @@
 #include "linux/ApplicationOpener.h"
 #include "linux/LinuxApplications.h"
 #include "linux/OpenTool.h"
+#include "linux/RunningApplications.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -55,7 +56,8 @@ protected:
                                        activated_.push_back(process);
                                        return process != 1;
                                    }}};
-    LinuxApplications applications_{opener_};
+    RunningApplications onDisplay_{catalogue_};
+    LinuxApplications applications_{opener_, onDisplay_};
 };
 
 RunningApplication process(std::int32_t identifier, const std::string& bundleIdentifier) {

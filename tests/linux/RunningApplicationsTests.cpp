@@ -1,20 +1,11 @@
-#include "Machine.h"
+#include "Display.h"
 #include "linux/ApplicationIdentity.h"
 #include "linux/ApplicationOpener.h"
 #include "linux/LinuxScriptEngine.h"
-#include "linux/RunningApplications.h"
+#include "linux/RunningProcess.h"
 
 #include <chrono>
-#include <csignal>
 #include <cstring>
-#include <filesystem>
-#include <optional>
-
-#include <fcntl.h>
-#include <gtest/gtest.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 using namespace corvane;
 using namespace corvane::machine;
@@ -83,28 +74,6 @@ TEST(ApplicationIdentityTest, findsTheInstalledApplication) {
     }
 }
 
-/// A program that lives as long as this.
-class Program {
-public:
-    explicit Program(std::vector<std::string> words) {
-        std::vector<char*> arguments;
-        for (auto& word : words)
-            arguments.push_back(word.data());
-        arguments.push_back(nullptr);
-        EXPECT_EQ(
-            posix_spawnp(&process_, arguments[0], nullptr, nullptr, arguments.data(), environ), 0);
-    }
-    ~Program() {
-        kill(process_, SIGKILL);
-        waitpid(process_, nullptr, 0);
-    }
-    Program(const Program&) = delete;
-    pid_t id() const { return process_; }
-
-private:
-    pid_t process_ = 0;
-};
-
 TEST(RunningProcessTest, aScriptIsItsOwnProgram) {
     write(place("bin/odd) name"), "read line\n");
     int ends[2];
@@ -127,105 +96,7 @@ TEST(RunningProcessTest, aScriptIsItsOwnProgram) {
         close(descriptor);
 }
 
-/// Windows of this process, which say what a test makes them say.
-class OwnWindows {
-public:
-    OwnWindows() : connection_(xcb_connect(nullptr, nullptr)) {
-        screen_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
-    }
-    ~OwnWindows() { xcb_disconnect(connection_); }
-    OwnWindows(const OwnWindows&) = delete;
-
-    xcb_window_t make() {
-        const auto window = xcb_generate_id(connection_);
-        xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window, screen_->root, 0, 0, 90, 90, 0,
-                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
-        return window;
-    }
-    xcb_atom_t atom(const std::string& name) {
-        const x11::Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
-            connection_,
-            xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data()),
-            nullptr));
-        return reply->atom;
-    }
-    void set(xcb_window_t window, const std::string& property, const std::string& bytes,
-             std::uint8_t format = 8) {
-        xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, atom(property),
-                            XCB_ATOM_STRING, format,
-                            static_cast<std::uint32_t>(bytes.size() * 8 / format), bytes.data());
-    }
-    void set(xcb_window_t window, const std::string& property, std::uint32_t value) {
-        set(window, property, {reinterpret_cast<const char*>(&value), sizeof value}, 32);
-    }
-    void show(xcb_window_t window) {
-        xcb_map_window(connection_, window);
-        xcb_flush(connection_);
-    }
-    void close(xcb_window_t window) {
-        xcb_destroy_window(connection_, window);
-        xcb_flush(connection_);
-    }
-    void remove(xcb_window_t window, const std::string& property) {
-        xcb_delete_property(connection_, window, atom(property));
-    }
-    xcb_window_t root() const { return screen_->root; }
-
-private:
-    xcb_connection_t* connection_;
-    xcb_screen_t* screen_;
-};
-
-/// An X server of its own with a window manager.
-class RunningApplicationsTest : public testing::Test {
-protected:
-    void SetUp() override {
-        int ends[2];
-        ASSERT_EQ(pipe2(ends, 0), 0);
-        server_.emplace(std::vector<std::string>{"Xvfb", "-noreset", "-displayfd",
-                                                 std::to_string(ends[1]), "-screen", "0",
-                                                 "800x600x24", "-nolisten", "tcp"});
-        close(ends[1]);
-        char number[16] = {};
-        ASSERT_GT(read(ends[0], number, sizeof number - 1), 0);
-        close(ends[0]);
-        display_.emplace("DISPLAY", ":" + std::to_string(std::atoi(number)));
-        manager_.emplace(std::vector<std::string>{"openbox"});
-        probe_.emplace();
-        ASSERT_TRUE(comesTrue([this] { return managesWindows(); }));
-        ASSERT_TRUE(lists(0));
-        std::filesystem::remove(place("emulators/x-terminal-emulator"));
-        std::filesystem::create_symlink("/usr/bin/xterm", place("emulators/x-terminal-emulator"));
-        install("test.eyes", "Eyes", "Name[de]=Augen\nExec=xeyes");
-    }
-    void TearDown() override {
-        uninstall("test.eyes");
-        std::filesystem::remove(place("emulators/x-terminal-emulator"));
-    }
-
-    /// A window that comes while the manager starts escapes it, so each try has a new one.
-    bool managesWindows() {
-        const auto window = probe_->make();
-        probe_->show(window);
-        bool managed = false;
-        for (int look = 0; look < 50 && !managed; ++look)
-            managed = !running_.list().empty();
-        probe_->close(window);
-        return managed;
-    }
-    bool lists(std::size_t count) {
-        return comesTrue([&] { return running_.list().size() == count; });
-    }
-
-    std::optional<Program> server_;
-    std::optional<ScopedVariable> display_;
-    std::optional<Program> manager_;
-    /// Stays, as the ids of its windows would be used again.
-    std::optional<OwnWindows> probe_;
-    ScopedVariable path_{"PATH", place("emulators") + ":/usr/bin:/bin"};
-    Catalogue catalogue_;
-    RunningApplications running_{catalogue_};
-};
+using RunningApplicationsTest = DisplayTest;
 
 TEST_F(RunningApplicationsTest, listsProcessesInTheOrderOfTheirStart) {
     const Program eyes({"xeyes"});
@@ -299,18 +170,18 @@ TEST_F(RunningApplicationsTest, survivesWhatClientsSay) {
     own.set(window, "WM_TRANSIENT_FOR", window);
     own.set(window, "_NET_WM_WINDOW_TYPE", "text");
     own.show(window);
+    ASSERT_TRUE(windowsBecome(2));
+    EXPECT_EQ(running_.list().at(0).activationPolicy, 1) << "a panel stays one with a dialog";
+    own.close(dock);
     EXPECT_TRUE(comesTrue([&] { return running_.list().at(0).activationPolicy == 0; }));
-    EXPECT_TRUE(lists(1));
 
-    own.close(window);
-    EXPECT_TRUE(comesTrue([&] { return running_.list().at(0).activationPolicy == 1; }));
     manager_.reset();
     std::string vanished(4 * sizeof window, '\0');
-    std::memcpy(vanished.data(), &window, sizeof window);
-    std::memcpy(vanished.data() + 8, &dock, sizeof dock);
+    std::memcpy(vanished.data(), &dock, sizeof dock);
+    std::memcpy(vanished.data() + 8, &window, sizeof window);
     own.set(own.root(), "_NET_CLIENT_LIST", vanished, 32);
     own.set(own.root(), "_NET_CLIENT_LIST_STACKING", "text");
-    own.show(dock);
+    own.show(window);
     EXPECT_TRUE(lists(1));
 }
 

@@ -1,0 +1,232 @@
+#include "Display.h"
+#include "linux/RunningProcess.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <tuple>
+
+using namespace corvane;
+using namespace corvane::machine;
+
+namespace {
+
+class QuittingTest : public DisplayTest {
+protected:
+    /// The running application of that process, once it is listed.
+    RunningApplication listed(pid_t process) {
+        RunningApplication result;
+        const bool found = comesTrue([&] {
+            for (auto& application : running_.list()) {
+                if (application.processIdentifier != process) continue;
+                result = application;
+                return true;
+            }
+            return false;
+        });
+        EXPECT_TRUE(found) << process;
+        return result;
+    }
+};
+
+std::string thisMachine() {
+    char name[256] = {};
+    gethostname(name, sizeof name - 1);
+    return name;
+}
+
+Program client(const std::string& reaction) {
+    return Program({TEST_CLIENT, reaction});
+}
+Program client(const std::string& reaction, const std::string& typeOfSecondWindow) {
+    return Program({TEST_CLIENT, reaction, typeOfSecondWindow});
+}
+
+TEST_F(QuittingTest, eachProcessIsAskedInItsOwnWay) {
+    auto closing = client("close");
+    auto ignoring = client("ignore");
+    auto hiding = client("hide");
+    auto bystander = client("close");
+    ASSERT_TRUE(windowsBecome(8));
+    const auto [c, i, h] =
+        std::tuple(listed(closing.id()), listed(ignoring.id()), listed(hiding.id()));
+    EXPECT_EQ(c.activationPolicy, 0);
+    for (const auto& application : {c, i, h})
+        EXPECT_TRUE(running_.terminate(application));
+    EXPECT_TRUE(closing.ends());
+    EXPECT_TRUE(windowsBecome(4)) << "one ignores it, one wasn't asked";
+    EXPECT_FALSE(running_.terminate(c)) << "it isn't there any more";
+    EXPECT_FALSE(running_.forceTerminate(c));
+
+    EXPECT_TRUE(hiding.isRunning());
+    EXPECT_TRUE(running_.terminate(h)) << "with no window left it gets a signal";
+    EXPECT_TRUE(hiding.ends());
+    EXPECT_TRUE(running_.forceTerminate(i));
+    EXPECT_TRUE(ignoring.ends());
+    EXPECT_TRUE(bystander.isRunning());
+}
+
+TEST_F(QuittingTest, aProcessThatIsntTheListedOneStays) {
+    auto process = client("close");
+    ASSERT_TRUE(windowsBecome(2));
+    const auto listedOne = listed(process.id());
+    auto later = listedOne;
+    ++later.startTime;
+    auto unknown = listedOne;
+    unknown.startTime = 0;
+    Program unconnected({"sleep", "60"});
+    const RunningApplication withoutDisplay{.processIdentifier = unconnected.id(),
+                                            .startTime = *startTimeOf(unconnected.id())};
+    for (const auto& application : {later, unknown, withoutDisplay, RunningApplication{}}) {
+        EXPECT_FALSE(running_.terminate(application));
+        EXPECT_FALSE(running_.forceTerminate(application));
+    }
+    EXPECT_FALSE(sendSignal(process.id(), later.startTime, SIGKILL));
+    EXPECT_FALSE(sendSignal(-1, 0, SIGKILL));
+    EXPECT_TRUE(process.isRunning());
+    EXPECT_TRUE(unconnected.isRunning());
+    EXPECT_EQ(probe_->managed().size(), 2u);
+
+    kill(process.id(), SIGKILL);
+    ASSERT_TRUE(windowsBecome(0));
+    EXPECT_TRUE(startTimeOf(process.id())) << "it has ended, but nobody has taken note";
+    EXPECT_FALSE(running_.terminate(listedOne));
+    EXPECT_FALSE(running_.forceTerminate(listedOne));
+}
+
+TEST_F(QuittingTest, theSessionIsNeverAsked) {
+    const auto shown = probe_->make();
+    probe_->show(shown);
+    ASSERT_TRUE(windowsBecome(1));
+    for (const pid_t process : {getpid(), manager_->id(), server_->id()}) {
+        const RunningApplication application{.processIdentifier = process,
+                                             .startTime = *startTimeOf(process)};
+        EXPECT_FALSE(running_.terminate(application));
+        EXPECT_FALSE(running_.forceTerminate(application));
+    }
+    EXPECT_EQ(kill(server_->id(), 0) + kill(manager_->id(), 0), 0);
+    EXPECT_EQ(probe_->managed().size(), 1u);
+}
+
+/// A window manager can have windows like anyone's, and one that has gone leaves its word behind.
+TEST_F(QuittingTest, theWindowManagerIsNoApplication) {
+    manager_.reset();
+    const auto window = probe_->make();
+    const auto check = probe_->make();
+    probe_->set(probe_->root(), "_NET_CLIENT_LIST", window);
+    probe_->set(probe_->root(), "_NET_CLIENT_LIST_STACKING", window);
+    probe_->set(probe_->root(), "_NET_SUPPORTING_WM_CHECK", check);
+    probe_->show(window);
+    EXPECT_TRUE(comesTrue([&] { return running_.list().at(0).activationPolicy == 0; }));
+    probe_->set(check, "_NET_SUPPORTING_WM_CHECK", check);
+    probe_->show(window);
+    EXPECT_TRUE(comesTrue([&] { return running_.list().at(0).activationPolicy == 1; }));
+}
+
+TEST_F(QuittingTest, whatAClientSaysOfItselfMisleadsNoOne) {
+    auto victim = client("close");
+    ASSERT_TRUE(windowsBecome(2));
+    const auto liar = probe_->make(victim.id(), thisMachine());
+    probe_->set(liar, "WM_CLASS", std::string("\xff\0\xfe", 3));
+    probe_->show(liar);
+    ASSERT_TRUE(windowsBecome(3));
+    EXPECT_TRUE(running_.terminate(listed(victim.id())));
+    EXPECT_TRUE(victim.ends());
+    EXPECT_TRUE(windowsBecome(1));
+}
+
+class QuittingWithoutTheServersWordTest : public QuittingTest {
+    bool serverTellsProcesses() const override { return false; }
+};
+
+TEST_F(QuittingWithoutTheServersWordTest, onlyClientsOfThisMachineAreFound) {
+    auto process = client("hide");
+    ASSERT_TRUE(windowsBecome(2));
+    probe_->show(probe_->make());
+    probe_->show(probe_->make(process.id(), "elsewhere"));
+    probe_->show(probe_->make(1 << 30, thisMachine()));
+    ASSERT_TRUE(windowsBecome(5));
+    const auto application = listed(process.id());
+    EXPECT_EQ(running_.list().size(), 1u);
+    EXPECT_TRUE(running_.terminate(application));
+    ASSERT_TRUE(windowsBecome(3));
+    EXPECT_TRUE(running_.terminate(application));
+    EXPECT_TRUE(process.ends());
+
+    probe_->show(probe_->make(server_->id(), thisMachine()));
+    const auto server = listed(server_->id());
+    EXPECT_FALSE(running_.terminate(server));
+    EXPECT_FALSE(running_.forceTerminate(server));
+}
+
+TEST_F(QuittingTest, panelsAndDesktopsStay) {
+    auto panel = client("close", "_NET_WM_WINDOW_TYPE_DOCK");
+    auto fileManager = client("close", "_NET_WM_WINDOW_TYPE_DESKTOP");
+    ASSERT_TRUE(windowsBecome(4));
+    const auto p = listed(panel.id());
+    EXPECT_EQ(p.activationPolicy, 1);
+    EXPECT_FALSE(running_.terminate(p));
+    EXPECT_FALSE(running_.forceTerminate(p));
+
+    const auto f = listed(fileManager.id());
+    EXPECT_EQ(f.activationPolicy, 0);
+    EXPECT_TRUE(running_.terminate(f)) << "its other window goes";
+    ASSERT_TRUE(windowsBecome(3));
+    EXPECT_FALSE(running_.terminate(f));
+    EXPECT_FALSE(running_.forceTerminate(f));
+    EXPECT_TRUE(panel.isRunning() && fileManager.isRunning());
+    EXPECT_EQ(probe_->managed().size(), 3u);
+}
+
+TEST_F(QuittingTest, anEditorStaysWithItsQuestion) {
+    const auto note = place("notes/unsaved.txt");
+    write(note, "saved\n");
+    Program editor({"mousepad", "--disable-server", note});
+    ASSERT_TRUE(windowsBecome(1));
+    const auto application = listed(editor.id());
+    ASSERT_TRUE(comesTrue([&] {
+        // The keys of the first tries may come before the editor takes any.
+        return std::system("xdotool search --onlyvisible --class mousepad windowfocus key x") ==
+                   0 &&
+               std::system("xdotool search --name '[*]' > /dev/null") == 0;
+    }));
+    EXPECT_TRUE(running_.terminate(application));
+    ASSERT_TRUE(windowsBecome(2));
+    const auto question = probe_->managed().back();
+    EXPECT_TRUE(running_.terminate(application));
+    EXPECT_TRUE(comesTrue([&] { return probe_->managed().back() != question; }));
+    EXPECT_TRUE(windowsBecome(2)) << "it is asked again";
+    EXPECT_TRUE(editor.isRunning());
+    EXPECT_EQ(read(note), "saved\n");
+}
+
+TEST_F(QuittingTest, withoutAWindowManagerTheClientIsAskedItself) {
+    auto process = client("close");
+    ASSERT_TRUE(windowsBecome(2));
+    const auto application = listed(process.id());
+    manager_.reset();
+    EXPECT_TRUE(running_.terminate(application));
+    EXPECT_TRUE(process.ends());
+}
+
+TEST_F(QuittingTest, nothingIsWaitedForLong) {
+    using Clock = std::chrono::steady_clock;
+    auto process = client("close");
+    ASSERT_TRUE(windowsBecome(2));
+    const auto application = listed(process.id());
+    kill(process.id(), SIGSTOP);
+    auto start = Clock::now();
+    EXPECT_TRUE(running_.terminate(application));
+    EXPECT_LT(Clock::now() - start, std::chrono::milliseconds(500));
+
+    kill(server_->id(), SIGSTOP);
+    start = Clock::now();
+    EXPECT_FALSE(running_.terminate(application));
+    EXPECT_FALSE(running_.forceTerminate(application)) << "who is who can't be told";
+    EXPECT_LT(Clock::now() - start, std::chrono::seconds(2));
+    kill(server_->id(), SIGCONT);
+    EXPECT_TRUE(process.isRunning());
+    EXPECT_TRUE(comesTrue([&] { return running_.forceTerminate(application); }));
+    EXPECT_TRUE(process.ends());
+}
+
+} // namespace
