@@ -1,0 +1,15 @@
+#include "linux/Catalogue.h"
+#include "linux/RunningApplications.h"
+
+#include <cstdio>
+
+using namespace corvane;
+
+/// Lists the running applications of the display once, a line each, as `wmctrl -lp` lists windows.
+int main() {
+    Catalogue catalogue;
+    for (const auto& application : RunningApplications(catalogue).list()) {
+        std::printf("%d %d %s\n", application.processIdentifier, application.activationPolicy,
+                    application.localizedName.value_or("").c_str());
+    }
+}

@@ -1,0 +1,198 @@
+#include "foundation/Diagnostics.h"
+#include "quit/RunningApplicationMatching.h"
+#include "simulated/SimulatedDesktop.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+using Names = std::vector<std::string>;
+
+RunningApplication called(const std::string& name) {
+    return {.processIdentifier = 1, .localizedName = name};
+}
+
+TEST(RunningApplicationMatching, aPartOfANameHasToBeWholeWords) {
+    const struct {
+        std::string search;
+        std::string application;
+        bool expected;
+    } cases[]{
+        {"Mail", "Mail", true},
+        {"Mail", "Mail Pro", false},
+        {"Notes", "Sticky Notes", true},
+        {"Notes", "Notes Pro", true},
+        {"Notes", "My Notes App", false},
+        {"Studio", "Android Studio Preview", true},
+        {"Code", "Xcode", false},
+        {"Studio Code", "Code Studio", true},
+        {"Visual Code", "Visual Studio Code", true},
+        {"Visual Basic", "Visual Studio Code", false},
+        // Case is ignored, in every script.
+        {"mAIL", "MaiL", true},
+        {"ΣΤΟΎΝΤΙΟ", "νέο στούντιο", true},
+        // Four, five and six characters, not bytes.
+        {"Über", "Über Notes", false},
+        {"Größe", "Größe Pro", true},
+        {"Größe", "Die Größe Pro", false},
+        {"Größen", "Die Größen Pro", true},
+        {"Cafe\u0301s", "Die Cafe\u0301s Pro", false},
+        // A blank, wherever it stands, lifts the lower bound.
+        {"Go ", "Go Pro", true},
+        {" Go", "My Go Pro", false},
+        {"a b", "b c a", true},
+        {"a b", "ab", false},
+        {"a a", "a", true},
+        {"Notes ", "Notes", true},
+        // Words end at any white space, but a short one stands at an end only beside a blank.
+        {"Studio", "Android\tStudio\nPreview", true},
+        {"Notes", "Notes\tPro", false},
+        {"Studio", "Studios", false},
+        {"Studio", "MyStudio", false},
+        // Nothing but white space never means anything.
+        {"", "Mail", false},
+        {"     ", "Mail", false},
+        {"     ", "  ", false},
+        {"\t\n\t\n\t\n", "", false},
+        {"Studio", "", false},
+    };
+    for (const auto& [search, application, expected] : cases) {
+        EXPECT_EQ(isPartialAppNameMatch(called(application), search), expected)
+            << "'" << search << "' in '" << application << "'";
+    }
+    EXPECT_FALSE(isPartialAppNameMatch({}, ""));
+}
+
+TEST(RunningApplicationMatching, aSetMeansItsNamesAndTheirSpellings) {
+    const struct {
+        Names names;
+        std::string running;
+        std::string expected;
+    } cases[]{
+        {{"Pad", "Mail"}, "Mail", "Mail"},
+        {{"mail", "MAIL"}, "Mail", "mail"},
+        {{"Google Chrome"}, "Chrome", "Google Chrome"},
+        {{"Google Chrome"}, "google", "Google Chrome"},
+        {{"Google Chrome"}, "GoogleChrome", "Google Chrome"},
+        {{"Chrome"}, "Google Chrome", ""},
+        {{" Mail "}, "Mail", " Mail "},
+        {{"Visual Studio Code"}, "Studio", ""},
+        {{"Sticky Notes"}, "Notes Pro", ""},
+        {{"STRASSE"}, "Straße", "STRASSE"},
+        {{}, "Mail", ""},
+        {{"  "}, "Mail", ""},
+    };
+    for (const auto& [names, running, expected] : cases) {
+        const auto* found = findInAppNameSet(names, running);
+        EXPECT_EQ(found ? *found : "", expected) << running;
+        EXPECT_EQ(matchesAppNameSet(names, running), !expected.empty()) << running;
+    }
+}
+
+TEST(RunningApplicationMatching, theSystemIsToldByPolicyAndPlace) {
+    const std::pair<std::string, bool> cases[]{
+        {"/System/Library/CoreServices/Finder.app", true},
+        {"/System/Library/CoreServices", true},
+        {"/System/Library/Frameworks/A.framework/B.app", true},
+        {"/usr/lib/A.app", true},
+        {"/Applications/usr/A.app", false},
+        {"/Applications/loginwindow.app", true},
+        {"/home/me/WindowServer Pro.app", true},
+        {"/Applications/Dock.app", true},
+        {"/Applications/MyDock.app", false},
+        {"/Applications/A.app", false},
+        {"/System/Applications/Utilities/Terminal.app", false},
+        {"/System/Volumes/A.app", true},
+        {"/Systems/A.app", false},
+        {"/home/me/A.app", false},
+        {"/usrlocal/A.app", false},
+        {"/home/usr/A.app", false},
+    };
+    for (const auto& [path, expected] : cases) {
+        auto application = called("A");
+        application.bundleURL = Url::fromPath(path);
+        EXPECT_EQ(isSystemApplication(application), expected) << path;
+        application.activationPolicy = 1;
+        EXPECT_TRUE(isSystemApplication(application)) << path;
+    }
+    EXPECT_TRUE(isSystemApplication(called("A"))) << "it has no bundle";
+}
+
+/// A desktop on which names meet: what is looked for, and the line that says how it was found.
+class FindingTest : public testing::Test {
+protected:
+    FindingTest() {
+        setDiagnosticSink([this](const std::string& line) { lines += line; });
+        add("Chrome", "com.example.browser", "/opt/chrome/chrome.bin");
+        add("Code", "com.example.editor", "/opt/code/electron");
+        add("Sticky Notes", "Safari", "/opt/notes/notes");
+        add("Google", "com.apple.Safari", "");
+        add("sticky", "", "/usr/bin/STICKY-NOTES.bin");
+        add("Unseen Notes", "com.example.unseen", "/usr/bin/unseen").isHidden = true;
+        add("Panel", "com.example.panel", "/usr/bin/panel").activationPolicy = 1;
+        add("", "com.example.nameless", "/usr/bin/nameless").localizedName.reset();
+    }
+    ~FindingTest() override { setDiagnosticSink({}); }
+
+    RunningApplication& add(const std::string& name, const std::string& identifier,
+                            const std::string& program) {
+        auto application = called(name);
+        application.processIdentifier = static_cast<std::int32_t>(desktop.running.size());
+        if (!identifier.empty()) application.bundleIdentifier = identifier;
+        if (!program.empty()) application.executableURL = Url::fromPath(program);
+        return desktop.running.emplace_back(application);
+    }
+
+    SimulatedDesktop desktop;
+    Applications& applications = desktop.platform().applications;
+    std::string lines;
+};
+
+TEST_F(FindingTest, theStrictestWayOfAnySpellingWins) {
+    const std::pair<std::string, std::string> cases[]{
+        // The whole name before its first and last word, whatever the order of the list.
+        {"Google Chrome", "Found running app Google Chrome via exact match: 'Google'"},
+        {"Safari", "Found running app Safari via bundle ID: 'Safari'"},
+        {"com.apple.Safari",
+         "Found running app com.apple.Safari via bundle ID: 'com.apple.Safari'"},
+        {"chrome", "Found running app chrome via partial match: 'Chrome'"},
+        {"Notes", "Found running app Notes via partial match: 'Sticky Notes'"},
+        {"notes sticky", "Found running app notes sticky via exact match: 'sticky'"},
+        {"Electron",
+         "Found running app Electron via executable name: 'Code' (executable: 'electron')"},
+        {"Sticky-Notes", "Found running app Sticky-Notes via executable name: 'sticky' "
+                         "(executable: 'STICKY-NOTES.bin')"},
+        {"Unseen", "Found running app Unseen via partial match: 'Unseen Notes' (including hidden)"},
+        {"Code Unseen Notes", "Found running app Code Unseen Notes via exact match: 'Code'"},
+        {"Panel", ""},
+        {"nameless", ""},
+        {"com.example.nameless", ""},
+        {"Unknown", ""},
+        {"   ", ""},
+        {"", ""},
+    };
+    for (const auto& [name, expected] : cases) {
+        lines.clear();
+        const auto found = findRunningApplication(applications, name);
+        EXPECT_EQ(lines, expected);
+        EXPECT_EQ(found.has_value(), !expected.empty()) << name;
+    }
+    EXPECT_EQ(runningApplicationNames(applications, {"Notes", "Nobody", "Electron", "notes"}),
+              (Names{"Sticky Notes", "Code", "Sticky Notes"}));
+}
+
+TEST_F(FindingTest, ofEqualOnesTheFirstInTheListWins) {
+    add("Code", "com.example.other", "");
+    EXPECT_EQ(findRunningApplication(applications, "Code")->bundleIdentifier, "com.example.editor");
+    desktop.running[1].isHidden = true;
+    EXPECT_EQ(findRunningApplication(applications, "Code")->bundleIdentifier, "com.example.other");
+    lines.clear();
+    const std::vector<RunningApplication> nameless{desktop.running[7]};
+    EXPECT_EQ(matchRunningApplication(nameless, "nameless", false), &nameless[0]);
+    EXPECT_EQ(lines, "Found running app nameless via executable name: 'Unknown' "
+                     "(executable: 'nameless')");
+}
+
+} // namespace
+} // namespace corvane
