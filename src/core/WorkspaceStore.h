@@ -29,7 +29,7 @@ enum class DismissibleAlertType {
 
 /// All state of the program and every operation on it: one instance for the life of the process. It
 /// is declared here and defined where each subsystem lives: editing, saving, preferences and alerts
-/// in core/, starting in launch/, names of applications in quit/. Main thread only. Operations
+/// in core/, starting in launch/, quitting in quit/. Main thread only. Operations
 /// return nothing and can't fail towards their caller: an unknown identifier ends them silently.
 /// Records are found by identifier; the first in list order counts.
 class WorkspaceStore {
@@ -126,6 +126,25 @@ public:
     /// it.
     void launchIndividualResource(const Resource& resource, const Workspace& workspace);
 
+    // Quitting. Applications are asked, without waiting for them; one that can't be asked is ended
+    // by force. What belongs to a resource is found by name and identifier among what runs now,
+    // whoever started it.
+
+    /// Quits what the workspace's enabled resources stand for; the active workspace if none is
+    /// given. Its running state is cleared before anything is asked to quit.
+    void finishWorkspace(std::optional<Workspace> workspace = std::nullopt);
+    /// Quits what one resource stands for, enabled or not. The workspace goes on running.
+    void quitIndividualResource(const Resource& resource, const Workspace& workspace);
+    /// Focus Mode: quits every user application that no enabled resource of the workspace names.
+    void quitNonWorkspaceApplications(const Workspace& workspace);
+    /// Asks every user application to quit, none by force. Changes no running state.
+    void quitAllApplications();
+    /// The summaries that come a second after finishing and after quitting all, if the user wants
+    /// them.
+    void showWorkspaceClosedSummary(int graceful, int forced,
+                                    const std::vector<RunningApplication>& list);
+    void showApplicationsClosedSummary(int count, const std::vector<RunningApplication>& list);
+
     // Names of applications.
 
     /// The application that stands for a resource; nothing for a separator and for a file that
@@ -141,6 +160,9 @@ private:
     void activateFirstWorkspace();
     const Resource* findResource(const Uuid& resourceId, const Uuid& workspaceId) const;
     void markRunning(const Uuid& resourceId, const Uuid& workspaceId);
+    void markFinished(const Uuid& workspaceId);
+    /// Adds the names that stand for a resource and aren't in the list yet.
+    void insertAppNames(const Resource& resource, std::vector<std::string>& names) const;
     std::shared_ptr<ResourceLauncher> makeResourceLauncher() const;
 
     /// Let `change` work on the found record in place, and save.

@@ -10,6 +10,7 @@ std::shared_ptr<ResourceLauncher> WorkspaceStore::makeResourceLauncher() const {
 
 void WorkspaceStore::startWorkspace(const Workspace& workspace) {
     if (workspace.resources.empty()) return;
+    if (focusMode) quitNonWorkspaceApplications(workspace);
     if (!runningResources->contains(workspace.id)) {
         runningResources.mutate([&](auto& running) { running[workspace.id]; });
     }

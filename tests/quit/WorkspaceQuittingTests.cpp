@@ -1,0 +1,359 @@
+#include "core/StoreScene.h"
+#include "foundation/Diagnostics.h"
+#include "foundation/Text.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+/// A desktop on which applications run, and a workspace whose resources name some of them.
+class Quitting : public testing::Test {
+protected:
+    ~Quitting() override { setDiagnosticSink({}); }
+
+    std::int32_t run(const std::string& name, const std::string& path = "",
+                     QuitBehaviour behaviour = QuitBehaviour::quits,
+                     const std::string& identifier = "", int policy = 0) {
+        const auto process = static_cast<std::int32_t>(desktop.running.size()) + 1;
+        RunningApplication application{.processIdentifier = process};
+        if (!name.empty()) application.localizedName = name;
+        if (!identifier.empty()) application.bundleIdentifier = identifier;
+        application.bundleURL =
+            Url::fromPath(path.empty() ? "/Applications/" + name + ".app" : path);
+        application.activationPolicy = policy;
+        desktop.running.push_back(application);
+        desktop.quitBehaviours[process] = behaviour;
+        return process;
+    }
+    Resource application(const std::string& name) {
+        return scene.resource(name, "/Applications/" + name + ".app", ResourceType::application);
+    }
+    /// The processes that were asked ("1") or ended by force ("1!"), in order.
+    std::string asked() {
+        std::string text;
+        for (const auto& line : text::split(desktop.logged(), '\n')) {
+            const bool force = line.starts_with("forceTerminate");
+            if (!force && !line.starts_with("terminate")) continue;
+            text +=
+                (text.empty() ? "" : " ") + line.substr(line.find(' ') + 1) + (force ? "!" : "");
+        }
+        return text;
+    }
+    std::string stillRunning() {
+        std::string text;
+        for (const auto& application : desktop.running)
+            text += (text.empty() ? "" : " ") + std::to_string(application.processIdentifier);
+        return text;
+    }
+    /// The last alert's title and message, once everything due within that time has happened.
+    std::string alertWithin(double seconds) {
+        desktop.shownAlerts.clear();
+        desktop.runFor(seconds);
+        if (desktop.shownAlerts.empty()) return "";
+        return desktop.shownAlerts.back().title + ": " + desktop.shownAlerts.back().message;
+    }
+    void collectDiagnostics() {
+        setDiagnosticSink([this](const std::string& line) { diagnostics += line + "\n"; });
+    }
+
+    StoreScene scene;
+    SimulatedDesktop& desktop = scene.desktop;
+    WorkspaceStore& store = scene.start();
+    std::string diagnostics;
+};
+
+/// Sixteen applications, and a workspace that names some of them, and what it doesn't name too.
+class QuittingAmongMany : public Quitting {
+protected:
+    QuittingAmongMany() {
+        using enum QuitBehaviour;
+        run("Corvane", "", quits, "app.corvane.Corvane");
+        run("Finder", "/Applications/Finder.app", quits, "com.apple.finder");
+        run("Panel", "", quits, "", 1);
+        run("Editor");
+        run("Stubborn", "", refuses);
+        run("Immortal", "", refusesForce);
+        run("Tool", "/usr/lib/Tool.app");
+        run("Renamed", "", quits, "com.example.mail");
+        run("Other");
+        run("Asker", "", asks);
+        run("Refuser", "", refuses);
+        run("Rock", "", refusesForce);
+        run("Ghost", "", vanishes);
+        run("", "/home/me/nameless.app");
+        run("System", "/System/System.app");
+        run("Bare");
+        desktop.running.back().bundleURL.reset();
+
+        desk.resources = {scene.resource("Home", "/home/me", ResourceType::folder)};
+        for (const auto* name : {"Corvane", "Panel", "Editor", "Stubborn", "Immortal", "Tool"})
+            desk.resources.push_back(application(name));
+        desk.resources.push_back(application("Mail"));
+        desk.resources.back().bundleIdentifier = "com.example.mail";
+        desk.resources.push_back(application("Other"));
+        desk.resources.back().enabled = false;
+        desk.resources.push_back(scene.resource("", "", ResourceType::separator));
+        desk.resources.back().associatedApps = {"Asker"};
+        store.activeWorkspace = desk;
+        store.hasLaunchedResources = true;
+        store.runningWorkspaces = {desk.id};
+        store.runningResources = {{desk.id, {}}, {elsewhere, {}}};
+    }
+    bool isMarkedRunning() {
+        return store.hasLaunchedResources && store.runningWorkspaces->contains(desk.id) &&
+               store.runningResources->contains(desk.id) &&
+               store.runningResources->contains(elsewhere);
+    }
+
+    Workspace desk = scene.workspace("Desk");
+    const Uuid elsewhere = Uuid::random();
+};
+
+TEST_F(QuittingAmongMany, focusModeQuitsWhatTheWorkspaceDoesntName) {
+    store.quitNonWorkspaceApplications(desk);
+    EXPECT_EQ(asked(), "9 10 11 11! 12 12! 13 13! 14");
+    EXPECT_EQ(alertWithin(2), "");
+    EXPECT_EQ(stillRunning(), "1 2 3 4 5 6 7 8 10 12 15 16");
+    EXPECT_TRUE(isMarkedRunning());
+}
+
+TEST_F(QuittingAmongMany, quitAllAsksEveryUserApplicationAndForcesNone) {
+    store.quitAllApplications();
+    EXPECT_EQ(asked(), "4 5 6 8 9 10 11 12 13 14");
+    EXPECT_EQ(alertWithin(0.75), "");
+    EXPECT_EQ(alertWithin(0.25), "Applications Closed: Successfully closed 5 of 10 applications.");
+    EXPECT_EQ(stillRunning(), "1 2 3 5 6 7 10 11 12 15 16");
+    EXPECT_TRUE(isMarkedRunning());
+}
+
+TEST_F(QuittingAmongMany, finishingQuitsWhatTheWorkspaceNamesSystemOrNot) {
+    store.finishWorkspace();
+    EXPECT_EQ(asked(), "2 4 5 5! 6 6! 7 8");
+    EXPECT_EQ(alertWithin(0.75), "");
+    EXPECT_EQ(alertWithin(0.25), "Workspace Applications Closed: Closed 5 of 6 workspace "
+                                 "applications.\n\n• Gracefully quit: 4\n• Force quit: 1\n"
+                                 "• Failed: 1");
+    EXPECT_EQ(desktop.shownAlerts.back().checkbox, "Don't show this message again");
+    EXPECT_EQ(stillRunning(), "1 3 6 9 10 11 12 13 14 15 16");
+    EXPECT_FALSE(store.hasLaunchedResources);
+    EXPECT_TRUE(store.runningWorkspaces->empty());
+    EXPECT_EQ(store.runningResources->size(), 1u);
+    EXPECT_EQ(store.activeWorkspace.get(), desk);
+}
+
+TEST_F(Quitting, theSummaryOfAFinishCountsAndCanBeSwitchedOff) {
+    const std::vector<RunningApplication> three(3);
+    const struct {
+        int graceful;
+        int forced;
+        std::string expected;
+    } cases[]{
+        {3, 0,
+         "Successfully closed 3 workspace applications!\n\n• Gracefully quit: 3\n"
+         "• Force quit: 0"},
+        {1, 2,
+         "Successfully closed 3 workspace applications!\n\n• Gracefully quit: 1\n"
+         "• Force quit: 2"},
+        {1, 1,
+         "Closed 2 of 3 workspace applications.\n\n• Gracefully quit: 1\n"
+         "• Force quit: 1\n• Failed: 1"},
+        {0, 0,
+         "Closed 0 of 3 workspace applications.\n\n• Gracefully quit: 0\n"
+         "• Force quit: 0\n• Failed: 3"},
+    };
+    for (const auto& [graceful, forced, expected] : cases) {
+        store.showWorkspaceClosedSummary(graceful, forced, three);
+        EXPECT_EQ(alertWithin(0), "Workspace Applications Closed: " + expected);
+    }
+    // What counts is the preference when the summary is due.
+    run("Editor");
+    store.finishWorkspace(scene.workspace("Desk", {application("Editor")}));
+    desktop.runFor(0.5);
+    store.showWorkspaceClosedAlert = false;
+    EXPECT_EQ(alertWithin(1), "");
+    run("Editor");
+    store.quitAllApplications();
+    desktop.alertAnswers["Applications Closed"] = {AlertResponse::firstButton, true};
+    EXPECT_NE(alertWithin(1), "");
+    EXPECT_FALSE(store.showApplicationsClosedAlert) << "its checkbox was on";
+    run("Editor");
+    store.quitAllApplications();
+    EXPECT_EQ(alertWithin(1), "");
+    EXPECT_EQ(asked(), "1 1 1");
+}
+
+TEST_F(Quitting, aFinishWithNothingToDoSaysSo) {
+    store.activeWorkspace = std::nullopt;
+    store.finishWorkspace();
+    EXPECT_EQ(alertWithin(0), "No Workspace Selected: Please select a workspace first.");
+    store.quitAllApplications();
+    EXPECT_EQ(alertWithin(0), "Quit All Applications: No user applications found to close.");
+
+    // Its resources are all disabled, or name no application.
+    auto desk =
+        scene.workspace("Desk", {application("Editor"), scene.resource("plain", "/x.none")});
+    desk.resources[0].enabled = false;
+    run("Editor");
+    store.startWorkspace(desk);
+    desktop.runFor(1);
+    store.finishWorkspace(desk);
+    EXPECT_EQ(alertWithin(2), "No Applications to Quit: No applications found in this workspace's "
+                              "resources.");
+    EXPECT_TRUE(store.runningWorkspaces->contains(desk.id));
+    EXPECT_TRUE(store.runningResources->contains(desk.id));
+
+    // They name one that doesn't run.
+    desk.resources[1] = application("Absent");
+    store.activeWorkspace = scene.workspace("Other");
+    store.finishWorkspace(desk);
+    EXPECT_EQ(alertWithin(2), "");
+    EXPECT_TRUE(store.runningWorkspaces->empty());
+    EXPECT_TRUE(store.hasLaunchedResources) << "it isn't the active one";
+    EXPECT_EQ(asked(), "");
+}
+
+TEST_F(Quitting, theRunningStateIsClearedBeforeAnythingIsAsked) {
+    run("Editor");
+    const auto first = scene.workspace("First", {application("Editor")});
+    const auto second = scene.workspace("Second", {application("Editor")});
+    store.startWorkspace(first);
+    store.startWorkspace(second);
+    store.activeWorkspace = first;
+    const auto subscription = store.objectWillChange.subscribe([&] { EXPECT_EQ(asked(), ""); });
+    store.finishWorkspace(first);
+    EXPECT_EQ(asked(), "1");
+    EXPECT_TRUE(store.hasLaunchedResources) << "another one is left running";
+    EXPECT_EQ(store.runningWorkspaces.get(), std::set{second.id});
+    EXPECT_TRUE(store.runningResources->contains(second.id));
+}
+
+TEST_F(Quitting, oneResourceQuitsAloneAndItsWorkspaceGoesOn) {
+    run("Editor");
+    run("Viewer", "", QuitBehaviour::refuses);
+    run("Renamed", "", QuitBehaviour::quits, "com.example.mail");
+    run("Other");
+    desktop.defaultHandlers["txt"] = "/Applications/Editor.app";
+    auto note = scene.resource("Note");
+    note.enabled = false;
+    note.associatedApps = {"Viewer", "Editor"};
+    auto mail = application("Mail");
+    mail.bundleIdentifier = "com.example.mail";
+    const auto line = scene.resource("Line", "", ResourceType::separator);
+    const auto plain = scene.resource("Plain", "/x.none");
+    const auto desk = scene.workspace("Desk", {note, mail, line, plain});
+    store.runningWorkspaces = {desk.id};
+    store.runningResources = {{desk.id, {note.id, mail.id, line.id, plain.id}}};
+    store.hasLaunchedResources = true;
+    const auto stillMarked = [&] { return store.runningResources->at(desk.id).size(); };
+
+    store.quitIndividualResource(line, desk);
+    EXPECT_EQ(stillMarked(), 4u);
+    store.quitIndividualResource(plain, desk);
+    EXPECT_EQ(stillMarked(), 3u);
+    EXPECT_EQ(asked(), "");
+    store.quitIndividualResource(note, desk);
+    EXPECT_EQ(asked(), "1 2 2!");
+    store.quitIndividualResource(mail, desk);
+    EXPECT_EQ(asked(), "1 2 2! 3");
+    store.runningResources.mutate([&](auto& running) { running[desk.id].clear(); });
+    EXPECT_EQ(stillMarked(), 0u);
+    EXPECT_EQ(alertWithin(2), "");
+    EXPECT_EQ(stillRunning(), "4");
+    EXPECT_TRUE(store.runningWorkspaces->contains(desk.id));
+    EXPECT_TRUE(store.hasLaunchedResources);
+
+    store.runningResources = {};
+    store.quitIndividualResource(note, desk);
+    EXPECT_TRUE(store.runningResources->empty());
+}
+
+TEST_F(Quitting, focusModeClearsTheDeskBeforeAStart) {
+    run("Safari");
+    run("Other");
+    run("Finder", "/Applications/Finder.app", QuitBehaviour::quits, "com.apple.finder");
+    desktop.defaultHandlers["/"] = "/System/Library/CoreServices/Finder.app";
+    desktop.files.directories.insert("/home/me");
+    auto desk = scene.workspace("Desk", {scene.resource("Site", "https://a.b", ResourceType::url)});
+    for (const bool focus : {false, true}) {
+        store.focusMode = focus;
+        store.startWorkspace(scene.workspace("Empty"));
+        EXPECT_EQ(asked(), "");
+        desktop.log.clear();
+        store.startWorkspace(desk);
+        EXPECT_EQ(asked(), focus ? "2" : "");
+    }
+    EXPECT_EQ(alertWithin(2).find("Closed"), std::string::npos);
+    EXPECT_EQ(desktop.log.front(), "terminate 2") << "before anything is opened";
+    EXPECT_GT(desktop.log.size(), 1u);
+
+    desk.resources = {scene.resource("Home", "/home/me", ResourceType::folder)};
+    desktop.log.clear();
+    store.startWorkspace(desk);
+    EXPECT_EQ(asked(), "1") << "a browser that no resource names";
+}
+
+TEST_F(Quitting, whatIsDoneIsToldInOrder) {
+    run("Editor");
+    run("Mail", "", QuitBehaviour::refuses, "com.example.mail");
+    run("Rock", "", QuitBehaviour::refusesForce);
+    run("Tool", "/usr/lib/Tool.app");
+    run("", "/home/me/nameless.app", QuitBehaviour::asks);
+    auto mail = scene.resource("Mailer", "/opt/Post.sh", ResourceType::application);
+    mail.bundleIdentifier = "com.example.mail";
+    auto note = scene.resource("Note", "/x.none");
+    note.associatedApps = {"My Editor", "Rock", "My Editor"};
+    const auto desk = scene.workspace("Desk", {note, mail});
+    collectDiagnostics();
+    store.quitIndividualResource(note, desk);
+    EXPECT_EQ(diagnostics, R"(Quitting individual resource: Note
+Apps to quit for resource 'Note': My Editor, Rock
+   Found app by name matching: Editor matches My Editor
+   Found app by name matching: Rock matches Rock
+Attempting to quit: Editor
+   Politely quit Editor
+Attempting to quit: Rock
+   Failed to quit Rock
+Quit apps for resource: Note
+)");
+    diagnostics.clear();
+    store.quitNonWorkspaceApplications(scene.workspace("Desk", {mail, application("Editor")}));
+    EXPECT_EQ(diagnostics, R"(Focus mode: Quitting non-workspace applications for 'Desk'...
+Workspace apps to keep: Mailer, Post, Editor
+Workspace bundle IDs to keep: com.example.mail
+   Keeping workspace app by name: Editor matches Editor
+   Keeping workspace app by bundle ID: Mail (com.example.mail)
+   Will quit non-workspace app: Rock
+   Keeping system app: Tool
+   Will quit non-workspace app: Unknown
+Focus mode: Quitting 2 non-workspace applications...
+Attempting to quit: Rock
+   Failed to quit Rock
+Attempting to quit: Unknown
+   Politely quit Unknown
+Focus mode: Successfully quit 1 of 2 non-workspace applications
+)");
+    diagnostics.clear();
+    store.finishWorkspace(desk);
+    EXPECT_EQ(diagnostics, R"(Quitting applications from workspace: Desk
+Workspace applications to quit: My Editor, Rock, Mailer, Post
+   Found app by name matching: Editor
+   Found app by bundle ID: Mail (com.example.mail)
+   Found app by name matching: Rock
+Quitting 3 workspace applications...
+Attempting to quit: Editor
+   Politely quit Editor
+Attempting to quit: Mail
+   Force quit Mail
+Attempting to quit: Rock
+   Failed to quit Rock
+)");
+    diagnostics.clear();
+    store.quitIndividualResource(scene.resource("Plain", "/x.none"), desk);
+    EXPECT_EQ(diagnostics, R"(Quitting individual resource: Plain
+No applications to quit for resource: Plain
+)");
+}
+
+} // namespace
+} // namespace corvane
