@@ -139,20 +139,6 @@ bool isThisMachine(const std::string& name) {
     return ::gethostname(own, sizeof own - 1) == 0 && name == own;
 }
 
-/// The first type that is known counts, as toolkits put their own in front.
-WindowKind kindOf(const std::vector<std::uint32_t>& types, const Atoms& atoms) {
-    for (const auto type : types) {
-        if (type == atoms.typeNormal || type == atoms.typeDialog) return WindowKind::ordinary;
-        if (type == atoms.typeDock) return WindowKind::dock;
-        if (type == atoms.typeDesktop) return WindowKind::desktop;
-        for (const auto other : {atoms.typeToolbar, atoms.typeMenu, atoms.typeUtility,
-                                 atoms.typeSplash, atoms.typeNotification}) {
-            if (type == other) return WindowKind::other;
-        }
-    }
-    return WindowKind::ordinary;
-}
-
 /// Nothing for a window that is gone by now.
 std::optional<ClientWindow> readWindow(Server& server, xcb_window_t window, const Cookies& cookies,
                                        Deadline deadline) {
@@ -173,7 +159,7 @@ std::optional<ClientWindow> readWindow(Server& server, xcb_window_t window, cons
     if (result.desktopFileHint.empty()) result.desktopFileHint = fields[kdeFile].text();
     const auto owner = firstNumber(fields[transientFor]);
     if (owner != server.root()) result.transientFor = owner;
-    result.kind = kindOf(fields[windowType].numbers(), server.atoms());
+    result.kind = kindOf(fields[windowType], server.atoms());
     const auto states = fields[netState].numbers();
     constexpr std::uint32_t iconic = 3;
     result.skipsTaskbar = contains(states, server.atoms().stateSkipTaskbar);
