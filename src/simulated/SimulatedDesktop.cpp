@@ -123,7 +123,9 @@ public:
 
     std::string mainBundleIdentifier() const override { return std::string(mainBundle); }
 
-    std::vector<MetadataItem> results(const std::string&, const std::string& argument) override {
+    std::vector<MetadataItem> results(const std::string& predicateFormat,
+                                      const std::string& argument) override {
+        desktop_.log.push_back("query " + predicateFormat + " | " + argument);
         const auto found = desktop_.metadata.find(argument);
         return found == desktop_.metadata.end() ? std::vector<MetadataItem>() : found->second;
     }

@@ -49,6 +49,7 @@ enum class QuitBehaviour {
 ///     open file:///a.txt with /Applications/Pad.app
 ///     task /usr/bin/open -a Pad /a.txt  a process and its arguments
 ///     script tell application "Safari"... AppleScript, line breaks as " / "
+///     query kMDItemKind ... %@ | Pad    a metadata query and its argument
 ///     reveal file:///folder/            activateFileViewerSelecting
 ///     terminate 12 | forceTerminate 12  a running application, by process
 ///     AXPosition 12/7 10,20             a set of an attribute: process, window, value
