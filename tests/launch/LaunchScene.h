@@ -1,0 +1,86 @@
+#pragma once
+
+#include "core/StoreScene.h"
+#include "foundation/Text.h"
+#include "launch/ResourceLauncher.h"
+
+#include <algorithm>
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+
+/// A desktop with two documents, two editors that Spotlight knows and a browser of an unknown
+/// family, and a launcher on it. What it opens, tells the user and writes down reads as text.
+class LaunchScene : public testing::Test {
+protected:
+    LaunchScene() {
+        desktop.files.contents = {{"/docs/notes.txt", ""}, {"/docs/Übersicht.odt", ""}};
+        desktop.install({.path = "/Applications/Pad.app", .bundleIdentifier = "org.pad"});
+        desktop.install({.path = "/Applications/Writer.app", .bundleIdentifier = "org.writer"});
+        desktop.install({.path = "/Applications/Web.app", .bundleIdentifier = "org.web"});
+        desktop.defaultHandlers = {{"txt", "/Applications/Pad.app"},
+                                   {"odt", "/Applications/Writer.app"},
+                                   {"/", "/System/Library/CoreServices/Finder.app"},
+                                   {"http:", "/Applications/Web.app"},
+                                   {"https:", "/Applications/Web.app"}};
+    }
+
+    StoreScene scene;
+    SimulatedDesktop& desktop = scene.desktop;
+    BookmarkManager bookmarks{desktop.files, desktop.bookmarks, desktop.queue};
+    ResourceLauncher launcher{scene.platform, bookmarks};
+    DiagnosticLog diagnosticLog;
+    std::vector<std::string>& said = diagnosticLog.lines;
+
+    Resource resource(ResourceType type, std::string path,
+                      std::vector<std::string> associatedApps = {}) const {
+        auto made = scene.resource("it", std::move(path), type);
+        made.associatedApps = std::move(associatedApps);
+        return made;
+    }
+
+    SimulatedApplication& installed(std::string_view path) {
+        return *std::find_if(desktop.applications.begin(), desktop.applications.end(),
+                             [&](const auto& application) { return application.path == path; });
+    }
+
+    /// The log, but for the questions of the search for an application.
+    std::string openings() const {
+        return without(desktop.log, {"task /usr/bin/mdfind", "query "});
+    }
+    /// The diagnostics, but for those of the search and of the bookmarks.
+    std::string diagnostics() const {
+        return without(said, {"Searching", "App variations", "Dynamically", "Trying", "Found app",
+                              "📚", "Failed to search"});
+    }
+    /// "Title | message [OK][Show in Finder]", a line each.
+    std::string alerts() const {
+        std::vector<std::string> lines;
+        for (const auto& alert : desktop.shownAlerts) {
+            auto line = alert.title + " | " + alert.message + " [" +
+                        text::joined(alert.buttons, "][") + "]";
+            if (alert.style != AlertStyle::warning) line += " not a warning";
+            lines.push_back(line);
+        }
+        return text::joined(lines, "\n");
+    }
+    void forget() {
+        desktop.log.clear();
+        desktop.shownAlerts.clear();
+        said.clear();
+    }
+
+private:
+    static std::string without(const std::vector<std::string>& lines,
+                               std::initializer_list<std::string_view> prefixes) {
+        std::vector<std::string> kept;
+        for (const auto& line : lines) {
+            const auto starts = [&](auto prefix) { return line.starts_with(prefix); };
+            if (std::none_of(prefixes.begin(), prefixes.end(), starts)) kept.push_back(line);
+        }
+        return text::joined(kept, "\n");
+    }
+};
+
+} // namespace corvane
