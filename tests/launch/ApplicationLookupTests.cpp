@@ -12,20 +12,24 @@ protected:
     ApplicationLookup lookup{scene.platform.applications, scene.platform.bundles,
                              scene.platform.tasks, scene.platform.metadataQuery};
 
-    /// An application that only its path, its identifier or its names lead to.
-    void installUnindexed(std::string path, std::optional<std::string> identifier = {},
-                          std::optional<std::string> displayName = {},
-                          std::optional<std::string> bundleName = {}) {
-        desktop.install({std::move(path), std::move(identifier), std::move(displayName),
-                         std::move(bundleName), false});
+    using OptionalText = std::optional<std::string>;
+    static std::string bundle(const std::string& fileName) {
+        return "/Applications/" + fileName + ".app";
     }
-    void installIndexed(std::string path, std::string identifier, std::string displayName) {
-        desktop.install({std::move(path), std::move(identifier), std::move(displayName)});
+    /// An application that Spotlight doesn't know.
+    static SimulatedApplication plain(const std::string& fileName, OptionalText identifier = {},
+                                      OptionalText displayName = {}, OptionalText bundleName = {}) {
+        return {bundle(fileName), std::move(identifier), std::move(displayName),
+                std::move(bundleName), false};
     }
-    void runs(std::string name, std::optional<Url> bundle) {
+    static SimulatedApplication indexed(const std::string& fileName, OptionalText identifier,
+                                        OptionalText displayName) {
+        return {bundle(fileName), std::move(identifier), std::move(displayName)};
+    }
+    void runs(std::string name, const OptionalText& fileName) {
         RunningApplication application;
         application.localizedName = std::move(name);
-        application.bundleURL = std::move(bundle);
+        if (fileName) application.bundleURL = Url::fromPath(bundle(*fileName));
         desktop.running.push_back(application);
     }
     void searchAnswers(const std::string& name, Result<TaskResult> result) {
@@ -36,6 +40,9 @@ protected:
                "'";
     }
 
+    static std::string hit(const std::string& stage, const std::string& fileName) {
+        return "Found app via " + stage + ": " + bundle(fileName);
+    }
     /// The last diagnostic, which names the stage and the path; it must tell the truth.
     std::string found(const std::string& name) {
         said.clear();
@@ -67,24 +74,21 @@ TEST_F(Lookup, aNameHasItsSpellingsInAFixedOrder) {
 
 TEST_F(Lookup, eachStageIsAskedOnlyWhenThoseBeforeItFoundNothing) {
     const std::string name = "com.acme.Tool";
-    desktop.metadata[name] = {{"/Elsewhere/Six.app"}};
-    runs(name, Url::fromPath("/Elsewhere/Five.app"));
-    installUnindexed("/Applications/Four.app", {}, name);
-    installUnindexed("/Applications/COM.ACME.TOOL.app");
-    installUnindexed("/Applications/Two.app", name);
-    installIndexed("/Applications/One.app", "one", name);
+    desktop.metadata[name] = {{bundle("Six")}};
+    runs(name, "Five");
+    desktop.applications = {plain("Four", {}, name), plain("COM.ACME.TOOL"), plain("Two", name),
+                            indexed("One", "one", name)};
     const auto uninstall = [this] { desktop.applications.pop_back(); };
     const struct {
-        const char* expected;
+        std::string expected;
         std::function<void()> remove;
     } stages[]{
-        {"Found app via bundle ID: /Applications/One.app", uninstall},
-        {"Found app via bundle identifier: /Applications/Two.app", uninstall},
-        {"Found app via exact match: /Applications/COM.ACME.TOOL.app", uninstall},
-        {"Found app via bundle display name: /Applications/Four.app", uninstall},
-        {"Found app via running applications: /Elsewhere/Five.app",
-         [this] { desktop.running.clear(); }},
-        {"Found app via metadata search: /Elsewhere/Six.app", [this] { desktop.metadata.clear(); }},
+        {hit("bundle ID", "One"), uninstall},
+        {hit("bundle identifier", "Two"), uninstall},
+        {hit("exact match", "COM.ACME.TOOL"), uninstall},
+        {hit("bundle display name", "Four"), uninstall},
+        {hit("running applications", "Five"), [this] { desktop.running.clear(); }},
+        {hit("metadata search", "Six"), [this] { desktop.metadata.clear(); }},
         {"", [] {}},
     };
     for (const auto& [expected, remove] : stages) {
@@ -95,136 +99,84 @@ TEST_F(Lookup, eachStageIsAskedOnlyWhenThoseBeforeItFoundNothing) {
 
 TEST_F(Lookup, theQuestionsAreAskedForEachSpellingAsItStands) {
     EXPECT_EQ(found("It's $HOME"), "");
-    const std::string mdfind = "task " + searchFor("It's $HOME");
-    const auto asked = [](const std::string& spelling) { return "\ntask " + searchFor(spelling); };
-    const auto queried = [](const std::string& spelling) {
-        return "\nquery kMDItemKind == 'Application' AND kMDItemDisplayName CONTAINS[cd] %@ | " +
-               spelling;
-    };
-    EXPECT_EQ(desktop.logged(), mdfind + asked("It's$HOME") + asked("It's") + asked("$HOME") +
-                                    queried("It's $HOME") + queried("It's$HOME") + queried("It's") +
-                                    queried("$HOME"));
-    EXPECT_EQ(said,
-              (std::vector<std::string>{"Searching for app: 'It's $HOME'",
-                                        "App variations: It's $HOME, It's$HOME, It's, $HOME"}));
+    std::string expected;
+    const auto spellings = {"It's $HOME", "It's$HOME", "It's", "$HOME"};
+    for (const std::string spelling : spellings)
+        expected += "task " + searchFor(spelling) + "\n";
+    for (const std::string spelling : spellings) {
+        expected += "query kMDItemKind == 'Application' AND kMDItemDisplayName CONTAINS[cd] %@ | " +
+                    spelling + "\n";
+    }
+    EXPECT_EQ(desktop.logged() + "\n", expected);
     forget();
     EXPECT_EQ(found(""), "");
     EXPECT_EQ(desktop.logged(), "");
 }
 
-/// Each scene with a name that it is searched for, and what is found.
+/// The applications of a desktop, a name that is searched for, and which is found by what.
 TEST_F(Lookup, tiesWithinAStageAreDecidedByOrder) {
-    const auto app = [](const std::string& path) { return Url::fromPath("/Applications/" + path); };
     const struct {
         const char* name;
-        std::function<void()> arrange;
+        std::vector<SimulatedApplication> applications;
+        std::string stage;
         const char* expected;
     } cases[]{
-        // Spotlight: the first spelling, and of its lines the first bundle with an identifier.
-        {"Paint Shop",
-         [&] {
-             installIndexed("/Applications/S.app", "s", "Shop");
-             installIndexed("/Applications/P.app", "p", "Paint");
-         },
-         "Found app via bundle ID: /Applications/P.app"},
-        {"Pad",
-         [&] {
-             installUnindexed("/Applications/None.app");
-             installUnindexed("/Applications/Third.app", "third");
-             searchAnswers("Pad", TaskResult{1, "\n/gone.app\n\n/Applications/None.app\n"
-                                                "/Applications/Third.app\n"});
-         },
-         "Found app via bundle ID: /Applications/Third.app"},
-        {"Pad",
-         [&] {
-             installIndexed("/Applications/Old.app", "same", "Old");
-             installIndexed("/Applications/New.app", "same", "Pad");
-         },
-         "Found app via bundle ID: /Applications/Old.app"},
-        {" Pad ",
-         [&] {
-             installIndexed("/Applications/P.app", "p", "Pad");
-             searchAnswers(" Pad ", Error{"No such file"});
-         },
-         "Found app via bundle ID: /Applications/P.app"},
-        {" Pad ",
-         [&] {
-             installIndexed("/Applications/P.app", "p", "Pad");
-             searchAnswers(" Pad ", TaskResult{0, "/Applications/\xff.app"});
-         },
-         "Found app via bundle ID: /Applications/P.app"},
-        // Identifiers: only with "com." in them, wherever.
-        {"telecom.tools", [&] { installUnindexed("/Applications/Q.app", "telecom.tools"); },
-         "Found app via bundle identifier: /Applications/Q.app"},
-        {"org.mozilla.firefox",
-         [&] { installUnindexed("/Applications/Q.app", "org.mozilla.firefox"); }, ""},
-        {"org.mozilla.firefox",
-         [&] { installUnindexed("/Applications/Firefox.app", "org.mozilla.firefox"); },
-         "Found app via partial match: /Applications/Firefox.app"},
-        // File names: URL by URL, both ways.
-        {"Code",
-         [&] {
-             installUnindexed("/Applications/Xcode.app");
-             installUnindexed("/Applications/Code.app");
-         },
-         "Found app via partial match: /Applications/Xcode.app"},
-        {"Mailplane", [&] { installUnindexed("/Applications/mail.app"); },
-         "Found app via partial match: /Applications/mail.app"},
-        {"Visual Code", [&] { installUnindexed("/Applications/CODE.app"); },
-         "Found app via exact match: /Applications/CODE.app"},
-        {"übersicht 2", [&] { installUnindexed("/Applications/ÜBERSICHT.app"); },
-         "Found app via exact match: /Applications/ÜBERSICHT.app"},
-        {"v2", [&] { installUnindexed("/Applications/Tool v2.1.app"); },
-         "Found app via partial match: /Applications/Tool v2.1.app"},
-        {" ", [&] { installUnindexed("/Applications/Two Words.app"); },
-         "Found app via partial match: /Applications/Two Words.app"},
-        // Names of bundles: whole names only, both keys of one bundle before the next bundle.
+        {"Paint Shop", {indexed("S", "s", "Shop"), indexed("P", "p", "Paint")}, "bundle ID", "P"},
+        {"Pad", {indexed("Old", "same", "Old"), indexed("New", "same", "Pad")}, "bundle ID", "Old"},
+        {"telecom.tools", {plain("Q", "telecom.tools")}, "bundle identifier", "Q"},
+        {"org.mozilla.firefox", {plain("Q", "org.mozilla.firefox")}, "", ""},
+        {"org.mozilla.firefox", {plain("Q"), plain("Firefox")}, "partial match", "Firefox"},
+        {"Code", {plain("Xcode"), plain("Code")}, "partial match", "Xcode"},
+        {"Mailplane", {plain("mail")}, "partial match", "mail"},
+        {"Visual Code", {plain("CODE")}, "exact match", "CODE"},
+        {"übersicht 2", {plain("ÜBERSICHT")}, "exact match", "ÜBERSICHT"},
+        {"v2", {plain("Tool v2.1")}, "partial match", "Tool v2.1"},
+        {"   ", {plain("One Blank"), plain("Three   Blanks")}, "partial match", "Three   Blanks"},
         {"Bilder",
-         [&] {
-             installUnindexed("/Applications/A.app", {}, "Bilder Pro");
-             installUnindexed("/Applications/Q.app", {}, {}, "BILDER");
-             installUnindexed("/Applications/Z.app", {}, "Bilder");
-         },
-         "Found app via bundle name: /Applications/Q.app"},
-        {"Bilder", [&] { installUnindexed("/Applications/Z.app", {}, "bilder", "Bilder"); },
-         "Found app via bundle display name: /Applications/Z.app"},
-        // Running applications: their order comes before that of the spellings.
-        {"Paint Shop",
-         [&] {
-             runs("Paint Shop", std::nullopt);
-             runs("Paint Shop Pro", app("Pro.app"));
-             runs("shop", app("Shop.app"));
-             runs("Paint Shop", app("Paint.app"));
-         },
-         "Found app via running applications: /Applications/Shop.app"},
-        // Metadata: only bundles.
-        {"Pad",
-         [&] {
-             desktop.metadata["Pad"] = {
-                 {std::nullopt}, {"/Pad.txt"}, {"/Pad.APP"}, {"/Pad.app/x"}, {"/x/Any.app"}};
-         },
-         "Found app via metadata search: /x/Any.app"},
+         {plain("A", {}, "Bilder Pro"), plain("Q", {}, {}, "BILDER"), plain("Z", {}, "Bilder")},
+         "bundle name",
+         "Q"},
+        {"Bilder", {plain("Z", {}, "bilder", "Bilder")}, "bundle display name", "Z"},
     };
-    for (const auto& [name, arrange, expected] : cases) {
-        desktop.applications.clear();
-        desktop.running.clear();
-        desktop.metadata.clear();
-        desktop.taskResults.clear();
-        arrange();
-        EXPECT_EQ(found(name), expected) << name;
+    for (const auto& [name, applications, stage, expected] : cases) {
+        desktop.applications = applications;
+        EXPECT_EQ(found(name), stage.empty() ? "" : hit(stage, expected)) << name;
     }
+}
+
+TEST_F(Lookup, linesOfSpotlightThatLeadNowhereArePassedOver) {
+    desktop.applications = {plain("None"), plain("Third", "third"), indexed("P", "p", "Pad")};
+    searchAnswers(
+        "A", TaskResult{1, "\n/gone.app\n\n/Applications/None.app\n/Applications/Third.app\n"});
+    EXPECT_EQ(found("A"), hit("bundle ID", "Third"));
+    searchAnswers(" Pad ", TaskResult{0, "/Applications/Third.app\n\xff"});
+    EXPECT_EQ(found(" Pad "), hit("bundle ID", "P")) << "what isn't text is no answer";
+}
+
+TEST_F(Lookup, theOrderOfRunningApplicationsComesBeforeThatOfTheSpellings) {
+    runs("Paint Shop", std::nullopt);
+    runs("Paint Shop Pro", "Pro");
+    runs("shop", "Shop");
+    runs("Paint Shop", "Paint");
+    EXPECT_EQ(found("Paint Shop"), hit("running applications", "Shop"));
+}
+
+TEST_F(Lookup, onlyBundlesOfAMetadataQueryCount) {
+    desktop.metadata["Pad"] = {{}, {"/Pad.txt"}, {"/Pad.APP"}, {"/Pad.app/x"}, {"/Any.app"}};
+    EXPECT_EQ(found("A Pad"), "Found app via metadata search: /Any.app");
 }
 
 TEST_F(Lookup, aSearchIsWrittenDownStepByStep) {
     searchAnswers("Other Pad", Error{"No such file"});
-    installIndexed("/Applications/P.app", "org.p", "Other");
+    desktop.applications = {indexed("P", "org.p", "Other")};
     EXPECT_TRUE(lookup.findApplication("Other Pad"));
-    EXPECT_EQ(said, (std::vector<std::string>{
-                        "Searching for app: 'Other Pad'",
-                        "App variations: Other Pad, OtherPad, Other, Pad",
-                        "Failed to search for app 'Other Pad' dynamically: No such file",
-                        "Dynamically found bundle ID for 'Other': org.p", "Trying bundle ID: org.p",
-                        "Found app via bundle ID: /Applications/P.app"}));
+    EXPECT_EQ(text::joined(said, "\n"),
+              "Searching for app: 'Other Pad'\n"
+              "App variations: Other Pad, OtherPad, Other, Pad\n"
+              "Failed to search for app 'Other Pad' dynamically: No such file\n"
+              "Dynamically found bundle ID for 'Other': org.p\n"
+              "Trying bundle ID: org.p\n"
+              "Found app via bundle ID: /Applications/P.app");
 }
 
 } // namespace

@@ -1,0 +1,175 @@
+#include "launch/LaunchScene.h"
+
+namespace corvane {
+namespace {
+
+using enum ResourceType;
+
+class Start : public LaunchScene {
+protected:
+    WorkspaceStore& store = scene.start();
+    const std::string script =
+        "script tell application \"Terminal\" /     activate /     do script "
+        "\"make\" / end tell";
+    const std::string page = "open https://corvane.example/";
+
+    Start() { forget(); }
+
+    Workspace workspace(std::vector<Resource> resources) const {
+        return scene.workspace("Work", std::move(resources));
+    }
+    Resource named(std::string name, Resource resource) const {
+        resource.name = std::move(name);
+        return resource;
+    }
+    Resource disabled(Resource resource) const {
+        resource.enabled = false;
+        return resource;
+    }
+    /// The names of the resources that count as running in the workspace, "none" with no entry.
+    std::string running(const Workspace& workspace) const {
+        const auto entry = store.runningResources->find(workspace.id);
+        if (entry == store.runningResources->end()) return "none";
+        std::vector<std::string> names;
+        for (const auto& resource : workspace.resources) {
+            if (entry->second.contains(resource.id)) names.push_back(resource.name);
+        }
+        EXPECT_EQ(entry->second.size(), names.size());
+        return text::joined(names, " ");
+    }
+    bool isRunning(const Workspace& workspace) const {
+        return store.runningWorkspaces->contains(workspace.id);
+    }
+};
+
+TEST_F(Start, allEnabledResourcesOpenBackToBackWhateverBecomesOfThem) {
+    const auto work = workspace({
+        named("text", resource(file, "/docs/notes.txt", {"Ghost", "Writer"})),
+        named("off", disabled(resource(file, "/docs/notes.txt"))),
+        named("line", resource(separator, "")),
+        named("gone", resource(file, "/docs/gone.txt")),
+        named("bad", resource(url, "no scheme")),
+        named("page", resource(url, "https://corvane.example/", {"Google Chrome"})),
+        named("build", resource(terminal, "make")),
+        named("folder", resource(folder, "/docs")),
+        named("app", resource(application, "/Applications/Pad.app")),
+    });
+    const int savesBefore = scene.saves();
+    const auto active = store.activeWorkspace.get();
+    store.startWorkspace(work);
+    EXPECT_EQ(openings(),
+              "task /usr/bin/open --new -a Google Chrome --args https://corvane.example/")
+        << "only a new tab is waited for";
+    EXPECT_EQ(running(work), "text gone bad page build folder app");
+    EXPECT_TRUE(isRunning(work));
+    EXPECT_TRUE(store.hasLaunchedResources);
+
+    forget();
+    desktop.runUntilIdle();
+    EXPECT_EQ(openings(), "open file:///docs/notes.txt\nsheet Application Not Found\n"
+                          "open file:///docs/notes.txt with /Applications/Writer.app\n"
+                          "sheet Access Error\nsheet Invalid URL\n" +
+                              page + "\n" + page + "\n" + script +
+                              "\nopen file:///docs\nopen file:///Applications/Pad.app");
+    EXPECT_EQ(running(work), "text gone bad page build folder app");
+    EXPECT_EQ(scene.saves(), savesBefore);
+    EXPECT_EQ(store.activeWorkspace.get(), active) << "that is the caller's to choose";
+}
+
+TEST_F(Start, theFlagsFollowWhenEverythingIsUnderWay) {
+    const auto work = workspace({named("build", resource(terminal, "make")),
+                                 named("page", resource(url, "https://corvane.example/"))});
+    std::vector<std::string> seen;
+    const auto subscription = store.objectWillChange.subscribe([&] {
+        seen.push_back(running(work) + (store.hasLaunchedResources ? ", launched" : "") + ": " +
+                       (said.empty() ? "" : said.back()));
+    });
+    store.startWorkspace(work);
+    EXPECT_TRUE(isRunning(work));
+    EXPECT_EQ(seen, (std::vector<std::string>{
+                        "none: ", ": Executing terminal command: make",
+                        "build: Launching resource: page at https://corvane.example/",
+                        "build page: Launching resource: page at https://corvane.example/",
+                        "build page, launched: Launching resource: page at "
+                        "https://corvane.example/"}));
+}
+
+TEST_F(Start, whatIsLeftOutDecidesWhatCountsAsRunning) {
+    const auto empty = workspace({});
+    store.startWorkspace(empty);
+    EXPECT_EQ(running(empty), "none");
+    EXPECT_FALSE(isRunning(empty));
+    EXPECT_FALSE(store.hasLaunchedResources);
+
+    const auto idle =
+        workspace({named("off", disabled(resource(terminal, "make"))), resource(separator, "")});
+    store.startWorkspace(idle);
+    EXPECT_EQ(running(idle), "");
+    EXPECT_TRUE(isRunning(idle));
+    EXPECT_TRUE(store.hasLaunchedResources);
+    desktop.runUntilIdle();
+    EXPECT_EQ(desktop.logged(), "");
+}
+
+TEST_F(Start, aSecondStartOpensEverythingAgain) {
+    const auto work =
+        workspace({named("a", resource(terminal, "make")), named("b", resource(terminal, "make"))});
+    store.launchIndividualResource(work.resources[1], work);
+    EXPECT_EQ(running(work), "b");
+    EXPECT_FALSE(isRunning(work));
+    EXPECT_FALSE(store.hasLaunchedResources);
+    for (int start = 1; start <= 2; ++start) {
+        store.startWorkspace(work);
+        EXPECT_EQ(running(work), "a b");
+    }
+    desktop.runUntilIdle();
+    EXPECT_EQ(openings(), script + "\n" + script + "\n" + script + "\n" + script + "\n" + script);
+}
+
+TEST_F(Start, oneResourceOpensInOneWay) {
+    desktop.install({.path = "/Applications/Finder.app"});
+    desktop.files.contents["/docs/strange.xyz"] = "";
+    const std::string openIn = "task /usr/bin/open -a /Applications/";
+    const std::string site = "https://corvane.example/";
+    const struct {
+        Resource resource;
+        std::string openings;
+        std::string launching;
+    } cases[]{
+        {resource(file, "/docs/notes.txt", {"Writer", "Pad"}),
+         openIn + "Writer.app /docs/notes.txt", "with Writer"},
+        {disabled(resource(file, "/docs/notes.txt")), openIn + "Pad.app /docs/notes.txt",
+         "with Pad"},
+        {resource(file, "/docs/strange.xyz"),
+         "open file:///docs/strange.xyz\nsheet Launch Failed\nreveal file:///docs/strange.xyz",
+         "at /docs/strange.xyz"},
+        {resource(folder, "/docs"), openIn + "Finder.app /docs", "with Finder"},
+        {resource(application, "/Applications/Web.app"), openIn + "Web.app /Applications/Web.app",
+         "with Web"},
+        {resource(url, site, {"Web", "Writer"}),
+         page + " with /Applications/Web.app\n" + page + " with /Applications/Writer.app\n" + page,
+         "with Web"},
+        {resource(url, site), page, "with Safari"},
+        {resource(terminal, "make", {"Pad"}), script, "with Pad"},
+        {resource(separator, ""), "", ""},
+    };
+    for (const auto& [resource, openings, launching] : cases) {
+        forget();
+        const auto work = workspace({resource});
+        store.launchIndividualResource(resource, work);
+        const bool launches = !launching.empty();
+        EXPECT_EQ(text::joined(said, "\n")
+                          .find("Launching individual resource: it\n"
+                                "Launching resource: it " +
+                                launching) == 0,
+                  launches);
+        EXPECT_EQ(running(work), launches ? "it" : "none");
+        EXPECT_FALSE(isRunning(work));
+        desktop.runUntilIdle();
+        EXPECT_EQ(this->openings(), openings);
+    }
+    EXPECT_FALSE(store.hasLaunchedResources);
+}
+
+} // namespace
+} // namespace corvane

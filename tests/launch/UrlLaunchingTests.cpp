@@ -1,0 +1,233 @@
+#include "launch/LaunchScene.h"
+
+namespace corvane {
+namespace {
+
+using enum ResourceType;
+
+class UrlLaunching : public LaunchScene {
+protected:
+    const std::string page = "https://corvane.example/?q=%22a%22";
+    const std::string open = "open " + page;
+
+    static std::string bundle(const std::string& name) { return "/Applications/" + name + ".app"; }
+    void defaultBrowser(const std::string& name) {
+        desktop.defaultHandlers["http:"] = bundle(name);
+    }
+    static std::string chromiumTab(const std::string& browser, const std::string& address) {
+        return "/usr/bin/open --new -a " + browser + " --args " + address;
+    }
+};
+
+TEST_F(UrlLaunching, lettersOfTheNameTellTheFamilyOfABrowser) {
+    using enum BrowserFamily;
+    const struct {
+        const char* name;
+        std::optional<BrowserFamily> expected;
+    } cases[]{
+        {"Google Chrome", chromium},  {"BRAVE Browser", chromium},
+        {"Microsoft Edge", chromium}, {"Chromium", chromium},
+        {"Knowledge Base", chromium}, {"Safari and Chrome", chromium},
+        {"SAFARI Preview", safari},   {"Firefox or Safari", safari},
+        {"firefox-esr", firefox},     {"Arc", std::nullopt},
+        {"", std::nullopt},
+    };
+    for (const auto& [name, expected] : cases)
+        EXPECT_TRUE(browserFamily(name) == expected) << name;
+}
+
+/// The installed and the default browser, the associated ones of a page, and all that comes of its
+/// opening.
+TEST_F(UrlLaunching, aPageGoesToEachAssociatedBrowserAndThenToTheDefaultOne) {
+    const std::string chrome = "task " + chromiumTab("Google Chrome", page);
+    const std::string edge = "task " + chromiumTab("My Edge", page);
+    const std::string brave = chromiumTab("Stuck Brave", page);
+    const std::string firefox = "task /usr/bin/open -a Firefox --args --new-tab " + page;
+    const std::string chromeOpened = "Successfully opened URL in Google Chrome (new tab)";
+    const std::string firefoxFailed = "Failed to open URL in Firefox new tab, trying fallback\n";
+    const std::string forOne = "Opening URL in 1 associated apps: ";
+    const struct {
+        std::string installed;
+        std::string defaultBrowser;
+        std::string associated;
+        std::string openings;
+        std::string alerts;
+        std::string diagnostics;
+    } cases[]{
+        {"", "Web", "", open, "", ""},
+        {"Google Chrome", "Google Chrome", "", chrome, "", chromeOpened},
+        {"", "My.app Edge.app", "", edge + "\n" + open, "",
+         "Failed to open URL in My Edge new tab, trying fallback"},
+        {"", "Stuck Brave", "", "task " + brave + "\n" + open, "",
+         "Failed to execute new tab command for Stuck Brave: No memory."},
+        {"Google Chrome", "Google Chrome", "Google Chrome", chrome + "\n" + chrome, "",
+         forOne + "Google Chrome\n" + chromeOpened + "\n" + chromeOpened},
+        {"Google Chrome", "Web", "Pad,Google Chrome",
+         chrome + "\n" + open + " with /Applications/Pad.app\n" + open, "",
+         "Opening URL in 2 associated apps: Pad, Google Chrome\n" + chromeOpened +
+             "\nSuccessfully opened URL with Pad (new window)"},
+        {"Firefox ESR", "Web", "Firefox",
+         firefox + "\n" + open + " with /Applications/Firefox ESR.app\n" + open, "",
+         forOne + "Firefox\n" + firefoxFailed +
+             "Successfully opened URL with Firefox (new window)"},
+        {"Damaged", "Web", "Damaged",
+         open + " with /Applications/Damaged.app\n" + open + "\nsheet Browser Launch Failed",
+         "Browser Launch Failed | Failed to open URL with Damaged.\n\nError: It's damaged. [OK]",
+         forOne + "Damaged\nFailed to open URL with Damaged: It's damaged."},
+        {"", "Web", "Firefox", firefox + "\n" + open + "\n" + open, "",
+         forOne + "Firefox\n" + firefoxFailed +
+             "Could not find browser 'Firefox', using system default"},
+    };
+    desktop.taskResults.insert({brave, Error{"No memory."}});
+    const auto applications = desktop.applications;
+    for (const auto& [browser, standard, associated, openings, alerts, diagnostics] : cases) {
+        forget();
+        desktop.applications = applications;
+        if (!browser.empty()) desktop.install({.path = bundle(browser)});
+        if (browser == "Damaged") desktop.applications.back().openError = Error{"It's damaged."};
+        defaultBrowser(standard);
+        const auto names =
+            associated.empty() ? std::vector<std::string>() : text::split(associated, ',');
+        launcher.launchURLResource(resource(url, page, names));
+        desktop.runUntilIdle();
+        EXPECT_EQ(this->openings(), openings);
+        EXPECT_EQ(this->alerts(), alerts);
+        EXPECT_EQ(this->diagnostics(), diagnostics);
+    }
+}
+
+TEST_F(UrlLaunching, onlyAResultWithoutAnErrorIsATabInSafari) {
+    const std::string failed = "Failed to open URL in Safari new tab: ";
+    const struct {
+        std::optional<ScriptOutcome> outcome;
+        std::string diagnostics;
+    } cases[]{
+        {ScriptOutcome{true, {}}, ""},
+        {ScriptOutcome{true, ScriptError{-600, "Not running.", ""}}, failed + "Not running."},
+        {ScriptOutcome{false, ScriptError{}}, failed + "Unknown error"},
+        {ScriptOutcome{false, {}}, failed + "Unknown error"},
+        {std::nullopt, failed + "Unknown error"},
+    };
+    const std::string script = "script tell application \"Safari\" /     activate /     try /      "
+                               "   tell window 1 to set "
+                               "current tab to make new tab with properties {URL:\"" +
+                               page + "\"} /     on error /         open location \"" + page +
+                               "\" /     end try / end tell";
+    defaultBrowser("Safari");
+    for (const auto& [outcome, diagnostics] : cases) {
+        forget();
+        desktop.scriptOutcomes["Safari"] = outcome;
+        launcher.launchURLResource(resource(url, page));
+        desktop.runUntilIdle();
+        EXPECT_EQ(openings(), script + (diagnostics.empty() ? "" : "\n" + open));
+        EXPECT_EQ(this->diagnostics(), diagnostics);
+    }
+}
+
+TEST_F(UrlLaunching, withNoBrowserAtAllTheUserIsTold) {
+    desktop.defaultHandlers.clear();
+    launcher.launchURLResource(resource(url, page));
+    desktop.runUntilIdle();
+    EXPECT_EQ(openings(), open + "\nsheet URL Launch Failed");
+    EXPECT_EQ(alerts(), "URL Launch Failed | Failed to open the URL '" + page +
+                            "' in your default browser. This could be due to:\n\n• No default "
+                            "browser is set\n• The URL is malformed\n• Network connectivity "
+                            "issues\n• Browser permissions [OK]");
+}
+
+TEST_F(UrlLaunching, anAddressOfAnyOtherSchemeStillGoesToTheBrowserOfHttp) {
+    defaultBrowser("Google Chrome");
+    for (const std::string address : {"mailto:me@corvane.example", "file:///docs/notes.txt",
+                                      "HTTP://corvane.example", "x-app:go"}) {
+        forget();
+        launcher.launchURLResource(resource(url, address));
+        desktop.runUntilIdle();
+        EXPECT_TRUE(openings().starts_with("task " + chromiumTab("Google Chrome", address)));
+    }
+}
+
+TEST_F(UrlLaunching, anAddressThatIsNoneOpensNothing) {
+    const auto invalid = [](const std::string& path) {
+        return "Invalid URL | The URL '" + path +
+               "' is not valid.\n\nPlease check the URL format. Examples:\n• "
+               "https://www.example.com\n• http://localhost:3000\n• file:///path/to/file [OK]";
+    };
+    const auto noScheme = [](const std::string& path) {
+        return "Invalid URL Format | The URL '" + path +
+               "' is missing a scheme (http://, https://, etc.).\n\nPlease add a proper scheme to "
+               "the URL. [OK]";
+    };
+    for (const std::string path : {"", "https://a b/", "http://[::1", "https://x/\"", "ü",
+                                   "corvane.example", "/docs/notes.txt", "//corvane.example/a"}) {
+        forget();
+        launcher.launchURLResource(resource(url, path, {"Google Chrome", "Web"}));
+        desktop.runUntilIdle();
+        const bool parses = path.find("/docs") == 0 || path.find("corvane") != path.npos;
+        EXPECT_EQ(openings(), parses ? "sheet Invalid URL Format" : "sheet Invalid URL") << path;
+        EXPECT_EQ(alerts(), parses ? noScheme(path) : invalid(path));
+        EXPECT_EQ(diagnostics(), (parses ? "URL missing scheme: " : "Invalid URL: ") + path);
+    }
+}
+
+// Commands.
+
+TEST_F(UrlLaunching, aCommandRunsInTerminalWithTheFirstPieceAsItsDirectory) {
+    const struct {
+        std::string path;
+        std::string shellText;
+    } cases[]{
+        {"", ""},
+        {"npm start", "npm start"},
+        {"/tmp|ls", "cd '/tmp' && ls"},
+        {"|ls", "ls"},
+        {"/tmp|", "cd '/tmp' && "},
+        {"a|b|c", "cd 'a' && c"},
+        {"||", ""},
+        {"~/it's | grep \"x\\y\" ", "cd '~/it's ' &&  grep \"x\\y\" "},
+    };
+    for (const auto& [path, shellText] : cases) {
+        forget();
+        launcher.launchTerminalResource(resource(terminal, path));
+        EXPECT_EQ(openings(), "") << "the script waits its turn";
+        desktop.runUntilIdle();
+        EXPECT_EQ(openings(), "script tell application \"Terminal\" /     activate /     do script "
+                              "\"" +
+                                  shellText + "\" / end tell");
+        EXPECT_EQ(diagnostics(), "Executing terminal command: " + path);
+        EXPECT_EQ(alerts(), "");
+    }
+}
+
+TEST_F(UrlLaunching, onlyAScriptErrorMakesACommandFail) {
+    const auto alert = [](const std::string& error) {
+        return "Terminal Command Failed | Failed to execute terminal command 'ls'.\n\nError "
+               "Code: " +
+               error +
+               "\n\nPossible causes:\n• Terminal.app is not available\n• Command syntax error\n• "
+               "Permission denied\n• Working directory doesn't exist [OK]";
+    };
+    const struct {
+        std::optional<ScriptOutcome> outcome;
+        std::string alerts;
+    } cases[]{
+        {ScriptOutcome{.hasResult = false, .error = {}}, ""},
+        {std::nullopt, ""},
+        {ScriptOutcome{true, ScriptError{-2741, "Syntax.", "{all}"}},
+         alert("-2741\nDetails: Syntax.")},
+        {ScriptOutcome{false, ScriptError{{}, {}, "{all}"}}, alert("-1\nDetails: Unknown error")},
+    };
+    for (const auto& [outcome, alerts] : cases) {
+        forget();
+        desktop.scriptOutcomes["Terminal"] = outcome;
+        launcher.launchTerminalResource(resource(terminal, "/tmp|ls"));
+        desktop.runUntilIdle();
+        EXPECT_EQ(this->alerts(), alerts);
+        EXPECT_EQ(
+            diagnostics(),
+            "Executing terminal command: /tmp|ls" +
+                std::string(alerts.empty() ? "" : "\nFailed to execute terminal command: {all}"));
+    }
+}
+
+} // namespace
+} // namespace corvane
