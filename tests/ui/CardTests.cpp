@@ -1,0 +1,152 @@
+#include "core/StoreScene.h"
+#include "foundation/Text.h"
+#include "ui/ResourcePreview.h"
+#include "ui/WorkspaceListState.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+using enum ResourceType;
+
+class Card : public testing::Test {
+protected:
+    StoreScene scene;
+    SimulatedDesktop& desktop = scene.desktop;
+    Workspace work = scene.workspace("Work", {scene.resource("build", "make", terminal),
+                                              scene.resource("line", "", separator),
+                                              scene.resource("serve", "serve", terminal)});
+    Workspace other = scene.workspace("Other");
+    WorkspaceStore& store = startStore();
+    std::unique_ptr<WorkspaceListState> list =
+        std::make_unique<WorkspaceListState>(store, scene.platform.mainQueue);
+
+    WorkspaceCardState& card() { return list->card(work.id); }
+    /// "button title | status text | running?"
+    std::string shown() {
+        return std::string(card().startTitle()) + " | " + card().statusText(work) +
+               (card().isRunning() ? " | running" : "");
+    }
+    std::size_t scriptsRun() const {
+        return static_cast<std::size_t>(
+            std::count_if(desktop.log.begin(), desktop.log.end(),
+                          [](const auto& line) { return line.starts_with("script"); }));
+    }
+
+private:
+    WorkspaceStore& startStore() {
+        scene.writeFile({other, work});
+        return scene.start();
+    }
+};
+
+TEST_F(Card, aStartTakesHalfASecondAndItsSpinnerOneMore) {
+    auto edited = work;
+    edited.resources.clear();
+    card().start(work);
+    store.updateWorkspace(edited);
+    const struct {
+        double moment;
+        std::string shown;
+        std::size_t scriptsRun;
+    } moments[]{
+        {0, "Starting... | Starting...", 0},
+        {0.49, "Starting... | Starting...", 0},
+        {0.51, "Starting... | Starting... | running", 2},
+        {1.49, "Starting... | Starting... | running", 2},
+        {1.51, "Start | 2 resources running | running", 2},
+        {60, "Start | 2 resources running | running", 2},
+    };
+    double now = 0;
+    for (const auto& expected : moments) {
+        desktop.runFor(expected.moment - std::exchange(now, expected.moment));
+        EXPECT_EQ(shown(), expected.shown);
+        EXPECT_EQ(scriptsRun(), expected.scriptsRun);
+        EXPECT_EQ(*store.activeWorkspace.get(), now < 0.5 ? other : work);
+        if (card().isLoading) card().start(work);
+    }
+}
+
+TEST_F(Card, theCallerClearsTheLaunchedFlagBeforeAStart) {
+    store.hasLaunchedResources = true;
+    list->card(other.id).start(other);
+    desktop.runFor(2);
+    EXPECT_EQ(store.activeWorkspace.get(), other);
+    EXPECT_FALSE(store.hasLaunchedResources) << "there was nothing to launch";
+    EXPECT_FALSE(list->card(other.id).isLoading);
+    EXPECT_FALSE(list->card(other.id).isRunning());
+}
+
+TEST_F(Card, aStartUnderWayOutlivesItsCard) {
+    for (const double gone : {0.2, 0.7}) {
+        store.runningWorkspaces = {};
+        desktop.log.clear();
+        card().start(work);
+        desktop.runFor(gone);
+        list = std::make_unique<WorkspaceListState>(store, scene.platform.mainQueue);
+        EXPECT_EQ(card().isLoading, false) << "a new window's card is idle";
+        desktop.runFor(2);
+        EXPECT_TRUE(card().isRunning());
+        EXPECT_EQ(scriptsRun(), 2u);
+        EXPECT_EQ(store.activeWorkspace.get(), work);
+    }
+}
+
+TEST_F(Card, whatRunsIsCountedFromTheStoreWithoutSeparators) {
+    EXPECT_EQ(runningResourceCount(work, store), 0u);
+    store.launchIndividualResource(work.resources[0], work);
+    EXPECT_EQ(shown(), "Start | 1 resources running");
+    store.startWorkspace(work);
+    EXPECT_EQ(shown(), "Start | 2 resources running | running");
+    store.runningResources = {{work.id, {work.resources[1].id, Uuid::random()}}};
+    EXPECT_EQ(runningResourceCount(work, store), 0u);
+}
+
+// Preview.
+
+TEST_F(Card, thePreviewShowsEightResourcesAndCountsTheRest) {
+    const auto described = [&](const Workspace& workspace) {
+        const auto preview = resourcePreview(workspace, store);
+        std::string text;
+        for (const auto& chip : preview.chips) {
+            text += chip.name + (chip.state == ChipState::running       ? "!"
+                                 : chip.state == ChipState::startMarked ? "*"
+                                                                        : "");
+        }
+        return text + preview.counter;
+    };
+    const struct {
+        const char* resources;
+        const char* expected;
+    } cases[]{
+        {"", ""},
+        {"--", ""},
+        {"a-b-c", "abc"},
+        {"-abcdefgh-", "abcdefgh"},
+        {"abcdefgh-i", "abcdefgh+1"},
+        {"ab-cdefghijklmnopqrst", "abcdefgh+12"},
+    };
+    for (const auto& [names, expected] : cases) {
+        Workspace workspace = other;
+        for (const char name : std::string_view(names))
+            workspace.resources.push_back(
+                scene.resource({name}, "/x", name == '-' ? separator : file));
+        EXPECT_EQ(described(workspace), expected);
+    }
+    work.resources[0].enabled = false;
+    work.resources[2].launchOnStart = true;
+    EXPECT_EQ(described(work), "buildserve*");
+    store.runningResources = {{other.id, {work.resources[0].id}}};
+    EXPECT_EQ(described(work), "buildserve*") << "it runs for another workspace";
+    store.runningResources = {{work.id, {work.resources[0].id, work.resources[2].id}}};
+    EXPECT_EQ(described(work), "build!serve!");
+    const auto chip = resourcePreview(work, store).chips[1];
+    EXPECT_EQ(chip, (PreviewChip{work.resources[2].id, terminal, "serve", ChipState::running}));
+}
+
+} // namespace
+} // namespace corvane

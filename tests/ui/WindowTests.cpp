@@ -1,0 +1,170 @@
+#include "core/StoreScene.h"
+#include "ui/ContentState.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+/// A store with three workspaces, and main windows on it.
+class Window : public testing::Test {
+protected:
+    StoreScene scene;
+    SimulatedDesktop& desktop = scene.desktop;
+    WorkspaceStore& store = startStore();
+
+    ContentState window() { return ContentState(store, scene.platform); }
+    static std::string names(const WorkspaceListState& list) {
+        std::string text;
+        for (const auto* workspace : list.filteredWorkspaces())
+            text += "[" + workspace->name + "]";
+        return text;
+    }
+
+private:
+    WorkspaceStore& startStore() {
+        auto described = scene.workspace("Écrire");
+        described.description = "Work";
+        scene.writeFile({scene.workspace("My Workspace", {scene.resource("Mail")}),
+                         scene.workspace("Homework "), described});
+        return scene.start();
+    }
+};
+
+// Theme.
+
+TEST_F(Window, theThemeStartsAsTheSystemsAndFollowsItOnlyAtAChangeOfTheScreens) {
+    for (const bool dark : {true, false}) {
+        desktop.systemIsDark = dark;
+        const auto content = std::make_unique<ContentState>(store, scene.platform);
+        EXPECT_EQ(content->theme.isDarkMode, dark);
+        desktop.systemIsDark = !dark;
+        desktop.runFor(60);
+        EXPECT_EQ(content->theme.isDarkMode, dark);
+        desktop.screenParametersDidChange.fire();
+        EXPECT_EQ(content->theme.isDarkMode, dark) << "a turn later";
+        desktop.runUntilIdle();
+        EXPECT_EQ(content->theme.isDarkMode, !dark);
+    }
+}
+
+TEST_F(Window, aToggleFixesTheThemeForAllWindowsToCome) {
+    for (const bool dark : {true, false}) {
+        ThemeManager theme(scene.platform.appearance, scene.platform.mainQueue);
+        const bool before = theme.isDarkMode;
+        bool seen = !before;
+        const auto subscription =
+            theme.objectWillChange.subscribe([&] { seen = theme.isDarkMode; });
+        theme.toggleTheme();
+        EXPECT_EQ(seen, before) << "told before it changes";
+        EXPECT_EQ(theme.isDarkMode, !before);
+        desktop.systemIsDark = dark;
+        theme.updateTheme();
+        desktop.runUntilIdle();
+        EXPECT_EQ(theme.isDarkMode, !before);
+        EXPECT_EQ(window().theme.isDarkMode, !before);
+    }
+}
+
+TEST_F(Window, anUpdateThatIsUnderWayOutlivesTheWindow) {
+    {
+        const auto content = std::make_unique<ContentState>(store, scene.platform);
+        content->theme.updateTheme();
+    }
+    desktop.runUntilIdle();
+    desktop.screenParametersDidChange.fire();
+    EXPECT_EQ(desktop.queue.pending(), 0u);
+}
+
+// Header.
+
+TEST_F(Window, eachKeystrokeReachesTheStoreAsTypedAndNothingComesBack) {
+    auto first = std::make_unique<ContentState>(store, scene.platform);
+    for (const std::string typed : {"w", "wo", "wo ", "  ", ""}) {
+        first->header.setSearchText(typed);
+        EXPECT_EQ(first->header.searchText(), typed);
+        EXPECT_EQ(store.searchText.get(), typed);
+    }
+    first->header.setSearchText("home");
+    const auto second = std::make_unique<ContentState>(store, scene.platform);
+    EXPECT_EQ(second->header.searchText(), "");
+    EXPECT_EQ(names(second->list), "[Homework ]");
+    store.searchText = "other";
+    EXPECT_EQ(first->header.searchText(), "home");
+}
+
+TEST_F(Window, theHeaderFollowsFocusModeAndThemeWhereverTheyChange) {
+    const auto content = std::make_unique<ContentState>(store, scene.platform);
+    auto& header = content->header;
+    int fired = 0;
+    const auto subscription = header.objectWillChange.subscribe([&] { ++fired; });
+    const auto shown = [&] {
+        return header.focusModeTooltip() + "; " + std::string(header.themeTooltip()) + " " +
+               std::string(header.themeSymbol());
+    };
+    const std::string off = "Focus Mode: OFF - Will not quit other apps; ";
+    const std::string on = "Focus Mode: ON - Will quit unrelated apps when launching workspace; ";
+    const std::string light = "Switch to Dark Mode moon.fill";
+    EXPECT_EQ(shown(), off + light);
+    header.toggleFocusMode();
+    EXPECT_EQ(shown(), on + light);
+    EXPECT_EQ(desktop.defaults.at("CorvaneFocusMode"), PropertyList{true});
+    header.toggleFocusMode();
+    EXPECT_EQ(shown(), off + light);
+    EXPECT_EQ(desktop.defaults.at("CorvaneFocusMode"), PropertyList{false});
+    store.focusMode = true;
+    header.toggleTheme();
+    EXPECT_EQ(shown(), on + "Switch to Light Mode sun.max.fill");
+    EXPECT_EQ(fired, 4);
+}
+
+// List.
+
+TEST_F(Window, theSearchLooksAtNamesOnlyAndKeepsTheOrder) {
+    const auto content = std::make_unique<ContentState>(store, scene.platform);
+    const struct {
+        const char* search;
+        const char* expected;
+        ListContent content;
+    } cases[]{
+        {"", "[My Workspace][Homework ][Écrire]", ListContent::cards},
+        {"WORK", "[My Workspace][Homework ]", ListContent::cards},
+        {" ", "[My Workspace][Homework ]", ListContent::cards},
+        {"work ", "[Homework ]", ListContent::cards},
+        {"éCR", "[Écrire]", ListContent::cards},
+        {"ecr", "", ListContent::emptySearch},
+        {"Mail", "", ListContent::emptySearch},
+        {"  ", "", ListContent::emptySearch},
+    };
+    for (const auto& [search, expected, shown] : cases) {
+        content->header.setSearchText(search);
+        EXPECT_EQ(names(content->list), expected) << search;
+        EXPECT_EQ(content->list.content(content->list.filteredWorkspaces().size()), shown);
+        EXPECT_EQ(content->list.emptySearchMessage(),
+                  "No workspaces match \"" + std::string(search) + "\"");
+    }
+    content->header.setSearchText("new");
+    store.addWorkspace(scene.workspace("Newest"));
+    EXPECT_EQ(names(content->list), "[Newest]");
+    store.workspaces = {};
+    EXPECT_EQ(content->list.content(0), ListContent::emptySearch);
+    content->header.setSearchText("");
+    EXPECT_EQ(content->list.content(0), ListContent::emptyWorkspaces);
+}
+
+TEST_F(Window, aCardKeepsItsStateAndTheListTellsOfIt) {
+    const auto content = std::make_unique<ContentState>(store, scene.platform);
+    const auto id = store.workspaces->at(1).id;
+    int fired = 0;
+    const auto subscription = content->list.objectWillChange.subscribe([&] { ++fired; });
+    content->list.card(id).isExpanded = true;
+    EXPECT_EQ(fired, 1);
+    content->header.setSearchText("my");
+    content->header.setSearchText("");
+    EXPECT_EQ(fired, 3);
+    EXPECT_TRUE(content->list.card(id).isExpanded);
+    EXPECT_FALSE(content->list.card(store.workspaces->at(0).id).isExpanded);
+}
+
+} // namespace
+} // namespace corvane
