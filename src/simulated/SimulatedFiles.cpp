@@ -36,10 +36,10 @@ Error refusal(std::string_view what, const std::string& path) {
 bool SimulatedFiles::isDirectory(const std::string& path) const {
     if (directories.contains(path)) return true;
     const auto below = path + "/";
-    const auto isBelow = [&](const std::string& other) { return other.starts_with(below); };
-    return std::any_of(directories.begin(), directories.end(), isBelow) ||
-           std::any_of(contents.begin(), contents.end(),
-                       [&](const auto& entry) { return isBelow(entry.first); });
+    const auto directory = directories.lower_bound(below);
+    if (directory != directories.end() && directory->starts_with(below)) return true;
+    const auto file = contents.lower_bound(below);
+    return file != contents.end() && file->first.starts_with(below);
 }
 
 bool SimulatedFiles::exists(const std::string& path) const {
