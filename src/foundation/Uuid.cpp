@@ -7,15 +7,25 @@ namespace corvane {
 
 namespace {
 
-constexpr bool isDashAt(std::size_t position) {
-    return position == 8 || position == 13 || position == 18 || position == 23;
-}
+constexpr std::size_t textSize = 36;
+constexpr std::array<std::size_t, 4> dashes{8, 13, 18, 23};
+/// Where the two digits of each byte stand.
+constexpr std::array<std::size_t, 16> digits{0,  2,  4,  6,  9,  11, 14, 16,
+                                             19, 21, 24, 26, 28, 30, 32, 34};
 
-int hexValue(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    return -1;
+constexpr std::uint8_t noDigit = 0xFF;
+constexpr auto hexValues = [] {
+    std::array<std::uint8_t, 256> values{};
+    values.fill(noDigit);
+    for (std::uint8_t value = 0; value < 16; ++value) {
+        values[static_cast<unsigned char>("0123456789abcdef"[value])] = value;
+        values[static_cast<unsigned char>("0123456789ABCDEF"[value])] = value;
+    }
+    return values;
+}();
+
+std::uint8_t hexValue(char c) {
+    return hexValues[static_cast<unsigned char>(c)];
 }
 
 } // namespace
@@ -33,35 +43,32 @@ Uuid Uuid::random() {
 }
 
 std::optional<Uuid> Uuid::parse(std::string_view text) {
-    if (text.size() != 36) return std::nullopt;
+    if (text.size() != textSize) return std::nullopt;
+    for (const auto dash : dashes) {
+        if (text[dash] != '-') return std::nullopt;
+    }
     Uuid id;
-    std::size_t digit = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (isDashAt(i)) {
-            if (text[i] != '-') return std::nullopt;
-            continue;
-        }
-        const int value = hexValue(text[i]);
-        if (value < 0) return std::nullopt;
-        auto& byte = id.bytes[digit / 2];
-        byte = static_cast<std::uint8_t>(byte << 4 | value);
-        ++digit;
+    for (std::size_t i = 0; i < id.bytes.size(); ++i) {
+        const auto high = hexValue(text[digits[i]]);
+        const auto low = hexValue(text[digits[i] + 1]);
+        if (high == noDigit || low == noDigit) return std::nullopt;
+        id.bytes[i] = static_cast<std::uint8_t>(high << 4 | low);
     }
     return id;
 }
 
 void Uuid::write(char* out) const {
-    constexpr char digits[] = "0123456789ABCDEF";
-    std::size_t position = 0;
-    for (const auto byte : bytes) {
-        if (isDashAt(position)) out[position++] = '-';
-        out[position++] = digits[byte >> 4];
-        out[position++] = digits[byte & 0x0F];
+    constexpr char digitOf[] = "0123456789ABCDEF";
+    for (const auto dash : dashes)
+        out[dash] = '-';
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        out[digits[i]] = digitOf[bytes[i] >> 4];
+        out[digits[i] + 1] = digitOf[bytes[i] & 0x0F];
     }
 }
 
 std::string Uuid::toString() const {
-    std::string text(36, '\0');
+    std::string text(textSize, '\0');
     write(text.data());
     return text;
 }
