@@ -39,11 +39,11 @@ Timestamp timestampOf(const json::Value& value) {
 
 template <typename Decode>
 auto listOf(const json::Value& array, Decode decode) {
+    const auto values = array.elements();
     std::vector<decltype(decode(array))> list;
-    const auto count = array.count();
-    list.reserve(count);
-    for (std::size_t i = 0; i < count; ++i)
-        list.push_back(decode(array.at(i)));
+    list.reserve(values.size());
+    for (const auto& value : values)
+        list.push_back(decode(value));
     return list;
 }
 

@@ -5,26 +5,46 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
-#include <rapidjson/document.h>
 #include <rapidjson/error/en.h>
-#include <rapidjson/prettywriter.h>
-#include <rapidjson/writer.h>
+#include <rapidjson/reader.h>
 
 namespace corvane::json {
 
+/// One value, or one key, of a text. The elements of an array and the keys and values of an object
+/// stand right behind it, each with what belongs to it.
+struct Node {
+    enum class Kind : std::uint8_t { null, flag, integer, number, text, array, object };
+
+    Kind kind = Kind::null;
+    /// Of a text: the library lets the second half of a surrogate pair through where the first is
+    /// missing.
+    bool isUtf8 = true;
+    /// Of a text, in bytes; of an array or object, in elements or members.
+    std::uint32_t size = 0;
+    union {
+        bool flag;
+        std::int64_t integer = 0;
+        double number;
+        const char* text;
+        /// Of an array or object: nodes, itself included.
+        std::size_t span;
+    };
+
+    bool isContainer() const { return kind == Kind::array || kind == Kind::object; }
+    const Node* next() const { return this + (isContainer() ? span : 1); }
+    bool isText(std::string_view other) const {
+        // Few keys of one object have both in common, so that calls are few too.
+        return size == other.size() && (size == 0 || *text == other.front()) &&
+               std::memcmp(text, other.data(), size) == 0;
+    }
+};
+
 namespace {
 
-using Node = rapidjson::Value;
-
-const Node& asNode(const void* node) {
-    return *static_cast<const Node*>(node);
-}
-
-std::string_view textOf(const Node& node) {
-    return {node.GetString(), node.GetStringLength()};
-}
+using Kind = Node::Kind;
 
 std::string lineAndColumn(std::string_view text, std::size_t offset) {
     std::size_t line = 1;
@@ -38,49 +58,102 @@ std::string lineAndColumn(std::string_view text, std::size_t offset) {
     return "line " + std::to_string(line) + ", column " + std::to_string(offset - lineStart + 1);
 }
 
-/// The library's tree with numbers that we read: its own reading gives garbage for a zero with an
-/// exponent ("0e-300") and no number at all for a very small one ("1e-324").
-class Tree : public rapidjson::Document {
+/// Takes what the library finds in a text and keeps it as one list of nodes. Numbers are read here,
+/// as the library gives garbage for a zero with an exponent ("0e-300") and no number at all for a
+/// very small one ("1e-324").
+class Tree : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Tree> {
 public:
-    /// Builds the tree from the text.
     rapidjson::ParseResult read(std::string_view text) {
+        // No text grows when its escapes are taken out, so what nodes point to stays in place.
+        texts_.reserve(text.size());
+        constexpr std::size_t bytesOfNode = 10;
+        nodes_.reserve(text.size() / bytesOfNode);
+        escapesUnits_ = text.find("\\u") != text.npos;
         rapidjson::MemoryStream bytes(text.data(), text.size());
-        rapidjson::ParseResult result;
-        auto build = [&](rapidjson::Document&) {
-            // Iterative, so that no depth of nesting exhausts the stack.
-            constexpr unsigned flags =
-                rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
-            rapidjson::Reader reader;
-            result = reader.Parse<flags>(bytes, *this);
-            return !result.IsError();
-        };
-        Populate(build);
+        rapidjson::Reader reader;
+        // Iterative, so that no depth of nesting exhausts the stack.
+        constexpr unsigned flags =
+            rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
+        auto result = reader.Parse<flags>(bytes, *this);
         // A null character counts as the end for the library.
         if (!result.IsError() && bytes.Tell() < text.size())
             result.Set(rapidjson::kParseErrorDocumentRootNotSingular, bytes.Tell());
         return result;
     }
+    const Node* root() const { return nodes_.data(); }
 
-    /// Called by the library's reader with the text of a number in JSON's grammar.
+    // Called by the library's reader; false ends the reading.
+
+    bool Null() {
+        add(Kind::null);
+        return true;
+    }
+    bool Bool(bool value) {
+        add(Kind::flag).flag = value;
+        return true;
+    }
     bool RawNumber(const char* text, rapidjson::SizeType length, bool) {
         const char* const end = text + length;
         std::int64_t integer = 0;
-        if (const auto read = std::from_chars(text, end, integer); isWhole(read, end))
-            return Int64(integer);
+        if (const auto read = std::from_chars(text, end, integer); isWhole(read, end)) {
+            add(Kind::integer).integer = integer;
+            return true;
+        }
         double number = 0;
-        if (const auto read = std::from_chars(text, end, number); isWhole(read, end))
-            return Double(number);
-        // Out of range: of the very large and the very small the wider type knows which.
-        long double wide = 0;
-        const auto read = std::from_chars(text, end, wide);
-        number = static_cast<double>(wide);
-        return isWhole(read, end) && std::isfinite(number) && Double(number);
+        if (const auto read = std::from_chars(text, end, number); !isWhole(read, end)) {
+            // Out of range: of the very large and the very small the wider type knows which.
+            long double wide = 0;
+            const auto again = std::from_chars(text, end, wide);
+            number = static_cast<double>(wide);
+            if (!isWhole(again, end) || !std::isfinite(number)) return false;
+        }
+        add(Kind::number).number = number;
+        return true;
     }
+    bool String(const char* text, rapidjson::SizeType length, bool) {
+        auto& node = add(Kind::text);
+        node.size = length;
+        node.text = texts_.data() + texts_.size();
+        node.isUtf8 = !escapesUnits_ || text::isValidUtf8({text, length});
+        texts_.append(text, length);
+        return true;
+    }
+    bool Key(const char* text, rapidjson::SizeType length, bool copy) {
+        return String(text, length, copy);
+    }
+    bool StartObject() { return open(Kind::object); }
+    bool StartArray() { return open(Kind::array); }
+    bool EndObject(rapidjson::SizeType members) { return close(members); }
+    bool EndArray(rapidjson::SizeType elements) { return close(elements); }
 
 private:
     static bool isWhole(std::from_chars_result read, const char* end) {
         return read.ec == std::errc() && read.ptr == end;
     }
+
+    Node& add(Kind kind) {
+        auto& node = nodes_.emplace_back();
+        node.kind = kind;
+        return node;
+    }
+    bool open(Kind kind) {
+        open_.push_back(nodes_.size());
+        add(kind);
+        return true;
+    }
+    bool close(rapidjson::SizeType size) {
+        auto& node = nodes_[open_.back()];
+        node.size = size;
+        node.span = nodes_.size() - open_.back();
+        open_.pop_back();
+        return true;
+    }
+
+    std::string texts_;
+    bool escapesUnits_ = false;
+    std::vector<Node> nodes_;
+    /// The arrays and objects that haven't ended.
+    std::vector<std::size_t> open_;
 };
 
 [[noreturn]] void failParsing(std::string_view name, std::string_view text, std::size_t offset,
@@ -90,8 +163,6 @@ private:
 }
 
 } // namespace
-
-// ---- reading
 
 struct Document::Parsed {
     std::string name;
@@ -114,7 +185,7 @@ Document::Document(std::string_view text, std::string name) : parsed_(std::make_
         failParsing(parsed_->name, text, result.Offset(),
                     std::string("not valid JSON (") + reason + ")");
     }
-    parsed_->root = Value(static_cast<const Node*>(&parsed_->tree), nullptr, parsed_->name, 0);
+    parsed_->root = Value(parsed_->tree.root(), nullptr, parsed_->name, 0);
 }
 
 Document::~Document() = default;
@@ -123,64 +194,63 @@ const Value& Document::root() const {
     return *parsed_->root;
 }
 
-std::optional<Value> Value::optional(std::string_view key) const {
-    const Node& node = asNode(node_);
-    if (!node.IsObject()) fail("an object was expected");
-    for (auto member = node.MemberBegin(); member != node.MemberEnd(); ++member) {
-        if (textOf(member->name) != key) continue;
-        if (member->value.IsNull()) return std::nullopt;
-        return Value(&member->value, this, key, 0);
+const Node* Value::find(std::string_view key) const {
+    if (node_->kind != Kind::object) fail("an object was expected");
+    const auto* member = node_ + 1;
+    for (auto left = node_->size; left > 0; --left) {
+        const auto* value = member + 1;
+        if (member->isText(key)) return value->kind == Kind::null ? nullptr : value;
+        member = value->next();
     }
-    return std::nullopt;
+    return nullptr;
+}
+
+std::optional<Value> Value::optional(std::string_view key) const {
+    const auto* node = find(key);
+    return node ? std::optional(Value(node, this, key, 0)) : std::nullopt;
 }
 
 Value Value::required(std::string_view key) const {
-    if (auto value = optional(key)) return *value;
+    if (const auto* node = find(key)) return Value(node, this, key, 0);
     fail("\"" + std::string(key) + "\" is missing");
 }
 
-std::size_t Value::count() const {
-    const Node& node = asNode(node_);
-    if (!node.IsArray()) fail("an array was expected");
-    return node.Size();
-}
-
-Value Value::at(std::size_t index) const {
-    const Node& node = asNode(node_);
-    return Value(&node[static_cast<rapidjson::SizeType>(index)], this, {}, index);
+std::vector<Value> Value::elements() const {
+    if (node_->kind != Kind::array) fail("an array was expected");
+    std::vector<Value> values;
+    values.reserve(node_->size);
+    const auto* element = node_ + 1;
+    for (std::size_t i = 0; i < node_->size; ++i, element = element->next())
+        values.push_back(Value(element, this, {}, i));
+    return values;
 }
 
 std::string_view Value::text() const {
-    const Node& node = asNode(node_);
-    if (!node.IsString()) fail("a text was expected");
-    const auto text = textOf(node);
-    // The library lets the second half of a surrogate pair through where the first is missing. Such
-    // a text could never be written again.
-    if (!text::isValidUtf8(text)) fail("the text has half a surrogate pair");
-    return text;
+    if (node_->kind != Kind::text) fail("a text was expected");
+    // Such a text could never be written again.
+    if (!node_->isUtf8) fail("the text has half a surrogate pair");
+    return {node_->text, node_->size};
 }
 
 bool Value::flag() const {
-    const Node& node = asNode(node_);
-    if (!node.IsBool()) fail("true or false was expected");
-    return node.GetBool();
+    if (node_->kind != Kind::flag) fail("true or false was expected");
+    return node_->flag;
 }
 
 double Value::number() const {
-    const Node& node = asNode(node_);
-    if (!node.IsNumber()) fail("a number was expected");
-    return node.GetDouble();
+    if (node_->kind == Kind::integer) return static_cast<double>(node_->integer);
+    if (node_->kind != Kind::number) fail("a number was expected");
+    return node_->number;
 }
 
 std::int64_t Value::integer(std::int64_t lowest, std::int64_t highest) const {
-    const Node& node = asNode(node_);
-    if (!node.IsNumber()) fail("an integer was expected");
     std::int64_t value = 0;
-    if (node.IsInt64()) {
-        value = node.GetInt64();
-    } else if (node.IsDouble() && std::trunc(node.GetDouble()) == node.GetDouble() &&
-               std::abs(node.GetDouble()) < 0x1p63) {
-        value = static_cast<std::int64_t>(node.GetDouble());
+    if (node_->kind == Kind::integer) {
+        value = node_->integer;
+    } else if (node_->kind != Kind::number) {
+        fail("an integer was expected");
+    } else if (std::trunc(node_->number) == node_->number && std::abs(node_->number) < 0x1p63) {
+        value = static_cast<std::int64_t>(node_->number);
     } else {
         fail("an integer that fits was expected");
     }
@@ -230,14 +300,14 @@ std::vector<std::uint8_t> Value::base64() const {
 
 Rect Value::rect() const {
     const auto pair = [](const Value& value) {
-        if (value.count() != 2) value.fail("two numbers were expected");
-        return std::pair(value.at(0).number(), value.at(1).number());
+        const auto numbers = value.elements();
+        if (numbers.size() != 2) value.fail("two numbers were expected");
+        return std::pair(numbers[0].number(), numbers[1].number());
     };
-    if (count() != 2) fail("[[x, y], [width, height]] was expected");
-    const Value originValue = at(0);
-    const Value sizeValue = at(1);
-    const auto [x, y] = pair(originValue);
-    const auto [width, height] = pair(sizeValue);
+    const auto pairs = elements();
+    if (pairs.size() != 2) fail("[[x, y], [width, height]] was expected");
+    const auto [x, y] = pair(pairs[0]);
+    const auto [width, height] = pair(pairs[1]);
     return {x, y, width, height};
 }
 
@@ -249,89 +319,6 @@ std::string Value::place() const {
 
 void Value::fail(std::string_view what) const {
     throw DecodeError(place() + ": " + std::string(what));
-}
-
-// ---- writing
-
-struct Writer::Output {
-    explicit Output(std::size_t expectedSize)
-        : buffer(nullptr, std::max<std::size_t>(expectedSize, 256)) {}
-
-    rapidjson::StringBuffer buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> writer{buffer};
-};
-
-Writer::Writer(std::size_t expectedSize) : output_(std::make_unique<Output>(expectedSize)) {}
-Writer::~Writer() = default;
-
-void Writer::startObject() {
-    output_->writer.StartObject();
-}
-void Writer::endObject() {
-    output_->writer.EndObject();
-}
-void Writer::startArray() {
-    output_->writer.StartArray();
-}
-void Writer::endArray() {
-    output_->writer.EndArray();
-}
-
-void Writer::key(std::string_view key) {
-    output_->writer.Key(key.data(), static_cast<rapidjson::SizeType>(key.size()));
-}
-
-void Writer::text(std::string_view value) {
-    if (!text::isValidUtf8(value)) throw EncodeError("a text that isn't UTF-8 can't be saved");
-    output_->writer.String(value.data(), static_cast<rapidjson::SizeType>(value.size()));
-}
-
-void Writer::flag(bool value) {
-    output_->writer.Bool(value);
-}
-void Writer::integer(std::int64_t value) {
-    output_->writer.Int64(value);
-}
-
-void Writer::number(double value) {
-    if (!output_->writer.Double(value))
-        throw EncodeError("a number that isn't finite can't be saved");
-}
-
-void Writer::uuid(const Uuid& value) {
-    char text[36];
-    value.write(text);
-    output_->writer.String(text, sizeof text);
-}
-
-void Writer::rect(const Rect& value) {
-    startArray();
-    startArray();
-    number(value.x);
-    number(value.y);
-    endArray();
-    startArray();
-    number(value.width);
-    number(value.height);
-    endArray();
-    endArray();
-}
-
-std::string Writer::take() {
-    std::string text(output_->buffer.GetString(), output_->buffer.GetSize());
-    output_->buffer.Clear();
-    output_->writer.Reset(output_->buffer);
-    return text;
-}
-
-std::string prettyPrinted(const std::string& compact) {
-    Tree tree;
-    tree.read(compact);
-    rapidjson::StringBuffer buffer;
-    rapidjson::PrettyWriter<rapidjson::StringBuffer> writer(buffer);
-    writer.SetIndent(' ', 2);
-    tree.Accept(writer);
-    return {buffer.GetString(), buffer.GetSize()};
 }
 
 } // namespace corvane::json

@@ -28,6 +28,8 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+struct Node;
+
 /// One value of a Document, valid while the Document and the Value that it came from live. Each
 /// reading throws DecodeError where the value has another form.
 class Value {
@@ -37,8 +39,8 @@ public:
     /// The member of that name, or nothing where it is missing or null.
     std::optional<Value> optional(std::string_view key) const;
 
-    std::size_t count() const;
-    Value at(std::size_t index) const;
+    /// The elements of an array, in order.
+    std::vector<Value> elements() const;
 
     std::string_view text() const;
     /// `true` or `false`; a number isn't a flag.
@@ -58,12 +60,14 @@ public:
 
 private:
     friend class Document;
-    Value(const void* node, const Value* parent, std::string_view key, std::size_t index)
+    Value(const Node* node, const Value* parent, std::string_view key, std::size_t index)
         : node_(node), parent_(parent), key_(key), index_(index) {}
+    /// The member that isn't null, or nothing.
+    const Node* find(std::string_view key) const;
     std::string place() const;
     std::int64_t integer(std::int64_t lowest, std::int64_t highest) const;
 
-    const void* node_;
+    const Node* node_;
     const Value* parent_;
     std::string_view key_;
     std::size_t index_;
@@ -73,8 +77,7 @@ private:
 class Document {
 public:
     /// Parses UTF-8 JSON, which it checks to be such, with or without a byte order mark; throws
-    /// DecodeError with line and column.
-    /// `name` is what places start with.
+    /// DecodeError with line and column. `name` is what places start with.
     Document(std::string_view text, std::string name);
     ~Document();
     Document(const Document&) = delete;
@@ -92,9 +95,6 @@ class Writer {
 public:
     /// `expectedSize` in bytes saves growing.
     explicit Writer(std::size_t expectedSize = 0);
-    ~Writer();
-    Writer(const Writer&) = delete;
-    Writer& operator=(const Writer&) = delete;
 
     void startObject();
     void endObject();
@@ -113,8 +113,18 @@ public:
     std::string take();
 
 private:
-    struct Output;
-    std::unique_ptr<Output> output_;
+    /// Where the next bytes go; at least that many have room, and a comma.
+    char* reserve(std::size_t size);
+    /// The same, behind the comma that a value may need.
+    char* startValue(std::size_t size);
+    /// The text goes so far.
+    void finish(const char* end);
+    void put(std::string_view value);
+
+    /// The text so far is the first `size_` bytes.
+    std::string buffer_;
+    std::size_t size_ = 0;
+    bool needsComma_ = false;
 };
 
 /// The same JSON text with line breaks and indentation.
