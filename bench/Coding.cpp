@@ -1,0 +1,84 @@
+#include "Benchmarks.h"
+#include "core/RecordCoding.h"
+#include "foundation/Text.h"
+#include "simulated/SimulatedDesktop.h"
+
+#include <stdexcept>
+
+#include <benchmark/benchmark.h>
+#include <rapidjson/document.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+namespace corvane::bench {
+namespace {
+
+constexpr std::size_t workspaceCount = 1000;
+constexpr std::size_t resourcesEach = 20;
+
+const std::vector<Workspace>& workspaces() {
+    static const auto list = sampleWorkspaces(workspaceCount, resourcesEach);
+    return list;
+}
+
+const std::string& file() {
+    static const auto bytes = encodeWorkspaces(workspaces());
+    return bytes;
+}
+
+/// What reading can't do without: every byte checked to be UTF-8, every number to the last bit.
+rapidjson::Document parsed(const std::string& bytes) {
+    if (!text::isValidUtf8(bytes)) throw std::runtime_error("not UTF-8");
+    rapidjson::Document document;
+    document.Parse<rapidjson::kParseFullPrecisionFlag>(bytes.data(), bytes.size());
+    if (document.HasParseError()) throw std::runtime_error("not JSON");
+    return document;
+}
+
+void decodeOurs(benchmark::State& state) {
+    SimulatedDesktop desktop;
+    const auto platform = desktop.platform();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(decodeWorkspaces(file(), platform.bundles));
+    if (decodeWorkspaces(file(), platform.bundles) != workspaces())
+        state.SkipWithError("what was decoded isn't what was encoded");
+}
+
+void decodeReference(benchmark::State& state) {
+    for (auto _ : state)
+        benchmark::DoNotOptimize(parsed(file()));
+}
+
+void encodeOurs(benchmark::State& state) {
+    for (auto _ : state)
+        benchmark::DoNotOptimize(encodeWorkspaces(workspaces()));
+}
+
+void encodeReference(benchmark::State& state) {
+    const auto document = parsed(file());
+    for (auto _ : state) {
+        rapidjson::StringBuffer buffer;
+        rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
+        document.Accept(writer);
+        benchmark::DoNotOptimize(buffer.GetString());
+    }
+}
+
+} // namespace
+
+std::vector<Comparison> registerCoding() {
+    benchmark::RegisterBenchmark("decode/ours", decodeOurs);
+    benchmark::RegisterBenchmark("decode/reference", decodeReference);
+    benchmark::RegisterBenchmark("encode/ours", encodeOurs);
+    benchmark::RegisterBenchmark("encode/reference", encodeReference);
+    return {{.what = "decode 1,000 workspaces of 20 resources | bare parse",
+             .ours = "decode/ours",
+             .reference = "decode/reference",
+             .allowedRatio = 2},
+            {.what = "encode them | bare write",
+             .ours = "encode/ours",
+             .reference = "encode/reference",
+             .allowedRatio = 1.5}};
+}
+
+} // namespace corvane::bench

@@ -1,0 +1,64 @@
+#include "Benchmarks.h"
+#include "core/RecordCoding.h"
+#include "core/WorkspacePersistence.h"
+#include "linux/Catalogue.h"
+#include "linux/LinuxFileSystem.h"
+#include "simulated/SimulatedDesktop.h"
+
+#include <cstdio>
+
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace corvane::bench {
+namespace {
+
+const std::vector<Workspace>& workspaces() {
+    static const auto list = sampleWorkspaces(1000, 20);
+    return list;
+}
+
+void saveOurs(benchmark::State& state) {
+    SimulatedDesktop desktop;
+    const auto platform = desktop.platform();
+    const Catalogue catalogue;
+    LinuxFileSystem files(catalogue);
+    WorkspacePersistence persistence(files, platform.bundles, platform.mainQueue, platform.alerts,
+                                     platform.panels, platform.clock);
+    for (auto _ : state)
+        persistence.saveWorkspaces(workspaces());
+    if (*files.readFile(persistence.workspacesFilePath()) != encodeWorkspaces(workspaces()))
+        state.SkipWithError("the file isn't what was saved");
+}
+
+void saveReference(benchmark::State& state) {
+    const Catalogue catalogue;
+    LinuxFileSystem files(catalogue);
+    const auto target = files.applicationSupportDirectory() + "/reference.json";
+    const auto temporary = target + ".new";
+    files.createDirectory(files.applicationSupportDirectory());
+    const auto bytes = encodeWorkspaces(workspaces());
+    for (auto _ : state) {
+        const int file = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+        const bool written =
+            ::write(file, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
+        if (!written || ::fsync(file) != 0 || ::close(file) != 0 ||
+            std::rename(temporary.c_str(), target.c_str()) != 0) {
+            state.SkipWithError("the reference file can't be written");
+        }
+    }
+}
+
+} // namespace
+
+std::vector<Comparison> registerSaving() {
+    benchmark::RegisterBenchmark("save/ours", saveOurs)->UseRealTime();
+    benchmark::RegisterBenchmark("save/reference", saveReference)->UseRealTime();
+    return {{.what = "save them to disk | write, fsync, rename",
+             .ours = "save/ours",
+             .reference = "save/reference",
+             .allowedRatio = 2}};
+}
+
+} // namespace corvane::bench

@@ -1,0 +1,84 @@
+#include "Benchmarks.h"
+
+#include <cstdio>
+#include <iterator>
+#include <map>
+
+#include <benchmark/benchmark.h>
+
+namespace corvane::bench {
+namespace {
+
+/// Keeps the median of each benchmark, in seconds, and shows nothing.
+class Medians : public benchmark::BenchmarkReporter {
+public:
+    bool ReportContext(const Context&) override { return true; }
+    void ReportRuns(const std::vector<Run>& runs) override {
+        for (const auto& run : runs) {
+            failed |= run.error_occurred;
+            if (run.aggregate_name != "median") continue;
+            seconds[run.run_name.function_name] =
+                run.real_accumulated_time / static_cast<double>(run.iterations);
+        }
+    }
+
+    std::map<std::string, double> seconds;
+    bool failed = false;
+};
+
+void printRow(const std::string& what, const std::string& ours, const std::string& reference,
+              const std::string& ratio, const std::string& allowed) {
+    std::printf("%-52s %12s %12s %7s %8s\n", what.c_str(), ours.c_str(), reference.c_str(),
+                ratio.c_str(), allowed.c_str());
+}
+
+std::string formatted(const char* format, double value) {
+    char text[32];
+    std::snprintf(text, sizeof text, format, value);
+    return text;
+}
+
+/// Prints a row for each comparison whose benchmarks ran; false where one is over what is allowed.
+bool printTable(const std::vector<Comparison>& comparisons,
+                const std::map<std::string, double>& seconds) {
+    printRow("what", "ours", "reference", "ratio", "allowed");
+    bool met = true;
+    for (const auto& comparison : comparisons) {
+        const auto ours = seconds.find(comparison.ours);
+        const auto other = seconds.find(comparison.reference);
+        if (ours == seconds.end() || (!comparison.reference.empty() && other == seconds.end()))
+            continue;
+        const double reference =
+            comparison.factor * (comparison.reference.empty() ? 1 : other->second);
+        const double ratio = ours->second / reference;
+        printRow(comparison.what, formatted("%.3f ms", ours->second * 1e3),
+                 formatted("%.3f ms", reference * 1e3), formatted("%.2f", ratio),
+                 formatted("%.2f", comparison.allowedRatio));
+        met = met && ratio <= comparison.allowedRatio;
+    }
+    return met;
+}
+
+} // namespace
+} // namespace corvane::bench
+
+int main(int count, char** arguments) {
+    using namespace corvane::bench;
+    // In turn, so that a busy moment of the machine doesn't fall on one side only.
+    char interleaved[] = "--benchmark_enable_random_interleaving=true";
+    char repetitions[] = "--benchmark_repetitions=15";
+    char shortly[] = "--benchmark_min_time=0.1";
+    std::vector<char*> words{arguments[0], interleaved, repetitions, shortly};
+    words.insert(words.end(), arguments + 1, arguments + count);
+    int wordCount = static_cast<int>(words.size());
+    benchmark::Initialize(&wordCount, words.data());
+    if (benchmark::ReportUnrecognizedArguments(wordCount, words.data())) return 2;
+
+    std::vector<Comparison> comparisons;
+    for (auto& part : {registerCoding(), registerSaving(), registerStarting()})
+        comparisons.insert(comparisons.end(), part.begin(), part.end());
+    Medians medians;
+    benchmark::RunSpecifiedBenchmarks(&medians);
+    if (medians.failed) std::fprintf(stderr, "A benchmark failed.\n");
+    return printTable(comparisons, medians.seconds) && !medians.failed ? 0 : 1;
+}
