@@ -53,8 +53,16 @@ void saveReference(benchmark::State& state) {
 } // namespace
 
 std::vector<Comparison> registerSaving() {
-    benchmark::RegisterBenchmark("save/ours", saveOurs)->UseRealTime();
-    benchmark::RegisterBenchmark("save/reference", saveReference)->UseRealTime();
+    // Many short turns, as a disk has its busy moments.
+    constexpr int turns = 101;
+    benchmark::RegisterBenchmark("save/ours", saveOurs)
+        ->UseRealTime()
+        ->Iterations(2)
+        ->Repetitions(turns);
+    benchmark::RegisterBenchmark("save/reference", saveReference)
+        ->UseRealTime()
+        ->Iterations(2)
+        ->Repetitions(turns);
     return {{.what = "save them to disk | write, fsync, rename",
              .ours = "save/ours",
              .reference = "save/reference",

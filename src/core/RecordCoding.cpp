@@ -216,9 +216,13 @@ void writeWindowLayout(json::Writer& writer, const WindowLayout& layout) {
 std::size_t expectedSize(const std::vector<Workspace>& workspaces) {
     constexpr std::size_t bytesOfWorkspace = 300;
     constexpr std::size_t bytesOfResource = 280;
+    constexpr std::size_t bytesOfLayout = 450;
     std::size_t size = 2;
-    for (const auto& workspace : workspaces)
+    for (const auto& workspace : workspaces) {
         size += bytesOfWorkspace + workspace.resources.size() * bytesOfResource;
+        if (workspace.savedWindowLayouts)
+            size += workspace.savedWindowLayouts->size() * bytesOfLayout;
+    }
     return size;
 }
 

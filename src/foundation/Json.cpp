@@ -64,16 +64,16 @@ std::string lineAndColumn(std::string_view text, std::size_t offset) {
 class Tree : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Tree> {
 public:
     rapidjson::ParseResult read(std::string_view text) {
-        // No text grows when its escapes are taken out, so what nodes point to stays in place.
-        texts_.reserve(text.size());
+        // No text grows when its escapes are taken out, so each has room where it stood.
+        texts_ = text;
         constexpr std::size_t bytesOfNode = 10;
         nodes_.reserve(text.size() / bytesOfNode);
         escapesUnits_ = text.find("\\u") != text.npos;
-        rapidjson::MemoryStream bytes(text.data(), text.size());
+        rapidjson::InsituStringStream bytes(texts_.data());
         rapidjson::Reader reader;
         // Iterative, so that no depth of nesting exhausts the stack.
-        constexpr unsigned flags =
-            rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
+        constexpr unsigned flags = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag |
+                                   rapidjson::kParseNumbersAsStringsFlag;
         auto result = reader.Parse<flags>(bytes, *this);
         // A null character counts as the end for the library.
         if (!result.IsError() && bytes.Tell() < text.size())
@@ -113,9 +113,8 @@ public:
     bool String(const char* text, rapidjson::SizeType length, bool) {
         auto& node = add(Kind::text);
         node.size = length;
-        node.text = texts_.data() + texts_.size();
+        node.text = text;
         node.isUtf8 = !escapesUnits_ || text::isValidUtf8({text, length});
-        texts_.append(text, length);
         return true;
     }
     bool Key(const char* text, rapidjson::SizeType length, bool copy) {
@@ -149,6 +148,7 @@ private:
         return true;
     }
 
+    /// What nodes point into.
     std::string texts_;
     bool escapesUnits_ = false;
     std::vector<Node> nodes_;

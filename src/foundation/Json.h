@@ -113,13 +113,13 @@ public:
     std::string take();
 
 private:
-    /// Where the next bytes go; at least that many have room, and a comma.
-    char* reserve(std::size_t size);
-    /// The same, behind the comma that a value may need.
+    /// Where the value goes, behind a comma if it needs one; that many bytes have room.
     char* startValue(std::size_t size);
+    void grow(std::size_t size);
     /// The text goes so far.
     void finish(const char* end);
-    void put(std::string_view value);
+    void open(char bracket);
+    void close(char bracket);
 
     /// The text so far is the first `size_` bytes.
     std::string buffer_;

@@ -11,7 +11,6 @@ namespace corvane::json {
 
 namespace {
 
-constexpr std::size_t leastSize = 256;
 /// An escape such as "\u001f" in place of one byte.
 constexpr std::size_t longestEscape = 6;
 
@@ -19,16 +18,24 @@ bool needsEscape(char c) {
     return static_cast<unsigned char>(c) < 0x20 || c == '"' || c == '\\';
 }
 
-/// Whether a byte of the eight is to be escaped or isn't ASCII.
-bool isSpecial(std::uint64_t eight) {
-    constexpr std::uint64_t ones = 0x0101010101010101u;
-    constexpr std::uint64_t highBits = 0x8080808080808080u;
-    const auto lessThan = [](std::uint64_t bytes, std::uint64_t bound) {
-        return bytes - ones * bound;
-    };
-    const auto quotes = lessThan(eight ^ ones * '"', 1);
-    const auto backslashes = lessThan(eight ^ ones * '\\', 1);
-    return ((lessThan(eight, 0x20) | quotes | backslashes | eight) & highBits) != 0;
+constexpr std::uint64_t ones = 0x0101010101010101u;
+constexpr std::uint64_t highBits = 0x8080808080808080u;
+
+/// The high bit of each byte below `bound`, and of none where no byte is; `bound` is at most 0x80.
+std::uint64_t markBelow(std::uint64_t eight, std::uint64_t bound) {
+    return (eight - ones * bound) & ~eight & highBits;
+}
+
+/// Whether one of the eight bytes is to be escaped.
+bool needEscape(std::uint64_t eight) {
+    return (markBelow(eight, 0x20) | markBelow(eight ^ ones * '"', 1) |
+            markBelow(eight ^ ones * '\\', 1)) != 0;
+}
+
+std::uint64_t eightAt(const char* bytes) {
+    std::uint64_t eight;
+    std::memcpy(&eight, bytes, sizeof eight);
+    return eight;
 }
 
 char* escaped(char* out, char c) {
@@ -48,43 +55,53 @@ char* escaped(char* out, char c) {
 
 } // namespace
 
-Writer::Writer(std::size_t expectedSize) : buffer_(std::max(expectedSize, leastSize), '\0') {}
-
-char* Writer::reserve(std::size_t size) {
-    if (buffer_.size() - size_ < size + 1) buffer_.resize(2 * (buffer_.size() + size));
-    return buffer_.data() + size_;
+Writer::Writer(std::size_t expectedSize) {
+    buffer_.reserve(expectedSize);
 }
 
-void Writer::finish(const char* end) {
-    size_ = static_cast<std::size_t>(end - buffer_.data());
+void Writer::grow(std::size_t size) {
+    // In small steps, as resizing clears memory that should still be in the cache when it is used.
+    constexpr std::size_t step = 1 << 16;
+    buffer_.resize(buffer_.size() + size + step);
 }
 
-char* Writer::startValue(std::size_t size) {
-    auto* out = reserve(size);
+inline char* Writer::startValue(std::size_t size) {
+    if (buffer_.size() - size_ < size + 1) grow(size);
+    auto* out = buffer_.data() + size_;
     if (needsComma_) *out++ = ',';
     needsComma_ = true;
     return out;
 }
 
-void Writer::put(std::string_view value) {
-    finish(std::copy(value.begin(), value.end(), startValue(value.size())));
+inline void Writer::finish(const char* end) {
+    size_ = static_cast<std::size_t>(end - buffer_.data());
+}
+
+void Writer::open(char bracket) {
+    auto* out = startValue(1);
+    *out++ = bracket;
+    finish(out);
+    needsComma_ = false;
+}
+
+void Writer::close(char bracket) {
+    needsComma_ = false;
+    auto* out = startValue(1);
+    *out++ = bracket;
+    finish(out);
 }
 
 void Writer::startObject() {
-    put("{");
-    needsComma_ = false;
+    open('{');
 }
 void Writer::endObject() {
-    needsComma_ = false;
-    put("}");
+    close('}');
 }
 void Writer::startArray() {
-    put("[");
-    needsComma_ = false;
+    open('[');
 }
 void Writer::endArray() {
-    needsComma_ = false;
-    put("]");
+    close(']');
 }
 
 void Writer::key(std::string_view key) {
@@ -100,34 +117,49 @@ void Writer::key(std::string_view key) {
 void Writer::text(std::string_view value) {
     auto* out = startValue(longestEscape * value.size() + 2);
     *out++ = '"';
-    bool isAscii = true;
-    for (std::size_t i = 0; i < value.size();) {
-        std::uint64_t eight;
-        if (value.size() - i >= sizeof eight) {
-            std::memcpy(&eight, value.data() + i, sizeof eight);
-            if (!isSpecial(eight)) {
-                std::memcpy(out, &eight, sizeof eight);
-                out += sizeof eight;
-                i += sizeof eight;
-                continue;
-            }
-        }
-        const char c = value[i++];
-        isAscii = isAscii && static_cast<unsigned char>(c) < 0x80;
+    const char* in = value.data();
+    const char* const end = in + value.size();
+    std::uint64_t seen = 0;
+    const auto copyOne = [&] {
+        const char c = *in++;
+        seen |= static_cast<unsigned char>(c);
         if (needsEscape(c)) {
             out = escaped(out, c);
         } else {
             *out++ = c;
         }
+    };
+    constexpr std::ptrdiff_t step = sizeof(std::uint64_t);
+    while (end - in >= step) {
+        const auto eight = eightAt(in);
+        if (needEscape(eight)) {
+            copyOne();
+            continue;
+        }
+        seen |= eight;
+        std::memcpy(out, &eight, step);
+        out += step;
+        in += step;
     }
+    // The rest with the bytes before it, which stand as they are if they are plain too.
+    if (end - value.data() >= step && !needEscape(eightAt(end - step))) {
+        seen |= eightAt(end - step);
+        out += end - in;
+        in = end;
+        std::memcpy(out - step, end - step, step);
+    }
+    while (in < end)
+        copyOne();
     *out++ = '"';
+    const bool isAscii = (seen & highBits) == 0;
     if (!isAscii && !text::isValidUtf8(value))
         throw EncodeError("a text that isn't UTF-8 can't be saved");
     finish(out);
 }
 
 void Writer::flag(bool value) {
-    put(value ? "true" : "false");
+    const std::string_view text = value ? std::string_view("true") : std::string_view("false");
+    finish(std::copy(text.begin(), text.end(), startValue(text.size())));
 }
 
 void Writer::integer(std::int64_t value) {
@@ -140,14 +172,17 @@ void Writer::number(double value) {
     if (!std::isfinite(value)) throw EncodeError("a number that isn't finite can't be saved");
     constexpr std::size_t longest = 32;
     auto* out = startValue(longest);
-    auto* end = std::to_chars(out, out + longest, value).ptr;
-    // So that it is told from an integer, and a zero keeps its sign.
-    if (std::string_view(out, static_cast<std::size_t>(end - out)).find_first_of(".e") ==
-        std::string_view::npos) {
-        *end++ = '.';
-        *end++ = '0';
+    // Most numbers of a layout are whole, and those are written faster so.
+    constexpr double mostDigits = 1e15;
+    if (std::trunc(value) == value && std::abs(value) < mostDigits) {
+        if (std::signbit(value)) *out++ = '-';
+        const auto digits = static_cast<std::int64_t>(std::abs(value));
+        out = std::to_chars(out, out + longest, digits).ptr;
+        *out++ = '.';
+        *out++ = '0';
+        return finish(out);
     }
-    finish(end);
+    finish(std::to_chars(out, out + longest, value).ptr);
 }
 
 void Writer::uuid(const Uuid& value) {
@@ -176,7 +211,7 @@ void Writer::rect(const Rect& value) {
 std::string Writer::take() {
     buffer_.resize(std::exchange(size_, 0));
     needsComma_ = false;
-    return std::exchange(buffer_, std::string(leastSize, '\0'));
+    return std::exchange(buffer_, {});
 }
 
 std::string prettyPrinted(const std::string& compact) {

@@ -24,6 +24,14 @@ constexpr auto hexValues = [] {
     return values;
 }();
 
+/// The two digits of each byte.
+constexpr auto hexDigits = [] {
+    std::array<std::array<char, 2>, 256> pairs{};
+    for (std::size_t byte = 0; byte < pairs.size(); ++byte)
+        pairs[byte] = {"0123456789ABCDEF"[byte >> 4], "0123456789ABCDEF"[byte & 0x0F]};
+    return pairs;
+}();
+
 std::uint8_t hexValue(char c) {
     return hexValues[static_cast<unsigned char>(c)];
 }
@@ -58,13 +66,10 @@ std::optional<Uuid> Uuid::parse(std::string_view text) {
 }
 
 void Uuid::write(char* out) const {
-    constexpr char digitOf[] = "0123456789ABCDEF";
     for (const auto dash : dashes)
         out[dash] = '-';
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        out[digits[i]] = digitOf[bytes[i] >> 4];
-        out[digits[i] + 1] = digitOf[bytes[i] & 0x0F];
-    }
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        std::memcpy(out + digits[i], hexDigits[bytes[i]].data(), 2);
 }
 
 std::string Uuid::toString() const {

@@ -4,6 +4,7 @@
 #include "foundation/Uuid.h"
 #include "linux/FileDescriptor.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
@@ -27,10 +28,16 @@ std::optional<std::string> linkTarget(std::filesystem::path path) {
 }
 
 bool writeAll(int descriptor, std::string_view bytes) {
+    constexpr std::size_t piece = 1 << 20;
+    off64_t offset = 0;
     while (!bytes.empty()) {
-        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
+        const ssize_t written = ::write(descriptor, bytes.data(), std::min(piece, bytes.size()));
         if (written < 0 && errno == EINTR) continue;
         if (written < 0) return false;
+        // The disk begins with it while the next piece is copied. The sync that follows is what
+        // counts, so a failure here doesn't.
+        ::sync_file_range(descriptor, offset, written, SYNC_FILE_RANGE_WRITE);
+        offset += written;
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }
     return true;
