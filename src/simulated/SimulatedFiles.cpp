@@ -84,6 +84,8 @@ std::optional<Error> SimulatedFiles::moveItem(const std::string& from, const std
     directories = std::move(movedDirectories);
     moveEntries(contents, from, to);
     moveEntries(identities_, from, to);
+    for (const auto& [path, identity] : identities_)
+        places_[identity] = path;
     return std::nullopt;
 }
 
@@ -99,15 +101,17 @@ std::optional<Error> SimulatedFiles::removeItem(const std::string& path) {
 std::optional<int> SimulatedFiles::identityOf(const std::string& path) {
     if (!exists(path)) return std::nullopt;
     const auto [entry, isNew] = identities_.try_emplace(path, identitiesGiven_);
-    if (isNew) ++identitiesGiven_;
+    if (isNew) places_[identitiesGiven_++] = path;
     return entry->second;
 }
 
 std::optional<std::string> SimulatedFiles::pathOf(int identity) const {
-    for (const auto& [path, of] : identities_) {
-        if (of == identity && exists(path)) return path;
-    }
-    return std::nullopt;
+    const auto place = places_.find(identity);
+    if (place == places_.end()) return std::nullopt;
+    const auto& path = place->second;
+    const auto now = identities_.find(path);
+    const bool isThere = now != identities_.end() && now->second == identity && exists(path);
+    return isThere ? std::optional(path) : std::nullopt;
 }
 
 } // namespace corvane

@@ -41,6 +41,8 @@ public:
 
 private:
     std::map<std::string, int> identities_;
+    /// Where each item was last; it may be gone from there.
+    std::map<int, std::string> places_;
     int identitiesGiven_ = 0;
 };
 
