@@ -115,6 +115,17 @@ TEST_F(FileLaunching, aFileOpensInItsDefaultHandlerAndThenInEachAssociatedApplic
     check(cases, "", [&](const Resource& resource) { launcher.launchFileResource(resource); });
 }
 
+TEST_F(FileLaunching, aFileThatMovedOpensWhereItIsNow) {
+    launcher.launchFileResource(resource(file, notes));
+    desktop.runUntilIdle();
+    desktop.files.moveItem(notes, "/docs/old.txt");
+    launcher.launchFileResource(resource(file, notes));
+    launcher.launchFileResourceWithApp(resource(file, notes), "Pad");
+    desktop.runUntilIdle();
+    EXPECT_EQ(openings(), openNotes + "\nopen file:///docs/old.txt\n"
+                                      "task /usr/bin/open -a /Applications/Pad.app /docs/old.txt");
+}
+
 TEST_F(FileLaunching, aKnownApplicationIsTriedInThreeWays) {
     const std::string command = "/usr/bin/open -a /Applications/Pad.app /docs/notes.txt";
     const std::string step1 = "task " + command;
