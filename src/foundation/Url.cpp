@@ -35,13 +35,15 @@ std::string percentDecoded(std::string_view text) {
     return result;
 }
 
-std::string percentEncodedPath(std::string_view path) {
-    constexpr std::string_view plain =
-        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~!$&'()*+,=:@/";
+constexpr std::string_view unreserved =
+    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~";
+
+std::string percentEncoded(std::string_view text, std::string_view alsoPlain) {
     constexpr char digits[] = "0123456789ABCDEF";
     std::string result;
-    for (const char c : path) {
-        if (plain.find(c) != std::string_view::npos) {
+    for (const char c : text) {
+        if (unreserved.find(c) != std::string_view::npos ||
+            alsoPlain.find(c) != std::string_view::npos) {
             result += c;
         } else {
             const auto byte = static_cast<unsigned char>(c);
@@ -49,6 +51,10 @@ std::string percentEncodedPath(std::string_view path) {
         }
     }
     return result;
+}
+
+std::string percentEncodedPath(std::string_view path) {
+    return percentEncoded(path, "!$&'()*+,=:@/");
 }
 
 std::string withoutTrailingSlash(std::string path) {
@@ -112,6 +118,10 @@ Url Url::deletingLastPathComponent() const {
 
 Url Url::appendingPathComponent(std::string_view component) const {
     return fromPath(path::join(path(), component));
+}
+
+std::string percentEncodedQuery(std::string_view text) {
+    return percentEncoded(text, "!$&'()*+,;=:@/?");
 }
 
 namespace path {

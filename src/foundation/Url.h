@@ -54,6 +54,9 @@ private:
     std::shared_ptr<const Parts> parts_;
 };
 
+/// Text for a place in a URL's query: every character that may not stand there, percent-encoded.
+std::string percentEncodedQuery(std::string_view text);
+
 /// Operations on the text of a path, with no look at the disk.
 namespace path {
 

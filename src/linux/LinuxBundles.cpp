@@ -1,6 +1,9 @@
 #include "linux/LinuxBundles.h"
 
 #include "linux/Catalogue.h"
+#include "linux/Gio.h"
+
+#include <sys/utsname.h>
 
 namespace corvane {
 
@@ -14,6 +17,20 @@ std::optional<Bundle> LinuxBundles::open(const std::string& path) const {
 
 std::string LinuxBundles::mainBundleIdentifier() const {
     return std::string(corvane::mainBundleIdentifier);
+}
+
+std::optional<std::string> LinuxBundles::mainBundleInfo(std::string_view key) const {
+    if (key == "CFBundleShortVersionString") return CORVANE_VERSION;
+    if (key == "CFBundleVersion") return CORVANE_BUILD;
+    return std::nullopt;
+}
+
+std::string LinuxBundles::operatingSystemVersion() const {
+    const auto prettyName = gio::take(g_get_os_info(G_OS_INFO_KEY_PRETTY_NAME));
+    utsname kernel{};
+    ::uname(&kernel);
+    return (prettyName.empty() ? "Linux" : prettyName) + " (" + kernel.sysname + " " +
+           kernel.release + ")";
 }
 
 } // namespace corvane

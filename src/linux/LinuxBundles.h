@@ -18,6 +18,8 @@ public:
 
     std::optional<Bundle> open(const std::string& path) const override;
     std::string mainBundleIdentifier() const override;
+    std::optional<std::string> mainBundleInfo(std::string_view key) const override;
+    std::string operatingSystemVersion() const override;
 
 private:
     const Catalogue& catalogue_;

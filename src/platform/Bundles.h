@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace corvane {
 
@@ -21,6 +22,10 @@ public:
     virtual std::optional<Bundle> open(const std::string& path) const = 0;
     /// bundleIdentifier of mainBundle.
     virtual std::string mainBundleIdentifier() const = 0;
+    /// infoDictionary of mainBundle: "CFBundleShortVersionString", "CFBundleVersion".
+    virtual std::optional<std::string> mainBundleInfo(std::string_view key) const = 0;
+    /// NSProcessInfo operatingSystemVersionString: what the system calls itself, for people.
+    virtual std::string operatingSystemVersion() const = 0;
 };
 
 } // namespace corvane

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "foundation/Uuid.h"
+#include "ui/ResourcePreview.h"
 
-#include <QString>
+#include <string>
 
 namespace corvane {
 
@@ -11,14 +12,17 @@ struct CardRow {
     Uuid workspaceId;
     /// Counts the cards of one identifier, from 0, so that each row has a key of its own.
     int repetition = 0;
-    QString name;
-    QString description;
-    QString icon;
+    std::string name;
+    std::string description;
+    std::string icon;
     int gradient = 0;
     bool isRunning = false;
     bool isLoading = false;
-    QString startTitle;
-    QString statusText;
+    bool isExpanded = false;
+    bool canSaveLayout = false;
+    std::string startTitle;
+    std::string statusText;
+    ResourcePreview preview;
 
     bool operator==(const CardRow&) const = default;
 };

@@ -1,13 +1,17 @@
 #pragma once
 
 #include "qt/ChangeRelay.h"
-#include "ui/HeaderState.h"
+#include "qt/SheetHolder.h"
 
 #include <QObject>
+#include <functional>
+#include <memory>
 
 #include <QtQml/qqmlregistration.h>
 
 namespace corvane {
+
+class HeaderState;
 
 /// The header for its view.
 class HeaderModel : public QObject {
@@ -20,26 +24,36 @@ class HeaderModel : public QObject {
     Q_PROPERTY(QString themeTooltip READ themeTooltip NOTIFY changed)
     Q_PROPERTY(bool focusMode READ focusMode NOTIFY changed)
     Q_PROPERTY(QString focusModeTooltip READ focusModeTooltip NOTIFY changed)
+    /// The sheet for a new workspace while it is up, else null.
+    Q_PROPERTY(corvane::WorkspaceSheetModel* newSpaceSheet READ newSpaceSheet NOTIFY sheetChanged)
 
 public:
-    explicit HeaderModel(HeaderState& state);
+    using MakeSheet = std::function<std::unique_ptr<WorkspaceSheet>()>;
 
-    QString searchText() const { return QString::fromStdString(state_.searchText()); }
-    void setSearchText(const QString& text) { state_.setSearchText(text.toStdString()); }
-    bool isDarkMode() const { return state_.isDarkMode(); }
+    /// The state outlives the model.
+    HeaderModel(HeaderState& state, MakeSheet makeSheet);
+
+    QString searchText() const;
+    void setSearchText(const QString& text);
+    bool isDarkMode() const;
     QString themeSymbol() const;
     QString themeTooltip() const;
-    bool focusMode() const { return state_.focusMode(); }
-    QString focusModeTooltip() const { return QString::fromStdString(state_.focusModeTooltip()); }
+    bool focusMode() const;
+    QString focusModeTooltip() const;
+    WorkspaceSheetModel* newSpaceSheet() const { return sheet_.sheet(); }
 
-    Q_INVOKABLE void toggleTheme() { state_.toggleTheme(); }
-    Q_INVOKABLE void toggleFocusMode() { state_.toggleFocusMode(); }
+    Q_INVOKABLE void toggleTheme();
+    Q_INVOKABLE void toggleFocusMode();
+    Q_INVOKABLE void openNewSpaceSheet() { sheet_.open(makeSheet_()); }
 
 signals:
     void changed();
+    void sheetChanged();
 
 private:
     HeaderState& state_;
+    const MakeSheet makeSheet_;
+    SheetHolder sheet_;
     ChangeRelay relay_;
 };
 

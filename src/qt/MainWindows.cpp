@@ -2,9 +2,11 @@
 
 #include "qt/Face.h"
 #include "qt/HeaderModel.h"
+#include "qt/SettingsModel.h"
 #include "qt/WorkspaceListModel.h"
 #include "shell/CorvaneApp.h"
 #include "ui/ContentState.h"
+#include "ui/WorkspaceSheet.h"
 
 #include <QCoreApplication>
 #include <QQuickWindow>
@@ -14,13 +16,19 @@ namespace corvane {
 /// A root view with all that it shows. The window goes before what it shows.
 struct MainWindows::Window {
     Window(int number, CorvaneApp& app)
-        : identifier(number), content(app.workspaceStore(), app.platform()), header(content.header),
-          list(content.list) {}
+        : identifier(number), content(app.workspaceStore(), app.platform()),
+          header(content.header,
+                 [&app] { return newSpaceSheet(app.workspaceStore(), app.platform().clock); }),
+          list(content.list, [&app](const Workspace& workspace) {
+              return editWorkspaceSheet(workspace, app.workspaceStore(), app.platform().clock);
+          }),
+          settings(content.settings) {}
 
     const int identifier;
     ContentState content;
     HeaderModel header;
     WorkspaceListModel list;
+    SettingsModel settings;
     std::unique_ptr<QQuickWindow> view;
 };
 
@@ -59,7 +67,8 @@ void MainWindows::openMainWindow() {
     auto& window = *windows_.back();
     window.view = makeWindow(engine_, "MainWindow",
                              {{"header", QVariant::fromValue(&window.header)},
-                              {"workspaces", QVariant::fromValue(&window.list)}});
+                              {"workspaces", QVariant::fromValue(&window.list)},
+                              {"settings", QVariant::fromValue(&window.settings)}});
     // A closed window is hidden; what it showed goes once the event is over.
     connect(
         window.view.get(), &QWindow::visibleChanged, this,

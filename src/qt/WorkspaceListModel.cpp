@@ -1,6 +1,8 @@
 #include "qt/WorkspaceListModel.h"
 
+#include "core/WorkspaceStore.h"
 #include "qt/CardRow.h"
+#include "qt/Strings.h"
 #include "ui/WorkspaceListState.h"
 
 #include <algorithm>
@@ -25,10 +27,44 @@ std::set<Key> keysOf(const std::vector<CardRow>& rows) {
     return keys;
 }
 
+const char* stateName(ChipState state) {
+    switch (state) {
+    case ChipState::running:
+        return "running";
+    case ChipState::startMarked:
+        return "startMarked";
+    case ChipState::plain:
+        break;
+    }
+    return "plain";
+}
+
+QVariantList chipsOf(const ResourcePreview& preview) {
+    QVariantList chips;
+    for (const auto& chip : preview.chips) {
+        chips.append(QVariantMap{{"name", toQString(chip.name)},
+                                 {"type", toQString(rawValue(chip.type))},
+                                 {"symbol", toQString(symbolName(chip.type))},
+                                 {"state", stateName(chip.state)}});
+    }
+    return chips;
+}
+
+const Resource* resourceOfChip(const Workspace& workspace, const ResourcePreview& preview,
+                               int chip) {
+    if (chip < 0 || std::size_t(chip) >= preview.chips.size()) return nullptr;
+    const auto& id = preview.chips[std::size_t(chip)].resourceId;
+    const auto found = std::ranges::find(workspace.resources, id, &Resource::id);
+    return found == workspace.resources.end() ? nullptr : &*found;
+}
+
 } // namespace
 
-WorkspaceListModel::WorkspaceListModel(WorkspaceListState& state)
-    : state_(state), rows_(currentRows()), relay_(state.objectWillChange, [this] { refresh(); }) {}
+WorkspaceListModel::WorkspaceListModel(WorkspaceListState& state, MakeSheet makeEditSheet)
+    : state_(state), makeEditSheet_(std::move(makeEditSheet)), rows_(currentRows()),
+      relay_(state.objectWillChange, [this] { refresh(); }) {
+    connect(&editSheet_, &SheetHolder::changed, this, &WorkspaceListModel::sheetChanged);
+}
 
 WorkspaceListModel::~WorkspaceListModel() = default;
 
@@ -43,8 +79,12 @@ QHash<int, QByteArray> WorkspaceListModel::roleNames() const {
             {GradientRole, "gradient"},
             {IsRunningRole, "isRunning"},
             {IsLoadingRole, "isLoading"},
+            {IsExpandedRole, "isExpanded"},
+            {CanSaveLayoutRole, "canSaveLayout"},
             {StartTitleRole, "startTitle"},
-            {StatusTextRole, "statusText"}};
+            {StatusTextRole, "statusText"},
+            {ChipsRole, "chips"},
+            {CounterRole, "counter"}};
 }
 
 QVariant WorkspaceListModel::data(const QModelIndex& index, int role) const {
@@ -52,21 +92,29 @@ QVariant WorkspaceListModel::data(const QModelIndex& index, int role) const {
     const auto& row = rows_[std::size_t(index.row())];
     switch (role) {
     case NameRole:
-        return row.name;
+        return toQString(row.name);
     case DescriptionRole:
-        return row.description;
+        return toQString(row.description);
     case IconRole:
-        return row.icon;
+        return toQString(row.icon);
     case GradientRole:
         return row.gradient;
     case IsRunningRole:
         return row.isRunning;
     case IsLoadingRole:
         return row.isLoading;
+    case IsExpandedRole:
+        return row.isExpanded;
+    case CanSaveLayoutRole:
+        return row.canSaveLayout;
     case StartTitleRole:
-        return row.startTitle;
+        return toQString(row.startTitle);
     case StatusTextRole:
-        return row.statusText;
+        return toQString(row.statusText);
+    case ChipsRole:
+        return chipsOf(row.preview);
+    case CounterRole:
+        return toQString(row.preview.counter);
     default:
         return {};
     }
@@ -81,16 +129,98 @@ bool WorkspaceListModel::showsEmptyWorkspaces() const {
 }
 
 QString WorkspaceListModel::emptySearchMessage() const {
-    return QString::fromStdString(state_.emptySearchMessage());
+    return toQString(state_.emptySearchMessage());
+}
+
+const Workspace* WorkspaceListModel::workspaceToFinish() const {
+    for (const auto* workspace : state_.filteredWorkspaces()) {
+        if (state_.card(workspace->id).showingFinishConfirm) return workspace;
+    }
+    return nullptr;
+}
+
+QString WorkspaceListModel::finishMessage() const {
+    const auto* workspace = workspaceToFinish();
+    return workspace ? toQString(corvane::finishMessage(workspace->name)) : QString();
+}
+
+/// The store may be a turn ahead of the view.
+const Workspace* WorkspaceListModel::workspaceOf(int row) const {
+    const auto workspaces = state_.filteredWorkspaces();
+    if (row < 0 || std::size_t(row) >= std::min(rows_.size(), workspaces.size())) return nullptr;
+    const auto* workspace = workspaces[std::size_t(row)];
+    return workspace->id == rows_[std::size_t(row)].workspaceId ? workspace : nullptr;
 }
 
 void WorkspaceListModel::start(int row) {
-    const auto workspaces = state_.filteredWorkspaces();
-    if (row < 0 || std::size_t(row) >= std::min(rows_.size(), workspaces.size())) return;
-    const auto& workspace = *workspaces[std::size_t(row)];
-    // The view may be a turn behind the store.
-    if (workspace.id != rows_[std::size_t(row)].workspaceId) return;
-    state_.card(workspace.id).start(workspace);
+    if (const auto* workspace = workspaceOf(row)) state_.card(workspace->id).start(*workspace);
+}
+
+void WorkspaceListModel::requestFinish(int row) {
+    const auto* workspace = workspaceOf(row);
+    if (workspace) state_.card(workspace->id).showingFinishConfirm = true;
+}
+
+void WorkspaceListModel::confirmFinish() {
+    const auto* found = workspaceToFinish();
+    if (!found) return;
+    const Workspace workspace = *found;
+    auto& card = state_.card(workspace.id);
+    card.showingFinishConfirm = false;
+    card.finish(workspace);
+}
+
+void WorkspaceListModel::cancelFinish() {
+    const auto* workspace = workspaceToFinish();
+    if (workspace) state_.card(workspace->id).showingFinishConfirm = false;
+}
+
+void WorkspaceListModel::saveLayout(int row) {
+    if (const auto* found = workspaceOf(row)) {
+        const Workspace workspace = *found;
+        state_.card(workspace.id).saveLayout(workspace);
+    }
+}
+
+void WorkspaceListModel::toggleExpanded(int row) {
+    if (const auto* workspace = workspaceOf(row)) {
+        auto& card = state_.card(workspace->id);
+        card.isExpanded = !card.isExpanded;
+    }
+}
+
+void WorkspaceListModel::edit(int row) {
+    if (const auto* workspace = workspaceOf(row)) editSheet_.open(makeEditSheet_(*workspace));
+}
+
+void WorkspaceListModel::duplicate(int row) {
+    if (const auto* workspace = workspaceOf(row)) state_.store().duplicateWorkspace(*workspace);
+}
+
+void WorkspaceListModel::remove(int row) {
+    if (const auto* found = workspaceOf(row)) {
+        const Workspace workspace = *found;
+        state_.card(workspace.id).deleteWorkspace(workspace);
+    }
+}
+
+void WorkspaceListModel::pressChip(int row, int chip) {
+    const auto* found = workspaceOf(row);
+    if (!found) return;
+    const Workspace workspace = *found;
+    if (const auto* resource = resourceOfChip(workspace, rows_[std::size_t(row)].preview, chip)) {
+        corvane::pressChip(*resource, workspace, state_.store());
+    }
+}
+
+QString WorkspaceListModel::chipTooltip(int row, int chip) const {
+    const auto* workspace = workspaceOf(row);
+    if (!workspace) return {};
+    const auto& preview = rows_[std::size_t(row)].preview;
+    const auto* resource = resourceOfChip(*workspace, preview, chip);
+    if (!resource) return {};
+    return toQString(
+        corvane::chipTooltip(*resource, preview.chips[std::size_t(chip)].state, state_.store()));
 }
 
 std::vector<CardRow> WorkspaceListModel::currentRows() const {
@@ -98,17 +228,19 @@ std::vector<CardRow> WorkspaceListModel::currentRows() const {
     std::map<Uuid, int> seen;
     for (const auto* workspace : state_.filteredWorkspaces()) {
         const auto& card = state_.card(workspace->id);
-        const auto title = card.startTitle();
         rows.push_back({.workspaceId = workspace->id,
                         .repetition = seen[workspace->id]++,
-                        .name = QString::fromStdString(workspace->name),
-                        .description = QString::fromStdString(workspace->description),
-                        .icon = QString::fromStdString(workspace->icon),
+                        .name = workspace->name,
+                        .description = workspace->description,
+                        .icon = workspace->icon,
                         .gradient = int(cardGradientIndex(workspace->name)),
                         .isRunning = card.isRunning(),
                         .isLoading = card.isLoading,
-                        .startTitle = QString::fromUtf8(title.data(), qsizetype(title.size())),
-                        .statusText = QString::fromStdString(card.statusText(*workspace))});
+                        .isExpanded = card.isExpanded,
+                        .canSaveLayout = card.canSaveLayout(),
+                        .startTitle = std::string(card.startTitle()),
+                        .statusText = card.statusText(*workspace),
+                        .preview = resourcePreview(*workspace, state_.store())});
     }
     return rows;
 }

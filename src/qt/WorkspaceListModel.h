@@ -1,8 +1,11 @@
 #pragma once
 
 #include "qt/ChangeRelay.h"
+#include "qt/SheetHolder.h"
 
 #include <QAbstractListModel>
+#include <functional>
+#include <memory>
 #include <vector>
 
 #include <QtQml/qqmlregistration.h>
@@ -10,10 +13,11 @@
 namespace corvane {
 
 struct CardRow;
+struct Workspace;
 class WorkspaceListState;
 
 /// The cards, as the search lets them through, one row a card. Rows keep their identity when the
-/// list around them changes.
+/// list around them changes. An action on a row that isn't there any more does nothing.
 class WorkspaceListModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
@@ -21,6 +25,10 @@ class WorkspaceListModel : public QAbstractListModel {
     Q_PROPERTY(bool showsEmptySearch READ showsEmptySearch NOTIFY contentChanged)
     Q_PROPERTY(bool showsEmptyWorkspaces READ showsEmptyWorkspaces NOTIFY contentChanged)
     Q_PROPERTY(QString emptySearchMessage READ emptySearchMessage NOTIFY contentChanged)
+    /// The message of the finish dialog while it is up, else empty.
+    Q_PROPERTY(QString finishMessage READ finishMessage NOTIFY contentChanged)
+    /// The sheet that edits a workspace while it is up, else null.
+    Q_PROPERTY(corvane::WorkspaceSheetModel* editSheet READ editSheet NOTIFY sheetChanged)
 
 public:
     enum Role {
@@ -30,31 +38,52 @@ public:
         GradientRole,
         IsRunningRole,
         IsLoadingRole,
+        IsExpandedRole,
+        CanSaveLayoutRole,
         StartTitleRole,
         StatusTextRole,
+        ChipsRole,
+        CounterRole,
     };
+    using MakeSheet = std::function<std::unique_ptr<WorkspaceSheet>(const Workspace&)>;
 
     /// The state outlives the model.
-    explicit WorkspaceListModel(WorkspaceListState& state);
+    WorkspaceListModel(WorkspaceListState& state, MakeSheet makeEditSheet);
     ~WorkspaceListModel() override;
 
     int rowCount(const QModelIndex& parent = {}) const override;
-    /// Under `name`, `description`, `icon` (a symbol's name), `gradient` (an index), `isRunning`,
-    /// `isLoading`, `startTitle` and `statusText`.
+    /// `name`, `description`, `icon` (a symbol's name), `gradient` (an index), `isRunning`,
+    /// `isLoading`, `isExpanded`, `canSaveLayout`, `startTitle`, `statusText`, `chips` (a list of
+    /// objects with `name`, `type` and `state`, the last two as "url" and "running") and `counter`.
     QHash<int, QByteArray> roleNames() const override;
     QVariant data(const QModelIndex& index, int role) const override;
 
     bool showsEmptySearch() const;
     bool showsEmptyWorkspaces() const;
     QString emptySearchMessage() const;
+    QString finishMessage() const;
+    WorkspaceSheetModel* editSheet() const { return editSheet_.sheet(); }
 
-    /// Starts the workspace of that row; nothing for a row that isn't there.
     Q_INVOKABLE void start(int row);
+    /// Asks before it finishes.
+    Q_INVOKABLE void requestFinish(int row);
+    Q_INVOKABLE void confirmFinish();
+    Q_INVOKABLE void cancelFinish();
+    Q_INVOKABLE void saveLayout(int row);
+    Q_INVOKABLE void toggleExpanded(int row);
+    Q_INVOKABLE void edit(int row);
+    Q_INVOKABLE void duplicate(int row);
+    Q_INVOKABLE void remove(int row);
+    Q_INVOKABLE void pressChip(int row, int chip);
+    Q_INVOKABLE QString chipTooltip(int row, int chip) const;
 
 signals:
     void contentChanged();
+    void sheetChanged();
 
 private:
+    const Workspace* workspaceOf(int row) const;
+    const Workspace* workspaceToFinish() const;
     std::vector<CardRow> currentRows() const;
     void refresh();
     void removeRowsNotIn(const std::vector<CardRow>& next);
@@ -62,6 +91,8 @@ private:
     void updateTo(const std::vector<CardRow>& next);
 
     WorkspaceListState& state_;
+    const MakeSheet makeEditSheet_;
+    SheetHolder editSheet_;
     std::vector<CardRow> rows_;
     ChangeRelay relay_;
 };

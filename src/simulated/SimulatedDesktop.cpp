@@ -122,6 +122,11 @@ public:
     }
 
     std::string mainBundleIdentifier() const override { return std::string(mainBundle); }
+    std::optional<std::string> mainBundleInfo(std::string_view key) const override {
+        const auto found = desktop_.mainBundleInfo.find(key);
+        return found == desktop_.mainBundleInfo.end() ? std::nullopt : std::optional(found->second);
+    }
+    std::string operatingSystemVersion() const override { return "Simulated 1.0"; }
 
     std::vector<MetadataItem> results(const std::string& predicateFormat,
                                       const std::string& argument) override {

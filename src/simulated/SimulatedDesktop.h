@@ -82,6 +82,8 @@ public:
     std::vector<RunningApplication> running;
     /// By process; others quit when they are asked.
     std::map<std::int32_t, QuitBehaviour> quitBehaviours;
+    /// The info dictionary of the program itself.
+    std::map<std::string, std::string, std::less<>> mainBundleInfo;
     /// The bundle path of the default handler by file extension, by scheme with ":" ("http:"), and
     /// "/" for folders.
     std::map<std::string, std::string> defaultHandlers;

@@ -3,6 +3,7 @@
 #include "platform/Platform.h"
 #include "shell/ThemeManager.h"
 #include "ui/HeaderState.h"
+#include "ui/SettingsSheet.h"
 #include "ui/WorkspaceListState.h"
 
 namespace corvane {
@@ -12,11 +13,12 @@ namespace corvane {
 struct ContentState {
     ContentState(WorkspaceStore& store, const Platform& platform)
         : theme(platform.appearance, platform.mainQueue), header(store, theme),
-          list(store, platform.mainQueue) {}
+          list(store, platform.mainQueue, platform.alerts), settings(store, platform) {}
 
     ThemeManager theme;
     HeaderState header;
     WorkspaceListState list;
+    SettingsSheet settings;
 };
 
 } // namespace corvane

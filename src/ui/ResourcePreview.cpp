@@ -8,14 +8,16 @@ namespace {
 
 constexpr std::size_t mostChips = 8;
 
+bool isRunning(const Resource& resource, const Workspace& workspace, const WorkspaceStore& store) {
+    const auto entry = store.runningResources->find(workspace.id);
+    return entry != store.runningResources->end() && entry->second.contains(resource.id);
+}
+
 } // namespace
 
 ResourcePreview resourcePreview(const Workspace& workspace, const WorkspaceStore& store) {
-    const auto entry = store.runningResources->find(workspace.id);
     const auto state = [&](const Resource& resource) {
-        const bool isRunning =
-            entry != store.runningResources->end() && entry->second.contains(resource.id);
-        if (isRunning) return ChipState::running;
+        if (isRunning(resource, workspace, store)) return ChipState::running;
         return resource.launchOnStart ? ChipState::startMarked : ChipState::plain;
     };
     ResourcePreview preview;
@@ -26,6 +28,22 @@ ResourcePreview resourcePreview(const Workspace& workspace, const WorkspaceStore
     }
     if (count > mostChips) preview.counter = "+" + std::to_string(count - mostChips);
     return preview;
+}
+
+std::string chipTooltip(const Resource& resource, ChipState state, const WorkspaceStore& store) {
+    if (state == ChipState::running) return "Stop " + resource.name;
+    const auto app = store.appNameForResource(resource);
+    const auto& otherwise =
+        resource.associatedApps.empty() ? resource.name : resource.associatedApps.front();
+    return "Launch " + resource.name + " with " + app.value_or(otherwise);
+}
+
+void pressChip(const Resource& resource, const Workspace& workspace, WorkspaceStore& store) {
+    if (isRunning(resource, workspace, store)) {
+        // TEMP store.quitIndividualResource(resource, workspace);
+    } else {
+        store.launchIndividualResource(resource, workspace);
+    }
 }
 
 } // namespace corvane

@@ -1,6 +1,7 @@
 #include "ui/WorkspaceCardState.h"
 
 #include "core/WorkspaceStore.h"
+#include "platform/Alerts.h"
 
 #include <algorithm>
 #include <functional>
@@ -11,15 +12,20 @@ namespace {
 
 constexpr double startDelay = 0.5;
 constexpr double spinnerAfterStart = 1.0;
+constexpr double spinnerAfterFinish = 1.5;
 
 } // namespace
 
 WorkspaceCardState::WorkspaceCardState(const Uuid& workspaceId, WorkspaceStore& store,
-                                       MainQueue& mainQueue)
-    : workspaceId_(workspaceId), store_(store), mainQueue_(mainQueue) {}
+                                       MainQueue& mainQueue, Alerts& alerts)
+    : workspaceId_(workspaceId), store_(store), mainQueue_(mainQueue), alerts_(alerts) {}
 
 bool WorkspaceCardState::isRunning() const {
     return store_.runningWorkspaces->contains(workspaceId_);
+}
+
+bool WorkspaceCardState::canSaveLayout() const {
+    return store_.enableAccessibilityFeatures;
 }
 
 std::string_view WorkspaceCardState::startTitle() const {
@@ -44,6 +50,54 @@ void WorkspaceCardState::start(const Workspace& workspace) {
                 if (const auto present = card.lock()) present->isLoading = false;
             });
         });
+}
+
+void WorkspaceCardState::finish(const Workspace& workspace) {
+    isLoading = true;
+    loadingMessage = "Closing resources...";
+    (void)workspace; // TEMP store_.finishWorkspace(workspace);
+    mainQueue_.after(spinnerAfterFinish, [card = weak_from_this()] {
+        const auto present = card.lock();
+        if (!present) return;
+        present->isLoading = false;
+        present->showingFinishConfirm = false;
+    });
+}
+
+void WorkspaceCardState::saveLayout(const Workspace& workspace) {
+    if (!isRunning()) {
+        alerts_.runModal({.title = "Cannot Save Layout",
+                          .message = "The workspace '" + workspace.name +
+                                     "' must be running to save its layout. Please start the "
+                                     "workspace first, then save the layout.",
+                          .style = AlertStyle::warning,
+                          .buttons = {"OK"}});
+        return;
+    }
+    // TEMP store_.saveWorkspaceLayout(workspace);
+    if (store_.showLayoutSavedAlert) showLayoutSavedAlert(workspace.name);
+}
+
+void WorkspaceCardState::showLayoutSavedAlert(const std::string& workspaceName) {
+    store_.showDismissibleAlert("Layout Saved",
+                                "The current window layout has been saved for '" + workspaceName +
+                                    "'. It will be restored when you start this workspace.",
+                                DismissibleAlertType::layoutSaved);
+}
+
+void WorkspaceCardState::deleteWorkspace(const Workspace& workspace) {
+    const auto response =
+        alerts_.runModal({.title = "Delete Workspace",
+                          .message = "Are you sure you want to delete '" + workspace.name +
+                                     "'? This action cannot be undone.",
+                          .style = AlertStyle::warning,
+                          .buttons = {"Delete", "Cancel"},
+                          .firstButtonIsDestructive = true});
+    if (response.button == AlertResponse::firstButton) store_.deleteWorkspace(workspace.id);
+}
+
+std::string finishMessage(const std::string& workspaceName) {
+    return "This will close all running resources in \"" + workspaceName + "\"";
 }
 
 std::size_t runningResourceCount(const Workspace& workspace, const WorkspaceStore& store) {

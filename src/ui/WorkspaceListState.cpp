@@ -5,8 +5,8 @@
 
 namespace corvane {
 
-WorkspaceListState::WorkspaceListState(WorkspaceStore& store, MainQueue& mainQueue)
-    : store_(store), mainQueue_(mainQueue),
+WorkspaceListState::WorkspaceListState(WorkspaceStore& store, MainQueue& mainQueue, Alerts& alerts)
+    : store_(store), mainQueue_(mainQueue), alerts_(alerts),
       storeChanges_(store.objectWillChange.subscribe([this] { objectWillChange.fire(); })) {}
 
 std::vector<const Workspace*> WorkspaceListState::filteredWorkspaces() const {
@@ -32,7 +32,7 @@ std::string WorkspaceListState::emptySearchMessage() const {
 WorkspaceCardState& WorkspaceListState::card(const Uuid& workspaceId) {
     auto& card = cards_[workspaceId];
     if (!card.state) {
-        card.state = std::make_shared<WorkspaceCardState>(workspaceId, store_, mainQueue_);
+        card.state = std::make_shared<WorkspaceCardState>(workspaceId, store_, mainQueue_, alerts_);
         card.changes = card.state->objectWillChange.subscribe([this] { objectWillChange.fire(); });
     }
     return *card.state;

@@ -14,10 +14,10 @@ namespace corvane {
 /// What the list shows under the header.
 enum class ListContent { cards, emptySearch, emptyWorkspaces };
 
-/// The list of workspace cards of one main window. Store and queue outlive it. Main thread.
+/// The list of workspace cards of one main window. Store, queue and alerts outlive it. Main thread.
 class WorkspaceListState {
 public:
-    WorkspaceListState(WorkspaceStore& store, MainQueue& mainQueue);
+    WorkspaceListState(WorkspaceStore& store, MainQueue& mainQueue, Alerts& alerts);
 
     /// Fires before anything read here changes, the state of any card included.
     ChangeSignal objectWillChange;
@@ -30,7 +30,7 @@ public:
     /// The second line of the empty search.
     std::string emptySearchMessage() const;
 
-    const WorkspaceStore& store() const { return store_; }
+    WorkspaceStore& store() const { return store_; }
     /// Made at the first call for an identifier, and kept while this list lives.
     WorkspaceCardState& card(const Uuid& workspaceId);
 
@@ -42,6 +42,7 @@ private:
 
     WorkspaceStore& store_;
     MainQueue& mainQueue_;
+    Alerts& alerts_;
     std::map<Uuid, Card> cards_;
     Subscription storeChanges_;
 };

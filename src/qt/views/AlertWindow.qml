@@ -98,7 +98,7 @@ Window {
                     width: Math.max(88, contentWidth)
                     text: modelData
                     isProminent: index === 0
-                    tint: window.alert.firstButtonIsDestructive ? Theme.red : Theme.accent
+                    tint: window.alert.firstButtonIsDestructive ? Theme.redFill : Theme.blueFill
                     onClicked: window.alert.press(index, checkbox.checked)
                 }
             }

@@ -8,6 +8,9 @@ Rectangle {
     id: header
 
     required property HeaderModel model
+    required property bool isShowingSettings
+
+    signal settingsToggled
 
     implicitHeight: row.implicitHeight + 2 * 12
     color: Theme.windowBackground
@@ -27,37 +30,50 @@ Rectangle {
         GradientTile {
             implicitWidth: 48
             implicitHeight: 48
+            radius: Theme.radius
             symbol: "rectangle.3.group"
             symbolSize: 28
         }
         BodyText {
-            text: "Workspace Manager"
-            font.pixelSize: Theme.titleSize
-            font.weight: Font.DemiBold
-        }
-        Item {
             Layout.fillWidth: true
+            text: "Workspace Manager"
+            elide: Text.ElideRight
+            font.pixelSize: Theme.largeTitleSize
+            font.weight: Font.DemiBold
         }
         SearchField {
             model: header.model
         }
         ActionButton {
             implicitWidth: 32
-            isProminent: false
             symbol: header.model.themeSymbol
             tooltip: header.model.themeTooltip
-            Accessible.name: tooltip
             onClicked: header.model.toggleTheme()
         }
         ActionButton {
             isProminent: header.model.focusMode
-            tint: Theme.purple
+            tint: Theme.purpleFill
+            ground: Theme.dark ? Theme.underPageBackground : Theme.controlBackground
             symbol: "scope"
             text: "Focus Mode"
             tooltip: header.model.focusModeTooltip
             Accessible.checkable: true
             Accessible.checked: header.model.focusMode
             onClicked: header.model.toggleFocusMode()
+        }
+        ActionButton {
+            isProminent: true
+            symbol: "plus"
+            text: "New Workspace"
+            onClicked: header.model.openNewSpaceSheet()
+        }
+        ActionButton {
+            implicitWidth: 32
+            symbol: "gearshape.fill"
+            symbolSize: 20
+            ground: header.isShowingSettings ? Theme.faded(Theme.accent, 0.1) : Theme.controlBackground
+            tooltip: "Settings"
+            onClicked: header.settingsToggled()
         }
     }
 

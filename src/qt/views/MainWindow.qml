@@ -1,12 +1,13 @@
 import QtQuick
 import Corvane
 
-// The main window: the header over the list of workspaces.
+// The main window: the header over the list of workspaces, and the sheets above both.
 Window {
     id: window
 
     required property HeaderModel header
     required property WorkspaceListModel workspaces
+    required property SettingsModel settings
 
     title: "Corvane"
     width: 1000
@@ -21,7 +22,7 @@ Window {
         value: window.header.isDarkMode
     }
 
-    Column {
+    Item {
         anchors.fill: parent
 
         HeaderView {
@@ -29,11 +30,56 @@ Window {
 
             width: parent.width
             model: window.header
+            isShowingSettings: settingsSheet.opened
+            onSettingsToggled: settingsSheet.opened ? settingsSheet.close() : settingsSheet.open()
         }
         WorkspaceListView {
+            anchors.top: headerView.bottom
+            anchors.bottom: parent.bottom
             width: parent.width
-            height: parent.height - headerView.height
             workspaces: window.workspaces
+            onNewSpaceWanted: window.header.openNewSpaceSheet()
         }
+    }
+
+    Component {
+        id: workspaceSheet
+
+        WorkspaceSheet {}
+    }
+    Connections {
+        target: window.header
+
+        function onSheetChanged() {
+            window.showSheet(window.header.newSpaceSheet);
+        }
+    }
+    Connections {
+        target: window.workspaces
+
+        function onSheetChanged() {
+            window.showSheet(window.workspaces.editSheet);
+        }
+    }
+
+    function showSheet(sheet: WorkspaceSheetModel) {
+        if (sheet)
+            workspaceSheet.createObject(window.contentItem, {
+                sheet: sheet
+            }).open();
+    }
+
+    UnifiedSettingsSheet {
+        id: settingsSheet
+
+        settings: window.settings
+    }
+    ConfirmationDialog {
+        title: "Finish Workspace?"
+        message: window.workspaces.finishMessage
+        confirmTitle: "Finish & Close"
+        isWanted: message !== ""
+        onConfirmed: window.workspaces.confirmFinish()
+        onCancelled: window.workspaces.cancelFinish()
     }
 }

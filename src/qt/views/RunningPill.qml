@@ -22,6 +22,22 @@ Rectangle {
             implicitHeight: 8
             radius: 4
             color: Theme.green
+
+            SequentialAnimation on opacity {
+                running: pill.visible
+                loops: Animation.Infinite
+
+                OpacityAnimator {
+                    to: 0.35
+                    duration: 1000
+                    easing.type: Easing.InOutQuad
+                }
+                OpacityAnimator {
+                    to: 1
+                    duration: 1000
+                    easing.type: Easing.InOutQuad
+                }
+            }
         }
         BodyText {
             text: "Running"

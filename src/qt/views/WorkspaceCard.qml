@@ -1,8 +1,7 @@
 import QtQuick
-import QtQuick.Layouts
 import Corvane
 
-// One workspace: what it is called, whether it runs, and how to start it.
+// One workspace: its header, and under it a preview of its resources or all of them.
 Rectangle {
     id: card
 
@@ -13,12 +12,15 @@ Rectangle {
     required property int gradient
     required property bool isRunning
     required property bool isLoading
+    required property bool isExpanded
+    required property bool canSaveLayout
     required property string startTitle
     required property string statusText
+    required property var chips
+    required property string counter
+    required property WorkspaceListModel workspaces
 
-    signal started
-
-    implicitHeight: row.implicitHeight + 2 * 18
+    implicitHeight: header.height + preview.height
     radius: Theme.radius
     color: Theme.controlBackground
     border.width: 1
@@ -26,62 +28,17 @@ Rectangle {
     Accessible.role: Accessible.Grouping
     Accessible.name: name
 
-    RowLayout {
-        id: row
+    WorkspaceCardHeader {
+        id: header
 
-        anchors {
-            left: parent.left
-            right: parent.right
-            verticalCenter: parent.verticalCenter
-            margins: 18
-        }
-        spacing: 12
+        width: card.width
+        card: card
+    }
+    ResourcePreviewView {
+        id: preview
 
-        GradientTile {
-            implicitWidth: 36
-            implicitHeight: 36
-            symbol: card.icon
-            gradientIndex: card.gradient
-        }
-        ColumnLayout {
-            Layout.fillWidth: true
-            spacing: 2
-
-            BodyText {
-                Layout.fillWidth: true
-                text: card.name
-                elide: Text.ElideRight
-                maximumLineCount: 1
-                font.pixelSize: Theme.cardTitleSize
-                font.weight: Font.DemiBold
-            }
-            BodyText {
-                Layout.fillWidth: true
-                visible: card.description !== ""
-                text: card.description
-                elide: Text.ElideRight
-                maximumLineCount: 1
-                font.pixelSize: Theme.captionSize
-                color: Theme.secondaryLabel
-            }
-        }
-        RunningPill {
-            visible: card.isRunning
-        }
-        BodyText {
-            visible: card.isRunning
-            text: card.statusText
-            color: Theme.secondaryLabel
-        }
-        ActionButton {
-            visible: !card.isRunning
-            enabled: !card.isLoading
-            implicitWidth: 120
-            isBusy: card.isLoading
-            symbol: "play.fill"
-            text: card.startTitle
-            Accessible.description: card.name
-            onClicked: card.started()
-        }
+        anchors.top: header.bottom
+        width: card.width
+        card: card
     }
 }

@@ -8,6 +8,8 @@ Item {
 
     required property WorkspaceListModel workspaces
 
+    signal newSpaceWanted
+
     ListView {
         id: list
 
@@ -20,11 +22,14 @@ Item {
         clip: true
         model: view.workspaces
         activeFocusOnTab: false
-        ScrollBar.vertical: ScrollBar {}
+        boundsBehavior: Flickable.StopAtBounds
+        ScrollBar.vertical: ScrollBar {
+            policy: list.contentHeight + 48 > list.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
+        }
 
         delegate: WorkspaceCard {
             width: list.width - 36
-            onStarted: view.workspaces.start(index)
+            workspaces: view.workspaces
         }
     }
 
@@ -39,7 +44,11 @@ Item {
         anchors.centerIn: parent
         visible: view.workspaces.showsEmptyWorkspaces
         symbol: "rectangle.3.group"
+        isEncircled: true
         title: "No Workspaces Yet"
         message: "Create your first workspace to organize and launch your applications, files, and folders together."
+        actionSymbol: "plus.circle.fill"
+        actionTitle: "Create Your First Workspace"
+        onActed: view.newSpaceWanted()
     }
 }

@@ -1,0 +1,63 @@
+import QtQuick
+import Corvane
+
+// A question with a destructive answer and a way out.
+Sheet {
+    id: dialog
+
+    required property string title
+    required property string message
+    required property string confirmTitle
+    required property bool isWanted
+
+    signal confirmed
+    signal cancelled
+
+    width: 380
+    onIsWantedChanged: isWanted ? open() : close()
+    onOpened: confirm.forceActiveFocus(Qt.PopupFocusReason)
+    // By the Escape key, while it is still wanted.
+    onClosed: {
+        if (isWanted)
+            cancelled();
+    }
+
+    contentItem: Column {
+        spacing: 10
+        Accessible.role: Accessible.Dialog
+        Accessible.name: dialog.title
+
+        BodyText {
+            width: parent.width
+            text: dialog.title
+            font.pixelSize: 15
+            font.weight: Font.DemiBold
+            horizontalAlignment: Text.AlignHCenter
+        }
+        BodyText {
+            // The text stays while the dialog goes.
+            property string last: ""
+
+            width: parent.width
+            text: dialog.message !== "" ? dialog.message : last
+            onTextChanged: last = text
+            wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignHCenter
+            bottomPadding: 6
+        }
+        ActionButton {
+            id: confirm
+
+            width: parent.width
+            text: dialog.confirmTitle
+            isProminent: true
+            tint: Theme.redFill
+            onClicked: dialog.confirmed()
+        }
+        ActionButton {
+            width: parent.width
+            text: "Cancel"
+            onClicked: dialog.cancelled()
+        }
+    }
+}

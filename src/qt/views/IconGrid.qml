@@ -1,0 +1,53 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Corvane
+
+// Symbols to pick one of, eight in a row.
+Rectangle {
+    id: grid
+
+    required property list<string> icons
+    required property string selectedIcon
+
+    signal picked(icon: string)
+
+    radius: 8
+    color: Theme.faded(Theme.primary, 0.05)
+
+    GridView {
+        id: view
+
+        readonly property int columns: 8
+
+        anchors.fill: parent
+        anchors.margins: 8
+        clip: true
+        model: grid.icons
+        cellWidth: Math.floor(width / columns)
+        cellHeight: 36
+        boundsBehavior: Flickable.StopAtBounds
+        activeFocusOnTab: false
+        ScrollBar.vertical: ScrollBar {}
+
+        delegate: Item {
+            id: cell
+
+            required property int index
+            required property string modelData
+
+            width: view.cellWidth
+            height: view.cellHeight
+
+            IconTile {
+                anchors.centerIn: parent
+                symbol: cell.modelData
+                isSelected: cell.modelData === grid.selectedIcon
+                onClicked: grid.picked(cell.modelData)
+                onActiveFocusChanged: {
+                    if (activeFocus)
+                        view.positionViewAtIndex(cell.index, GridView.Contain);
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,33 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Corvane
+
+// One symbol among those that one can be picked from.
+AbstractButton {
+    id: tile
+
+    required property string symbol
+    required property bool isSelected
+
+    width: 28
+    height: 28
+    focusPolicy: Qt.StrongFocus
+    Accessible.role: Accessible.RadioButton
+    Accessible.name: symbol
+    Accessible.checkable: true
+    Accessible.checked: isSelected
+
+    contentItem: SymbolText {
+        symbol: tile.symbol
+        size: 16
+        color: tile.isSelected ? Theme.accent : Theme.label
+    }
+    background: Rectangle {
+        radius: Theme.smallRadius
+        color: tile.isSelected ? Theme.faded(Theme.accent, 0.2) : Theme.faded(Theme.primary, tile.hovered ? 0.16 : 0.1)
+
+        FocusRing {
+            target: tile
+        }
+    }
+}

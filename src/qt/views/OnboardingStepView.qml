@@ -1,0 +1,96 @@
+import QtQuick
+import Corvane
+
+// One step of the tour: a picture, what it says, and perhaps something to try.
+Item {
+    id: view
+
+    required property OnboardingModel tour
+    readonly property bool showsApplication: tour.icon === "app.icon"
+
+    Column {
+        id: content
+
+        anchors.centerIn: parent
+        width: parent.width - 2 * 40
+        spacing: 30
+
+        Item {
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: 80
+            height: 80
+
+            GradientTile {
+                anchors.fill: parent
+                visible: view.showsApplication
+                radius: 16
+                symbol: "rectangle.3.group"
+                symbolSize: 46
+            }
+            SymbolText {
+                anchors.centerIn: parent
+                visible: !view.showsApplication
+                symbol: view.tour.icon
+                size: 80
+                color: Theme.accent
+            }
+        }
+        Column {
+            width: parent.width
+            spacing: 16
+
+            BodyText {
+                width: parent.width
+                text: view.tour.title
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignHCenter
+                font.pixelSize: 26
+                font.weight: Font.Bold
+            }
+            BodyText {
+                width: parent.width
+                text: view.tour.subtitle
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignHCenter
+                font.pixelSize: Theme.titleSize
+                color: Theme.secondaryLabel
+            }
+            BodyText {
+                width: parent.width
+                text: view.tour.description
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignHCenter
+                lineHeight: 1.2
+            }
+        }
+        ActionButton {
+            anchors.horizontalCenter: parent.horizontalCenter
+            visible: view.tour.actionTitle !== ""
+            text: view.tour.actionTitle
+            onClicked: view.tour.pressAction()
+        }
+    }
+
+    Connections {
+        target: view.tour
+
+        property int shown: view.tour.currentStep
+
+        function onChanged() {
+            if (shown === view.tour.currentStep)
+                return;
+            shown = view.tour.currentStep;
+            appear.restart();
+        }
+    }
+    NumberAnimation {
+        id: appear
+
+        target: content
+        property: "opacity"
+        from: 0
+        to: 1
+        duration: 300
+        easing.type: Easing.InOutQuad
+    }
+}

@@ -1,0 +1,93 @@
+import QtQuick
+import QtQuick.Layouts
+import Corvane
+
+// The tour through the program.
+Window {
+    id: window
+
+    required property OnboardingModel tour
+
+    title: "Welcome to Corvane"
+    flags: Qt.Window | Qt.CustomizeWindowHint | Qt.WindowTitleHint | Qt.WindowCloseButtonHint
+    width: 600
+    height: 500
+    minimumWidth: 600
+    maximumWidth: 600
+    minimumHeight: 500
+    maximumHeight: 500
+    color: Theme.windowBackground
+
+    ColumnLayout {
+        anchors.fill: parent
+        anchors.margins: 20
+        spacing: 0
+
+        ActionButton {
+            Layout.alignment: Qt.AlignHCenter
+            isPlain: true
+            foreground: Theme.secondaryLabel
+            text: "Skip"
+            onClicked: window.tour.skip()
+        }
+        Row {
+            Layout.alignment: Qt.AlignHCenter
+            Layout.topMargin: 12
+            spacing: 8
+
+            Repeater {
+                model: window.tour.stepCount
+
+                Rectangle {
+                    required property int index
+                    readonly property bool isCurrent: index === window.tour.currentStep
+
+                    width: 10
+                    height: 10
+                    radius: 5
+                    color: isCurrent ? Theme.accent : Theme.faded(Theme.secondaryLabel, 0.3)
+                    scale: isCurrent ? 1.2 : 1
+
+                    Behavior on scale {
+                        NumberAnimation {
+                            duration: 200
+                            easing.type: Easing.InOutQuad
+                        }
+                    }
+                }
+            }
+        }
+        OnboardingStepView {
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            tour: window.tour
+        }
+        RowLayout {
+            Layout.fillWidth: true
+
+            ActionButton {
+                implicitWidth: Math.max(100, contentWidth)
+                text: "Previous"
+                enabled: !window.tour.isFirst
+                onClicked: window.tour.previous()
+            }
+            Item {
+                Layout.fillWidth: true
+            }
+            BodyText {
+                text: window.tour.caption
+                font.pixelSize: Theme.captionSize
+                color: Theme.secondaryLabel
+            }
+            Item {
+                Layout.fillWidth: true
+            }
+            ActionButton {
+                implicitWidth: Math.max(100, contentWidth)
+                isProminent: true
+                text: window.tour.mainButtonTitle
+                onClicked: window.tour.pressMainButton()
+            }
+        }
+    }
+}

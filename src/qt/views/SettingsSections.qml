@@ -1,0 +1,156 @@
+import QtQuick
+import Corvane
+
+// The sections of the settings, in their order.
+Column {
+    id: sections
+
+    required property SettingsModel settings
+
+    spacing: 20
+
+    UnifiedSettingsSection {
+        title: "Workspace Management"
+        icon: "square.grid.2x2"
+
+        SettingsSwitchRow {
+            icon: "scope"
+            title: "Focus Mode"
+            subtitle: "Quit unrelated apps when launching a workspace"
+            isOn: sections.settings.focusMode
+            onSwitched: on => sections.settings.focusMode = on
+        }
+        SettingsSwitchRow {
+            icon: "rectangle.on.rectangle"
+            title: "Window Layout Features"
+            subtitle: "Enable saving and restoring window positions (requires Accessibility permission)"
+            isOn: sections.settings.accessibilityFeatures
+            onSwitched: on => sections.settings.accessibilityFeatures = on
+        }
+        SettingsSwitchRow {
+            icon: "square.and.arrow.down.on.square"
+            iconColor: isOn ? Theme.green : Theme.secondaryLabel
+            title: "Auto-Save Layouts"
+            titleColor: sections.settings.accessibilityFeatures ? Theme.label : Theme.secondaryLabel
+            subtitle: sections.settings.autoSaveSubtitle
+            isAvailable: sections.settings.accessibilityFeatures
+            isOn: sections.settings.autoSaveLayouts
+            onSwitched: on => sections.settings.autoSaveLayouts = on
+        }
+        SettingsRow {
+            icon: "rectangle.expand.vertical"
+            title: "Fullscreen Priority"
+            subtitle: "Which app gets fullscreen when multiple apps are saved as fullscreen (macOS limitation)"
+
+            ThemedPicker {
+                width: 120
+                Accessible.name: "Fullscreen Priority"
+                titles: ["First App", "Last App"]
+                values: ["first", "last"]
+                value: sections.settings.fullscreenPriority
+                onPicked: value => sections.settings.fullscreenPriority = value
+            }
+        }
+        SettingsNote {
+            icon: "info.circle"
+            tint: Theme.blue
+            text: "macOS only allows one app to be fullscreen at a time. If multiple apps in your workspace are saved as fullscreen, only one will be fullscreen and others will be maximized."
+        }
+        SettingsNote {
+            visible: !sections.settings.accessibilityFeatures
+            icon: "exclamationmark.triangle"
+            tint: Theme.orange
+            text: "Window Layout Features are currently disabled. You can still use all core workspace functionality, but window positions won't be saved or restored automatically."
+        }
+    }
+    UnifiedSettingsSection {
+        title: "Confirmation Dialogs"
+        icon: "exclamationmark.bubble"
+
+        BodyText {
+            width: parent.width
+            text: "Control which confirmation messages are shown. Disable popups you don't need to see repeatedly."
+            wrapMode: Text.Wrap
+            color: Theme.secondaryLabel
+        }
+        SettingsSwitchRow {
+            icon: "checkmark.circle"
+            title: "Window Layout Saved"
+            subtitle: "Show confirmation when saving window layouts"
+            isOn: sections.settings.showLayoutSavedAlert
+            onSwitched: on => sections.settings.showLayoutSavedAlert = on
+        }
+        SettingsSwitchRow {
+            icon: "xmark.circle"
+            title: "Workspace Applications Closed"
+            subtitle: "Show summary when finishing a workspace"
+            isOn: sections.settings.showWorkspaceClosedAlert
+            onSwitched: on => sections.settings.showWorkspaceClosedAlert = on
+        }
+        SettingsSwitchRow {
+            icon: "exclamationmark.triangle"
+            title: "Window Layouts Disabled"
+            subtitle: "Show warning when accessibility features are disabled"
+            isOn: sections.settings.showLayoutsDisabledAlert
+            onSwitched: on => sections.settings.showLayoutsDisabledAlert = on
+        }
+        SettingsSwitchRow {
+            icon: "app.badge.checkmark"
+            title: "Applications Closed (Focus Mode)"
+            subtitle: "Show summary when focus mode closes apps"
+            isOn: sections.settings.showApplicationsClosedAlert
+            onSwitched: on => sections.settings.showApplicationsClosedAlert = on
+        }
+        UnifiedSettingsButton {
+            symbol: "arrow.clockwise"
+            title: "Reset All Confirmations"
+            subtitle: "Re-enable all confirmation dialogs"
+            onClicked: sections.settings.resetConfirmations()
+        }
+    }
+    UnifiedSettingsSection {
+        title: "Data Management"
+        icon: "externaldrive"
+
+        UnifiedSettingsButton {
+            symbol: "square.and.arrow.down"
+            title: "Import Workspaces"
+            subtitle: "Load workspaces from JSON file"
+            onClicked: Qt.callLater(sections.settings.importWorkspaces)
+        }
+        UnifiedSettingsButton {
+            symbol: "square.and.arrow.up"
+            title: "Export Workspaces"
+            subtitle: "Save workspaces to JSON file"
+            onClicked: Qt.callLater(sections.settings.exportWorkspaces)
+        }
+    }
+    UnifiedSettingsSection {
+        title: "Advanced"
+        icon: "wrench.and.screwdriver"
+
+        UnifiedSettingsButton {
+            symbol: "arrow.clockwise"
+            title: "Reset Preferences"
+            subtitle: "Reset all app settings to defaults"
+            isDestructive: true
+            onClicked: sections.settings.resetPreferences()
+        }
+    }
+    UnifiedSettingsSection {
+        title: "About Corvane"
+        icon: "info.circle"
+
+        SettingsRow {
+            icon: "app.badge"
+            title: "Version"
+            subtitle: sections.settings.versionLine
+        }
+        UnifiedSettingsButton {
+            symbol: "envelope"
+            title: "Contact Support"
+            subtitle: sections.settings.supportAddress
+            onClicked: sections.settings.contactSupport()
+        }
+    }
+}

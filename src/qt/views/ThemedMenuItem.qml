@@ -1,0 +1,27 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Corvane
+
+MenuItem {
+    id: item
+
+    property bool isDestructive: false
+
+    implicitHeight: 28
+    leftPadding: 10
+    rightPadding: 10
+    Accessible.name: text
+
+    contentItem: Text {
+        text: item.text
+        verticalAlignment: Text.AlignVCenter
+        font.pixelSize: Theme.bodySize
+        color: item.highlighted ? Theme.textOnTint : item.isDestructive ? Theme.red : Theme.label
+        Accessible.ignored: true
+    }
+    background: Rectangle {
+        radius: 5
+        color: item.isDestructive ? Theme.redFill : Theme.blueFill
+        visible: item.highlighted
+    }
+}

@@ -1,0 +1,46 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Corvane
+
+// Shows what it is told to, and asks for the opposite when pressed.
+AbstractButton {
+    id: toggle
+
+    required property bool isOn
+    property color tint: Theme.blueFill
+
+    signal switched(on: bool)
+
+    implicitWidth: 38
+    implicitHeight: 22
+    focusPolicy: Qt.StrongFocus
+    opacity: enabled ? 1 : 0.5
+    Accessible.role: Accessible.CheckBox
+    Accessible.checkable: true
+    Accessible.checked: isOn
+    onClicked: switched(!isOn)
+
+    background: Rectangle {
+        radius: height / 2
+        color: toggle.isOn ? toggle.tint : Theme.dark ? "#55555B" : "#B9B9BF"
+
+        FocusRing {
+            target: toggle
+            radius: height / 2
+        }
+        Rectangle {
+            x: toggle.isOn ? parent.width - width - 2 : 2
+            anchors.verticalCenter: parent.verticalCenter
+            width: 18
+            height: 18
+            radius: 9
+            color: "white"
+
+            Behavior on x {
+                NumberAnimation {
+                    duration: 120
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,25 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Corvane
+
+TextField {
+    id: field
+
+    implicitHeight: 30
+    leftPadding: 10
+    rightPadding: 10
+    color: Theme.label
+    placeholderTextColor: Theme.secondaryLabel
+    selectionColor: Theme.blueFill
+    selectedTextColor: Theme.textOnTint
+    font.pixelSize: Theme.bodySize
+    selectByMouse: true
+    Accessible.name: placeholderText
+
+    background: Rectangle {
+        radius: Theme.smallRadius
+        color: Theme.fieldBackground
+        border.width: field.activeFocus ? 2 : 1
+        border.color: field.activeFocus ? Theme.accent : Theme.separator
+    }
+}

@@ -1,0 +1,46 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Corvane
+
+// A row that acts when pressed.
+AbstractButton {
+    id: button
+
+    required property string symbol
+    required property string title
+    required property string subtitle
+    property bool isDestructive: false
+
+    width: parent ? parent.width : 0
+    text: title
+    focusPolicy: Qt.StrongFocus
+    Accessible.role: Accessible.Button
+    Accessible.name: title
+    Accessible.description: subtitle
+    Keys.onReturnPressed: click()
+    Keys.onEnterPressed: click()
+
+    contentItem: SettingsRow {
+        icon: button.symbol
+        iconColor: button.isDestructive ? Theme.red : Theme.accent
+        title: button.title
+        titleColor: button.isDestructive ? Theme.red : Theme.label
+        subtitle: button.subtitle
+
+        SymbolText {
+            symbol: "chevron.right"
+            size: 12
+            color: Theme.secondaryLabel
+        }
+    }
+    background: Rectangle {
+        anchors.fill: parent
+        anchors.margins: -6
+        radius: 8
+        color: Theme.faded(Theme.primary, button.down ? 0.1 : button.hovered ? 0.05 : 0)
+
+        FocusRing {
+            target: button
+        }
+    }
+}

@@ -1,0 +1,100 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Corvane
+
+// Makes a workspace, or changes one.
+Sheet {
+    id: popup
+
+    required property WorkspaceSheetModel sheet
+
+    width: 460
+    height: 460
+    onOpened: nameField.forceActiveFocus(Qt.PopupFocusReason)
+    onClosed: {
+        sheet.cancel();
+        destroy();
+    }
+
+    Connections {
+        target: popup.sheet
+
+        function onClosed() {
+            popup.close();
+        }
+    }
+
+    contentItem: ColumnLayout {
+        spacing: 8
+        Accessible.role: Accessible.Dialog
+        Accessible.name: popup.sheet.title
+
+        BodyText {
+            Layout.bottomMargin: 8
+            text: popup.sheet.title
+            font.pixelSize: Theme.titleSize
+            font.weight: Font.DemiBold
+        }
+        BodyText {
+            text: "Workspace Name"
+            font.pixelSize: Theme.headlineSize
+            font.weight: Font.DemiBold
+        }
+        ThemedTextField {
+            id: nameField
+
+            Layout.fillWidth: true
+            text: popup.sheet.name
+            placeholderText: "Enter workspace name"
+            onTextEdited: popup.sheet.name = text
+            onAccepted: popup.sheet.commit()
+        }
+        BodyText {
+            Layout.topMargin: 6
+            text: "Description"
+            font.pixelSize: Theme.headlineSize
+            font.weight: Font.DemiBold
+        }
+        ThemedTextField {
+            Layout.fillWidth: true
+            text: popup.sheet.description
+            placeholderText: "Enter workspace description (optional)"
+            onTextEdited: popup.sheet.description = text
+            onAccepted: popup.sheet.commit()
+        }
+        BodyText {
+            Layout.topMargin: 6
+            text: "Icon"
+            font.pixelSize: Theme.headlineSize
+            font.weight: Font.DemiBold
+        }
+        IconGrid {
+            Layout.fillWidth: true
+            Layout.preferredHeight: 140
+            icons: popup.sheet.availableIcons
+            selectedIcon: popup.sheet.selectedIcon
+            onPicked: icon => popup.sheet.selectedIcon = icon
+        }
+        Item {
+            Layout.fillHeight: true
+        }
+        RowLayout {
+            Layout.alignment: Qt.AlignRight
+            spacing: 12
+
+            ActionButton {
+                implicitWidth: Math.max(88, contentWidth)
+                text: "Cancel"
+                onClicked: popup.sheet.cancel()
+            }
+            ActionButton {
+                implicitWidth: Math.max(88, contentWidth)
+                text: popup.sheet.commitTitle
+                isProminent: true
+                enabled: popup.sheet.canCommit
+                onClicked: popup.sheet.commit()
+            }
+        }
+    }
+}

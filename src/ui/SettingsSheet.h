@@ -1,0 +1,44 @@
+#pragma once
+
+#include "foundation/Published.h"
+
+#include <string>
+#include <string_view>
+
+namespace corvane {
+
+struct Platform;
+class WorkspaceStore;
+
+/// What the settings sheet says beyond the store's preferences, to which its switches are bound,
+/// and what its buttons do. Store and platform outlive it. Main thread.
+class SettingsSheet {
+public:
+    SettingsSheet(WorkspaceStore& store, const Platform& platform);
+
+    /// Fires before anything read here changes.
+    ChangeSignal objectWillChange;
+
+    static constexpr std::string_view supportAddress = "support@corvane.example";
+
+    WorkspaceStore& store() const { return store_; }
+    std::string_view autoSaveSubtitle() const;
+    /// "Version 1.2 (Build 3)".
+    std::string versionLine() const;
+    /// Where a mail to the support starts: a mailto: URL with subject and body.
+    std::string supportMailUrl() const;
+
+    /// Turns the window layouts on or off; an alert follows where the desktop doesn't trust this
+    /// process.
+    void setAccessibilityFeatures(bool enabled);
+    void contactSupport();
+    /// Asks first, on a later turn of the main queue.
+    void resetPreferences();
+
+private:
+    WorkspaceStore& store_;
+    const Platform& platform_;
+    Subscription storeChanges_;
+};
+
+} // namespace corvane
