@@ -83,6 +83,7 @@ std::optional<Url> Url::parse(std::string_view text) {
     UriUriA uri;
     if (uriParseSingleUriA(&uri, parts.text.c_str(), nullptr) != URI_SUCCESS) return std::nullopt;
     parts.scheme = rangeOf(uri.scheme);
+    parts.host = rangeOf(uri.hostText);
     const std::string raw = encodedPath(uri, uri.hostText.first != nullptr);
     uriFreeUriMembersA(&uri);
     parts.hasDirectoryPath = raw.ends_with('/');

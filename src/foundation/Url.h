@@ -25,6 +25,8 @@ public:
     /// Empty where there is none. Lower case as written is kept.
     const std::string& scheme() const { return parts_->scheme; }
     bool hasScheme() const { return !scheme().empty(); }
+    /// Empty where there is none.
+    const std::string& host() const { return parts_->host; }
     bool isFile() const;
     /// Percent-decoded, without a trailing "/" (but "/" itself).
     const std::string& path() const { return parts_->path; }
@@ -45,6 +47,7 @@ private:
     struct Parts {
         std::string text;
         std::string scheme = {};
+        std::string host = {};
         std::string path = {};
         bool hasDirectoryPath = false;
     };

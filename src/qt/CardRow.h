@@ -4,6 +4,7 @@
 #include "ui/ResourcePreview.h"
 
 #include <string>
+#include <utility>
 
 namespace corvane {
 
@@ -24,6 +25,7 @@ struct CardRow {
     std::string statusText;
     ResourcePreview preview;
 
+    auto key() const { return std::pair(workspaceId, repetition); }
     bool operator==(const CardRow&) const = default;
 };
 

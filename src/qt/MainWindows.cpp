@@ -5,6 +5,7 @@
 #include "qt/SettingsModel.h"
 #include "qt/WorkspaceListModel.h"
 #include "shell/CorvaneApp.h"
+#include "ui/AddResourceSheet.h"
 #include "ui/ContentState.h"
 #include "ui/WorkspaceSheet.h"
 
@@ -13,15 +14,29 @@
 
 namespace corvane {
 
+namespace {
+
+std::unique_ptr<ResourceListModel> resourceList(const Uuid& workspaceId, CorvaneApp& app) {
+    return std::make_unique<ResourceListModel>(
+        std::make_unique<ResourceManagement>(workspaceId, app.workspaceStore(), app.platform()),
+        app.platform().mainQueue, [workspaceId, &app] {
+            return std::make_unique<AddResourceSheet>(workspaceId, app.workspaceStore(),
+                                                      app.bookmarks(), app.platform());
+        });
+}
+
+} // namespace
+
 /// A root view with all that it shows. The window goes before what it shows.
 struct MainWindows::Window {
     Window(int number, CorvaneApp& app)
         : identifier(number), content(app.workspaceStore(), app.platform()),
           header(content.header,
                  [&app] { return newSpaceSheet(app.workspaceStore(), app.platform().clock); }),
-          list(content.list, [&app](const Workspace& workspace) {
-              return editWorkspaceSheet(workspace, app.workspaceStore(), app.platform().clock);
-          }),
+          list(content.list,
+               [&app](const Workspace& workspace) {
+                   return editWorkspaceSheet(workspace, app.workspaceStore(), app.platform().clock);
+               }),
           settings(content.settings) {}
 
     const int identifier;

@@ -118,6 +118,7 @@ constexpr Symbol symbols[]{
     {QLatin1StringView("terminal"), u'\ueb8e'},
     {QLatin1StringView("terminal.fill"), u'\ueb8e'},
     {QLatin1StringView("theatermasks"), u'\uea66'},
+    {QLatin1StringView("trash"), u'\ue872'},
     {QLatin1StringView("trophy"), u'\uea23'},
     {QLatin1StringView("wand.and.stars"), u'\ue663'},
     {QLatin1StringView("wrench"), u'\ue869'},

@@ -1,31 +1,16 @@
 #include "qt/WorkspaceListModel.h"
 
 #include "core/WorkspaceStore.h"
-#include "qt/CardRow.h"
 #include "qt/Strings.h"
 #include "ui/WorkspaceListState.h"
 
+#include <QJSEngine>
 #include <algorithm>
 #include <map>
-#include <set>
-#include <utility>
 
 namespace corvane {
 
 namespace {
-
-using Key = std::pair<Uuid, int>;
-
-Key keyOf(const CardRow& row) {
-    return {row.workspaceId, row.repetition};
-}
-
-std::set<Key> keysOf(const std::vector<CardRow>& rows) {
-    std::set<Key> keys;
-    for (const auto& row : rows)
-        keys.insert(keyOf(row));
-    return keys;
-}
 
 const char* stateName(ChipState state) {
     switch (state) {
@@ -60,17 +45,15 @@ const Resource* resourceOfChip(const Workspace& workspace, const ResourcePreview
 
 } // namespace
 
-WorkspaceListModel::WorkspaceListModel(WorkspaceListState& state, MakeSheet makeEditSheet)
-    : state_(state), makeEditSheet_(std::move(makeEditSheet)), rows_(currentRows()),
+WorkspaceListModel::WorkspaceListModel(WorkspaceListState& state, MakeSheet makeEditSheet,
+                                       MakeResources makeResources)
+    : KeyedListModel(currentRows(state)), state_(state), makeEditSheet_(std::move(makeEditSheet)),
+      makeResources_(std::move(makeResources)),
       relay_(state.objectWillChange, [this] { refresh(); }) {
     connect(&editSheet_, &SheetHolder::changed, this, &WorkspaceListModel::sheetChanged);
 }
 
 WorkspaceListModel::~WorkspaceListModel() = default;
-
-int WorkspaceListModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : int(rows_.size());
-}
 
 QHash<int, QByteArray> WorkspaceListModel::roleNames() const {
     return {{NameRole, "name"},
@@ -89,7 +72,7 @@ QHash<int, QByteArray> WorkspaceListModel::roleNames() const {
 
 QVariant WorkspaceListModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
-    const auto& row = rows_[std::size_t(index.row())];
+    const auto& row = rows()[std::size_t(index.row())];
     switch (role) {
     case NameRole:
         return toQString(row.name);
@@ -121,11 +104,11 @@ QVariant WorkspaceListModel::data(const QModelIndex& index, int role) const {
 }
 
 bool WorkspaceListModel::showsEmptySearch() const {
-    return state_.content(rows_.size()) == ListContent::emptySearch;
+    return state_.content(rows().size()) == ListContent::emptySearch;
 }
 
 bool WorkspaceListModel::showsEmptyWorkspaces() const {
-    return state_.content(rows_.size()) == ListContent::emptyWorkspaces;
+    return state_.content(rows().size()) == ListContent::emptyWorkspaces;
 }
 
 QString WorkspaceListModel::emptySearchMessage() const {
@@ -147,9 +130,9 @@ QString WorkspaceListModel::finishMessage() const {
 /// The store may be a turn ahead of the view.
 const Workspace* WorkspaceListModel::workspaceOf(int row) const {
     const auto workspaces = state_.filteredWorkspaces();
-    if (row < 0 || std::size_t(row) >= std::min(rows_.size(), workspaces.size())) return nullptr;
+    if (row < 0 || std::size_t(row) >= std::min(rows().size(), workspaces.size())) return nullptr;
     const auto* workspace = workspaces[std::size_t(row)];
-    return workspace->id == rows_[std::size_t(row)].workspaceId ? workspace : nullptr;
+    return workspace->id == rows()[std::size_t(row)].workspaceId ? workspace : nullptr;
 }
 
 void WorkspaceListModel::start(int row) {
@@ -189,6 +172,18 @@ void WorkspaceListModel::toggleExpanded(int row) {
     }
 }
 
+ResourceListModel* WorkspaceListModel::resourcesOf(int row) {
+    const auto* workspace = workspaceOf(row);
+    if (!workspace) return nullptr;
+    auto& resources = resources_[workspace->id];
+    if (!resources) {
+        resources = makeResources_(workspace->id);
+        // The views may not take what belongs here for theirs.
+        QJSEngine::setObjectOwnership(resources.get(), QJSEngine::CppOwnership);
+    }
+    return resources.get();
+}
+
 void WorkspaceListModel::edit(int row) {
     if (const auto* workspace = workspaceOf(row)) editSheet_.open(makeEditSheet_(*workspace));
 }
@@ -208,7 +203,7 @@ void WorkspaceListModel::pressChip(int row, int chip) {
     const auto* found = workspaceOf(row);
     if (!found) return;
     const Workspace workspace = *found;
-    if (const auto* resource = resourceOfChip(workspace, rows_[std::size_t(row)].preview, chip)) {
+    if (const auto* resource = resourceOfChip(workspace, rows()[std::size_t(row)].preview, chip)) {
         corvane::pressChip(*resource, workspace, state_.store());
     }
 }
@@ -216,18 +211,18 @@ void WorkspaceListModel::pressChip(int row, int chip) {
 QString WorkspaceListModel::chipTooltip(int row, int chip) const {
     const auto* workspace = workspaceOf(row);
     if (!workspace) return {};
-    const auto& preview = rows_[std::size_t(row)].preview;
+    const auto& preview = rows()[std::size_t(row)].preview;
     const auto* resource = resourceOfChip(*workspace, preview, chip);
     if (!resource) return {};
     return toQString(
         corvane::chipTooltip(*resource, preview.chips[std::size_t(chip)].state, state_.store()));
 }
 
-std::vector<CardRow> WorkspaceListModel::currentRows() const {
+std::vector<CardRow> WorkspaceListModel::currentRows(WorkspaceListState& state) {
     std::vector<CardRow> rows;
     std::map<Uuid, int> seen;
-    for (const auto* workspace : state_.filteredWorkspaces()) {
-        const auto& card = state_.card(workspace->id);
+    for (const auto* workspace : state.filteredWorkspaces()) {
+        const auto& card = state.card(workspace->id);
         rows.push_back({.workspaceId = workspace->id,
                         .repetition = seen[workspace->id]++,
                         .name = workspace->name,
@@ -240,70 +235,24 @@ std::vector<CardRow> WorkspaceListModel::currentRows() const {
                         .canSaveLayout = card.canSaveLayout(),
                         .startTitle = std::string(card.startTitle()),
                         .statusText = card.statusText(*workspace),
-                        .preview = resourcePreview(*workspace, state_.store())});
+                        .preview = resourcePreview(*workspace, state.store())});
     }
     return rows;
 }
 
 void WorkspaceListModel::refresh() {
-    const auto next = currentRows();
-    removeRowsNotIn(next);
-    insertAndMoveTo(next);
-    updateTo(next);
+    show(currentRows(state_));
+    dropCollapsedResources();
     emit contentChanged();
 }
 
-void WorkspaceListModel::removeRowsNotIn(const std::vector<CardRow>& next) {
-    const auto staying = keysOf(next);
-    for (std::size_t end = rows_.size(); end > 0;) {
-        std::size_t begin = end;
-        while (begin > 0 && !staying.contains(keyOf(rows_[begin - 1])))
-            --begin;
-        if (begin == end) {
-            --end;
-            continue;
-        }
-        beginRemoveRows({}, int(begin), int(end - 1));
-        rows_.erase(rows_.begin() + std::ptrdiff_t(begin), rows_.begin() + std::ptrdiff_t(end));
-        endRemoveRows();
-        end = begin;
-    }
-}
-
-void WorkspaceListModel::insertAndMoveTo(const std::vector<CardRow>& next) {
-    const auto known = keysOf(rows_);
-    for (std::size_t i = 0; i < next.size();) {
-        if (i < rows_.size() && keyOf(rows_[i]) == keyOf(next[i])) {
-            ++i;
-            continue;
-        }
-        const auto at = rows_.begin() + std::ptrdiff_t(i);
-        if (known.contains(keyOf(next[i]))) {
-            const auto from = std::find_if(
-                at, rows_.end(), [&](const CardRow& row) { return keyOf(row) == keyOf(next[i]); });
-            const int source = int(from - rows_.begin());
-            beginMoveRows({}, source, source, {}, int(i));
-            std::rotate(at, from, from + 1);
-            endMoveRows();
-            ++i;
-            continue;
-        }
-        std::size_t end = i;
-        while (end < next.size() && !known.contains(keyOf(next[end])))
-            ++end;
-        beginInsertRows({}, int(i), int(end - 1));
-        rows_.insert(at, next.begin() + std::ptrdiff_t(i), next.begin() + std::ptrdiff_t(end));
-        endInsertRows();
-        i = end;
-    }
-}
-
-void WorkspaceListModel::updateTo(const std::vector<CardRow>& next) {
-    for (std::size_t i = 0; i < next.size(); ++i) {
-        if (rows_[i] == next[i]) continue;
-        rows_[i] = next[i];
-        emit dataChanged(index(int(i)), index(int(i)));
-    }
+/// After the views of those that have collapsed were told to go.
+void WorkspaceListModel::dropCollapsedResources() {
+    std::erase_if(resources_, [this](auto& entry) {
+        if (state_.card(entry.first).isExpanded) return false;
+        entry.second.release()->deleteLater();
+        return true;
+    });
 }
 
 } // namespace corvane

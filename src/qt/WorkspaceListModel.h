@@ -1,10 +1,13 @@
 #pragma once
 
+#include "qt/CardRow.h"
 #include "qt/ChangeRelay.h"
+#include "qt/KeyedListModel.h"
+#include "qt/ResourceListModel.h"
 #include "qt/SheetHolder.h"
 
-#include <QAbstractListModel>
 #include <functional>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -12,13 +15,12 @@
 
 namespace corvane {
 
-struct CardRow;
 struct Workspace;
 class WorkspaceListState;
 
-/// The cards, as the search lets them through, one row a card. Rows keep their identity when the
-/// list around them changes. An action on a row that isn't there any more does nothing.
-class WorkspaceListModel : public QAbstractListModel {
+/// The cards, as the search lets them through, one row a card. An action on a row that isn't there
+/// any more does nothing.
+class WorkspaceListModel : public KeyedListModel<CardRow> {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("belongs to its window")
@@ -46,12 +48,13 @@ public:
         CounterRole,
     };
     using MakeSheet = std::function<std::unique_ptr<WorkspaceSheet>(const Workspace&)>;
+    using MakeResources = std::function<std::unique_ptr<ResourceListModel>(const Uuid&)>;
 
     /// The state outlives the model.
-    WorkspaceListModel(WorkspaceListState& state, MakeSheet makeEditSheet);
+    WorkspaceListModel(WorkspaceListState& state, MakeSheet makeEditSheet,
+                       MakeResources makeResources);
     ~WorkspaceListModel() override;
 
-    int rowCount(const QModelIndex& parent = {}) const override;
     /// `name`, `description`, `icon` (a symbol's name), `gradient` (an index), `isRunning`,
     /// `isLoading`, `isExpanded`, `canSaveLayout`, `startTitle`, `statusText`, `chips` (a list of
     /// objects with `name`, `type` and `state`, the last two as "url" and "running") and `counter`.
@@ -71,6 +74,8 @@ public:
     Q_INVOKABLE void cancelFinish();
     Q_INVOKABLE void saveLayout(int row);
     Q_INVOKABLE void toggleExpanded(int row);
+    /// The resources of an expanded card, while it is expanded; null for a row that isn't there.
+    Q_INVOKABLE corvane::ResourceListModel* resourcesOf(int row);
     Q_INVOKABLE void edit(int row);
     Q_INVOKABLE void duplicate(int row);
     Q_INVOKABLE void remove(int row);
@@ -84,16 +89,15 @@ signals:
 private:
     const Workspace* workspaceOf(int row) const;
     const Workspace* workspaceToFinish() const;
-    std::vector<CardRow> currentRows() const;
+    static std::vector<CardRow> currentRows(WorkspaceListState& state);
     void refresh();
-    void removeRowsNotIn(const std::vector<CardRow>& next);
-    void insertAndMoveTo(const std::vector<CardRow>& next);
-    void updateTo(const std::vector<CardRow>& next);
+    void dropCollapsedResources();
 
     WorkspaceListState& state_;
     const MakeSheet makeEditSheet_;
+    const MakeResources makeResources_;
+    std::map<Uuid, std::unique_ptr<ResourceListModel>> resources_;
     SheetHolder editSheet_;
-    std::vector<CardRow> rows_;
     ChangeRelay relay_;
 };
 

@@ -22,6 +22,7 @@ public:
 
     AppDelegate& appDelegate() { return appDelegate_; }
     WorkspaceStore& workspaceStore() { return workspaceStore_; }
+    BookmarkManager& bookmarks() { return bookmarks_; }
     Platform& platform() { return platform_; }
 
 private:

@@ -8,6 +8,7 @@ AbstractButton {
 
     required property bool isOn
     property color tint: Theme.blueFill
+    property string tooltip: ""
 
     signal switched(on: bool)
 
@@ -19,6 +20,12 @@ AbstractButton {
     Accessible.checkable: true
     Accessible.checked: isOn
     onClicked: switched(!isOn)
+
+    ToolTip {
+        text: toggle.tooltip
+        visible: toggle.tooltip !== "" && toggle.hovered
+        delay: 600
+    }
 
     background: Rectangle {
         radius: height / 2

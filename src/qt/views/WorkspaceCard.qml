@@ -19,8 +19,12 @@ Rectangle {
     required property var chips
     required property string counter
     required property WorkspaceListModel workspaces
+    // Only what a user changes moves; a card that comes into sight doesn't.
+    property bool isReady: false
 
-    implicitHeight: header.height + preview.height
+    Component.onCompleted: Qt.callLater(() => card.isReady = true)
+
+    implicitHeight: header.height + content.height
     radius: Theme.radius
     color: Theme.controlBackground
     border.width: 1
@@ -34,11 +38,40 @@ Rectangle {
         width: card.width
         card: card
     }
-    ResourcePreviewView {
-        id: preview
+    Item {
+        id: content
 
         anchors.top: header.bottom
         width: card.width
-        card: card
+        height: card.isExpanded ? list.implicitHeight : preview.implicitHeight
+        clip: heightChange.running
+
+        Behavior on height {
+            enabled: card.isReady
+
+            NumberAnimation {
+                id: heightChange
+
+                duration: 300
+                easing.type: Easing.InOutQuad
+            }
+        }
+
+        ResourcePreviewView {
+            id: preview
+
+            visible: !card.isExpanded
+            width: card.width
+            card: card
+        }
+        Loader {
+            id: list
+
+            active: card.isExpanded
+            width: card.width
+            sourceComponent: ResourceManagementView {
+                resources: card.workspaces.resourcesOf(card.index)
+            }
+        }
     }
 }

@@ -1,0 +1,151 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Corvane
+
+// Adds a resource: its type, its name, and a path, an address or a command.
+Sheet {
+    id: popup
+
+    required property AddResourceModel sheet
+
+    width: 480
+    height: 580
+    onOpened: nameField.forceActiveFocus(Qt.PopupFocusReason)
+    onClosed: {
+        sheet.cancel();
+        destroy();
+    }
+
+    Connections {
+        target: popup.sheet
+
+        function onClosed() {
+            popup.close();
+        }
+    }
+
+    contentItem: ColumnLayout {
+        spacing: 8
+        Accessible.role: Accessible.Dialog
+        Accessible.name: "Add New Resource"
+
+        BodyText {
+            text: "Add New Resource"
+            font.pixelSize: Theme.titleSize
+            font.weight: Font.DemiBold
+        }
+        BodyText {
+            Layout.bottomMargin: 8
+            text: "Add a file, folder, app, URL, or terminal command to your workspace"
+            color: Theme.secondaryLabel
+        }
+        BodyText {
+            text: "Resource Type"
+            font.weight: Font.DemiBold
+        }
+        GridLayout {
+            Layout.fillWidth: true
+            columns: 3
+            rowSpacing: 12
+            columnSpacing: 12
+
+            Repeater {
+                model: popup.sheet.tiles
+
+                ResourceTypeCard {
+                    Layout.fillWidth: true
+                    isSelected: modelData.type === popup.sheet.type
+                    onClicked: popup.sheet.select(modelData.type)
+                }
+            }
+        }
+        BodyText {
+            Layout.topMargin: 6
+            text: "Resource Name"
+            font.weight: Font.DemiBold
+        }
+        ThemedTextField {
+            id: nameField
+
+            Layout.fillWidth: true
+            text: popup.sheet.name
+            placeholderText: "Enter a name for this resource"
+            onTextEdited: popup.sheet.name = text
+        }
+        BodyText {
+            Layout.topMargin: 6
+            text: popup.sheet.pathHeading
+            font.weight: Font.DemiBold
+        }
+        PickerButton {
+            Layout.fillWidth: true
+            visible: popup.sheet.isPicked
+            symbol: popup.sheet.pickerSymbol
+            text: popup.sheet.pickerTitle
+            onClicked: Qt.callLater(popup.sheet.pick)
+        }
+        ThemedTextField {
+            Layout.fillWidth: true
+            visible: !popup.sheet.isPicked
+            text: popup.sheet.path
+            placeholderText: popup.sheet.pathPrompt
+            Accessible.name: popup.sheet.pathHeading
+            font.family: popup.sheet.type === "terminal" ? "monospace" : nameField.font.family
+            onTextEdited: popup.sheet.path = text
+        }
+        RowLayout {
+            readonly property bool isCommand: popup.sheet.type === "terminal"
+            readonly property color tint: isCommand ? Theme.blue : popup.sheet.isStatusValid ? Theme.green : Theme.orange
+
+            id: status
+
+            visible: popup.sheet.statusText !== ""
+            spacing: 6
+
+            SymbolText {
+                symbol: status.isCommand ? "info.circle" : popup.sheet.isStatusValid ? "checkmark.circle.fill" : "exclamationmark.triangle.fill"
+                size: 14
+                color: status.tint
+            }
+            BodyText {
+                text: popup.sheet.statusText
+                font.pixelSize: 12
+                color: status.tint
+            }
+        }
+        Item {
+            Layout.fillHeight: true
+        }
+        RowLayout {
+            Layout.fillWidth: true
+
+            BodyText {
+                Layout.fillWidth: true
+                text: "Enabled by default"
+            }
+            ThemedSwitch {
+                Accessible.name: "Enabled by default"
+                isOn: popup.sheet.enabledByDefault
+                onSwitched: on => popup.sheet.enabledByDefault = on
+            }
+        }
+        RowLayout {
+            Layout.topMargin: 6
+            Layout.alignment: Qt.AlignRight
+            spacing: 12
+
+            ActionButton {
+                implicitWidth: Math.max(88, contentWidth)
+                text: "Cancel"
+                onClicked: popup.sheet.cancel()
+            }
+            ActionButton {
+                isProminent: true
+                text: "Add Resource"
+                enabled: popup.sheet.canAdd
+                onClicked: popup.sheet.add()
+            }
+        }
+    }
+}

@@ -1,0 +1,48 @@
+import QtQuick
+import Corvane
+
+// The badge of one application: its icon, and a mark that takes it away.
+Rectangle {
+    id: chip
+
+    required property var modelData
+    readonly property string appName: modelData.appName
+    readonly property bool isDefault: modelData.isDefault
+    readonly property color hue: isDefault ? Theme.accent : Theme.secondaryLabel
+
+    signal removed
+
+    implicitWidth: content.implicitWidth + 2 * 6
+    implicitHeight: 28
+    radius: 4
+    color: Theme.faded(hue, isDefault ? 0.1 : 0.15)
+    border.width: 1
+    border.color: Theme.faded(hue, isDefault ? 0.3 : 0.1)
+    Accessible.role: Accessible.StaticText
+    Accessible.name: appName
+
+    Row {
+        id: content
+
+        anchors.centerIn: parent
+        spacing: 4
+
+        ResourceIcon {
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: "app"
+            icon: chip.modelData.icon
+            size: 20
+        }
+        SymbolButton {
+            visible: !chip.isDefault
+            anchors.verticalCenter: parent.verticalCenter
+            width: 18
+            height: 18
+            symbol: "xmark"
+            size: 12
+            tint: Theme.secondaryLabel
+            tooltip: "Remove " + chip.appName
+            onClicked: chip.removed()
+        }
+    }
+}

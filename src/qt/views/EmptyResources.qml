@@ -1,0 +1,35 @@
+import QtQuick
+import Corvane
+
+// Stands in for the rows where there are none.
+Column {
+    id: empty
+
+    topPadding: 28
+    bottomPadding: 28
+    spacing: 8
+
+    SymbolText {
+        anchors.horizontalCenter: parent.horizontalCenter
+        symbol: "folder.badge.plus"
+        size: 40
+        color: Theme.gray
+    }
+    BodyText {
+        anchors.horizontalCenter: parent.horizontalCenter
+        text: "No resources yet"
+        font.pixelSize: 15
+        font.weight: Font.Medium
+    }
+    BodyText {
+        anchors.horizontalCenter: parent.horizontalCenter
+        text: "Drag & drop files, apps or folders from Finder to add resources"
+        color: Theme.secondaryLabel
+    }
+    BodyText {
+        anchors.horizontalCenter: parent.horizontalCenter
+        text: "Or use the 'Add Resource' button above"
+        font.pixelSize: 12
+        color: Theme.secondaryLabel
+    }
+}

@@ -1,0 +1,52 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Corvane
+
+// Shows the path that was picked, and lets one pick another.
+AbstractButton {
+    id: button
+
+    required property string symbol
+
+    implicitHeight: 34
+    focusPolicy: Qt.StrongFocus
+    Accessible.role: Accessible.Button
+    Accessible.name: text
+    Keys.onReturnPressed: click()
+    Keys.onEnterPressed: click()
+
+    contentItem: Item {
+        SymbolText {
+            id: mark
+
+            x: 10
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: button.symbol
+            size: 16
+            color: Theme.accent
+        }
+        Text {
+            anchors.left: mark.right
+            anchors.leftMargin: 8
+            anchors.right: parent.right
+            anchors.rightMargin: 10
+            anchors.verticalCenter: parent.verticalCenter
+            text: button.text
+            textFormat: Text.PlainText
+            elide: Text.ElideMiddle
+            font.pixelSize: Theme.bodySize
+            color: Theme.label
+            Accessible.ignored: true
+        }
+    }
+    background: Rectangle {
+        radius: Theme.smallRadius
+        color: button.hovered ? Qt.darker(Theme.fieldBackground, 1.04) : Theme.fieldBackground
+        border.width: 1
+        border.color: Theme.separator
+
+        FocusRing {
+            target: button
+        }
+    }
+}

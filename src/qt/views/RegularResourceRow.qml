@@ -1,0 +1,143 @@
+import QtQuick
+import QtQuick.Layouts
+import Corvane
+
+// A resource that can be launched: its name, its applications and its switches.
+Item {
+    id: content
+
+    required property Item row
+
+    implicitHeight: Math.max(44, layout.implicitHeight + 2 * 6)
+
+    Rectangle {
+        anchors.fill: parent
+        anchors.margins: 1
+        radius: 8
+        color: Theme.faded(Theme.controlBackground, content.row.isEnabled ? 1 : 0.5)
+    }
+    RowLayout {
+        id: layout
+
+        x: 18
+        width: parent.width - 2 * 18
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 12
+        opacity: content.row.isEnabled ? 1 : 0.6
+
+        DragHandle {
+            index: content.row.index
+        }
+        ResourceIcon {
+            Layout.preferredWidth: 20
+            symbol: content.row.symbol
+            icon: content.row.icon
+        }
+        ColumnLayout {
+            Layout.fillWidth: true
+            spacing: 4
+
+            RowLayout {
+                spacing: 8
+
+                BodyText {
+                    Layout.maximumWidth: layout.width - 330
+                    text: content.row.name
+                    elide: Text.ElideRight
+                    maximumLineCount: 1
+                    font.pixelSize: 14
+                    font.weight: Font.Medium
+                }
+                Rectangle {
+                    implicitWidth: badge.implicitWidth + 2 * 6
+                    implicitHeight: badge.implicitHeight + 2 * 2
+                    radius: 4
+                    color: Theme.faded(Theme.secondaryLabel, 0.15)
+
+                    BodyText {
+                        id: badge
+
+                        anchors.centerIn: parent
+                        text: content.row.type.toUpperCase()
+                        font.pixelSize: 10
+                        font.weight: Font.Medium
+                        color: Theme.secondaryLabel
+                    }
+                }
+            }
+            Flow {
+                Layout.fillWidth: true
+                visible: content.row.type !== "application"
+                spacing: 6
+
+                Repeater {
+                    model: content.row.chips
+
+                    AppChip {
+                        onRemoved: content.row.resources.removeApplication(content.row.index, appName)
+                    }
+                }
+                AddAppButton {
+                    onClicked: Qt.callLater(content.row.resources.chooseApplication, content.row.index)
+                }
+            }
+        }
+        ColumnLayout {
+            spacing: 2
+
+            Item {
+                Layout.alignment: Qt.AlignRight
+                implicitWidth: pill.visible ? pill.width : 0
+                implicitHeight: 20
+
+                Rectangle {
+                    id: pill
+
+                    visible: !content.row.isEnabled
+                    anchors.right: parent.right
+                    width: pillText.implicitWidth + 2 * 8
+                    height: 18
+                    radius: 9
+                    color: Theme.faded(Theme.gray, 0.1)
+                    border.width: 1
+                    border.color: Theme.faded(Theme.red, 0.3)
+
+                    BodyText {
+                        id: pillText
+
+                        anchors.centerIn: parent
+                        text: "Disabled : Excluded from being opened/quit"
+                        font.pixelSize: 9
+                        font.weight: Font.Bold
+                        color: Theme.secondaryLabel
+                    }
+                }
+            }
+            RowLayout {
+                Layout.alignment: Qt.AlignRight
+                spacing: 16
+
+                SymbolButton {
+                    symbol: content.row.isRunning ? "stop.fill" : "play.fill"
+                    tint: content.row.isRunning ? Theme.red : Theme.accent
+                    tooltip: content.row.playTooltip
+                    onClicked: content.row.resources.pressPlay(content.row.index)
+                }
+                ThemedSwitch {
+                    scale: 0.8
+                    tint: Theme.dark ? "#2E9E47" : "#2B9A45"
+                    isOn: content.row.isEnabled
+                    tooltip: content.row.enabledTooltip
+                    Accessible.name: content.row.enabledTooltip
+                    onSwitched: content.row.resources.toggleEnabled(content.row.index)
+                }
+                SymbolButton {
+                    symbol: "trash"
+                    tint: Theme.red
+                    tooltip: "Remove"
+                    onClicked: Qt.callLater(content.row.resources.remove, content.row.index)
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,68 @@
+import QtQuick
+import Corvane
+
+// One row of the list: a resource or a separator. Takes rows that are dropped on it.
+Item {
+    id: row
+
+    required property int index
+    required property string name
+    required property string type
+    required property string symbol
+    required property string icon
+    required property bool isEnabled
+    required property bool isRunning
+    required property var chips
+    required property string playTooltip
+    required property string enabledTooltip
+    required property string separatorTitle
+    required property bool isRowTarget
+    required property ResourceListModel resources
+    readonly property bool isSeparator: type === "separator"
+
+    implicitHeight: (isSeparator ? separator.implicitHeight : regular.implicitHeight) + (line.visible ? 1 : 0)
+    Accessible.role: Accessible.ListItem
+    Accessible.name: name
+
+    RegularResourceRow {
+        id: regular
+
+        visible: !row.isSeparator
+        width: parent.width
+        row: row
+    }
+    SeparatorRow {
+        id: separator
+
+        visible: row.isSeparator
+        width: parent.width
+        row: row
+    }
+    Rectangle {
+        id: line
+
+        visible: row.index < row.resources.count - 1
+        anchors.bottom: parent.bottom
+        x: 12
+        width: parent.width - 2 * 12
+        height: 1
+        color: Theme.faded(Theme.separator, 0.5)
+    }
+    DropArea {
+        anchors.fill: parent
+        onEntered: drag => drag.accepted = row.resources.enterRow(row.index, drag.urls, drag.hasText, drag.text)
+        onExited: row.resources.leaveRow(row.index)
+        onDropped: drop => {
+            if (row.resources.dropOnRow(row.index, drop.urls, drop.hasText, drop.text))
+                drop.accept(Qt.MoveAction);
+        }
+    }
+    Rectangle {
+        anchors.fill: parent
+        visible: row.isRowTarget
+        radius: 8
+        color: Theme.faded("#0A7AFF", 0.1)
+        border.width: 2
+        border.color: "#0A7AFF"
+    }
+}

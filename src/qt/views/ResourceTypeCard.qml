@@ -1,0 +1,53 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Corvane
+
+// The tile of one type.
+AbstractButton {
+    id: tile
+
+    required property var modelData
+    required property bool isSelected
+
+    implicitWidth: 130
+    implicitHeight: 80
+    text: modelData.title
+    focusPolicy: Qt.StrongFocus
+    Accessible.role: Accessible.RadioButton
+    Accessible.name: text
+    Accessible.checkable: true
+    Accessible.checked: isSelected
+
+    contentItem: Item {
+        Column {
+            anchors.centerIn: parent
+            spacing: 4
+
+            SymbolText {
+                anchors.horizontalCenter: parent.horizontalCenter
+                symbol: tile.modelData.symbol
+                size: 32
+                color: tile.isSelected ? Theme.accent : Theme.secondaryLabel
+            }
+            Text {
+                anchors.horizontalCenter: parent.horizontalCenter
+                text: tile.text
+                font.pixelSize: 12
+                font.weight: Font.Medium
+                color: Theme.label
+                Accessible.ignored: true
+            }
+        }
+    }
+    background: Rectangle {
+        radius: 12
+        color: tile.isSelected ? Theme.faded(Theme.accent, 0.1) : Theme.faded(Theme.primary, tile.hovered ? 0.04 : 0)
+        border.width: tile.isSelected ? 2 : 1
+        border.color: tile.isSelected ? Theme.accent : Theme.faded(Theme.secondaryLabel, 0.3)
+
+        FocusRing {
+            target: tile
+            radius: 15
+        }
+    }
+}

@@ -1,0 +1,149 @@
+#include "ui/AddResourceSheet.h"
+
+#include "core/BookmarkManager.h"
+#include "core/WorkspaceStore.h"
+#include "foundation/Text.h"
+#include "platform/Platform.h"
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+bool isInFileSystem(ResourceType type) {
+    return type == ResourceType::file || type == ResourceType::folder ||
+           type == ResourceType::application;
+}
+
+PanelContent contentOf(ResourceType type) {
+    switch (type) {
+    case ResourceType::application:
+        return PanelContent::application;
+    case ResourceType::folder:
+        return PanelContent::folder;
+    default:
+        return PanelContent::file;
+    }
+}
+
+} // namespace
+
+AddResourceSheet::AddResourceSheet(const Uuid& workspaceId, WorkspaceStore& store,
+                                   BookmarkManager& bookmarks, const Platform& platform)
+    : workspaceId_(workspaceId), store_(store), bookmarks_(bookmarks), platform_(platform) {}
+
+void AddResourceSheet::select(ResourceType type) {
+    selectedResourceType = type;
+    resourceName = "";
+    resourcePath = "";
+    if (type == ResourceType::url) resourcePath = "https://";
+}
+
+void AddResourceSheet::setPath(const std::string& text) {
+    resourcePath = text;
+    if (selectedResourceType != ResourceType::url || !resourceName->empty() || !isValidURL(text)) {
+        return;
+    }
+    const auto url = Url::parse(text.starts_with("http") ? text : "https://" + text);
+    if (url) resourceName = url->host().empty() ? text : url->host();
+}
+
+void AddResourceSheet::pick() {
+    if (!isInFileSystem(selectedResourceType)) return;
+    const auto url = platform_.panels.runOpenPanel(
+        {.title = std::string(pathHeading()),
+         .content = contentOf(selectedResourceType),
+         .directory = selectedResourceType == ResourceType::application ? "/Applications" : ""});
+    if (url) takePicked(*url);
+}
+
+void AddResourceSheet::takePicked(const Url& url) {
+    resourcePath = url.path();
+    if (resourceName->empty()) resourceName = path::stem(url.path());
+}
+
+bool AddResourceSheet::canAdd() const {
+    if (resourceName->empty()) return false;
+    if (selectedResourceType == ResourceType::url) return isValidURL(resourcePath);
+    return !resourcePath->empty();
+}
+
+void AddResourceSheet::add() {
+    if (!canAdd()) return;
+    const ResourceType type = selectedResourceType;
+    auto resource = makeResource(resourceName, resourcePath, type, platform_.bundles);
+    resource.enabled = enabledByDefault;
+    if (isInFileSystem(type) && platform_.fileSystem.exists(resourcePath)) {
+        bookmarks_.createBookmark(Url::fromPath(resourcePath.get()),
+                                  BookmarkManager::bookmarkKey(resourcePath.get(), type));
+    }
+    store_.addResource(std::move(resource), workspaceId_);
+}
+
+std::string_view AddResourceSheet::pathHeading() const {
+    switch (selectedResourceType) {
+    case ResourceType::file:
+        return "File Path";
+    case ResourceType::folder:
+        return "Folder Path";
+    case ResourceType::application:
+        return "Application Path";
+    case ResourceType::url:
+        return "URL";
+    default:
+        return "Terminal Command";
+    }
+}
+
+std::string_view AddResourceSheet::pathPrompt() const {
+    return selectedResourceType == ResourceType::url ? "https://example.com or localhost:3000"
+                                                     : "npm start";
+}
+
+std::string AddResourceSheet::pickerTitle() const {
+    if (!resourcePath->empty()) return resourcePath;
+    return "Click to select " + std::string(rawValue(selectedResourceType));
+}
+
+std::string_view AddResourceSheet::pickerSymbol() const {
+    switch (selectedResourceType) {
+    case ResourceType::folder:
+        return "folder";
+    case ResourceType::application:
+        return "app.badge";
+    default:
+        return "doc";
+    }
+}
+
+std::string_view AddResourceSheet::statusText() const {
+    if (resourcePath->empty()) return "";
+    if (selectedResourceType == ResourceType::terminal) {
+        return "This command will be executed in Terminal";
+    }
+    if (selectedResourceType != ResourceType::url) return "";
+    return isStatusValid() ? "Valid URL"
+                           : "Enter a valid URL (https://example.com or localhost:3000)";
+}
+
+bool AddResourceSheet::isValidURL(std::string_view text) {
+    static constexpr std::array<std::string_view, 4> schemes{"http", "https", "ftp", "file"};
+    if (text.empty()) return false;
+    if (text.starts_with("localhost:") || text.starts_with("127.0.0.1:")) return true;
+    if (const auto url = Url::parse(text); url && url->hasScheme()) {
+        const auto scheme = text::lowercased(url->scheme());
+        if (std::ranges::find(schemes, scheme) != schemes.end()) return true;
+    }
+    if (text.find('.') == std::string_view::npos) return false;
+    if (text.find(' ') != std::string_view::npos) return false;
+    return Url::parse("https://" + std::string(text)).has_value();
+}
+
+std::string tileTitle(ResourceType type) {
+    std::string title(rawValue(type));
+    title.front() = char(title.front() - 'a' + 'A');
+    return title;
+}
+
+} // namespace corvane

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "core/Records.h"
+#include "foundation/Published.h"
+#include "foundation/Url.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+
+namespace corvane {
+
+class BookmarkManager;
+struct Platform;
+class WorkspaceStore;
+
+/// The sheet that adds a resource to a workspace. Nothing reaches the store before `add`. Store,
+/// bookmarks and platform outlive it. Main thread.
+class AddResourceSheet {
+public:
+    AddResourceSheet(const Uuid& workspaceId, WorkspaceStore& store, BookmarkManager& bookmarks,
+                     const Platform& platform);
+
+    /// The tiles, in their order.
+    static constexpr std::array resourceTypes{ResourceType::folder, ResourceType::file,
+                                              ResourceType::application, ResourceType::url,
+                                              ResourceType::terminal};
+
+    /// Fires before a field below changes.
+    ChangeSignal objectWillChange;
+    Published<ResourceType> selectedResourceType{objectWillChange, ResourceType::folder};
+    Published<std::string> resourceName{objectWillChange};
+    /// A path, a web address or a command. Typed addresses go through `setPath`.
+    Published<std::string> resourcePath{objectWillChange};
+    Published<bool> enabledByDefault{objectWillChange, true};
+
+    /// Chooses a tile, also the one that is chosen already: what was typed is gone.
+    void select(ResourceType type);
+    /// What was typed as address or command. A valid address gives its host as the name, while
+    /// there is none.
+    void setPath(const std::string& text);
+    /// Lets the user choose the file, folder or application.
+    void pick();
+
+    bool canAdd() const;
+    /// Adds the resource, with a bookmark where its file exists; nothing where `canAdd` is false.
+    void add();
+
+    /// The heading of the input, its prompt, and what the picker's button says.
+    std::string_view pathHeading() const;
+    std::string_view pathPrompt() const;
+    std::string pickerTitle() const;
+    std::string_view pickerSymbol() const;
+    /// The line under an address or a command; empty where there is none.
+    std::string_view statusText() const;
+    bool isStatusValid() const { return isValidURL(resourcePath); }
+
+    static bool isValidURL(std::string_view text);
+
+private:
+    void takePicked(const Url& url);
+
+    const Uuid workspaceId_;
+    WorkspaceStore& store_;
+    BookmarkManager& bookmarks_;
+    const Platform& platform_;
+};
+
+/// The raw value with its first letter in capitals.
+std::string tileTitle(ResourceType type);
+
+} // namespace corvane

@@ -1,0 +1,46 @@
+#include "ui/AppIcons.h"
+
+#include "foundation/Text.h"
+#include "platform/Platform.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr std::string_view applicationFolders[]{"/Applications/", "/System/Applications/",
+                                                "/Applications/Utilities/",
+                                                "/System/Applications/Utilities/"};
+
+std::optional<Url> runningBundle(const std::string& name, const Applications& applications) {
+    const auto wanted = text::lowercased(name);
+    for (const auto& application : applications.runningApplications()) {
+        if (!application.localizedName || !application.bundleURL) continue;
+        const auto shown = text::lowercased(*application.localizedName);
+        const bool isAlike =
+            shown.find(wanted) != std::string::npos || wanted.find(shown) != std::string::npos;
+        if (isAlike) return application.bundleURL;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+std::optional<std::string> appIconForName(const std::string& name, const Platform& platform) {
+    const auto icon = [&](const std::string& path) { return platform.images.iconForFile(path); };
+    for (const auto folder : applicationFolders) {
+        const auto path = std::string(folder) + name + ".app";
+        if (!platform.fileSystem.exists(path)) continue;
+        if (auto found = icon(path)) return found;
+    }
+    const auto& applications = platform.applications;
+    if (const auto url = applications.urlForApplication(name)) {
+        if (auto found = icon(url->path())) return found;
+    }
+    if (const auto url = runningBundle(name, applications)) {
+        if (auto found = icon(url->path())) return found;
+    }
+    const auto urls = applications.urlsForApplications(name);
+    return urls.empty() ? std::nullopt : icon(urls.front().path());
+}
+
+} // namespace corvane

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "foundation/Url.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace corvane {
+
+class MainQueue;
+class ResourceManagement;
+
+/// What a drag carries.
+struct DropInfo {
+    /// The items that are file URLs, as bytes of a URL each.
+    std::vector<std::string> fileUrls;
+    /// The first text; absent where there is none.
+    std::optional<std::string> text;
+
+    bool hasFileURL() const { return !fileUrls.empty(); }
+    bool hasText() const { return text.has_value(); }
+};
+
+enum class DropOperation { copy, move };
+
+/// Takes files and applications that are dropped on the list: each becomes a resource at its end.
+/// List and queue outlive it. Main thread.
+class ResourceDropDelegate {
+public:
+    ResourceDropDelegate(ResourceManagement& list, MainQueue& mainQueue)
+        : list_(list), mainQueue_(mainQueue) {}
+
+    bool validateDrop(const DropInfo& info) const { return info.hasFileURL(); }
+    void dropEntered(const DropInfo& info);
+    std::optional<DropOperation> dropUpdated(const DropInfo& info) const;
+    void dropExited();
+    bool performDrop(const DropInfo& info);
+
+private:
+    ResourceManagement& list_;
+    MainQueue& mainQueue_;
+};
+
+/// Takes a row that is dropped on the row at `targetIndex`. A row's drag is the decimal text of its
+/// index and nothing else. List and queue outlive it. Main thread.
+class ResourceReorderDelegate {
+public:
+    ResourceReorderDelegate(ResourceManagement& list, MainQueue& mainQueue, std::size_t targetIndex)
+        : list_(list), mainQueue_(mainQueue), targetIndex_(targetIndex) {}
+
+    bool validateDrop(const DropInfo& info) const { return isReorder(info); }
+    void dropEntered(const DropInfo& info);
+    std::optional<DropOperation> dropUpdated(const DropInfo& info) const;
+    void dropExited();
+    bool performDrop(const DropInfo& info);
+
+private:
+    static bool isReorder(const DropInfo& info) { return info.hasText() && !info.hasFileURL(); }
+
+    ResourceManagement& list_;
+    MainQueue& mainQueue_;
+    std::size_t targetIndex_;
+};
+
+/// The whole text as a base-10 integer, with an optional sign and no blanks.
+std::optional<long long> decimalInteger(const std::string& text);
+
+} // namespace corvane
