@@ -1,0 +1,153 @@
+#include "core/StoreScene.h"
+#include "ui/AppIcons.h"
+#include "ui/ResourceDrops.h"
+#include "ui/ResourceManagement.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+using enum ResourceType;
+
+class ResourceList : public testing::Test {
+protected:
+    StoreScene scene;
+    SimulatedDesktop& desktop = scene.desktop;
+    Workspace work =
+        scene.workspace("Work", {scene.resource("a"), scene.resource("b", "", separator),
+                                 scene.resource("c", "make", terminal),
+                                 scene.resource("d", "/Applications/Pad.app", application)});
+    WorkspaceStore& store = startStore();
+    ResourceManagement list{work.id, store, scene.platform};
+
+    std::string names() const { return described(store.workspaces); }
+    const Resource& resource(std::size_t index) const {
+        return store.workspaces->front().resources[index];
+    }
+    std::string chips(std::size_t index) const {
+        std::string text;
+        for (const auto& chip : list.rows()[index].chips)
+            text += chip.appName + (chip.isDefault ? "* " : " ");
+        return text;
+    }
+
+private:
+    WorkspaceStore& startStore() {
+        desktop.install({.path = "/Applications/Pad.app", .bundleIdentifier = "com.example.pad"});
+        desktop.defaultHandlers["txt"] = "/Applications/Pad.app";
+        scene.writeFile({work});
+        return scene.start();
+    }
+};
+
+TEST_F(ResourceList, rowsShowApplicationsAndWhatRuns) {
+    store.addAssociatedApp(work.resources[0].id, "Quill", work.id);
+    EXPECT_EQ(chips(0), "Pad* Quill ");
+    EXPECT_EQ(chips(1), "");
+    EXPECT_EQ(chips(2), "Terminal* ");
+    EXPECT_EQ(chips(3), "");
+    EXPECT_EQ(separatorTitle({.type = separator}), "Section");
+
+    list.pressPlay(2);
+    EXPECT_TRUE(list.rows()[2].isRunning);
+    EXPECT_EQ(playTooltip(list.rows()[2]), "Stop c");
+    list.pressPlay(2);
+    EXPECT_FALSE(list.rows()[2].isRunning);
+    list.toggleEnabled(2);
+    EXPECT_FALSE(list.rows()[2].enabled);
+    list.pressPlay(2);
+    EXPECT_TRUE(list.rows()[2].isRunning);
+}
+
+TEST_F(ResourceList, editsReachTheStoreAndAStrayRowChangesNothing) {
+    list.addSeparator();
+    EXPECT_EQ(resource(4).name, "Separator - click to rename");
+    list.rename(1, "");
+    EXPECT_EQ(resource(1).name, "");
+    list.removeRow(0);
+    EXPECT_EQ(names(), "Work( c d Separator - click to rename)");
+    const int saves = scene.saves();
+    list.removeRow(9);
+    list.rename(9, "x");
+    list.toggleEnabled(9);
+    list.pressPlay(9);
+    list.moveRow(0, 9);
+    list.removeApplication(0, "Quill");
+    store.deleteWorkspace(work.id);
+    list.addSeparator();
+    EXPECT_TRUE(list.rows().empty());
+    EXPECT_EQ(scene.saves(), saves + 1);
+}
+
+TEST_F(ResourceList, aChosenApplicationIsAddedOnceByItsName) {
+    desktop.panels.choices["Choose Application"] = "/Applications/Pad.app";
+    list.chooseApplication(0);
+    desktop.runUntilIdle();
+    EXPECT_EQ(resource(0).associatedApps, std::vector<std::string>{"Pad"});
+    EXPECT_EQ(desktop.panels.openPanels.back().directory, "/Applications");
+    list.chooseApplication(0);
+    desktop.runUntilIdle();
+    EXPECT_EQ(desktop.logged("alert"), "alert Duplicate App");
+    EXPECT_EQ(resource(0).associatedApps.size(), 1u);
+    desktop.panels.choices.clear();
+    list.chooseApplication(2);
+    desktop.runUntilIdle();
+    EXPECT_TRUE(resource(2).associatedApps.empty());
+}
+
+TEST_F(ResourceList, filesThatAreDroppedBecomeResourcesAtTheEnd) {
+    ResourceDropDelegate panel(list, desktop.queue);
+    const DropInfo files{.fileUrls = {"file:///x/one.txt", "not a url", "https://a.test/",
+                                      "file:///Applications/Pad.app"},
+                         .text = "2"};
+    EXPECT_FALSE(panel.validateDrop({.text = "2"}));
+    EXPECT_TRUE(panel.validateDrop(files));
+    panel.dropEntered({.text = "2"});
+    EXPECT_FALSE(list.isAddResourceDropTarget);
+    panel.dropEntered(files);
+    EXPECT_TRUE(list.isAddResourceDropTarget);
+    EXPECT_EQ(panel.dropUpdated(files), DropOperation::copy);
+    EXPECT_FALSE(panel.performDrop({.text = "2"}));
+    EXPECT_TRUE(panel.performDrop(files));
+    desktop.runUntilIdle();
+    EXPECT_EQ(names(), "Work(a b c d one.txt Pad)");
+    EXPECT_EQ(resource(5).type, application);
+    EXPECT_FALSE(list.isAddResourceDropTarget);
+}
+
+TEST_F(ResourceList, aRowThatIsDroppedEndsWhereItWasDropped) {
+    const struct {
+        const char* text;
+        std::size_t target;
+        const char* order;
+        bool isMove;
+    } cases[]{
+        {"0", 2, "Work(b c a d)", true},     {"3", 1, "Work(a d b c)", true},
+        {"1", 1, "Work(a b c d)", true},     {"+0", 3, "Work(b c d a)", true},
+        {"9", 0, "Work(a b c d)", true},     {"-1", 0, "Work(a b c d)", false},
+        {" 1", 0, "Work(a b c d)", false},   {"1.0", 0, "Work(a b c d)", false},
+        {"", 0, "Work(a b c d)", false},     {"99999999999999999999", 0, "Work(a b c d)", false},
+        {"\xff", 0, "Work(a b c d)", false},
+    };
+    for (const auto& [text, target, order, isMove] : cases) {
+        store.updateWorkspace(work);
+        ResourceReorderDelegate row(list, desktop.queue, target);
+        const DropInfo info{.text = text};
+        row.dropEntered(info);
+        EXPECT_TRUE(list.dropTargetIndexes->contains(target));
+        EXPECT_TRUE(row.performDrop(info));
+        desktop.runUntilIdle();
+        EXPECT_EQ(names(), order) << text;
+        EXPECT_EQ(list.dropTargetIndexes->contains(target), !isMove) << text;
+        row.dropExited();
+    }
+    const DropInfo file{.fileUrls = {"file:///x"}, .text = "0"};
+    ResourceReorderDelegate row(list, desktop.queue, 0);
+    EXPECT_FALSE(row.validateDrop(file));
+    EXPECT_FALSE(row.performDrop(file));
+    EXPECT_EQ(row.dropUpdated(file), std::nullopt);
+}
+
+} // namespace
+} // namespace corvane
