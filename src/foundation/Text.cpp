@@ -11,6 +11,7 @@
 #include <unicode/coll.h>
 #include <unicode/locid.h>
 #include <unicode/normalizer2.h>
+#include <unicode/sortkey.h>
 #include <unicode/stsearch.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
@@ -169,6 +170,26 @@ bool localizedContainsIgnoringCase(std::string_view text, std::string_view part)
 
 bool containsIgnoringCaseAndDiacritics(std::string_view text, std::string_view part) {
     return collatorContains(text, part, icu::Collator::PRIMARY, icu::Locale::getRoot());
+}
+
+std::vector<std::string> localizedSortKeys(const std::vector<std::string>& texts) {
+    UErrorCode status = U_ZERO_ERROR;
+    const auto user = icu::Locale::getDefault();
+    // Without the variant POSIX, the order of which is that of the bytes.
+    const icu::Locale locale(user.getLanguage(), user.getCountry());
+    const std::unique_ptr<icu::Collator> collator(icu::Collator::createInstance(locale, status));
+    if (U_FAILURE(status)) return texts;
+    collator->setStrength(icu::Collator::SECONDARY);
+    collator->setAttribute(UCOL_NUMERIC_COLLATION, UCOL_ON, status);
+    std::vector<std::string> keys;
+    for (const auto& text : texts) {
+        icu::CollationKey key;
+        collator->getCollationKey(toUnicode(text), key, status);
+        std::int32_t size = 0;
+        const auto* bytes = reinterpret_cast<const char*>(key.getByteArray(size));
+        keys.emplace_back(bytes, static_cast<std::size_t>(size));
+    }
+    return keys;
 }
 
 std::vector<std::string> split(std::string_view text, char separator) {

@@ -40,6 +40,10 @@ bool localizedContainsIgnoringCase(std::string_view text, std::string_view part)
 /// The same, ignoring case and diacritics.
 bool containsIgnoringCaseAndDiacritics(std::string_view text, std::string_view part);
 
+/// For each text a key; the order of the keys' bytes is the texts' order in the user's locale, case
+/// ignored, numbers by their value.
+std::vector<std::string> localizedSortKeys(const std::vector<std::string>& texts);
+
 /// The pieces between each single `separator`; empty pieces are kept.
 std::vector<std::string> split(std::string_view text, char separator);
 

@@ -10,6 +10,7 @@
 #include "linux/LinuxClock.h"
 #include "linux/LinuxDisplays.h"
 #include "linux/LinuxFileSystem.h"
+#include "linux/LinuxImages.h"
 #include "linux/LinuxMetadataQuery.h"
 #include "linux/LinuxScriptEngine.h"
 #include "linux/LinuxTaskRunner.h"
@@ -33,6 +34,7 @@ struct LinuxDesktop::Facilities {
     LinuxFileSystem files{catalogue};
     LinuxUserDefaults defaults{files, clock};
     LinuxBundles bundles{catalogue};
+    LinuxImages images{catalogue};
     LinuxBookmarks bookmarks{catalogue};
     LinuxApplications applications{opener, running};
     LinuxTaskRunner tasks{opener};
@@ -75,7 +77,8 @@ Platform LinuxDesktop::platform() {
             .application = facilities.toolkit.application,
             .appearance = facilities.toolkit.appearance,
             .bookmarks = facilities.bookmarks,
-            .panels = facilities.toolkit.panels};
+            .panels = facilities.toolkit.panels,
+            .images = facilities.images};
 }
 
 } // namespace corvane

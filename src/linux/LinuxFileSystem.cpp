@@ -12,6 +12,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace corvane {
 namespace {
@@ -76,11 +77,17 @@ void syncTree(const std::string& root) {
     sync(root);
 }
 
+EntryKind kindOf(const fs::directory_entry& entry) {
+    std::error_code error;
+    if (entry.is_directory(error)) return EntryKind::folder;
+    return entry.is_regular_file(error) ? EntryKind::file : EntryKind::other;
+}
+
 } // namespace
 
 LinuxFileSystem::LinuxFileSystem(const Catalogue& catalogue)
     : catalogue_(catalogue), applicationSupport_(userFolders::data()),
-      documents_(userFolders::documents()) {}
+      documents_(userFolders::documents()), home_(userFolders::home()) {}
 
 bool LinuxFileSystem::exists(const std::string& path) const {
     struct stat info {};
@@ -93,6 +100,30 @@ bool LinuxFileSystem::isDirectory(const std::string& path) const {
     if (!isUsable(path)) return false;
     if (::stat(path.c_str(), &info) == 0) return S_ISDIR(info.st_mode);
     return catalogue_.byBundlePath(path).has_value();
+}
+
+bool LinuxFileSystem::isWritable(const std::string& path) const {
+    const int modes = isDirectory(path) ? W_OK | X_OK : W_OK;
+    return isUsable(path) && ::faccessat(AT_FDCWD, path.c_str(), modes, AT_EACCESS) == 0;
+}
+
+Result<std::vector<DirectoryEntry>>
+LinuxFileSystem::contentsOfDirectory(const std::string& path) const {
+    if (!isUsable(path)) return unusable("read", path);
+    std::vector<DirectoryEntry> entries;
+    const bool isApplications = path == "/Applications" || path == "/Applications/";
+    if (isApplications) {
+        for (const auto& application : catalogue_.shown())
+            entries.push_back(
+                {path::lastComponent(application.bundlePath), EntryKind::application});
+    }
+    std::error_code error;
+    fs::directory_iterator entry(path, error);
+    for (const fs::directory_iterator end; !error && entry != end; entry.increment(error))
+        entries.push_back({entry->path().filename(), kindOf(*entry)});
+    // The machine needn't have such a folder of its own.
+    if (error && !isApplications) return fileError("read", path, error.message());
+    return entries;
 }
 
 Result<std::string> LinuxFileSystem::readFile(const std::string& path) const {

@@ -15,8 +15,11 @@ public:
 
     std::string applicationSupportDirectory() const override { return applicationSupport_; }
     std::string documentsDirectory() const override { return documents_; }
+    std::string homeDirectory() const override { return home_; }
     bool exists(const std::string& path) const override;
     bool isDirectory(const std::string& path) const override;
+    bool isWritable(const std::string& path) const override;
+    Result<std::vector<DirectoryEntry>> contentsOfDirectory(const std::string& path) const override;
     Result<std::string> readFile(const std::string& path) const override;
     std::optional<Error> writeFile(const std::string& path, std::string_view bytes) override;
     std::optional<Error> createDirectory(const std::string& path) override;
@@ -28,6 +31,7 @@ private:
     const Catalogue& catalogue_;
     std::string applicationSupport_;
     std::string documents_;
+    std::string home_;
 };
 
 } // namespace corvane

@@ -12,7 +12,7 @@ std::string withoutTrailingSlash(std::string path) {
 }
 
 std::string inHome(const std::string& relative) {
-    return withoutTrailingSlash(gio::text(g_get_home_dir())) + "/" + relative;
+    return home() + "/" + relative;
 }
 
 /// The conventions say that a relative path is to be ignored.
@@ -22,6 +22,10 @@ std::string fromEnvironment(const char* variable, const std::string& fallback) {
 }
 
 } // namespace
+
+std::string home() {
+    return withoutTrailingSlash(gio::text(g_get_home_dir()));
+}
 
 std::string data() {
     return fromEnvironment("XDG_DATA_HOME", ".local/share");

@@ -6,6 +6,8 @@
 /// with no trailing "/"; they needn't exist.
 namespace corvane::userFolders {
 
+/// $HOME, else what the user database says.
+std::string home();
 /// $XDG_DATA_HOME, else ~/.local/share.
 std::string data();
 /// $XDG_CONFIG_HOME, else ~/.config.

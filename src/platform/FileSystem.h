@@ -5,8 +5,26 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace corvane {
+
+enum class EntryKind {
+    file,
+    folder,
+    /// The bundle of an installed application.
+    application,
+    /// A pipe, a device, or a symbolic link to nothing.
+    other,
+};
+
+/// What stands in a folder. Symbolic links are followed.
+struct DirectoryEntry {
+    std::string name;
+    EntryKind kind = EntryKind::file;
+
+    bool operator==(const DirectoryEntry&) const = default;
+};
 
 /// NSFileManager, and the reading and writing of whole files. Paths are absolute. The paths of
 /// installed applications' bundles exist like files. Any thread.
@@ -14,14 +32,21 @@ class FileSystem {
 public:
     virtual ~FileSystem() = default;
 
-    /// URLsForDirectory: Application Support and Documents of the user. No trailing "/"; the
-    /// folders needn't exist.
+    /// URLsForDirectory: Application Support and Documents of the user, and NSHomeDirectory. No
+    /// trailing "/"; the folders needn't exist.
     virtual std::string applicationSupportDirectory() const = 0;
     virtual std::string documentsDirectory() const = 0;
+    virtual std::string homeDirectory() const = 0;
 
     /// Whether something stands at the path, symbolic links followed.
     virtual bool exists(const std::string& path) const = 0;
     virtual bool isDirectory(const std::string& path) const = 0;
+    /// isWritableFileAtPath: of a folder, whether something can be made in it.
+    virtual bool isWritable(const std::string& path) const = 0;
+    /// contentsOfDirectoryAtPath: in no order, hidden entries included. The folder "/Applications"
+    /// can always be read, and holds the installed applications that the desktop shows.
+    virtual Result<std::vector<DirectoryEntry>>
+    contentsOfDirectory(const std::string& path) const = 0;
 
     /// The whole content. An error for what isn't a readable regular file.
     virtual Result<std::string> readFile(const std::string& path) const = 0;

@@ -2,6 +2,7 @@
 
 #include "foundation/Url.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -16,6 +17,8 @@ struct SavePanel {
     std::string message = {};
     std::string proposedName = {};
     PanelContent content = PanelContent::json;
+    /// Where the user starts; the panel's own choice where empty.
+    std::string directory = {};
 
     bool operator==(const SavePanel&) const = default;
 };
@@ -25,18 +28,24 @@ struct OpenPanel {
     std::string title = {};
     std::string message = {};
     PanelContent content = PanelContent::json;
+    /// Where the user starts; the panel's own choice where empty.
+    std::string directory = {};
 
     bool operator==(const OpenPanel&) const = default;
 };
 
-/// File panels. Main thread; both return when the user has answered, with a file URL, or with
-/// nothing after a cancel.
+/// File panels. Main thread. The answer is a file URL, or nothing after a cancel.
 class Panels {
 public:
     virtual ~Panels() = default;
-    /// Asks before it gives the URL of a file that is there already.
+    /// Both return when the user has answered. Asks before it gives the URL of a file that is
+    /// there already.
     virtual std::optional<Url> runSavePanel(const SavePanel& panel) = 0;
     virtual std::optional<Url> runOpenPanel(const OpenPanel& panel) = 0;
+    /// beginWithCompletionHandler: returns at once, and blocks no window. `completion` is called
+    /// once, later, but never when the program ends first.
+    virtual void beginOpenPanel(const OpenPanel& panel,
+                                std::function<void(std::optional<Url>)> completion) = 0;
 };
 
 } // namespace corvane

@@ -9,6 +9,7 @@
 #include "platform/Bundles.h"
 #include "platform/Displays.h"
 #include "platform/FileSystem.h"
+#include "platform/Images.h"
 #include "platform/MainQueue.h"
 #include "platform/MetadataQuery.h"
 #include "platform/NotificationCenter.h"
@@ -44,6 +45,7 @@ struct Platform {
     Appearance& appearance;
     Bookmarks& bookmarks;
     Panels& panels;
+    Images& images;
 };
 
 } // namespace corvane

@@ -9,6 +9,7 @@ class NoPanels final : public Panels {
 public:
     std::optional<Url> runSavePanel(const SavePanel&) override { return std::nullopt; }
     std::optional<Url> runOpenPanel(const OpenPanel&) override { return std::nullopt; }
+    void beginOpenPanel(const OpenPanel&, std::function<void(std::optional<Url>)>) override {}
 };
 
 } // namespace corvane

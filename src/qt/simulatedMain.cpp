@@ -103,7 +103,8 @@ int main(int argc, char** argv) {
                       .application = mainWindows,
                       .appearance = appearance,
                       .bookmarks = simulated.bookmarks,
-                      .panels = simulated.panels};
+                      .panels = simulated.panels,
+                      .images = simulated.images};
     // What the desktop itself does later is done in step with the time of the wall.
     QTimer steps;
     constexpr int stepInMilliseconds = 20;

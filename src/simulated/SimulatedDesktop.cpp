@@ -39,7 +39,10 @@ const SimulatedApplication* findByPath(const SimulatedDesktop& desktop, std::str
     return found == desktop.applications.end() ? nullptr : &*found;
 }
 
-class SimulatedApplications : public Applications, public Bundles, public MetadataQuery {
+class SimulatedApplications : public Applications,
+                              public Bundles,
+                              public MetadataQuery,
+                              public Images {
 public:
     explicit SimulatedApplications(SimulatedDesktop& desktop) : desktop_(desktop) {}
 
@@ -119,6 +122,11 @@ public:
         if (!application) return std::nullopt;
         return Bundle{application->bundleIdentifier, application->displayName,
                       application->bundleName};
+    }
+
+    std::optional<std::string> iconForFile(const std::string& path) const override {
+        const auto* application = findByPath(desktop_, path);
+        return application ? application->icon : std::nullopt;
     }
 
     std::string mainBundleIdentifier() const override { return std::string(mainBundle); }
@@ -336,7 +344,8 @@ Platform SimulatedDesktop::platform(FileSystem& elsewhere, Bookmarks& bookmarksE
             .application = facilities.application,
             .appearance = facilities.application,
             .bookmarks = bookmarksElsewhere,
-            .panels = panels};
+            .panels = panels,
+            .images = facilities.applications};
 }
 
 std::string SimulatedDesktop::logged(std::string_view prefix) const {

@@ -21,6 +21,8 @@ struct SimulatedApplication {
     std::optional<std::string> bundleIdentifier = {};
     std::optional<std::string> displayName = {};
     std::optional<std::string> bundleName = {};
+    /// As Images gives icons.
+    std::optional<std::string> icon = {};
     /// Whether the `mdfind` of the desktop knows it, under its display name.
     bool isIndexed = true;
     /// What opening something with this application ends in; it opens where empty.
@@ -109,7 +111,7 @@ public:
     std::vector<Alert> shownAlerts;
 
     /// What the user chooses in file panels.
-    SimulatedPanels panels{log};
+    SimulatedPanels panels{log, queue};
 
     /// Displays, and the windows of all applications.
     SimulatedScreen screen{queue, log};

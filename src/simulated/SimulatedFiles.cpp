@@ -1,5 +1,7 @@
 #include "simulated/SimulatedFiles.h"
 
+#include "foundation/Url.h"
+
 #include <algorithm>
 
 namespace corvane {
@@ -34,7 +36,7 @@ Error refusal(std::string_view what, const std::string& path) {
 } // namespace
 
 bool SimulatedFiles::isDirectory(const std::string& path) const {
-    if (directories.contains(path)) return true;
+    if (directories.contains(path) || path == "/") return true;
     const auto below = path + "/";
     const auto directory = directories.lower_bound(below);
     if (directory != directories.end() && directory->starts_with(below)) return true;
@@ -44,6 +46,37 @@ bool SimulatedFiles::isDirectory(const std::string& path) const {
 
 bool SimulatedFiles::exists(const std::string& path) const {
     return contents.contains(path) || isDirectory(path);
+}
+
+bool SimulatedFiles::isWritable(const std::string& path) const {
+    return exists(path) && !covers(unwritable, path);
+}
+
+Result<std::vector<DirectoryEntry>>
+SimulatedFiles::contentsOfDirectory(const std::string& path) const {
+    constexpr auto applications = "/Applications";
+    if (covers(unreadable, path)) return refusal("read", path);
+    if (!isDirectory(path) && path != applications)
+        return Error{"There is no folder “" + path + "”."};
+    const auto below = path::join(path, "");
+    std::set<std::string> names;
+    const auto add = [&](const std::string& other) {
+        if (other.size() <= below.size() || !other.starts_with(below)) return;
+        names.insert(other.substr(below.size(), other.find('/', below.size()) - below.size()));
+    };
+    for (const auto& [file, content] : contents)
+        add(file);
+    for (const auto& directory : directories)
+        add(directory);
+    std::vector<DirectoryEntry> entries;
+    for (const auto& name : names) {
+        const bool isFolder = isDirectory(path::join(path, name));
+        const bool isBundle = isFolder && path == applications && name.ends_with(".app");
+        entries.push_back({name, isBundle   ? EntryKind::application
+                                 : isFolder ? EntryKind::folder
+                                            : EntryKind::file});
+    }
+    return entries;
 }
 
 Result<std::string> SimulatedFiles::readFile(const std::string& path) const {

@@ -1,5 +1,9 @@
 #include "simulated/SimulatedPanels.h"
 
+#include "platform/MainQueue.h"
+
+#include <utility>
+
 namespace corvane {
 
 std::optional<Url> SimulatedPanels::runSavePanel(const SavePanel& panel) {
@@ -10,6 +14,12 @@ std::optional<Url> SimulatedPanels::runSavePanel(const SavePanel& panel) {
 std::optional<Url> SimulatedPanels::runOpenPanel(const OpenPanel& panel) {
     openPanels.push_back(panel);
     return choose(panel.title);
+}
+
+void SimulatedPanels::beginOpenPanel(const OpenPanel& panel,
+                                     std::function<void(std::optional<Url>)> completion) {
+    queue_.async(
+        [completion = std::move(completion), chosen = runOpenPanel(panel)] { completion(chosen); });
 }
 
 std::optional<Url> SimulatedPanels::choose(const std::string& title) {

@@ -8,10 +8,12 @@
 
 namespace corvane {
 
+class MainQueue;
+
 /// File panels with a scripted user. Each panel goes into the log as "panel Title".
 class SimulatedPanels : public Panels {
 public:
-    explicit SimulatedPanels(std::vector<std::string>& log) : log_(log) {}
+    SimulatedPanels(std::vector<std::string>& log, MainQueue& queue) : log_(log), queue_(queue) {}
 
     /// The paths that the user chooses, by the panel's title; a panel that isn't named is
     /// cancelled.
@@ -22,11 +24,14 @@ public:
 
     std::optional<Url> runSavePanel(const SavePanel& panel) override;
     std::optional<Url> runOpenPanel(const OpenPanel& panel) override;
+    void beginOpenPanel(const OpenPanel& panel,
+                        std::function<void(std::optional<Url>)> completion) override;
 
 private:
     std::optional<Url> choose(const std::string& title);
 
     std::vector<std::string>& log_;
+    MainQueue& queue_;
 };
 
 } // namespace corvane

@@ -33,7 +33,8 @@ Platform withWindows(SimulatedDesktop& desktop, MainWindows& windows) {
             .application = windows,
             .appearance = given.appearance,
             .bookmarks = given.bookmarks,
-            .panels = given.panels};
+            .panels = given.panels,
+            .images = given.images};
 }
 
 void collect(QAccessibleInterface* element, std::vector<QAccessibleInterface*>& found) {

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/Images.h"
+
+namespace corvane {
+
+class Catalogue;
+
+/// The icons that desktop entries name for applications, and the system's content types for files.
+class LinuxImages final : public Images {
+public:
+    explicit LinuxImages(const Catalogue& catalogue) : catalogue_(catalogue) {}
+
+    std::optional<std::string> iconForFile(const std::string& path) const override;
+
+private:
+    const Catalogue& catalogue_;
+};
+
+} // namespace corvane
