@@ -1,7 +1,10 @@
 #include "qt/Face.h"
 
+#include "qt/IconProvider.h"
+
 #include <QFont>
 #include <QGuiApplication>
+#include <QIcon>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickStyle>
@@ -23,10 +26,13 @@ void nameApplication(QGuiApplication& application) {
     QFont font("Inter");
     font.setPixelSize(13);
     application.setFont(font);
+    // Small desktops name no theme, though its icons are there.
+    QIcon::setFallbackThemeName("Adwaita");
 }
 
 void addViews(QQmlEngine& engine) {
     engine.addImportPath("qrc:/qt/qml");
+    engine.addImageProvider("icon", new IconProvider);
 }
 
 std::unique_ptr<QQuickWindow> makeWindow(QQmlEngine& engine, const QString& view,

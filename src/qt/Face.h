@@ -15,7 +15,7 @@ namespace corvane {
 void prepareApplication();
 void nameApplication(QGuiApplication& application);
 
-/// Lets an engine find the program's views. Before it loads one.
+/// Lets an engine find the program's views and the desktop's icons. Before it loads a view.
 void addViews(QQmlEngine& engine);
 
 /// A new window of one of the views, not yet shown. Ends the program where the view can't be

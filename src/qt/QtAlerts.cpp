@@ -5,6 +5,7 @@
 #include "qt/MainWindows.h"
 
 #include <QEventLoop>
+#include <QGuiApplication>
 #include <QQuickWindow>
 #include <algorithm>
 
@@ -29,7 +30,8 @@ void QtAlerts::show(const Alert& alert, Qt::WindowModality modality,
     model.release()->setParent(window);
     up_.push_back(std::move(made));
     window->setModality(modality);
-    window->setTransientParent(mainWindows_.front());
+    auto* asking = modality == Qt::ApplicationModal ? QGuiApplication::modalWindow() : nullptr;
+    window->setTransientParent(asking ? asking : mainWindows_.front());
     window->setMinimumSize(window->size());
     window->setMaximumSize(window->size());
     window->show();

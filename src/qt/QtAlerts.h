@@ -14,7 +14,8 @@ namespace corvane {
 
 class MainWindows;
 
-/// Alerts as windows of the program, over its main window where there is one.
+/// Alerts as windows of the program, over the modal window that asks, or else over its main window
+/// where there is one.
 class QtAlerts final : public QObject, public Alerts {
 public:
     /// Both outlive the alerts.

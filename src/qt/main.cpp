@@ -1,10 +1,10 @@
 #include "linux/LinuxDesktop.h"
 #include "qt/Face.h"
 #include "qt/MainWindows.h"
-#include "qt/NoPanels.h"
 #include "qt/QtAlerts.h"
 #include "qt/QtAppearance.h"
 #include "qt/QtMainQueue.h"
+#include "qt/QtPanels.h"
 #include "shell/CorvaneApp.h"
 
 #include <QGuiApplication>
@@ -21,9 +21,10 @@ int main(int argc, char** argv) {
     addViews(engine);
     MainWindows mainWindows(engine);
     QtAlerts alerts(engine, mainWindows);
-    NoPanels panels;
+    QtPanels panels(engine, mainWindows);
     LinuxDesktop desktop({mainQueue, alerts, mainWindows, appearance, panels});
     auto platform = desktop.platform();
+    panels.serve(platform);
     CorvaneApp app(platform);
     mainWindows.serve(app);
     mainWindows.openMainWindow();

@@ -4,6 +4,7 @@
 #include "qt/QtAlerts.h"
 #include "qt/QtAppearance.h"
 #include "qt/QtMainQueue.h"
+#include "qt/QtPanels.h"
 #include "shell/CorvaneApp.h"
 #include "simulated/SimulatedDesktop.h"
 
@@ -18,18 +19,20 @@ namespace {
 struct MadeUp {
     const char* name;
     const char* identifier;
+    const char* icon;
 };
 
-constexpr MadeUp applications[]{{"Quill", "com.example.quill"},
-                                {"Ledger", "com.example.ledger"},
-                                {"Postbox", "com.example.postbox"},
-                                {"Atlas Browser", "com.example.atlas"},
-                                {"Easel", "com.example.easel"}};
+constexpr MadeUp applications[]{{"Quill", "com.example.quill", "accessories-text-editor"},
+                                {"Ledger", "com.example.ledger", "x-office-spreadsheet"},
+                                {"Postbox", "com.example.postbox", "emblem-mail"},
+                                {"Atlas Browser", "com.example.atlas", "web-browser"},
+                                {"Easel", "com.example.easel", "applications-graphics"}};
 
 void furnish(SimulatedDesktop& desktop) {
-    for (const auto& [name, identifier] : applications) {
+    for (const auto& [name, identifier, icon] : applications) {
         const auto path = std::string("/Applications/") + name + ".app";
-        desktop.install({.path = path, .bundleIdentifier = identifier, .displayName = name});
+        desktop.install(
+            {.path = path, .bundleIdentifier = identifier, .displayName = name, .icon = icon});
     }
     desktop.install({.path = "/System/Library/CoreServices/Finder.app",
                      .bundleIdentifier = "com.apple.finder",
@@ -77,6 +80,7 @@ int main(int argc, char** argv) {
     addViews(engine);
     MainWindows mainWindows(engine);
     QtAlerts alerts(engine, mainWindows);
+    QtPanels panels(engine, mainWindows);
 
     SimulatedDesktop desktop;
     furnish(desktop);
@@ -103,8 +107,9 @@ int main(int argc, char** argv) {
                       .application = mainWindows,
                       .appearance = appearance,
                       .bookmarks = simulated.bookmarks,
-                      .panels = simulated.panels,
+                      .panels = panels,
                       .images = simulated.images};
+    panels.serve(platform);
     // What the desktop itself does later is done in step with the time of the wall.
     QTimer steps;
     constexpr int stepInMilliseconds = 20;

@@ -106,8 +106,9 @@ std::vector<PanelPlace> FilePanel::ancestors() const {
 
 std::vector<PanelPlace> FilePanel::shortcuts() const {
     if (content_ == PanelContent::application)
-        return {{"Applications", std::string(applicationsFolder)}};
-    return {{"Home", fileSystem_.homeDirectory()}, {"Documents", fileSystem_.documentsDirectory()}};
+        return {{"Applications", std::string(applicationsFolder), "app"}};
+    return {{"Home", fileSystem_.homeDirectory(), "house"},
+            {"Documents", fileSystem_.documentsDirectory(), "doc"}};
 }
 
 std::string FilePanel::titleOf(const DirectoryEntry& entry) {

@@ -18,6 +18,8 @@ class Alerts;
 struct PanelPlace {
     std::string title;
     std::string path;
+    /// The name of a symbol.
+    std::string_view symbol = "folder";
 
     bool operator==(const PanelPlace&) const = default;
 };
