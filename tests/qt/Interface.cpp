@@ -3,6 +3,7 @@
 #include "qt/Face.h"
 
 #include <QAccessible>
+#include <QGuiApplication>
 #include <QQuickItem>
 #include <QTest>
 
@@ -44,6 +45,15 @@ void collect(QAccessibleInterface* element, std::vector<QAccessibleInterface*>& 
         collect(element->child(i), found);
 }
 
+/// The newest window that is up.
+QQuickWindow* topWindow() {
+    QQuickWindow* top = nullptr;
+    for (auto* window : QGuiApplication::topLevelWindows()) {
+        if (window->isVisible()) top = qobject_cast<QQuickWindow*>(window);
+    }
+    return top;
+}
+
 std::string nameOf(QAccessibleInterface* element) {
     return element->text(QAccessible::Name).toStdString();
 }
@@ -71,12 +81,12 @@ void Interface::runFor(double seconds) {
     desktop.runFor(seconds);
     QTest::qWait(0);
     // Layouts and positioners take their turn before a frame, which nothing asks for here.
-    if (windows.front()) windows.front()->grabWindow();
+    if (auto* top = topWindow()) top->grabWindow();
 }
 
 std::vector<QAccessibleInterface*> Interface::elements() {
     std::vector<QAccessibleInterface*> found;
-    if (windows.front()) collect(QAccessible::queryAccessibleInterface(windows.front()), found);
+    if (auto* top = topWindow()) collect(QAccessible::queryAccessibleInterface(top), found);
     return found;
 }
 
@@ -115,20 +125,21 @@ bool Interface::isEnabled(const std::string& name) {
 bool Interface::press(const std::string& name, const std::string& inside) {
     auto* element = find(name, inside);
     if (!element) return false;
-    const auto place = windows.front()->mapFromGlobal(element->rect().center());
-    QTest::mouseClick(windows.front(), Qt::LeftButton, Qt::NoModifier, place);
+    auto* top = topWindow();
+    const auto place = top->mapFromGlobal(element->rect().center());
+    QTest::mouseClick(top, Qt::LeftButton, Qt::NoModifier, place);
     runFor(0);
     return true;
 }
 
 void Interface::type(const std::string& text) {
     for (const char letter : text)
-        QTest::keyClick(windows.front(), letter);
+        QTest::keyClick(topWindow(), letter);
     runFor(0);
 }
 
 void Interface::key(Qt::Key key) {
-    QTest::keyClick(windows.front(), key);
+    QTest::keyClick(topWindow(), key);
     runFor(0);
 }
 

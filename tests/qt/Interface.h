@@ -16,8 +16,8 @@ class QAccessibleInterface;
 
 namespace corvane {
 
-/// The program with its real windows on the simulated desktop. Controls are found by what a screen
-/// reader says of them.
+/// The program with its real windows on the simulated desktop. What is shown is the newest window;
+/// its controls are found by what a screen reader says of them.
 class Interface {
 public:
     Interface();
