@@ -1,0 +1,88 @@
+#include "desktop/DesktopTest.h"
+#include "foundation/Json.h"
+
+namespace corvane::desktop {
+namespace {
+
+class ImportExport : public DesktopTest {
+protected:
+    /// Shows the end of the settings, where import and export are.
+    void openSettings() {
+        ASSERT_TRUE(desktop.press("Settings"));
+        const std::string subtitle = "Configure Corvane Workspace Manager";
+        ASSERT_TRUE(comes(subtitle));
+        for (const auto& [name, role, isEnabled, place] : desktop.controls()) {
+            if (name != subtitle) continue;
+            desktop.run({"xdotool", "mousemove", std::to_string(int(place.x)),
+                         std::to_string(int(place.y) + 200), "click", "--repeat", "30", "5"});
+        }
+    }
+    /// Presses the button of that name, and sees the panel come.
+    bool begin(const std::string& button, const std::string& message) {
+        return desktop.press(button) && comes(message);
+    }
+    void type(const std::string& text) { desktop.run({"xdotool", "type", "--delay", "40", text}); }
+    void key(const std::string& name) { desktop.run({"xdotool", "key", name}); }
+    bool goes(const std::string& text) {
+        return comesTrue([&] { return !desktop.shows(text); });
+    }
+    /// Answers the question how to import, and gives the workspaces file.
+    std::string import(const std::string& answered) {
+        EXPECT_TRUE(answer("Found 2 workspace(s). How would you like to import them?", answered));
+        if (answered != "Cancel") {
+            EXPECT_TRUE(answer("Successfully imported 2 workspace(s)!", "OK"));
+        }
+        return readFile(desktop.workspacesFile());
+    }
+};
+
+TEST_F(ImportExport, bringsEveryWorkspaceThroughAFile) {
+    constexpr auto save = "Choose where to save your Corvane workspaces";
+    constexpr auto open = "Select a Corvane workspaces file to import";
+    start({{"Garden", "What \"grows\"", "leaf", {{"Plan ä", "file", desktop.home("plan")}}},
+           {"Office", "", "folder", {}}});
+    openSettings();
+    ASSERT_TRUE(begin("Export Workspaces", save));
+    key("ctrl+a");
+    type("~/Archive/Out");
+    EXPECT_TRUE(comes("There is no folder “" + desktop.home("Archive") + "”."));
+    key("ctrl+a");
+    type("~/Out");
+    key("Return");
+    EXPECT_TRUE(answer("Workspaces exported to: Out.json", "OK"));
+    const auto exported = readFile(desktop.home("Out.json"));
+
+    ASSERT_TRUE(begin("Export Workspaces", save)) << "again, onto the same file";
+    EXPECT_TRUE(desktop.press("Out.json"));
+    EXPECT_TRUE(desktop.press("Save"));
+    EXPECT_TRUE(answer("“Out.json” already exists. Do you want to replace it?", "Cancel"));
+    key("Escape");
+    EXPECT_TRUE(goes(save));
+
+    ASSERT_TRUE(begin("Import Workspaces", open));
+    EXPECT_TRUE(desktop.press("Out.json"));
+    desktop.run({"xdotool", "click", "1"});
+    const auto merged = import("Merge");
+    ASSERT_TRUE(begin("Import Workspaces", open));
+    type("out");
+    key("Return");
+    const auto replaced = import("Replace All");
+    ASSERT_TRUE(begin("Import Workspaces", open));
+    type("~/Out");
+    EXPECT_TRUE(desktop.press("Open"));
+    EXPECT_EQ(import("Cancel"), replaced);
+
+    EXPECT_EQ(json::prettyPrinted(replaced), exported);
+    EXPECT_NE(exported.find("What \\\"grows\\\""), std::string::npos);
+    const auto inside = replaced.substr(1, replaced.size() - 2);
+    EXPECT_EQ(merged, "[" + inside + "," + inside + "]");
+
+    EXPECT_EQ(closeWindow(), 0);
+    desktop.startCorvane();
+    EXPECT_TRUE(comes("Garden") && comes("Office"));
+    EXPECT_EQ(closeWindow(), 0);
+    EXPECT_EQ(readFile(desktop.workspacesFile()), replaced);
+}
+
+} // namespace
+} // namespace corvane::desktop
