@@ -20,8 +20,17 @@ Item {
         onClicked: bar.panel.goUp()
     }
     Flickable {
+        id: visiblePart
+
+        // So that the whole of a step is seen, its focus ring included.
+        function reveal(step: Item) {
+            const left = step.x - 4;
+            const right = step.x + step.width + 4 - width;
+            contentX = Math.max(0, Math.min(left, Math.max(right, contentX)));
+        }
+
         anchors.left: up.right
-        anchors.leftMargin: 8
+        anchors.leftMargin: 4
         anchors.right: parent.right
         height: parent.height
         contentWidth: way.width
@@ -34,7 +43,9 @@ Item {
         Row {
             id: way
 
-            height: parent.height
+            height: bar.height
+            leftPadding: 4
+            rightPadding: 4
 
             Repeater {
                 model: bar.panel.ancestors
@@ -55,11 +66,16 @@ Item {
                         color: Theme.secondaryLabel
                     }
                     ActionButton {
-                        height: parent.height
+                        anchors.verticalCenter: parent.verticalCenter
+                        height: step.height - 2 * 4
                         isPlain: true
                         text: step.modelData
                         tooltip: "Go to " + step.modelData
                         onClicked: bar.panel.goToAncestor(step.index)
+                        onActiveFocusChanged: {
+                            if (activeFocus)
+                                visiblePart.reveal(step);
+                        }
                     }
                 }
             }
