@@ -33,10 +33,12 @@ struct MainWindows::Window {
         : identifier(number), content(app.workspaceStore(), app.platform()),
           header(content.header,
                  [&app] { return newSpaceSheet(app.workspaceStore(), app.platform().clock); }),
-          list(content.list,
-               [&app](const Workspace& workspace) {
-                   return editWorkspaceSheet(workspace, app.workspaceStore(), app.platform().clock);
-               }),
+          list(
+              content.list,
+              [&app](const Workspace& workspace) {
+                  return editWorkspaceSheet(workspace, app.workspaceStore(), app.platform().clock);
+              },
+              [&app](const Uuid& workspaceId) { return resourceList(workspaceId, app); }),
           settings(content.settings) {}
 
     const int identifier;

@@ -3,7 +3,9 @@
 #include "qt/AddResourceModel.h"
 #include "qt/ChangeRelay.h"
 #include "qt/KeyedListModel.h"
+#ifndef Q_MOC_RUN // Which can't read what this includes.
 #include "ui/ResourceManagement.h"
+#endif
 
 #include <QUrl>
 #include <functional>

@@ -248,11 +248,14 @@ void WorkspaceListModel::refresh() {
 
 /// After the views of those that have collapsed were told to go.
 void WorkspaceListModel::dropCollapsedResources() {
-    std::erase_if(resources_, [this](auto& entry) {
-        if (state_.card(entry.first).isExpanded) return false;
-        entry.second.release()->deleteLater();
-        return true;
-    });
+    for (auto entry = resources_.begin(); entry != resources_.end();) {
+        if (state_.card(entry->first).isExpanded) {
+            ++entry;
+            continue;
+        }
+        entry->second.release()->deleteLater();
+        entry = resources_.erase(entry);
+    }
 }
 
 } // namespace corvane

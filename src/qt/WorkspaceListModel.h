@@ -1,10 +1,12 @@
 #pragma once
 
-#include "qt/CardRow.h"
 #include "qt/ChangeRelay.h"
 #include "qt/KeyedListModel.h"
 #include "qt/ResourceListModel.h"
 #include "qt/SheetHolder.h"
+#ifndef Q_MOC_RUN // Which can't read what this includes.
+#include "qt/CardRow.h"
+#endif
 
 #include <functional>
 #include <map>

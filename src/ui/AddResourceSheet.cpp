@@ -65,7 +65,7 @@ void AddResourceSheet::takePicked(const Url& url) {
 
 bool AddResourceSheet::canAdd() const {
     if (resourceName->empty()) return false;
-    if (selectedResourceType == ResourceType::url) return isValidURL(resourcePath);
+    if (selectedResourceType == ResourceType::url) return isValidURL(resourcePath.get());
     return !resourcePath->empty();
 }
 

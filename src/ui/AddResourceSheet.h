@@ -53,7 +53,7 @@ public:
     std::string_view pickerSymbol() const;
     /// The line under an address or a command; empty where there is none.
     std::string_view statusText() const;
-    bool isStatusValid() const { return isValidURL(resourcePath); }
+    bool isStatusValid() const { return isValidURL(resourcePath.get()); }
 
     static bool isValidURL(std::string_view text);
 

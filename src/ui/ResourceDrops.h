@@ -15,9 +15,9 @@ class ResourceManagement;
 /// What a drag carries.
 struct DropInfo {
     /// The items that are file URLs, as bytes of a URL each.
-    std::vector<std::string> fileUrls;
+    std::vector<std::string> fileUrls = {};
     /// The first text; absent where there is none.
-    std::optional<std::string> text;
+    std::optional<std::string> text = {};
 
     bool hasFileURL() const { return !fileUrls.empty(); }
     bool hasText() const { return text.has_value(); }

@@ -19,25 +19,25 @@ class WorkspaceStore;
 
 /// The badge of one application in a row.
 struct AppChip {
-    std::string appName;
+    std::string appName = {};
     /// The application that stands for the resource, which can't be taken away.
     bool isDefault = false;
     /// As Images gives icons; empty where there is none.
-    std::string icon;
+    std::string icon = {};
 
     bool operator==(const AppChip&) const = default;
 };
 
 /// One row of the list. A separator has only its name.
 struct ResourceRow {
-    Uuid id;
+    Uuid id = {};
     ResourceType type = ResourceType::file;
-    std::string name;
+    std::string name = {};
     /// The icon of an application's bundle, as Images gives icons; else empty.
-    std::string icon;
+    std::string icon = {};
     bool enabled = true;
     bool isRunning = false;
-    std::vector<AppChip> chips;
+    std::vector<AppChip> chips = {};
 
     bool operator==(const ResourceRow&) const = default;
 };

@@ -40,7 +40,7 @@ std::string chipTooltip(const Resource& resource, ChipState state, const Workspa
 
 void pressChip(const Resource& resource, const Workspace& workspace, WorkspaceStore& store) {
     if (isRunning(resource, workspace, store)) {
-        // TEMP store.quitIndividualResource(resource, workspace);
+        store.quitIndividualResource(resource, workspace);
     } else {
         store.launchIndividualResource(resource, workspace);
     }

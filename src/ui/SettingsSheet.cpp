@@ -36,7 +36,7 @@ std::string SettingsSheet::supportMailUrl() const {
 
 void SettingsSheet::setAccessibilityFeatures(bool enabled) {
     store_.enableAccessibilityFeatures = enabled;
-    // TEMP store_.accessibilityFeaturesToggled(enabled);
+    store_.accessibilityFeaturesToggled(enabled);
 }
 
 void SettingsSheet::contactSupport() {

@@ -55,7 +55,7 @@ void WorkspaceCardState::start(const Workspace& workspace) {
 void WorkspaceCardState::finish(const Workspace& workspace) {
     isLoading = true;
     loadingMessage = "Closing resources...";
-    (void)workspace; // TEMP store_.finishWorkspace(workspace);
+    store_.finishWorkspace(workspace);
     mainQueue_.after(spinnerAfterFinish, [card = weak_from_this()] {
         const auto present = card.lock();
         if (!present) return;
@@ -74,7 +74,7 @@ void WorkspaceCardState::saveLayout(const Workspace& workspace) {
                           .buttons = {"OK"}});
         return;
     }
-    // TEMP store_.saveWorkspaceLayout(workspace);
+    store_.saveWorkspaceLayout(workspace);
     if (store_.showLayoutSavedAlert) showLayoutSavedAlert(workspace.name);
 }
 

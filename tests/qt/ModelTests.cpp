@@ -54,8 +54,8 @@ TEST(WorkspaceListModelTest, rowsKeepTheirIdentityWhenTheListChanges) {
                d = scene.workspace("d");
     scene.writeFile({a, b, c});
     auto& store = scene.start();
-    WorkspaceListState state(store, scene.platform.mainQueue);
-    WorkspaceListModel model(state);
+    WorkspaceListState state(store, scene.platform.mainQueue, scene.platform.alerts);
+    WorkspaceListModel model(state, {}, {});
     const QAbstractItemModelTester tester(&model);
     const QPersistentModelIndex rowOfC(model.index(2));
     const struct {

@@ -27,7 +27,8 @@ protected:
     }
     std::string chips(std::size_t index) const {
         std::string text;
-        for (const auto& chip : list.rows()[index].chips)
+        const auto rows = list.rows();
+        for (const auto& chip : rows[index].chips)
             text += chip.appName + (chip.isDefault ? "* " : " ");
         return text;
     }

@@ -30,10 +30,9 @@ AbstractButton {
     Keys.onReturnPressed: click()
     Keys.onEnterPressed: click()
 
-    ToolTip {
+    ThemedToolTip {
         text: button.tooltip
         visible: button.tooltip !== "" && button.hovered
-        delay: 600
     }
 
     contentItem: Item {

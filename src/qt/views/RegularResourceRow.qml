@@ -38,6 +38,7 @@ Item {
             spacing: 4
 
             RowLayout {
+                Layout.fillWidth: true
                 spacing: 8
 
                 BodyText {
@@ -63,6 +64,9 @@ Item {
                         font.weight: Font.Medium
                         color: Theme.secondaryLabel
                     }
+                }
+                Item {
+                    Layout.fillWidth: true
                 }
             }
             Flow {

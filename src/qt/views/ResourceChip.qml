@@ -33,11 +33,10 @@ AbstractButton {
             easing.type: Easing.InOutQuad
         }
     }
-    ToolTip {
+    ThemedToolTip {
         // Asked for when it is needed, as the answer takes a look at the installed applications.
         text: visible ? chip.card.workspaces.chipTooltip(chip.card.index, chip.index) : ""
         visible: chip.hovered
-        delay: 600
     }
 
     contentItem: Item {

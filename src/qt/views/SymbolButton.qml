@@ -19,10 +19,9 @@ AbstractButton {
     Keys.onReturnPressed: click()
     Keys.onEnterPressed: click()
 
-    ToolTip {
+    ThemedToolTip {
         text: button.tooltip
         visible: button.hovered
-        delay: 600
     }
 
     contentItem: SymbolText {

@@ -21,10 +21,9 @@ AbstractButton {
     Accessible.checked: isOn
     onClicked: switched(!isOn)
 
-    ToolTip {
+    ThemedToolTip {
         text: toggle.tooltip
         visible: toggle.tooltip !== "" && toggle.hovered
-        delay: 600
     }
 
     background: Rectangle {

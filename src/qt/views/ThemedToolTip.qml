@@ -1,0 +1,24 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Corvane
+
+// What a control says of itself when the pointer rests on it.
+ToolTip {
+    id: tip
+
+    delay: 600
+    padding: 7
+
+    contentItem: Text {
+        text: tip.text
+        font.pixelSize: 12
+        color: Theme.label
+        Accessible.ignored: true
+    }
+    background: Rectangle {
+        radius: 5
+        color: Theme.dark ? "#38383C" : "#FBFBFC"
+        border.width: 1
+        border.color: Theme.separator
+    }
+}
