@@ -10,7 +10,7 @@
 #include "linux/LinuxClock.h"
 #include "linux/LinuxDisplays.h"
 #include "linux/LinuxFileSystem.h"
-#include "linux/LinuxImages.h"
+#include "linux/LinuxFileIcons.h"
 #include "linux/LinuxMetadataQuery.h"
 #include "linux/LinuxScriptEngine.h"
 #include "linux/LinuxTaskRunner.h"
@@ -34,7 +34,7 @@ struct LinuxDesktop::Facilities {
     LinuxFileSystem files{catalogue};
     LinuxUserDefaults defaults{files, clock};
     LinuxBundles bundles{catalogue};
-    LinuxImages images{catalogue};
+    LinuxFileIcons fileIcons{catalogue};
     LinuxBookmarks bookmarks{catalogue};
     LinuxApplications applications{opener, running};
     LinuxTaskRunner tasks{opener};
@@ -78,7 +78,7 @@ Platform LinuxDesktop::platform() {
             .appearance = facilities.toolkit.appearance,
             .bookmarks = facilities.bookmarks,
             .panels = facilities.toolkit.panels,
-            .images = facilities.images};
+            .fileIcons = facilities.fileIcons};
 }
 
 } // namespace corvane

@@ -9,7 +9,7 @@
 #include "platform/Bundles.h"
 #include "platform/Displays.h"
 #include "platform/FileSystem.h"
-#include "platform/Images.h"
+#include "platform/FileIcons.h"
 #include "platform/MainQueue.h"
 #include "platform/MetadataQuery.h"
 #include "platform/NotificationCenter.h"
@@ -45,7 +45,7 @@ struct Platform {
     Appearance& appearance;
     Bookmarks& bookmarks;
     Panels& panels;
-    Images& images;
+    FileIcons& fileIcons;
 };
 
 } // namespace corvane

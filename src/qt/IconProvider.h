@@ -16,7 +16,7 @@ public:
     QPixmap requestPixmap(const QString& id, QSize* size, const QSize& requestedSize) override;
 };
 
-/// Where an Image finds an icon that Images named; empty where nothing would be seen of it.
+/// Where an Image finds an icon that FileIcons named; empty where nothing would be seen of it.
 QString iconSource(const std::optional<std::string>& icon);
 
 } // namespace corvane

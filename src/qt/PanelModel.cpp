@@ -2,7 +2,7 @@
 
 #include "foundation/Text.h"
 #include "foundation/Url.h"
-#include "platform/Images.h"
+#include "platform/FileIcons.h"
 #include "qt/IconProvider.h"
 #include "qt/Strings.h"
 
@@ -30,8 +30,8 @@ QString symbolFor(EntryKind kind) {
 
 } // namespace
 
-PanelModel::PanelModel(std::unique_ptr<FilePanel> panel, const Images& images)
-    : panel_(std::move(panel)), images_(images), rows_(panel_->entries()),
+PanelModel::PanelModel(std::unique_ptr<FilePanel> panel, const FileIcons& fileIcons)
+    : panel_(std::move(panel)), icons_(fileIcons), rows_(panel_->entries()),
       rowsFolder_(panel_->folder()), relay_(panel_->objectWillChange, [this] { refresh(); }) {}
 
 int PanelModel::rowCount(const QModelIndex& parent) const {
@@ -52,7 +52,7 @@ QVariant PanelModel::data(const QModelIndex& index, int role) const {
         return symbolFor(entry.kind);
     case IconSourceRole:
         if (entry.kind != EntryKind::application) return QString();
-        return iconSource(images_.iconForFile(path::join(rowsFolder_, entry.name)));
+        return iconSource(icons_.iconForFile(path::join(rowsFolder_, entry.name)));
     default:
         return {};
     }

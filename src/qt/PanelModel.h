@@ -13,7 +13,7 @@
 
 namespace corvane {
 
-class Images;
+class FileIcons;
 
 /// A file panel for its window: its entries as rows, all else as properties.
 class PanelModel : public QAbstractListModel {
@@ -41,8 +41,8 @@ class PanelModel : public QAbstractListModel {
 public:
     enum Role { TitleRole = Qt::UserRole, SymbolRole, IconSourceRole };
 
-    /// The images outlive the model.
-    PanelModel(std::unique_ptr<FilePanel> panel, const Images& images);
+    /// The fileIcons outlive the model.
+    PanelModel(std::unique_ptr<FilePanel> panel, const FileIcons& fileIcons);
 
     int rowCount(const QModelIndex& parent = {}) const override;
     /// `title`, `symbol` (a symbol's name) and `iconSource` (the icon of an application, where
@@ -87,7 +87,7 @@ private:
     void take(const std::optional<std::string>& path);
 
     const std::unique_ptr<FilePanel> panel_;
-    const Images& images_;
+    const FileIcons& icons_;
     /// What the rows show, while the panel may be ahead of them.
     std::vector<DirectoryEntry> rows_;
     std::string rowsFolder_;

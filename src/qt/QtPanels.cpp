@@ -32,7 +32,7 @@ std::unique_ptr<FilePanel> QtPanels::makePanel(Panel panel) const {
 
 QQuickWindow& QtPanels::show(std::unique_ptr<FilePanel> panel, Qt::WindowModality modality,
                              Answered answered) {
-    auto model = std::make_unique<PanelModel>(std::move(panel), platform_->images);
+    auto model = std::make_unique<PanelModel>(std::move(panel), platform_->fileIcons);
     auto made = makeWindow(engine_, "PanelWindow", {{"panel", QVariant::fromValue(model.get())}});
     auto& window = *made;
     connect(model.get(), &PanelModel::answered, this,

@@ -108,7 +108,7 @@ int main(int argc, char** argv) {
                       .appearance = appearance,
                       .bookmarks = simulated.bookmarks,
                       .panels = panels,
-                      .images = simulated.images};
+                      .fileIcons = simulated.fileIcons};
     panels.serve(platform);
     // What the desktop itself does later is done in step with the time of the wall.
     QTimer steps;

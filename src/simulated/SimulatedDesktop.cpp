@@ -42,7 +42,7 @@ const SimulatedApplication* findByPath(const SimulatedDesktop& desktop, std::str
 class SimulatedApplications : public Applications,
                               public Bundles,
                               public MetadataQuery,
-                              public Images {
+                              public FileIcons {
 public:
     explicit SimulatedApplications(SimulatedDesktop& desktop) : desktop_(desktop) {}
 
@@ -345,7 +345,7 @@ Platform SimulatedDesktop::platform(FileSystem& elsewhere, Bookmarks& bookmarksE
             .appearance = facilities.application,
             .bookmarks = bookmarksElsewhere,
             .panels = panels,
-            .images = facilities.applications};
+            .fileIcons = facilities.applications};
 }
 
 std::string SimulatedDesktop::logged(std::string_view prefix) const {

@@ -21,7 +21,7 @@ struct SimulatedApplication {
     std::optional<std::string> bundleIdentifier = {};
     std::optional<std::string> displayName = {};
     std::optional<std::string> bundleName = {};
-    /// As Images gives icons.
+    /// As FileIcons gives icons.
     std::optional<std::string> icon = {};
     /// Whether the `mdfind` of the desktop knows it, under its display name.
     bool isIndexed = true;

@@ -26,7 +26,7 @@ std::optional<Url> runningBundle(const std::string& name, const Applications& ap
 } // namespace
 
 std::optional<std::string> appIconForName(const std::string& name, const Platform& platform) {
-    const auto icon = [&](const std::string& path) { return platform.images.iconForFile(path); };
+    const auto icon = [&](const std::string& path) { return platform.fileIcons.iconForFile(path); };
     for (const auto folder : applicationFolders) {
         const auto path = std::string(folder) + name + ".app";
         if (!platform.fileSystem.exists(path)) continue;

@@ -30,15 +30,16 @@ std::vector<ResourceRow> ResourceManagement::rows() const {
     const auto running = store_.runningResources->find(workspaceId_);
     for (const auto& resource : found->resources) {
         const bool isApplication = resource.type == ResourceType::application;
-        rows.push_back(
-            {.id = resource.id,
-             .type = resource.type,
-             .name = resource.name,
-             .icon = isApplication ? platform_.images.iconForFile(resource.path).value_or("") : "",
-             .enabled = resource.enabled,
-             .isRunning =
-                 running != store_.runningResources->end() && running->second.contains(resource.id),
-             .chips = chipsOf(resource)});
+        rows.push_back({.id = resource.id,
+                        .type = resource.type,
+                        .name = resource.name,
+                        .icon = isApplication
+                                    ? platform_.fileIcons.iconForFile(resource.path).value_or("")
+                                    : "",
+                        .enabled = resource.enabled,
+                        .isRunning = running != store_.runningResources->end() &&
+                                     running->second.contains(resource.id),
+                        .chips = chipsOf(resource)});
     }
     return rows;
 }

@@ -22,7 +22,7 @@ struct AppChip {
     std::string appName = {};
     /// The application that stands for the resource, which can't be taken away.
     bool isDefault = false;
-    /// As Images gives icons; empty where there is none.
+    /// As FileIcons gives icons; empty where there is none.
     std::string icon = {};
 
     bool operator==(const AppChip&) const = default;
@@ -33,7 +33,7 @@ struct ResourceRow {
     Uuid id = {};
     ResourceType type = ResourceType::file;
     std::string name = {};
-    /// The icon of an application's bundle, as Images gives icons; else empty.
+    /// The icon of an application's bundle, as FileIcons gives icons; else empty.
     std::string icon = {};
     bool enabled = true;
     bool isRunning = false;

@@ -1,6 +1,6 @@
 #include "Machine.h"
+#include "linux/LinuxFileIcons.h"
 #include "linux/LinuxFileSystem.h"
-#include "linux/LinuxImages.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -73,7 +73,7 @@ TEST_F(FolderTest, mayBeClosedToItsUser) {
 }
 
 TEST_F(FolderTest, andItsFilesHaveIcons) {
-    const LinuxImages images(catalogue_);
+    const LinuxFileIcons fileIcons(catalogue_);
     const struct {
         const char* key;
         std::optional<std::string> icon;
@@ -84,14 +84,15 @@ TEST_F(FolderTest, andItsFilesHaveIcons) {
               {"Comment=none", std::nullopt}};
     for (const auto& [key, icon] : cases) {
         install("f.pen", "Pen", std::string("Exec=sh\n") + key);
-        EXPECT_TRUE(comesTrue([&] { return images.iconForFile("/Applications/Pen.app") == icon; }))
-            << key;
+        EXPECT_TRUE(comesTrue([&] {
+            return fileIcons.iconForFile("/Applications/Pen.app") == icon;
+        })) << key;
     }
     uninstall("f.pen");
     write(folder_ + "/a.json", "[]");
-    EXPECT_EQ(images.iconForFile(folder_ + "/a.json"), "application-json");
-    EXPECT_EQ(images.iconForFile(folder_), "inode-directory");
-    EXPECT_EQ(images.iconForFile(folder_ + "/missing"), std::nullopt);
+    EXPECT_EQ(fileIcons.iconForFile(folder_ + "/a.json"), "application-json");
+    EXPECT_EQ(fileIcons.iconForFile(folder_), "inode-directory");
+    EXPECT_EQ(fileIcons.iconForFile(folder_ + "/missing"), std::nullopt);
 }
 
 } // namespace

@@ -35,7 +35,7 @@ Platform withWindows(SimulatedDesktop& desktop, MainWindows& windows) {
             .appearance = given.appearance,
             .bookmarks = given.bookmarks,
             .panels = given.panels,
-            .images = given.images};
+            .fileIcons = given.fileIcons};
 }
 
 void collect(QAccessibleInterface* element, std::vector<QAccessibleInterface*>& found) {

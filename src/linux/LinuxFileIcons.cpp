@@ -1,4 +1,4 @@
-#include "linux/LinuxImages.h"
+#include "linux/LinuxFileIcons.h"
 
 #include "linux/Catalogue.h"
 #include "linux/Gio.h"
@@ -17,7 +17,7 @@ std::string withoutExtension(std::string name) {
 
 } // namespace
 
-std::optional<std::string> LinuxImages::iconForFile(const std::string& path) const {
+std::optional<std::string> LinuxFileIcons::iconForFile(const std::string& path) const {
     if (const auto application = catalogue_.byBundlePath(path)) {
         const auto& icon = application->icon;
         if (icon.empty()) return std::nullopt;

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "platform/Images.h"
+#include "platform/FileIcons.h"
 
 namespace corvane {
 
 class Catalogue;
 
 /// The icons that desktop entries name for applications, and the system's content types for files.
-class LinuxImages final : public Images {
+class LinuxFileIcons final : public FileIcons {
 public:
-    explicit LinuxImages(const Catalogue& catalogue) : catalogue_(catalogue) {}
+    explicit LinuxFileIcons(const Catalogue& catalogue) : catalogue_(catalogue) {}
 
     std::optional<std::string> iconForFile(const std::string& path) const override;
 

@@ -6,9 +6,9 @@
 namespace corvane {
 
 /// NSWorkspace iconForFile:, as far as a name goes. Main thread.
-class Images {
+class FileIcons {
 public:
-    virtual ~Images() = default;
+    virtual ~FileIcons() = default;
     /// The icon of a file, folder or application bundle: a name of the desktop's icon theme, or the
     /// absolute path of a picture. Nothing where there is none.
     virtual std::optional<std::string> iconForFile(const std::string& path) const = 0;
