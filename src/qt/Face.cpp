@@ -1,6 +1,7 @@
 #include "qt/Face.h"
 
 #include "qt/IconProvider.h"
+#include "qt/QtImages.h"
 
 #include <QFont>
 #include <QGuiApplication>
@@ -23,6 +24,7 @@ void nameApplication(QGuiApplication& application) {
     application.setApplicationName("corvane");
     application.setApplicationDisplayName("Corvane");
     application.setDesktopFileName("app.corvane.Corvane");
+    application.setWindowIcon(iconOf({.source = Image::Source::applicationIcon}));
     QFont font("Inter");
     font.setPixelSize(13);
     application.setFont(font);

@@ -3,12 +3,14 @@
 #include "qt/MainWindows.h"
 #include "qt/QtAlerts.h"
 #include "qt/QtAppearance.h"
+#include "qt/QtImages.h"
 #include "qt/QtMainQueue.h"
 #include "qt/QtPanels.h"
+#include "qt/QtStatusBar.h"
 #include "shell/CorvaneApp.h"
 #include "simulated/SimulatedDesktop.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QQmlEngine>
 #include <QTimer>
 
@@ -72,7 +74,7 @@ std::vector<Workspace> workspaces(const Platform& platform) {
 
 int main(int argc, char** argv) {
     prepareApplication();
-    QGuiApplication application(argc, argv);
+    QApplication application(argc, argv);
     nameApplication(application);
     QtMainQueue mainQueue;
     QtAppearance appearance;
@@ -81,6 +83,8 @@ int main(int argc, char** argv) {
     MainWindows mainWindows(engine);
     QtAlerts alerts(engine, mainWindows);
     QtPanels panels(engine, mainWindows);
+    QtStatusBar statusBar;
+    QtImages images;
 
     SimulatedDesktop desktop;
     furnish(desktop);
@@ -104,6 +108,8 @@ int main(int argc, char** argv) {
                       .alerts = alerts,
                       .notificationCenter = simulated.notificationCenter,
                       .userNotifications = simulated.userNotifications,
+                      .statusBar = statusBar,
+                      .images = images,
                       .application = mainWindows,
                       .appearance = appearance,
                       .bookmarks = simulated.bookmarks,
@@ -120,7 +126,8 @@ int main(int argc, char** argv) {
     CorvaneApp app(platform);
     mainWindows.serve(app);
     mainWindows.openMainWindow();
-    const int status = QGuiApplication::exec();
+    app.appDelegate().applicationDidFinishLaunching();
+    const int status = QApplication::exec();
     mainWindows.closeAll();
     return status;
 }
