@@ -19,8 +19,11 @@ protected:
     /// An application that Spotlight doesn't know.
     static SimulatedApplication plain(const std::string& fileName, OptionalText identifier = {},
                                       OptionalText displayName = {}, OptionalText bundleName = {}) {
-        return {bundle(fileName), std::move(identifier), std::move(displayName),
-                std::move(bundleName), false};
+        return {.path = bundle(fileName),
+                .bundleIdentifier = std::move(identifier),
+                .displayName = std::move(displayName),
+                .bundleName = std::move(bundleName),
+                .isIndexed = false};
     }
     static SimulatedApplication indexed(const std::string& fileName, OptionalText identifier,
                                         OptionalText displayName) {
