@@ -71,11 +71,12 @@ TEST_F(Views, theHeaderActsOnTheWholeProgram) {
 TEST_F(Views, theKeyboardReachesEveryControlInOrder) {
     interface.open({workspace("Work"), workspace("Home")});
     std::string order;
-    for (int i = 0; i < 5; ++i) {
+    for (int i = 0; i < 9; ++i) {
         interface.key(Qt::Key_Tab);
         order += interface.focused() + "|";
     }
-    EXPECT_EQ(order, "Search workspaces...|Switch to Dark Mode|Focus Mode|Start|Start|");
+    EXPECT_EQ(order, "Search workspaces...|Switch to Dark Mode|Focus Mode|New Workspace|Settings|"
+                     "Start|Resources|More|Start|");
     interface.key(Qt::Key_Space);
     interface.runFor(2);
     EXPECT_EQ(interface.store().activeWorkspace.get()->name, "Home");
