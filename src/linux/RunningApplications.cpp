@@ -225,8 +225,11 @@ std::optional<Clients> RunningApplications::clients(x11::Deadline deadline) {
         auto* server = connection_.server(deadline);
         if (!server) break;
         auto found = x11::clients(*server, deadline);
-        if (!server->failed()) return found;
+        if (server->failed()) continue;
+        wasAnswered_ = true;
+        return found;
     }
+    wasAnswered_ = false;
     diagnostic({"The X display doesn't tell its windows"});
     return std::nullopt;
 }
@@ -271,17 +274,20 @@ bool RunningApplications::terminate(const RunningApplication& application) {
         return !target->drawsDesktop && target->isConnected &&
                sendSignal(application.processIdentifier, application.startTime, SIGTERM);
     }
+    wasAnswered_ = false;
     auto* server = connection_.server(deadline);
     if (!server) return false;
     // A question is above the window that it belongs to. Closed first, it is asked again; the other
     // way round it would go and leave its window with no answer.
     for (const auto& window : target->windows | std::views::reverse)
         requestClosing(*server, window.window, found->hasWindowManager);
-    return server->finish(deadline);
+    wasAnswered_ = server->finish(deadline);
+    return wasAnswered_;
 }
 
 bool RunningApplications::forceTerminate(const RunningApplication& application) {
     const std::lock_guard lock(mutex_);
+    if (!wasAnswered_) return false;
     const auto found = clients(halfASecondFromNow());
     const auto target = found ? targetOf(application, *found) : std::nullopt;
     return target && !target->drawsDesktop && target->isConnected &&

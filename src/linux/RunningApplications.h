@@ -34,8 +34,8 @@ public:
     /// sent. False for this program, the window manager, the X server and panels, for a process
     /// that has ended, another one in its place included, and where the display doesn't answer.
     bool terminate(const RunningApplication& application);
-    /// Kills the process. False as above, for one that draws the desktop, and for one that the
-    /// display isn't connected with.
+    /// Kills the process. False as above, for one that draws the desktop, for one that the display
+    /// isn't connected with, and as long as the display left the last question unanswered.
     bool forceTerminate(const RunningApplication& application);
 
 private:
@@ -44,6 +44,8 @@ private:
     const Catalogue& catalogue_;
     std::mutex mutex_;
     x11::Connection connection_;
+    /// What couldn't be asked to quit because the display was busy may hold unsaved work.
+    bool wasAnswered_ = true;
 };
 
 } // namespace corvane
