@@ -22,8 +22,8 @@ protected:
                                               scene.resource("serve", "serve", terminal)});
     Workspace other = scene.workspace("Other");
     WorkspaceStore& store = startStore();
-    std::unique_ptr<WorkspaceListState> list =
-        std::make_unique<WorkspaceListState>(store, scene.platform.mainQueue);
+    std::unique_ptr<WorkspaceListState> list = std::make_unique<WorkspaceListState>(
+        store, scene.platform.mainQueue, scene.platform.alerts);
 
     WorkspaceCardState& card() { return list->card(work.id); }
     /// "button title | status text | running?"
@@ -87,7 +87,8 @@ TEST_F(Card, aStartUnderWayOutlivesItsCard) {
         desktop.log.clear();
         card().start(work);
         desktop.runFor(gone);
-        list = std::make_unique<WorkspaceListState>(store, scene.platform.mainQueue);
+        list = std::make_unique<WorkspaceListState>(store, scene.platform.mainQueue,
+                                                    scene.platform.alerts);
         EXPECT_EQ(card().isLoading, false) << "a new window's card is idle";
         desktop.runFor(2);
         EXPECT_TRUE(card().isRunning());
