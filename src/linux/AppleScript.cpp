@@ -64,6 +64,8 @@ private:
             return {makeTab()};
         }
         if (accept("make")) return {makeTab()};
+        if (accept("click")) return {click()};
+        if (accept("keystroke")) return {keystroke()};
         failExpecting("expression", current_);
     }
 
@@ -94,6 +96,7 @@ private:
     Target target() {
         if (accept("application")) return Application{text()};
         if (accept("window")) return Window{number()};
+        if (accept("process")) return Process{text()};
         failExpecting("expression", current_);
     }
 
@@ -105,6 +108,39 @@ private:
         MakeTab result{text()};
         expectSign('}');
         return result;
+    }
+
+    Click click() {
+        Click result;
+        expect({"button"});
+        result.button = number();
+        expect({"of", "window"});
+        result.window = number();
+        return result;
+    }
+
+    Keystroke keystroke() {
+        Keystroke result{text(), {}};
+        if (!accept("using")) return result;
+        if (!current_.isSign('{')) {
+            result.modifiers.push_back(modifier());
+            return result;
+        }
+        do {
+            take();
+            result.modifiers.push_back(modifier());
+        } while (current_.isSign(','));
+        expectSign('}');
+        return result;
+    }
+
+    std::string modifier() {
+        for (const auto* name : {"command", "control", "option", "shift"}) {
+            if (!accept(name)) continue;
+            expect({"down"});
+            return name;
+        }
+        failExpecting("expression", current_);
     }
 
     std::string text() {

@@ -21,7 +21,11 @@ struct Application {
 struct Window {
     int index = 1;
 };
-using Target = std::variant<Application, Window>;
+/// "process" of System Events: a running application by its name.
+struct Process {
+    std::string name;
+};
+using Target = std::variant<Application, Window, Process>;
 
 struct Tell {
     Target target;
@@ -44,8 +48,20 @@ struct MakeTab {
     std::string url;
 };
 
+/// "click button 2 of window 1"
+struct Click {
+    int button = 1;
+    int window = 1;
+};
+/// "keystroke "f" using {control down, command down}"
+struct Keystroke {
+    std::string text;
+    /// "command", "control", "option" or "shift", as they stand.
+    std::vector<std::string> modifiers;
+};
+
 struct Statement {
-    std::variant<Tell, Try, Activate, DoScript, OpenLocation, MakeTab> action;
+    std::variant<Tell, Try, Activate, DoScript, OpenLocation, MakeTab, Click, Keystroke> action;
 };
 
 /// Reads a whole script, or says like AppleScript what is wrong first: `Expected end of line but

@@ -2,17 +2,20 @@
 
 #include "linux/ApplicationOpener.h"
 #include "linux/Catalogue.h"
+#include "linux/LinuxAccessibility.h"
 #include "linux/LinuxApplications.h"
 #include "linux/LinuxBackgroundQueue.h"
 #include "linux/LinuxBookmarks.h"
 #include "linux/LinuxBundles.h"
 #include "linux/LinuxClock.h"
+#include "linux/LinuxDisplays.h"
 #include "linux/LinuxFileSystem.h"
 #include "linux/LinuxMetadataQuery.h"
 #include "linux/LinuxScriptEngine.h"
 #include "linux/LinuxTaskRunner.h"
 #include "linux/LinuxUserDefaults.h"
 #include "linux/LinuxUserNotifications.h"
+#include "linux/LinuxWindowList.h"
 #include "linux/RunningApplications.h"
 
 namespace corvane {
@@ -33,7 +36,12 @@ struct LinuxDesktop::Facilities {
     LinuxBookmarks bookmarks{catalogue};
     LinuxApplications applications{opener, running};
     LinuxTaskRunner tasks{opener};
-    LinuxScriptEngine scripts{opener};
+    /// Of the main thread.
+    x11::Connection display;
+    LinuxDisplays displays{display};
+    LinuxWindowList windowList{display, running};
+    LinuxAccessibility accessibility{display};
+    LinuxScriptEngine scripts{opener, accessibility};
     LinuxMetadataQuery metadata{catalogue};
     LinuxUserNotifications notifications;
     NotificationCenter notificationCenter;

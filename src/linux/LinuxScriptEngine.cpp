@@ -5,7 +5,10 @@
 #include "linux/AppleScript.h"
 #include "linux/ApplicationNames.h"
 #include "linux/ApplicationOpener.h"
+#include "linux/LinuxAccessibility.h"
 #include "linux/TerminalEmulator.h"
+
+#include <algorithm>
 
 namespace corvane {
 namespace {
@@ -16,8 +19,10 @@ using namespace applescript;
 namespace errorNumber {
 constexpr int notRunning = -600;
 constexpr int notHandled = -1708;
+constexpr int invalidIndex = -1719;
 constexpr int noSuchObject = -1728;
 constexpr int syntax = -2741;
+constexpr int handlerFailed = -10000;
 constexpr int cannotLaunch = -10810;
 constexpr int nothingOpensIt = -10814;
 } // namespace errorNumber
@@ -30,16 +35,21 @@ using Outcome = std::optional<Failure>;
 
 /// Whom the statements of a block are told to.
 struct Told {
+    enum class Kind { installed, terminal, running, systemEvents, process };
+
     std::string name;
-    bool isTerminal = false;
-    InstalledApplication application;
+    Kind kind = Kind::installed;
+    InstalledApplication application = {};
+    /// Of a running application and of a process.
+    std::int32_t processIdentifier = 0;
 };
 /// Null outside of every "tell".
 using Listener = const Told*;
 
 class Interpreter {
 public:
-    explicit Interpreter(const ApplicationOpener& opener) : opener_(opener) {}
+    Interpreter(const ApplicationOpener& opener, LinuxAccessibility& accessibility)
+        : opener_(opener), accessibility_(accessibility) {}
 
     Outcome run(const Block& block, Listener listener) {
         for (const auto& statement : block) {
@@ -52,13 +62,26 @@ public:
     }
 
 private:
+    using Kind = Told::Kind;
+
     Outcome perform(const Tell& tell, Listener listener) {
+        if (const auto* process = std::get_if<Process>(&tell.target)) {
+            return tellProcess(tell.body, process->name, listener);
+        }
         const auto* application = std::get_if<Application>(&tell.target);
         if (!application) return tellWindow(tell, listener);
         const auto told = resolved(application->name);
         if (told) return run(tell.body, &*told);
         return Failure{errorNumber::noSuchObject,
                        "Can’t get application \"" + application->name + "\"."};
+    }
+
+    Outcome tellProcess(const Block& body, const std::string& name, Listener listener) {
+        if (listener && listener->kind == Kind::systemEvents) {
+            if (const auto told = running(name, Kind::process)) return run(body, &*told);
+        }
+        return Failure{errorNumber::noSuchObject,
+                       gotAnError(listener) + "Can’t get process \"" + name + "\"."};
     }
 
     /// Installed applications have no windows of their own here: the application listens.
@@ -75,15 +98,23 @@ private:
 
     Outcome perform(const Activate&, Listener listener) {
         if (!listener) return std::nullopt;
-        if (listener->isTerminal) {
+        switch (listener->kind) {
+        case Kind::terminal:
             bringTerminalForward();
             return std::nullopt;
+        case Kind::installed:
+            return launched(*listener, opener_.openApplication(listener->application));
+        case Kind::running:
+            opener_.running().activate(listener->processIdentifier);
+            return std::nullopt;
+        default:
+            return std::nullopt;
         }
-        return launched(*listener, opener_.openApplication(listener->application));
     }
 
     Outcome perform(const DoScript& script, Listener listener) {
-        if (!listener || !listener->isTerminal) return notUnderstood("do script", listener);
+        if (!listener || listener->kind != Kind::terminal)
+            return notUnderstood("do script", listener);
         const auto emulator = terminalEmulator::preferred();
         if (!emulator) {
             return Failure{errorNumber::notRunning,
@@ -93,7 +124,7 @@ private:
     }
 
     Outcome perform(const OpenLocation& location, Listener listener) {
-        if (listener && !listener->isTerminal) return opened(*listener, location.url);
+        if (listener && listener->kind == Kind::installed) return opened(*listener, location.url);
         const auto url = Url::parse(location.url);
         const auto error = url ? opener_.open(*url) : Error{"The URL is not valid."};
         if (!error) return std::nullopt;
@@ -101,8 +132,58 @@ private:
     }
 
     Outcome perform(const MakeTab& tab, Listener listener) {
-        if (listener && !listener->isTerminal) return opened(*listener, tab.url);
+        if (listener && listener->kind == Kind::installed) return opened(*listener, tab.url);
         return notUnderstood("make", listener);
+    }
+
+    /// Of a window's buttons, only the one that makes it as large as it gets is known.
+    Outcome perform(const Click& click, Listener listener) {
+        if (!listener || listener->kind != Kind::process) return notUnderstood("click", listener);
+        const std::string window = "window " + std::to_string(click.window);
+        const std::string process = "process \"" + listener->name + "\"";
+        const auto found = windowOf(*listener, click.window);
+        if (!found) {
+            return Failure{errorNumber::invalidIndex, "System Events got an error: Can’t get " +
+                                                          window + " of " + process +
+                                                          ". Invalid index."};
+        }
+        constexpr int zoomButton = 2;
+        if (click.button != zoomButton) {
+            return Failure{errorNumber::noSuchObject,
+                           "System Events got an error: Can’t get button " +
+                               std::to_string(click.button) + " of " + window + " of " + process +
+                               "."};
+        }
+        return controlled(accessibility_.zoom(*found));
+    }
+
+    /// Of all keys, only those for fullscreen.
+    Outcome perform(const Keystroke& keystroke, Listener listener) {
+        const auto& modifiers = keystroke.modifiers;
+        const bool isForFullscreen = text::equalsIgnoringCase(keystroke.text, "f") &&
+                                     std::ranges::count(modifiers, "control") > 0 &&
+                                     std::ranges::count(modifiers, "command") > 0;
+        if (!listener || listener->kind != Kind::process || !isForFullscreen) {
+            return notUnderstood("keystroke", listener);
+        }
+        const auto found = windowOf(*listener, 1);
+        if (!found) return controlled(Accessibility::invalidElement);
+        const bool isFullscreen = accessibility_.isFullscreen(*found).value_or(false);
+        return controlled(accessibility_.setFullscreen(*found, !isFullscreen));
+    }
+
+    std::optional<AccessibilityWindow> windowOf(const Told& process, int index) {
+        const auto windows = accessibility_.windows(process.processIdentifier);
+        if (!windows || index < 1 || static_cast<std::size_t>(index) > windows->size()) {
+            return std::nullopt;
+        }
+        return windows->at(static_cast<std::size_t>(index) - 1);
+    }
+
+    static Outcome controlled(int result) {
+        if (result == Accessibility::success) return std::nullopt;
+        return Failure{errorNumber::handlerFailed,
+                       "System Events got an error: AppleEvent handler failed."};
     }
 
     Outcome opened(const Told& told, const std::string& url) {
@@ -111,21 +192,38 @@ private:
 
     static Outcome launched(const Told& told, const std::optional<Error>& error) {
         if (!error) return std::nullopt;
-        return Failure{errorNumber::cannotLaunch,
-                       told.name + " got an error: " + error->localizedDescription};
+        return Failure{errorNumber::cannotLaunch, gotAnError(&told) + error->localizedDescription};
     }
 
     static Outcome notUnderstood(const std::string& command, Listener listener) {
-        const std::string who = listener ? listener->name + " got an error: " : "";
-        return Failure{errorNumber::notHandled, who + "Can’t continue " + command + "."};
+        return Failure{errorNumber::notHandled,
+                       gotAnError(listener) + "Can’t continue " + command + "."};
+    }
+
+    static std::string gotAnError(Listener listener) {
+        if (!listener) return {};
+        const bool isProcess = listener->kind == Kind::process;
+        return (isProcess ? "System Events" : listener->name) + " got an error: ";
     }
 
     std::optional<Told> resolved(const std::string& name) const {
         // An emulator that is no installed application is still a Terminal.
-        if (text::equalsIgnoringCase(name, "Terminal")) return Told{name, true, {}};
+        if (text::equalsIgnoringCase(name, "Terminal")) return Told{name, Kind::terminal};
+        if (text::equalsIgnoringCase(name, "System Events")) return Told{name, Kind::systemEvents};
         const auto application = applicationNamed(opener_.catalogue(), name);
-        if (!application) return std::nullopt;
-        return Told{name, application->bundleIdentifier == terminalIdentifier, *application};
+        if (!application) return running(name, Kind::running);
+        const bool isTerminal = application->bundleIdentifier == terminalIdentifier;
+        return Told{name, isTerminal ? Kind::terminal : Kind::installed, *application};
+    }
+
+    std::optional<Told> running(const std::string& name, Kind kind) const {
+        if (!opener_.running().list) return std::nullopt;
+        for (const auto& application : opener_.running().list()) {
+            if (text::equalsIgnoringCase(application.localizedName.value_or(""), name)) {
+                return Told{name, kind, {}, application.processIdentifier};
+            }
+        }
+        return std::nullopt;
     }
 
     /// Where none runs, the window that `do script` opens is the first one.
@@ -141,6 +239,7 @@ private:
     }
 
     const ApplicationOpener& opener_;
+    LinuxAccessibility& accessibility_;
 };
 
 ScriptError scriptError(const Failure& failure) {
@@ -159,7 +258,7 @@ std::optional<ScriptOutcome> LinuxScriptEngine::execute(const std::string& sourc
         return ScriptOutcome{
             .error = scriptError({errorNumber::syntax, script.error().localizedDescription})};
     }
-    if (const auto failure = Interpreter(opener_).run(*script, nullptr)) {
+    if (const auto failure = Interpreter(opener_, accessibility_).run(*script, nullptr)) {
         return ScriptOutcome{.error = scriptError(*failure)};
     }
     return ScriptOutcome{.hasResult = !script->empty()};

@@ -5,17 +5,21 @@
 namespace corvane {
 
 class ApplicationOpener;
+class LinuxAccessibility;
 
 /// NSAppleScript: interprets the program's own scripts. "Terminal" is the preferred terminal
-/// emulator, any other application an installed one. Main thread.
+/// emulator, "System Events" controls the windows of running applications, any other application is
+/// an installed or a running one. Main thread.
 class LinuxScriptEngine final : public ScriptEngine {
 public:
-    explicit LinuxScriptEngine(const ApplicationOpener& opener) : opener_(opener) {}
+    LinuxScriptEngine(const ApplicationOpener& opener, LinuxAccessibility& accessibility)
+        : opener_(opener), accessibility_(accessibility) {}
 
     std::optional<ScriptOutcome> execute(const std::string& source) override;
 
 private:
     const ApplicationOpener& opener_;
+    LinuxAccessibility& accessibility_;
 };
 
 } // namespace corvane

@@ -1,5 +1,7 @@
 #include "linux/X11ClientWindows.h"
 
+#include "linux/X11StackingOrder.h"
+
 #include <algorithm>
 #include <array>
 #include <optional>
@@ -85,7 +87,10 @@ std::vector<xcb_window_t> windowsWithState(Server& server, Deadline deadline) {
 /// The list by age holds what the stacking one leaves out on some window managers.
 std::vector<xcb_window_t> listedWindows(Server& server, const Property& byAge,
                                         const Property& stacking, Deadline deadline) {
-    if (!byAge.exists() && !stacking.exists()) return windowsWithState(server, deadline);
+    if (!byAge.exists() && !stacking.exists()) {
+        return bottomToTop(server, windowsWithState(server, deadline), deadline);
+    }
+    if (!stacking.exists()) return bottomToTop(server, byAge.numbers(), deadline);
     auto windows = stacking.numbers();
     const auto listed = byAge.numbers();
     std::vector<xcb_window_t> missing;
@@ -177,6 +182,35 @@ std::optional<ClientWindow> readWindow(Server& server, xcb_window_t window, cons
     return result;
 }
 
+/// Only windows whose client the server can't tell the process of are asked themselves.
+std::vector<OwnedWindow> withProcesses(Server& server, const std::vector<xcb_window_t>& windows,
+                                       const Processes& processes, Deadline deadline) {
+    struct Request {
+        std::size_t index;
+        xcb_get_property_cookie_t processIdentifier;
+        xcb_get_property_cookie_t machine;
+    };
+    std::vector<OwnedWindow> result;
+    std::vector<Request> requests;
+    for (const auto window : windows) {
+        const auto process = processes.find(server.clientOf(window));
+        if (process != processes.end()) {
+            result.push_back({window, process->second});
+            continue;
+        }
+        requests.push_back({result.size(), server.requestProperty(window, server.atoms().netWmPid),
+                            server.requestProperty(window, XCB_ATOM_WM_CLIENT_MACHINE)});
+        result.push_back({window});
+    }
+    for (const auto& request : requests) {
+        const auto process = server.property(request.processIdentifier, deadline).numbers();
+        const auto machine = server.property(request.machine, deadline).text();
+        if (process.empty() || !isThisMachine(machine)) continue;
+        result[request.index].processIdentifier = static_cast<pid_t>(process.front());
+    }
+    return result;
+}
+
 } // namespace
 
 Clients clients(Server& server, Deadline deadline) {
@@ -220,6 +254,31 @@ Clients clients(Server& server, Deadline deadline) {
         result.windows.push_back(std::move(*window));
     }
     return result;
+}
+
+std::vector<OwnedWindow> ownedWindows(Server& server, Deadline deadline) {
+    constexpr std::uint32_t longestList = 4096;
+    const auto& atoms = server.atoms();
+    const auto byAge = server.requestProperty(server.root(), atoms.netClientList, longestList);
+    const auto stacking =
+        server.requestProperty(server.root(), atoms.netClientListStacking, longestList);
+    std::optional<xcb_res_query_client_ids_cookie_t> processIds;
+    if (server.tellsProcesses()) processIds = requestProcesses(server);
+
+    const Property age = server.property(byAge, deadline);
+    const auto windows = listedWindows(server, age, server.property(stacking, deadline), deadline);
+    const auto processes = processIds ? readProcesses(server, *processIds, deadline) : Processes();
+    return withProcesses(server, windows, processes, deadline);
+}
+
+pid_t processOf(Server& server, xcb_window_t window, Deadline deadline) {
+    Processes processes;
+    if (server.tellsProcesses()) {
+        const xcb_res_client_id_spec_t client{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
+        const auto cookie = xcb_res_query_client_ids(server.get(), 1, &client);
+        processes = readProcesses(server, cookie, deadline);
+    }
+    return withProcesses(server, {window}, processes, deadline).front().processIdentifier;
 }
 
 } // namespace corvane::x11

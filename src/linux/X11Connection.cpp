@@ -8,6 +8,7 @@
 
 #include <poll.h>
 #include <sys/socket.h>
+#include <xcb/randr.h>
 #include <xcb/res.h>
 #include <xcb/xcbext.h>
 
@@ -40,6 +41,23 @@ constexpr std::pair<std::string_view, xcb_atom_t Atoms::*> atomNames[]{
     {"_GTK_APPLICATION_ID", &Atoms::gtkApplicationId},
     {"_BAMF_DESKTOP_FILE_HINT", &Atoms::bamfDesktopFile},
     {"_KDE_NET_WM_DESKTOP_FILE", &Atoms::kdeDesktopFile},
+    {"_NET_CURRENT_DESKTOP", &Atoms::netCurrentDesktop},
+    {"_NET_WORKAREA", &Atoms::netWorkarea},
+    {"_NET_WM_DESKTOP", &Atoms::netWmDesktop},
+    {"_NET_WM_NAME", &Atoms::netWmName},
+    {"UTF8_STRING", &Atoms::utf8String},
+    {"_NET_WM_STRUT", &Atoms::netWmStrut},
+    {"_NET_WM_STRUT_PARTIAL", &Atoms::netWmStrutPartial},
+    {"_NET_FRAME_EXTENTS", &Atoms::netFrameExtents},
+    {"_NET_REQUEST_FRAME_EXTENTS", &Atoms::netRequestFrameExtents},
+    {"_GTK_FRAME_EXTENTS", &Atoms::gtkFrameExtents},
+    {"_NET_MOVERESIZE_WINDOW", &Atoms::netMoveresizeWindow},
+    {"_NET_WM_STATE_FULLSCREEN", &Atoms::stateFullscreen},
+    {"_NET_WM_STATE_MAXIMIZED_HORZ", &Atoms::stateMaximizedHorz},
+    {"_NET_WM_STATE_MAXIMIZED_VERT", &Atoms::stateMaximizedVert},
+    {"_NET_WM_STATE_SHADED", &Atoms::stateShaded},
+    {"_NET_WM_STATE_ABOVE", &Atoms::stateAbove},
+    {"_NET_WM_STATE_BELOW", &Atoms::stateBelow},
 };
 
 /// The first version whose QueryClientIds there is.
@@ -53,6 +71,11 @@ std::vector<std::uint32_t> Property::numbers() const {
     std::vector<std::uint32_t> values(bytes.size() / sizeof(std::uint32_t));
     if (!values.empty()) std::memcpy(values.data(), bytes.data(), values.size() * sizeof values[0]);
     return values;
+}
+
+std::optional<std::uint32_t> Property::firstNumber() const {
+    const auto values = numbers();
+    return values.empty() ? std::nullopt : std::optional(values.front());
 }
 
 std::vector<std::string> Property::texts() const {
@@ -108,6 +131,8 @@ bool Server::prepare(int screen) {
             version && std::pair(version->server_major, version->server_minor) >=
                            std::pair<std::uint16_t, std::uint16_t>(resMajor, resMinor);
     }
+    const auto* randr = xcb_get_extension_data(get(), &xcb_randr_id);
+    tellsMonitors_ = randr && randr->present;
     return !failed();
 }
 
@@ -167,8 +192,37 @@ void* Server::waitForReply(unsigned sequence, Deadline deadline) {
             late_ = true;
             break;
         }
-        pollfd readable{xcb_get_file_descriptor(get()), POLLIN, 0};
-        ::poll(&readable, 1, static_cast<int>(left.count()));
+        waitForInput(left);
+    }
+    return nullptr;
+}
+
+void Server::waitForInput(std::chrono::milliseconds longest) const {
+    pollfd readable{xcb_get_file_descriptor(get()), POLLIN, 0};
+    ::poll(&readable, 1, static_cast<int>(longest.count()));
+}
+
+void Server::ask(xcb_window_t window, xcb_atom_t type,
+                 const std::array<std::uint32_t, 5>& data) const {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = type;
+    std::ranges::copy(data, message.data.data32);
+    xcb_send_event(get(), 0, root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&message));
+}
+
+Reply<xcb_generic_event_t> Server::event(Deadline deadline) {
+    using namespace std::chrono;
+    xcb_flush(get());
+    while (!failed()) {
+        if (Reply<xcb_generic_event_t> event{xcb_poll_for_event(get())}) return event;
+        const auto left = ceil<milliseconds>(deadline - steady_clock::now());
+        if (left <= milliseconds(0)) break;
+        waitForInput(left);
     }
     return nullptr;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <cstdint>
 #include <cstdlib>
@@ -8,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <sys/types.h>
@@ -17,6 +19,11 @@
 namespace corvane::x11 {
 
 using Deadline = std::chrono::steady_clock::time_point;
+
+/// As long as any operation of the seam waits.
+inline Deadline halfASecondFromNow() {
+    return std::chrono::steady_clock::now() + std::chrono::milliseconds(500);
+}
 
 struct Free {
     void operator()(void* memory) const { std::free(memory); }
@@ -51,6 +58,23 @@ struct Atoms {
     xcb_atom_t gtkApplicationId = 0;
     xcb_atom_t bamfDesktopFile = 0;
     xcb_atom_t kdeDesktopFile = 0;
+    xcb_atom_t netCurrentDesktop = 0;
+    xcb_atom_t netWorkarea = 0;
+    xcb_atom_t netWmDesktop = 0;
+    xcb_atom_t netWmName = 0;
+    xcb_atom_t utf8String = 0;
+    xcb_atom_t netWmStrut = 0;
+    xcb_atom_t netWmStrutPartial = 0;
+    xcb_atom_t netFrameExtents = 0;
+    xcb_atom_t netRequestFrameExtents = 0;
+    xcb_atom_t gtkFrameExtents = 0;
+    xcb_atom_t netMoveresizeWindow = 0;
+    xcb_atom_t stateFullscreen = 0;
+    xcb_atom_t stateMaximizedHorz = 0;
+    xcb_atom_t stateMaximizedVert = 0;
+    xcb_atom_t stateShaded = 0;
+    xcb_atom_t stateAbove = 0;
+    xcb_atom_t stateBelow = 0;
 };
 
 /// A window's property; empty where it is absent.
@@ -63,6 +87,7 @@ struct Property {
     bool exists() const { return type != XCB_NONE; }
     /// The values of a property of 32-bit ones; none for another format.
     std::vector<std::uint32_t> numbers() const;
+    std::optional<std::uint32_t> firstNumber() const;
     /// The texts between zero bytes; none for another format.
     std::vector<std::string> texts() const;
     /// The first text, or nothing at all.
@@ -83,6 +108,8 @@ public:
     bool tellsProcesses() const { return tellsProcesses_; }
     /// Of the process that listens for clients on this machine; 0 for a server on another one.
     pid_t processIdentifier() const;
+    /// The extension that tells the monitors is there.
+    bool tellsMonitors() const { return tellsMonitors_; }
     /// What of a window's id tells its client.
     std::uint32_t clientOf(xcb_window_t window) const { return window & ~idMask_; }
 
@@ -105,6 +132,11 @@ public:
         return Reply<T>(static_cast<T*>(waitForReply(cookie.sequence, deadline)));
     }
 
+    /// Asks the window manager for something about a window.
+    void ask(xcb_window_t window, xcb_atom_t type, const std::array<std::uint32_t, 5>& data) const;
+    /// The next event or late error; null where none comes in time.
+    Reply<xcb_generic_event_t> event(Deadline deadline);
+
     /// Takes events and late errors, which no one waits for, off the queue.
     void dropEvents();
     /// The connection broke or the server was too late: what was read since can't be trusted.
@@ -116,6 +148,7 @@ private:
     };
     Server() = default;
     void* waitForReply(unsigned sequence, Deadline deadline);
+    void waitForInput(std::chrono::milliseconds longest) const;
     bool prepare(int screen);
 
     std::unique_ptr<xcb_connection_t, Disconnect> connection_;
@@ -123,6 +156,7 @@ private:
     std::uint32_t idMask_ = 0;
     Atoms atoms_;
     bool tellsProcesses_ = false;
+    bool tellsMonitors_ = false;
     bool late_ = false;
 };
 
@@ -131,6 +165,20 @@ class Connection {
 public:
     /// Null where there is no display or it can't be opened by then.
     Server* server(Deadline deadline);
+
+    /// What `question` makes of the server's answers. It is put a second time where the first
+    /// attempt shows that an old connection is broken; nothing where there is no answer by then.
+    template <typename Question>
+    auto answer(Deadline deadline, Question&& question)
+        -> std::optional<decltype(question(std::declval<Server&>()))> {
+        for (int attempt = 0; attempt < 2; ++attempt) {
+            Server* const current = server(deadline);
+            if (!current) break;
+            auto result = question(*current);
+            if (!current->failed()) return result;
+        }
+        return std::nullopt;
+    }
 
 private:
     std::unique_ptr<Server> server_;

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "linux/X11WindowGeometry.h"
+
+#include <optional>
+
+namespace corvane::x11 {
+
+/// What may be asked of a window's visible frame; the rest stays.
+struct Wish {
+    std::optional<int> x = {};
+    std::optional<int> y = {};
+    std::optional<int> width = {};
+    std::optional<int> height = {};
+};
+
+/// A talk with the window manager about one window. Each operation asks, waits until the window
+/// manager has answered, and looks; where the window isn't as wanted it asks again in other words.
+/// Ends before the deadline in any case.
+class WindowControl {
+public:
+    WindowControl(Server& server, xcb_window_t window, Deadline deadline);
+    ~WindowControl();
+    WindowControl(const WindowControl&) = delete;
+
+    enum class Outcome {
+        /// The window manager did it, or as much of it as the window's steps and limits allow.
+        done,
+        windowIsGone,
+        /// The window manager said nothing, or left the window in a state in which it can't.
+        refused
+    };
+    /// Moves and resizes. A window that has to is taken out of fullscreen, maximization and shade
+    /// before.
+    Outcome place(const Wish& wish);
+    Outcome setFullscreen(bool fullscreen);
+    /// Maximizes, or back where it is maximized both ways.
+    Outcome toggleMaximized();
+
+private:
+    bool look();
+    bool approach(const Frame& target);
+    template <typename Reached>
+    bool settle(Reached&& reached, std::chrono::milliseconds quiet);
+    template <typename Reached>
+    Outcome settleState(Reached&& reached);
+    void waitForRest(std::chrono::milliseconds length);
+    bool isAnswer(const xcb_generic_event_t& event) const;
+    void requestMark() const;
+    void requestFrame(const Frame& decorated) const;
+    void requestState(bool wanted, xcb_atom_t first, xcb_atom_t second = XCB_NONE) const;
+    Outcome leaveStates();
+    bool isLate() const;
+
+    Server& server_;
+    const xcb_window_t window_;
+    /// Never shown. That the window manager tells its decorations, as it is asked to behind every
+    /// other request, shows that those have been dealt with.
+    const xcb_window_t mark_;
+    const Deadline deadline_;
+    /// As last looked at.
+    WindowGeometry now_;
+    bool exists_ = true;
+};
+
+} // namespace corvane::x11
