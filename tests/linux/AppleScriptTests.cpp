@@ -1,6 +1,8 @@
 #include "Machine.h"
+#include "foundation/Text.h"
 #include "linux/AppleScript.h"
 #include "linux/ApplicationOpener.h"
+#include "linux/LinuxAccessibility.h"
 #include "linux/LinuxScriptEngine.h"
 
 #include <filesystem>
@@ -17,12 +19,13 @@ std::string rendered(const Block& block);
 
 struct Rendering {
     std::string operator()(const Tell& tell) const {
-        const auto* application = std::get_if<Application>(&tell.target);
-        const std::string target =
-            application ? application->name
-                        : "window " + std::to_string(std::get<Window>(tell.target).index);
-        return "tell " + target + "(" + rendered(tell.body) + ")";
+        return "tell " + std::visit(*this, tell.target) + "(" + rendered(tell.body) + ")";
     }
+    std::string operator()(const Application& application) const { return application.name; }
+    std::string operator()(const Window& window) const {
+        return "window " + std::to_string(window.index);
+    }
+    std::string operator()(const Process& process) const { return "process " + process.name; }
     std::string operator()(const Try& attempt) const {
         return "try(" + rendered(attempt.body) + "|" + rendered(attempt.handler) + ")";
     }
@@ -30,6 +33,12 @@ struct Rendering {
     std::string operator()(const DoScript& script) const { return "do <" + script.command + ">"; }
     std::string operator()(const OpenLocation& open) const { return "open <" + open.url + ">"; }
     std::string operator()(const MakeTab& tab) const { return "tab <" + tab.url + ">"; }
+    std::string operator()(const Click& click) const {
+        return "click " + std::to_string(click.button) + " of " + std::to_string(click.window);
+    }
+    std::string operator()(const Keystroke& keystroke) const {
+        return "press <" + keystroke.text + ">" + text::joined(keystroke.modifiers, "+");
+    }
 };
 
 std::string rendered(const Block& block) {
@@ -56,6 +65,23 @@ std::string browserScript(const std::string& name, const std::string& url) {
            url + "\"}\n    on error\n        open location \"" + url + "\"\n    end try\nend tell";
 }
 
+std::string fullscreenScript(const std::string& name) {
+    return "tell application \"" + name + R"("
+    activate
+    tell application "System Events"
+        tell process ")" +
+           name + R"("
+            try
+                click button 2 of window 1
+            on error
+                -- Try keyboard shortcut as fallback
+                keystroke "f" using {control down, command down}
+            end try
+        end tell
+    end tell
+end tell)";
+}
+
 TEST(AppleScriptTest, readsOrSaysWhatIsWrong) {
     const std::string deep = "tell window 1 to ";
     std::string tooDeep;
@@ -70,6 +96,10 @@ TEST(AppleScriptTest, readsOrSaysWhatIsWrong) {
          "tell Terminal(activate do <one\ntwo -- (* ' ü \xff>)"},
         {browserScript("Safari", "http://a/?b#c"),
          "tell Safari(activate try(tell window 1(tab <http://a/?b#c>)|open <http://a/?b#c>))"},
+        {fullscreenScript("X"),
+         "tell X(activate tell System Events(tell process X(try(click 2 of 1|"
+         "press <f>control+command))))"},
+        {"keystroke \"q\"\nkeystroke \"w\" using shift down", "press <q> press <w>shift"},
         {"TELL Application \"X\" TO Activate", "tell X(activate)"},
         {"try\r\nactivate\rend", "try(activate|)"},
         {"activate --\"", "activate"},
@@ -91,6 +121,12 @@ TEST(AppleScriptTest, readsOrSaysWhatIsWrong) {
         {"activate\nend", "Expected expression but found \"end\"."},
         {"beep", "Expected expression but found identifier."},
         {"tell window 99999999999 to activate", "The number is too large."},
+        {fullscreenScript("a\"b"), "Expected end of line but found identifier."},
+        {"click button 2", "Expected \"of\" but found end of script."},
+        {"click button of window 1", "Expected number but found \"of\"."},
+        {"keystroke \"f\" using {}", "Expected expression but found \"}\"."},
+        {"keystroke \"f\" using {command down", "Expected \"}\" but found end of script."},
+        {"keystroke \"f\" using {command}", "Expected \"down\" but found \"}\"."},
         {tooDeep, "The script is nested too deeply."},
     };
     for (const auto& [source, expected] : cases)
@@ -131,7 +167,9 @@ protected:
                                        activated_.push_back(process);
                                        return true;
                                    }}};
-    LinuxScriptEngine engine_{opener_};
+    x11::Connection display_;
+    LinuxAccessibility accessibility_{display_};
+    LinuxScriptEngine engine_{opener_, accessibility_};
 };
 
 TEST_F(ScriptEngineTest, terminalTakesTheCommandAsOneWord) {
@@ -175,6 +213,38 @@ TEST_F(ScriptEngineTest, aBrowserGetsTheAddress) {
     EXPECT_EQ(records("browser", 1), std::vector<std::string>{"http://c"});
     EXPECT_EQ(errorOf("open location \"http://d\""), "");
     EXPECT_EQ(records("web", 1), std::vector<std::string>{"http://d"});
+}
+
+TEST_F(ScriptEngineTest, systemEventsKnowsRunningProcesses) {
+    running_.resize(1);
+    running_[0].processIdentifier = 7;
+    running_[0].localizedName = "Einer";
+    EXPECT_EQ(errorOf("tell application \"einer\" to activate"), "");
+    EXPECT_EQ(activated_, std::vector{7}) << "though it isn't installed";
+    const auto toProcess = [](const std::string& name, const std::string& command) {
+        return "tell application \"System Events\" to tell process \"" + name + "\" to " + command;
+    };
+    const std::string click = "click button 2 of window 1";
+    const std::string press = "keystroke \"f\" using {command down, control down}";
+    EXPECT_EQ(errorOf(toProcess("Einer", "activate")), "");
+    const std::vector<std::pair<std::string, std::string>> failures{
+        {fullscreenScript("Keiner"), "-1728 Can’t get application \"Keiner\"."},
+        {toProcess("Keiner", click), "-1728 System Events got an error: Can’t get process "
+                                     "\"Keiner\"."},
+        {"tell process \"Einer\" to activate", "-1728 Can’t get process \"Einer\"."},
+        {"tell application \"Einer\" to " + click,
+         "-1708 Einer got an error: Can’t continue click."},
+        {toProcess("Einer", click), "-1719 System Events got an error: Can’t get window 1 of "
+                                    "process \"Einer\". Invalid index."},
+        {toProcess("Einer", press),
+         "-10000 System Events got an error: AppleEvent handler failed."},
+        {toProcess("Einer", "keystroke \"q\" using command down"),
+         "-1708 System Events got an error: Can’t continue keystroke."},
+        {fullscreenScript("Einer"),
+         "-10000 System Events got an error: AppleEvent handler failed."},
+    };
+    for (const auto& [source, failure] : failures)
+        EXPECT_EQ(errorOf(source), failure) << source;
 }
 
 TEST_F(ScriptEngineTest, failuresHaveAppleScriptsNumbers) {

@@ -2,6 +2,7 @@
 
 #include "Machine.h"
 #include "linux/RunningApplications.h"
+#include "linux/X11WindowGeometry.h"
 
 #include <csignal>
 #include <cstdlib>
@@ -64,9 +65,12 @@ public:
         set(window, "WM_CLIENT_MACHINE", machine);
         return window;
     }
-    xcb_window_t make() {
+    xcb_window_t make(const x11::Frame& frame = {0, 0, 90, 90}) {
         const auto window = xcb_generate_id(connection_);
-        xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window, screen_->root, 0, 0, 90, 90, 0,
+        xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window, screen_->root,
+                          static_cast<std::int16_t>(frame.x), static_cast<std::int16_t>(frame.y),
+                          static_cast<std::uint16_t>(frame.width),
+                          static_cast<std::uint16_t>(frame.height), 0,
                           XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
         return window;
     }
@@ -78,10 +82,17 @@ public:
         return reply->atom;
     }
     void set(xcb_window_t window, const std::string& property, const std::string& bytes,
-             std::uint8_t format = 8) {
-        xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, atom(property),
-                            XCB_ATOM_STRING, format,
-                            static_cast<std::uint32_t>(bytes.size() * 8 / format), bytes.data());
+             std::uint8_t format = 8, xcb_atom_t type = XCB_ATOM_STRING) {
+        xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, atom(property), type,
+                            format, static_cast<std::uint32_t>(bytes.size() * 8 / format),
+                            bytes.data());
+    }
+    void set(xcb_window_t window, const std::string& property,
+             const std::vector<std::uint32_t>& values, xcb_atom_t type) {
+        set(window, property,
+            {reinterpret_cast<const char*>(values.data()), values.size() * sizeof values[0]}, 32,
+            type);
+        xcb_flush(connection_);
     }
     void set(xcb_window_t window, const std::string& property, std::uint32_t value) {
         set(window, property, {reinterpret_cast<const char*>(&value), sizeof value}, 32);
@@ -118,21 +129,8 @@ private:
 class DisplayTest : public testing::Test {
 protected:
     void SetUp() override {
-        int ends[2];
-        ASSERT_EQ(pipe2(ends, 0), 0);
-        std::vector<std::string> command{
-            "Xvfb",       "-noreset",  "-displayfd", std::to_string(ends[1]), "-screen", "0",
-            "800x600x24", "-nolisten", "tcp"};
-        if (!serverTellsProcesses()) command.insert(command.end(), {"-extension", "X-Resource"});
-        server_.emplace(command);
-        close(ends[1]);
-        char number[16] = {};
-        ASSERT_GT(::read(ends[0], number, sizeof number - 1), 0);
-        close(ends[0]);
-        display_.emplace("DISPLAY", ":" + std::to_string(std::atoi(number)));
-        manager_.emplace(std::vector<std::string>{"openbox"});
-        probe_.emplace();
-        ASSERT_TRUE(comesTrue([this] { return managesWindows(); }));
+        startServer("800x600x24");
+        startManager({"openbox"});
         ASSERT_TRUE(windowsBecome(0));
         std::filesystem::remove(place("emulators/x-terminal-emulator"));
         std::filesystem::create_symlink("/usr/bin/xterm", place("emulators/x-terminal-emulator"));
@@ -144,6 +142,25 @@ protected:
     }
 
     virtual bool serverTellsProcesses() const { return true; }
+    void startServer(const std::string& screen) {
+        int ends[2];
+        ASSERT_EQ(pipe2(ends, 0), 0);
+        std::vector<std::string> command{
+            "Xvfb", "-noreset",  "-displayfd", std::to_string(ends[1]), "-screen", "0",
+            screen, "-nolisten", "tcp"};
+        if (!serverTellsProcesses()) command.insert(command.end(), {"-extension", "X-Resource"});
+        server_.emplace(command);
+        close(ends[1]);
+        char number[16] = {};
+        ASSERT_GT(::read(ends[0], number, sizeof number - 1), 0);
+        close(ends[0]);
+        display_.emplace("DISPLAY", ":" + std::to_string(std::atoi(number)));
+    }
+    void startManager(const std::vector<std::string>& command) {
+        manager_.emplace(command);
+        probe_.emplace();
+        ASSERT_TRUE(comesTrue([this] { return managesWindows(); }));
+    }
     /// A window that comes while the manager starts escapes it, so each try has a new one.
     bool managesWindows() {
         const auto window = probe_->make();
