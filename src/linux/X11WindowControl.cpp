@@ -18,6 +18,7 @@ constexpr auto rest = 60ms;
 constexpr auto restWithShadows = 100ms;
 /// For a last look, which the server answers at once.
 constexpr auto reserve = 50ms;
+constexpr auto reserveForMove = 150ms;
 
 constexpr std::uint32_t fromPager = 2;
 
@@ -183,12 +184,13 @@ bool WindowControl::settle(Reached&& reached, std::chrono::milliseconds quiet) {
         until = std::min(latest, still);
         if (!look() || reached()) return true;
     }
-    return isAnswered;
+    // Where nothing had to change, not every window manager says so.
+    return isAnswered || !look() || reached();
 }
 
 void WindowControl::waitForRest(std::chrono::milliseconds length) {
     const auto fromNow = [&] {
-        return std::min(deadline_ - reserve, std::chrono::steady_clock::now() + length);
+        return std::min(deadline_ - reserveForMove, std::chrono::steady_clock::now() + length);
     };
     Deadline until = fromNow();
     while (const auto event = server_.event(until)) {

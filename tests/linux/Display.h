@@ -4,6 +4,7 @@
 #include "linux/RunningApplications.h"
 #include "linux/X11WindowGeometry.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -87,8 +88,8 @@ public:
                             format, static_cast<std::uint32_t>(bytes.size() * 8 / format),
                             bytes.data());
     }
-    void set(xcb_window_t window, const std::string& property,
-             const std::vector<std::uint32_t>& values, xcb_atom_t type) {
+    void setList(xcb_window_t window, const std::string& property,
+                 const std::vector<std::uint32_t>& values, xcb_atom_t type = XCB_ATOM_CARDINAL) {
         set(window, property,
             {reinterpret_cast<const char*>(values.data()), values.size() * sizeof values[0]}, 32,
             type);
@@ -173,6 +174,11 @@ protected:
     }
     bool windowsBecome(std::size_t count) {
         return comesTrue([&] { return probe_->managed().size() == count; });
+    }
+    /// Shows a window of this process and waits until it is managed.
+    void show(xcb_window_t window) {
+        probe_->show(window);
+        EXPECT_TRUE(comesTrue([&] { return std::ranges::count(probe_->managed(), window) > 0; }));
     }
     bool lists(std::size_t count) {
         return comesTrue([&] { return running_.list().size() == count; });

@@ -1,0 +1,130 @@
+#include "Windows.h"
+#include "foundation/Text.h"
+
+using namespace corvane;
+using namespace corvane::machine;
+
+namespace {
+
+class WindowListTest : public WindowsTest {
+protected:
+    /// A shown window of this process whose decorations the window manager leaves out.
+    xcb_window_t make(const std::string& title, const x11::Frame& frame) {
+        const auto window = probe_->make(frame);
+        probe_->set(window, "_NET_WM_NAME", title, 8, probe_->atom("UTF8_STRING"));
+        constexpr std::uint32_t decorationsGiven = 2;
+        probe_->setList(window, "_MOTIF_WM_HINTS", {decorationsGiven, 0, 0, 0, 0},
+                        probe_->atom("_MOTIF_WM_HINTS"));
+        // Places itself.
+        constexpr std::uint32_t userPosition = 1;
+        probe_->setList(window, "WM_NORMAL_HINTS",
+                        std::vector<std::uint32_t>{userPosition, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
+                                                   0, 0, 0, 0, 0},
+                        XCB_ATOM_WM_SIZE_HINTS);
+        return window;
+    }
+    void setAtom(xcb_window_t window, const std::string& property, const std::string& value) {
+        probe_->setList(window, property, {probe_->atom(value)}, XCB_ATOM_ATOM);
+    }
+    /// Front to back: title, layer and frame.
+    std::string all() {
+        std::vector<std::string> lines;
+        const auto windows = list_.onScreenWindows();
+        for (const auto& window : windows.value()) {
+            lines.push_back(window.name.value_or("?") + " " + std::to_string(*window.layer) + " " +
+                            frameOf(*window.bounds));
+        }
+        return text::joined(lines, "; ");
+    }
+    bool becomes(const std::string& expected) {
+        std::string last;
+        const bool came = comesTrue([&] { return (last = all()) == expected; });
+        EXPECT_EQ(last, expected);
+        return came;
+    }
+};
+
+TEST_F(WindowListTest, showsWhatAPersonSeesFrontToBack) {
+    const auto desktop = make("desktop", {0, 0, 1440, 900});
+    setAtom(desktop, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP");
+    const auto dock = make("dock", {0, 870, 1440, 30});
+    setAtom(dock, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DOCK");
+    const auto below = make("below", {10, 10, 200, 100});
+    setAtom(below, "_NET_WM_STATE", "_NET_WM_STATE_BELOW");
+    const auto above = make("above", {20, 20, 200, 100});
+    setAtom(above, "_NET_WM_STATE", "_NET_WM_STATE_ABOVE");
+    const auto shadowed = make("sh\xc3\xa4"
+                               "dowed \xff",
+                               {30, 30, 200, 100});
+    probe_->setList(shadowed, "_GTK_FRAME_EXTENTS", {10, 11, 12, 13});
+    const auto mad = make("", {40, 40, 200, 100});
+    probe_->setList(mad, "_GTK_FRAME_EXTENTS", {1, 2, 3, 0xFFFFFFFF});
+    probe_->remove(mad, "_NET_WM_NAME");
+    probe_->set(mad, "WM_NAME", "latin \xe4");
+    const auto elsewhere = make("elsewhere", {50, 50, 200, 100});
+    probe_->setList(elsewhere, "_NET_WM_DESKTOP", {1});
+    const auto everywhere = make("everywhere", {60, 60, 200, 100});
+    probe_->setList(everywhere, "_NET_WM_DESKTOP", {0xFFFFFFFF});
+    const auto iconified = make("iconified", {70, 70, 200, 100});
+    for (const auto each :
+         {everywhere, elsewhere, above, shadowed, desktop, iconified, dock, mad, below})
+        show(each);
+    ASSERT_TRUE(runs("xdotool windowminimize " + std::to_string(iconified)));
+    const std::string back = "; everywhere 0 60,60 200x100; below -1 10,10 200x100; desktop "
+                             "-2147483623 0,0 1440x900";
+    const std::string front = "dock 20 0,870 1440x30; above 3 20,20 200x100; ";
+    const std::string shadow = "sh\xc3\xa4"
+                               "dowed \xef\xbf\xbd 0 40,42 179x75";
+    const std::string latin = "latin \xc3\xa4 0 40,40 200x100";
+    becomes(front + latin + "; " + shadow + back);
+    ASSERT_TRUE(runs("wmctrl -ia " + std::to_string(shadowed)));
+    becomes(front + shadow + "; " + latin + back);
+
+    const auto first = list_.onScreenWindows()->front();
+    EXPECT_EQ(first.number, dock);
+    EXPECT_EQ(first.ownerPID, getpid());
+    EXPECT_EQ(first.ownerName, running_.list().at(0).localizedName);
+    probe_->close(mad);
+    probe_->close(shadowed);
+    ASSERT_TRUE(runs("wmctrl -s 1"));
+    becomes(
+        "elsewhere 0 50,50 200x100; everywhere 0 60,60 200x100; desktop -2147483623 0,0 1440x900");
+}
+
+TEST_F(WindowListTest, countsTheDecorations) {
+    const auto window = probe_->make({100, 120, 300, 200});
+    show(window);
+    // Openbox's frames are just as large as what it draws.
+    const auto deadline = x11::halfASecondFromNow();
+    auto& server = *connection_.server(deadline);
+    const auto frame =
+        server.reply<xcb_query_tree_reply_t>(xcb_query_tree(server.get(), window), deadline)
+            ->parent;
+    ASSERT_NE(frame, server.root());
+    const auto outer = geometryOf(frame)->client;
+    EXPECT_GT(outer.height, 200);
+    EXPECT_EQ(listed(window), frameText(outer.x, outer.y, outer.width, outer.height));
+    EXPECT_EQ(frameOf(firstWindowOf(getpid())), listed(window));
+}
+
+TEST_F(WindowListTest, asksTheServerWhereTheWindowManagerIsSilent) {
+    for (const auto* title : {"one", "two", "three"})
+        show(make(title, {10, 10, 200, 100}));
+    const std::string frame = " 0 10,10 200x100";
+    const auto vanished = probe_->make();
+    const auto windows = probe_->managed();
+    manager_.reset();
+    probe_->close(vanished);
+    ASSERT_TRUE(comesTrue([&] { return !geometryOf(vanished); }));
+    probe_->setList(probe_->root(), "_NET_CLIENT_LIST",
+                    {windows[2], vanished, windows[0], windows[1]}, XCB_ATOM_WINDOW);
+    probe_->remove(probe_->root(), "_NET_CLIENT_LIST_STACKING");
+    becomes("three" + frame + "; two" + frame + "; one" + frame);
+    ASSERT_TRUE(runs("xdotool windowraise " + std::to_string(windows[1])));
+    probe_->remove(probe_->root(), "_NET_CLIENT_LIST");
+    becomes("two" + frame + "; three" + frame + "; one" + frame);
+    server_.reset();
+    EXPECT_FALSE(list_.onScreenWindows());
+}
+
+} // namespace

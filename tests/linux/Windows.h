@@ -1,0 +1,95 @@
+#pragma once
+
+#include "Display.h"
+#include "linux/LinuxAccessibility.h"
+#include "linux/LinuxDisplays.h"
+#include "linux/LinuxWindowList.h"
+#include "linux/X11WindowGeometry.h"
+
+#include <chrono>
+#include <sstream>
+
+namespace corvane::machine {
+
+/// A command that a person could give, found along PATH.
+inline bool runs(const std::string& command) {
+    return std::system((command + " >/dev/null 2>&1").c_str()) == 0;
+}
+
+inline std::string frameText(double x, double y, double width, double height) {
+    std::ostringstream text;
+    text << x << "," << y << " " << width << "x" << height;
+    return text.str();
+}
+
+/// A display of 1440 by 900 pixels with a window manager, and the seam's view of it.
+class WindowsTest : public DisplayTest {
+protected:
+    void SetUp() override { start({"openbox"}); }
+
+    void start(const std::vector<std::string>& manager) {
+        // Where there is none, programs start one that stays.
+        std::filesystem::remove(place("bus"));
+        place("runtime/any");
+        bus_.emplace(std::vector<std::string>{"dbus-daemon", "--session", "--nofork", "--nopidfile",
+                                              "--address=" + busAddress()});
+        ASSERT_TRUE(comesTrue([] { return std::filesystem::exists(place("bus")); }));
+        startServer("1440x900x24");
+        startManager(manager);
+    }
+    static std::string busAddress() { return "unix:path=" + place("bus"); }
+
+    /// The frame of a window as the list has it, or "none".
+    std::string listed(xcb_window_t window) {
+        const auto windows = list_.onScreenWindows();
+        for (const auto& each : windows.value()) {
+            if (each.number == window) return frameOf(*each.bounds);
+        }
+        return "none";
+    }
+    static std::string frameOf(const WindowBounds& bounds) {
+        return frameText(*bounds.x, *bounds.y, *bounds.width, *bounds.height);
+    }
+    /// The frame as Accessibility reads it, or "gone".
+    std::string frameOf(const AccessibilityWindow& window) {
+        const auto position = accessibility_.position(window);
+        const auto size = accessibility_.size(window);
+        return position && size ? frameText(position->x, position->y, size->width, size->height)
+                                : "gone";
+    }
+    /// What was answered to both, and the frame behind it.
+    std::string placed(const AccessibilityWindow& window, const x11::Frame& frame) {
+        const int position = accessibility_.setPosition(window, {double(frame.x), double(frame.y)});
+        const int size =
+            accessibility_.setSize(window, {double(frame.width), double(frame.height)});
+        return (position == 0 && size == 0
+                    ? ""
+                    : std::to_string(position) + " " + std::to_string(size) + " ") +
+               frameOf(window);
+    }
+    std::optional<x11::WindowGeometry> geometryOf(xcb_window_t window) {
+        const auto deadline = x11::halfASecondFromNow();
+        auto* server = connection_.server(deadline);
+        return x11::readGeometry(*server, x11::requestGeometry(*server, window), deadline);
+    }
+    /// The first window of a process, as soon as there is one.
+    AccessibilityWindow firstWindowOf(pid_t process) {
+        std::optional<std::vector<AccessibilityWindow>> windows;
+        EXPECT_TRUE(comesTrue([&] {
+            windows = accessibility_.windows(process);
+            return windows && !windows->empty();
+        }));
+        return windows && !windows->empty() ? windows->front() : AccessibilityWindow{};
+    }
+
+    std::optional<Program> bus_;
+    ScopedVariable address_{"DBUS_SESSION_BUS_ADDRESS", busAddress()};
+    ScopedVariable accessibilityBridge_{"NO_AT_BRIDGE", "1"};
+    ScopedVariable settings_{"GSETTINGS_BACKEND", "memory"};
+    x11::Connection connection_;
+    LinuxDisplays displays_{connection_};
+    LinuxWindowList list_{connection_, running_};
+    LinuxAccessibility accessibility_{connection_};
+};
+
+} // namespace corvane::machine
