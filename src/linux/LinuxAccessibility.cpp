@@ -176,7 +176,7 @@ int LinuxAccessibility::control(const AccessibilityWindow& window, const Act& ac
     if (!server) return cannotComplete;
     if (!found->isOwned) return invalidElement;
     const auto outcome = [&] {
-        x11::WindowControl control(*server, idOf(window), deadline);
+        x11::WindowControl control(*server, idOf(window), habits_, deadline);
         return act(control, found->primary);
     }();
     if (server->failed()) return cannotComplete;

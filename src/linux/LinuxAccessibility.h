@@ -54,6 +54,7 @@ private:
     };
 
     x11::Connection& connection_;
+    x11::ManagerHabits habits_;
     std::optional<Placed> lastPlaced_;
 };
 

@@ -256,17 +256,20 @@ Clients clients(Server& server, Deadline deadline) {
     return result;
 }
 
-std::vector<OwnedWindow> ownedWindows(Server& server, Deadline deadline) {
+std::vector<xcb_window_t> clientWindowIds(Server& server, Deadline deadline) {
     constexpr std::uint32_t longestList = 4096;
     const auto& atoms = server.atoms();
     const auto byAge = server.requestProperty(server.root(), atoms.netClientList, longestList);
     const auto stacking =
         server.requestProperty(server.root(), atoms.netClientListStacking, longestList);
+    const Property age = server.property(byAge, deadline);
+    return listedWindows(server, age, server.property(stacking, deadline), deadline);
+}
+
+std::vector<OwnedWindow> ownedWindows(Server& server, Deadline deadline) {
     std::optional<xcb_res_query_client_ids_cookie_t> processIds;
     if (server.tellsProcesses()) processIds = requestProcesses(server);
-
-    const Property age = server.property(byAge, deadline);
-    const auto windows = listedWindows(server, age, server.property(stacking, deadline), deadline);
+    const auto windows = clientWindowIds(server, deadline);
     const auto processes = processIds ? readProcesses(server, *processIds, deadline) : Processes();
     return withProcesses(server, windows, processes, deadline);
 }

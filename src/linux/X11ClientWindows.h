@@ -54,12 +54,14 @@ struct Clients {
 /// `server.failed()` behind it.
 Clients clients(Server& server, Deadline deadline);
 
+/// The same windows in the same order, for those who need no more of them.
+std::vector<xcb_window_t> clientWindowIds(Server& server, Deadline deadline);
+
 /// A client window and its process, which is 0 as above.
 struct OwnedWindow {
     xcb_window_t window = XCB_NONE;
     pid_t processIdentifier = 0;
 };
-/// The same windows in the same order, for those who need no more of them.
 std::vector<OwnedWindow> ownedWindows(Server& server, Deadline deadline);
 /// The process of a window's client, the server's word before the client's; 0 as above, and where
 /// the window is gone.

@@ -33,13 +33,14 @@ int distance(const Frame& a, const Frame& b) {
            std::abs(a.height - b.height);
 }
 
-/// The decorated frame that makes the visible one so, by the window's margins of now.
+/// What to ask a window manager for, so that the visible frame becomes that one by the margins of
+/// now: the place of the decorated frame, and the size of the client's.
 Frame aimAt(const Frame& visible, const WindowGeometry& geometry) {
     const Frame seen = geometry.visible();
     const Frame decorated = geometry.decorated();
     return {visible.x + decorated.x - seen.x, visible.y + decorated.y - seen.y,
-            visible.width + decorated.width - seen.width,
-            visible.height + decorated.height - seen.height};
+            std::max(1, visible.width + geometry.client.width - seen.width),
+            std::max(1, visible.height + geometry.client.height - seen.height)};
 }
 
 bool isBound(const WindowStates& states) {
@@ -49,8 +50,10 @@ bool isBound(const WindowStates& states) {
 
 } // namespace
 
-WindowControl::WindowControl(Server& server, xcb_window_t window, Deadline deadline)
-    : server_(server), window_(window), mark_(xcb_generate_id(server.get())), deadline_(deadline) {
+WindowControl::WindowControl(Server& server, xcb_window_t window, ManagerHabits& habits,
+                             Deadline deadline)
+    : server_(server), window_(window), mark_(xcb_generate_id(server.get())), habits_(habits),
+      deadline_(deadline) {
     const std::uint32_t changes = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_create_window(server_.get(), XCB_COPY_FROM_PARENT, mark_, server_.root(), -1, -1, 1, 1, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK,
@@ -169,8 +172,8 @@ bool WindowControl::look() {
     return exists_;
 }
 
-/// Waits until `reached` holds, or the window manager has answered and nothing has happened since
-/// for that long. False where it doesn't answer in time.
+/// Waits until the window manager has dealt with all requests and `reached` holds, or nothing has
+/// happened since for that long. False where it doesn't answer in time.
 template <typename Reached>
 bool WindowControl::settle(Reached&& reached, std::chrono::milliseconds quiet) {
     requestMark();
@@ -180,12 +183,15 @@ bool WindowControl::settle(Reached&& reached, std::chrono::milliseconds quiet) {
     while (const auto event = server_.event(until)) {
         if (!isAnswer(*event)) continue;
         isAnswered = true;
-        const auto still = std::chrono::steady_clock::now() + quiet;
-        until = std::min(latest, still);
+        // What is still to be dealt with could change the window once more.
+        if (habits_.answersMarks && openMarks_ > 0) continue;
         if (!look() || reached()) return true;
+        const auto still = habits_.answersMarks ? quiet : 2 * quiet;
+        until = std::min(latest, std::chrono::steady_clock::now() + still);
     }
+    if (isAnswered && openMarks_ > 0) habits_.answersMarks = false;
     // Where nothing had to change, not every window manager says so.
-    return isAnswered || !look() || reached();
+    return !look() || reached() || isAnswered;
 }
 
 void WindowControl::waitForRest(std::chrono::milliseconds length) {
@@ -199,7 +205,8 @@ void WindowControl::waitForRest(std::chrono::milliseconds length) {
     look();
 }
 
-bool WindowControl::isAnswer(const xcb_generic_event_t& event) const {
+/// A sign of the window manager's that the window has changed or that a mark is reached.
+bool WindowControl::isAnswer(const xcb_generic_event_t& event) {
     constexpr int sent = 0x80;
     const auto& atoms = server_.atoms();
     switch (event.response_type & ~sent) {
@@ -211,30 +218,32 @@ bool WindowControl::isAnswer(const xcb_generic_event_t& event) const {
         return reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == window_;
     case XCB_PROPERTY_NOTIFY: {
         const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-        return change.window == mark_ || change.atom == atoms.netFrameExtents ||
-               change.atom == atoms.gtkFrameExtents || change.atom == atoms.netWmState;
+        if (change.window == mark_) {
+            habits_.answersMarks = true;
+            openMarks_ = std::max(0, openMarks_ - 1);
+            return true;
+        }
+        return change.window == window_ &&
+               (change.atom == atoms.netFrameExtents || change.atom == atoms.gtkFrameExtents ||
+                change.atom == atoms.netWmState);
     }
     default:
         return false;
     }
 }
 
-void WindowControl::requestMark() const {
+void WindowControl::requestMark() {
+    ++openMarks_;
     server_.ask(mark_, server_.atoms().netRequestFrameExtents, {});
 }
 
-void WindowControl::requestFrame(const Frame& decorated) const {
+void WindowControl::requestFrame(const Frame& aim) const {
     constexpr std::uint32_t northWest = 1;
     constexpr std::uint32_t allValues = 0xF << 8;
-    const Margins margins = now_.decorations;
-    const auto clientSize = [](int size, int near, int far) {
-        return static_cast<std::uint32_t>(std::max(1, size - near - far));
-    };
     server_.ask(window_, server_.atoms().netMoveresizeWindow,
-                {northWest | allValues | fromPager << 12, static_cast<std::uint32_t>(decorated.x),
-                 static_cast<std::uint32_t>(decorated.y),
-                 clientSize(decorated.width, margins.left, margins.right),
-                 clientSize(decorated.height, margins.top, margins.bottom)});
+                {northWest | allValues | fromPager << 12, static_cast<std::uint32_t>(aim.x),
+                 static_cast<std::uint32_t>(aim.y), static_cast<std::uint32_t>(aim.width),
+                 static_cast<std::uint32_t>(aim.height)});
 }
 
 void WindowControl::requestState(bool wanted, xcb_atom_t first, xcb_atom_t second) const {

@@ -14,12 +14,17 @@ struct Wish {
     std::optional<int> height = {};
 };
 
+/// What is learnt about the window manager from one talk to the next.
+struct ManagerHabits {
+    bool answersMarks = false;
+};
+
 /// A talk with the window manager about one window. Each operation asks, waits until the window
 /// manager has answered, and looks; where the window isn't as wanted it asks again in other words.
 /// Ends before the deadline in any case.
 class WindowControl {
 public:
-    WindowControl(Server& server, xcb_window_t window, Deadline deadline);
+    WindowControl(Server& server, xcb_window_t window, ManagerHabits& habits, Deadline deadline);
     ~WindowControl();
     WindowControl(const WindowControl&) = delete;
 
@@ -45,18 +50,20 @@ private:
     template <typename Reached>
     Outcome settleState(Reached&& reached);
     void waitForRest(std::chrono::milliseconds length);
-    bool isAnswer(const xcb_generic_event_t& event) const;
-    void requestMark() const;
-    void requestFrame(const Frame& decorated) const;
+    bool isAnswer(const xcb_generic_event_t& event);
+    void requestMark();
+    void requestFrame(const Frame& aim) const;
     void requestState(bool wanted, xcb_atom_t first, xcb_atom_t second = XCB_NONE) const;
     Outcome leaveStates();
     bool isLate() const;
 
     Server& server_;
     const xcb_window_t window_;
-    /// Never shown. That the window manager tells its decorations, as it is asked to behind every
-    /// other request, shows that those have been dealt with.
+    /// Never shown. Behind every other request the window manager is asked to tell what decorations
+    /// it would have; when it does, most of them have dealt with the request before.
     const xcb_window_t mark_;
+    int openMarks_ = 0;
+    ManagerHabits& habits_;
     const Deadline deadline_;
     /// As last looked at.
     WindowGeometry now_;

@@ -57,7 +57,7 @@ struct WindowGeometry {
     bool isOnScreen(std::optional<std::uint32_t> currentDesktop) const;
     /// What a person sees of the window.
     Frame visible() const;
-    /// Where the decorations begin, which is what a window manager is asked for.
+    /// With the decorations, and with shadows that the client draws.
     Frame decorated() const;
 };
 

@@ -72,27 +72,36 @@ void addStruts(std::vector<Strut>& struts, const std::vector<std::uint32_t>& val
     }
 }
 
+/// Nearly all windows have none, so only those that do are looked at more closely.
 std::vector<Strut> panelsStruts(Server& server, std::optional<std::uint32_t> currentDesktop,
                                 Deadline deadline) {
     struct Request {
+        xcb_window_t window;
         xcb_get_property_cookie_t partial;
         xcb_get_property_cookie_t whole;
+    };
+    struct Panel {
+        std::vector<std::uint32_t> values;
         GeometryRequest geometry;
     };
     const auto& atoms = server.atoms();
     std::vector<Request> requests;
-    for (const auto& [window, process] : ownedWindows(server, deadline)) {
-        requests.push_back({server.requestProperty(window, atoms.netWmStrutPartial),
-                            server.requestProperty(window, atoms.netWmStrut),
-                            requestGeometry(server, window)});
+    for (const auto window : clientWindowIds(server, deadline)) {
+        requests.push_back({window, server.requestProperty(window, atoms.netWmStrutPartial),
+                            server.requestProperty(window, atoms.netWmStrut)});
     }
-    std::vector<Strut> struts;
+    std::vector<Panel> panels;
     for (const auto& request : requests) {
         const auto partial = server.property(request.partial, deadline);
         const auto whole = server.property(request.whole, deadline);
-        const auto geometry = readGeometry(server, request.geometry, deadline);
-        if (!geometry || !geometry->isOnScreen(currentDesktop)) continue;
-        addStruts(struts, (partial.exists() ? partial : whole).numbers());
+        if (!partial.exists() && !whole.exists()) continue;
+        panels.push_back({(partial.exists() ? partial : whole).numbers(),
+                          requestGeometry(server, request.window)});
+    }
+    std::vector<Strut> struts;
+    for (const auto& panel : panels) {
+        const auto geometry = readGeometry(server, panel.geometry, deadline);
+        if (geometry && geometry->isOnScreen(currentDesktop)) addStruts(struts, panel.values);
     }
     return struts;
 }

@@ -141,6 +141,10 @@ TEST_P(WindowManagerTest, fillsTheScreenAndComesBack) {
     EXPECT_EQ(accessibility_.isFullscreen(window), true);
     EXPECT_EQ(accessibility_.setFullscreen(window, false), Accessibility::success);
     EXPECT_TRUE(comesTrue([&] { return frameOf(window) == before; })) << frameOf(window);
+    // The place is right as long as it is fullscreen, and no longer when the size is set.
+    EXPECT_EQ(accessibility_.setFullscreen(window, true), Accessibility::success);
+    EXPECT_TRUE(comesTrue([&] { return frameOf(window) == "0,0 1440x900"; }));
+    EXPECT_EQ(placed(window, {0, 0, 500, 400}), "0,0 500x400");
 }
 
 TEST_P(WindowManagerTest, waitsForNoOneLongerThanHalfASecond) {

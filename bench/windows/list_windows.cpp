@@ -1,0 +1,24 @@
+#include "linux/Catalogue.h"
+#include "linux/LinuxWindowList.h"
+#include "linux/RunningApplications.h"
+
+#include <cstdio>
+
+using namespace corvane;
+
+// Prints what `wmctrl -lGp` does: number, process, frame, owner and title of each window.
+
+int main() {
+    const Catalogue catalogue;
+    RunningApplications running(catalogue);
+    x11::Connection connection;
+    LinuxWindowList list(connection, running);
+    const auto windows = list.onScreenWindows();
+    if (!windows) return 1;
+    for (const auto& window : *windows) {
+        std::printf("0x%08lx %d %g %g %g %g %s %s\n", static_cast<unsigned long>(*window.number),
+                    window.ownerPID.value_or(0), *window.bounds->x, *window.bounds->y,
+                    *window.bounds->width, *window.bounds->height,
+                    window.ownerName.value_or("?").c_str(), window.name.value_or("?").c_str());
+    }
+}

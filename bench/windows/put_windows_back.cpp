@@ -1,0 +1,27 @@
+#include "linux/LinuxAccessibility.h"
+
+#include <iostream>
+
+using namespace corvane;
+
+// put_windows_back PROCESS < FRAMES: puts windows of that process to the frames, lines of number,
+// x, y, width and height, and makes sure of each. Fails where one isn't there to the pixel.
+
+int main(int count, char** arguments) {
+    if (count < 2) return 1;
+    const auto process = static_cast<std::int32_t>(std::atoi(arguments[1]));
+    x11::Connection connection;
+    LinuxAccessibility accessibility(connection);
+    std::uint64_t number = 0;
+    Point position;
+    Size size;
+    while (std::cin >> number >> position.x >> position.y >> size.width >> size.height) {
+        const AccessibilityWindow window{process, number};
+        accessibility.setPosition(window, position);
+        accessibility.setSize(window, size);
+        if (accessibility.position(window) != position || accessibility.size(window) != size) {
+            std::cerr << number << " isn't where it should be\n";
+            return 1;
+        }
+    }
+}
