@@ -14,11 +14,6 @@ namespace {
 
 using Processes = std::map<std::uint32_t, pid_t>;
 
-std::uint32_t firstNumber(const Property& property) {
-    const auto numbers = property.numbers();
-    return numbers.empty() ? 0 : numbers.front();
-}
-
 bool contains(const std::vector<std::uint32_t>& values, std::uint32_t value) {
     return std::ranges::count(values, value) > 0;
 }
@@ -139,20 +134,6 @@ bool isThisMachine(const std::string& name) {
     return ::gethostname(own, sizeof own - 1) == 0 && name == own;
 }
 
-/// The first type that is known counts, as toolkits put their own in front.
-WindowKind kindOf(const std::vector<std::uint32_t>& types, const Atoms& atoms) {
-    for (const auto type : types) {
-        if (type == atoms.typeNormal || type == atoms.typeDialog) return WindowKind::ordinary;
-        if (type == atoms.typeDock) return WindowKind::dock;
-        if (type == atoms.typeDesktop) return WindowKind::desktop;
-        for (const auto other : {atoms.typeToolbar, atoms.typeMenu, atoms.typeUtility,
-                                 atoms.typeSplash, atoms.typeNotification}) {
-            if (type == other) return WindowKind::other;
-        }
-    }
-    return WindowKind::ordinary;
-}
-
 /// Nothing for a window that is gone by now.
 std::optional<ClientWindow> readWindow(Server& server, xcb_window_t window, const Cookies& cookies,
                                        Deadline deadline) {
@@ -163,7 +144,8 @@ std::optional<ClientWindow> readWindow(Server& server, xcb_window_t window, cons
 
     ClientWindow result{.window = window};
     if (isThisMachine(fields[machine].text())) {
-        result.processIdentifier = static_cast<pid_t>(firstNumber(fields[processIdentifier]));
+        result.processIdentifier =
+            static_cast<pid_t>(fields[processIdentifier].firstNumber().value_or(0));
     }
     const auto names = fields[windowClass].texts();
     if (!names.empty()) result.instanceName = names[0];
@@ -171,14 +153,14 @@ std::optional<ClientWindow> readWindow(Server& server, xcb_window_t window, cons
     result.gtkApplicationId = fields[gtkApplication].text();
     result.desktopFileHint = fields[bamfFile].text();
     if (result.desktopFileHint.empty()) result.desktopFileHint = fields[kdeFile].text();
-    const auto owner = firstNumber(fields[transientFor]);
+    const auto owner = fields[transientFor].firstNumber().value_or(0);
     if (owner != server.root()) result.transientFor = owner;
-    result.kind = kindOf(fields[windowType].numbers(), server.atoms());
+    result.kind = kindOf(fields[windowType], server.atoms());
     const auto states = fields[netState].numbers();
     constexpr std::uint32_t iconic = 3;
     result.skipsTaskbar = contains(states, server.atoms().stateSkipTaskbar);
-    result.isIconified =
-        contains(states, server.atoms().stateHidden) || firstNumber(fields[wmState]) == iconic;
+    result.isIconified = contains(states, server.atoms().stateHidden) ||
+                         fields[wmState].firstNumber().value_or(0) == iconic;
     return result;
 }
 
@@ -225,7 +207,7 @@ Clients clients(Server& server, Deadline deadline) {
 
     const Property age = server.property(byAge, deadline);
     const auto windows = listedWindows(server, age, server.property(stacking, deadline), deadline);
-    const auto manager = firstNumber(server.property(check, deadline));
+    const auto manager = server.property(check, deadline).firstNumber().value_or(0);
     const auto managersCheck = server.requestProperty(manager, atoms.netSupportingWmCheck);
     const auto managersProcess = server.requestProperty(manager, atoms.netWmPid);
     std::vector<Cookies> cookies;
@@ -240,9 +222,10 @@ Clients clients(Server& server, Deadline deadline) {
     };
     result.server = server.processIdentifier();
     const auto managersWord =
-        static_cast<pid_t>(firstNumber(server.property(managersProcess, deadline)));
+        static_cast<pid_t>(server.property(managersProcess, deadline).firstNumber().value_or(0));
     // One that has gone leaves its word on the root window.
-    if (manager != XCB_NONE && firstNumber(server.property(managersCheck, deadline)) == manager) {
+    if (manager != XCB_NONE &&
+        server.property(managersCheck, deadline).firstNumber().value_or(0) == manager) {
         result.hasWindowManager = true;
         result.windowManager = processOf(server.clientOf(manager), managersWord);
     }

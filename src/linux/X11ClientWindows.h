@@ -1,6 +1,7 @@
 #pragma once
 
 #include "linux/X11Connection.h"
+#include "linux/X11WindowKind.h"
 
 #include <map>
 #include <string>
@@ -9,15 +10,6 @@
 #include <sys/types.h>
 
 namespace corvane::x11 {
-
-enum class WindowKind {
-    /// A normal window or a dialog.
-    ordinary,
-    dock,
-    desktop,
-    /// A menu, a tool bar, a splash screen...
-    other
-};
 
 /// What a top-level window says of itself. Everything is the client's word and may be wrong.
 struct ClientWindow {
