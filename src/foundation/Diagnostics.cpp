@@ -24,6 +24,10 @@ void diagnostic(std::initializer_list<std::string_view> pieces) {
     sink()(line);
 }
 
+bool diagnosticsAreOn() {
+    return static_cast<bool>(sink());
+}
+
 void setDiagnosticSink(DiagnosticSink newSink) {
     sink() = std::move(newSink);
 }

@@ -11,6 +11,9 @@ namespace corvane {
 /// program ships, nothing is even put together. Any thread.
 void diagnostic(std::initializer_list<std::string_view> pieces);
 
+/// Whether a sink is set: what a line alone needs isn't worth finding out otherwise. Any thread.
+bool diagnosticsAreOn();
+
 using DiagnosticSink = std::function<void(const std::string& line)>;
 /// Replaces the sink; an empty one turns diagnostics off. Called before other threads exist.
 void setDiagnosticSink(DiagnosticSink sink);

@@ -1,6 +1,8 @@
 #include "foundation/Text.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -211,6 +213,12 @@ std::string replacingAll(std::string_view text, std::string_view from, std::stri
         result += to;
         text.remove_prefix(found + from.size());
     }
+}
+
+std::string number(double value) {
+    std::array<char, 32> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+    return {digits.data(), end};
 }
 
 } // namespace corvane::text

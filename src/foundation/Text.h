@@ -52,4 +52,7 @@ std::string joined(const std::vector<std::string>& texts, std::string_view separ
 /// `text` with every `from` replaced by `to`.
 std::string replacingAll(std::string_view text, std::string_view from, std::string_view to);
 
+/// The shortest decimal text that reads back as the same number: "800", "0.5".
+std::string number(double value);
+
 } // namespace corvane::text
