@@ -1,11 +1,13 @@
 #pragma once
 
+#include "platform/Accessibility.h"
 #include "platform/Alerts.h"
 #include "platform/Appearance.h"
 #include "platform/ApplicationObject.h"
 #include "platform/Applications.h"
 #include "platform/Bookmarks.h"
 #include "platform/Bundles.h"
+#include "platform/Displays.h"
 #include "platform/FileSystem.h"
 #include "platform/MainQueue.h"
 #include "platform/MetadataQuery.h"
@@ -15,6 +17,7 @@
 #include "platform/TaskRunner.h"
 #include "platform/UserDefaults.h"
 #include "platform/UserNotifications.h"
+#include "platform/WindowList.h"
 
 namespace corvane {
 
@@ -31,6 +34,9 @@ struct Platform {
     TaskRunner& tasks;
     ScriptEngine& scripts;
     MetadataQuery& metadataQuery;
+    Displays& displays;
+    WindowList& windowList;
+    Accessibility& accessibility;
     Alerts& alerts;
     NotificationCenter& notificationCenter;
     UserNotifications& userNotifications;

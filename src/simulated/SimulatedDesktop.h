@@ -5,6 +5,7 @@
 #include "simulated/SimulatedFiles.h"
 #include "simulated/SimulatedPanels.h"
 #include "simulated/SimulatedQueue.h"
+#include "simulated/SimulatedScreen.h"
 
 #include <map>
 #include <memory>
@@ -50,6 +51,7 @@ enum class QuitBehaviour {
 ///     script tell application "Safari"... AppleScript, line breaks as " / "
 ///     reveal file:///folder/            activateFileViewerSelecting
 ///     terminate 12 | forceTerminate 12  a running application, by process
+///     AXPosition 12/7 10,20             a set of an attribute: process, window, value
 ///     alert Title | sheet Title         an alert as it is shown
 ///     panel Title                       a file panel
 ///
@@ -89,8 +91,9 @@ public:
     /// What a task ends in, by its words joined with blanks; tasks not named are answered by the
     /// desktop itself.
     std::map<std::string, Result<TaskResult>> taskResults;
-    /// What a script ends in, by a part of its source; others succeed.
-    std::map<std::string, ScriptOutcome> scriptOutcomes;
+    /// What a script ends in, by a part of its source; others succeed. Nothing where no script can
+    /// be made of the source.
+    std::map<std::string, std::optional<ScriptOutcome>> scriptOutcomes;
     /// With no main window, alerts that would be sheets are modal.
     bool hasMainWindow = true;
     bool systemIsDark = false;
@@ -105,6 +108,10 @@ public:
     /// What the user chooses in file panels.
     SimulatedPanels panels{log};
 
+    /// Displays, and the windows of all applications.
+    SimulatedScreen screen{queue, log};
+
+    /// The windows of the program itself.
     std::vector<ApplicationWindow> windows;
 
     // What happened.
