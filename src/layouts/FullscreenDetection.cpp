@@ -1,0 +1,98 @@
+#include "layouts/FullscreenDetection.h"
+
+#include "foundation/Diagnostics.h"
+#include "layouts/WindowFrame.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+namespace corvane {
+
+namespace {
+
+constexpr double exactFitTolerance = 1.0;
+constexpr double nearFullRatio = 0.98;
+constexpr double originWindowRatio = 0.95;
+constexpr double accessibilityMatchTolerance = 5.0;
+constexpr double originTolerance = 50.0;
+constexpr Rect defaultDisplay{0, 0, 1920, 1080};
+
+bool areClose(double a, double b, double tolerance) {
+    return std::abs(a - b) <= tolerance;
+}
+
+bool covers(const Rect& frame, const Display& screen, double ratio) {
+    return frame.width >= screen.frame.width * ratio && frame.height >= screen.frame.height * ratio;
+}
+
+/// A window left of or above the primary display fits too: its position has no lower bound.
+bool fitsExactly(const Rect& frame, const Display& screen) {
+    return areClose(frame.width, screen.frame.width, exactFitTolerance) &&
+           areClose(frame.height, screen.frame.height, exactFitTolerance) &&
+           frame.x <= exactFitTolerance && frame.y <= exactFitTolerance;
+}
+
+bool isSpecialLevel(std::int64_t layer) {
+    return layer == 0 || layer == 1000 || layer == 2000;
+}
+
+bool isFullscreenByBounds(const Rect& frame, std::int64_t layer,
+                          const std::vector<Display>& screens) {
+    const auto anyScreen = [&](auto fits) { return std::ranges::any_of(screens, fits); };
+    if (layer == 0 && anyScreen([&](const auto& screen) { return fitsExactly(frame, screen); })) {
+        diagnostic({"Fullscreen detected: Layer 0 + full screen coverage (",
+                    std::to_string(static_cast<std::int64_t>(frame.width)), "x",
+                    std::to_string(static_cast<std::int64_t>(frame.height)), ")"});
+        return true;
+    }
+    if (isSpecialLevel(layer) &&
+        anyScreen([&](const auto& screen) { return covers(frame, screen, nearFullRatio); })) {
+        diagnostic({"Fullscreen detected: Special level (", std::to_string(layer),
+                    ") + near-full dimensions"});
+        return true;
+    }
+    return frame.x == 0.0 && frame.y == 0.0 &&
+           anyScreen([&](const auto& screen) { return covers(frame, screen, originWindowRatio); });
+}
+
+} // namespace
+
+bool FullscreenDetection::isPotentialFullscreenWindow(std::int64_t layer, double width,
+                                                      double height, double x, double y) const {
+    if (layer >= 0) return false;
+    const auto main = displays_.mainScreen();
+    const auto& screen = main ? main->frame : defaultDisplay;
+    return width >= screen.width && height >= screen.height && std::abs(x) < originTolerance &&
+           std::abs(y) < originTolerance;
+}
+
+bool FullscreenDetection::isWindowFullscreen(const WindowInfo& window) const {
+    const auto frame = windowFrame(window);
+    if (!frame) return false;
+    const auto layer = window.layer.value_or(0);
+    if (isFullscreenByBounds(*frame, layer, displays_.screens())) return true;
+    if (isFullscreenByAccessibility(window, *frame)) return true;
+    diagnostic(
+        {"Not fullscreen: layer=", std::to_string(layer), ", frame=", describedFrame(*frame)});
+    return false;
+}
+
+bool FullscreenDetection::isFullscreenByAccessibility(const WindowInfo& window,
+                                                      const Rect& frame) const {
+    if (!window.ownerPID || !window.number) return false;
+    const auto elements = accessibility_.windows(*window.ownerPID);
+    if (!elements) return false;
+    const auto close = [](double a, double b) {
+        return areClose(a, b, accessibilityMatchTolerance);
+    };
+    return std::ranges::any_of(*elements, [&](const AccessibilityWindow& element) {
+        const auto position = accessibility_.position(element);
+        const auto size = accessibility_.size(element);
+        return position && size && close(position->x, frame.x) && close(position->y, frame.y) &&
+               close(size->width, frame.width) && close(size->height, frame.height) &&
+               accessibility_.isFullscreen(element).value_or(false);
+    });
+}
+
+} // namespace corvane
