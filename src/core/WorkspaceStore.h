@@ -145,6 +145,29 @@ public:
                                     const std::vector<RunningApplication>& list);
     void showApplicationsClosedSummary(int count, const std::vector<RunningApplication>& list);
 
+    // Window layouts. Two things gate them: `enableAccessibilityFeatures`, which the user sets, and
+    // whether the desktop trusts this process, which is asked at each use.
+
+    /// Replaces the workspace's stored layout by the windows that the applications of all its
+    /// resources show now; one without any window keeps the old layout. An alert says why nothing
+    /// was saved.
+    void saveWorkspaceLayout(const Workspace& workspace);
+    /// Puts the windows of the stored layout back two seconds later, once. Silent where a gate is
+    /// shut.
+    void restoreWorkspaceLayout(const Workspace& workspace);
+    /// Stores the layout with the workspace and saves the list; nothing where the workspace has
+    /// gone.
+    void persistWorkspaceLayout(const WorkspaceLayout& layout, const Workspace& workspace);
+    /// The applications of all resources, enabled or not, without duplicates, in list order.
+    std::vector<std::string> workspaceAppNames(const Workspace& workspace) const;
+    /// What the switch of the settings calls after it has set `enableAccessibilityFeatures`.
+    void accessibilityFeaturesToggled(bool enabled);
+    /// Offers to open the desktop's settings: what a capture shows, on a later turn of the main
+    /// queue...
+    void showAccessibilityPermissionAlert();
+    /// ...and what the switch of the settings shows, at once.
+    void showAccessibilityRequiredAlert();
+
     // Names of applications.
 
     /// The application that stands for a resource; nothing for a separator and for a file that
@@ -164,6 +187,10 @@ private:
     /// Adds the names that stand for a resource and aren't in the list yet.
     void insertAppNames(const Resource& resource, std::vector<std::string>& names) const;
     std::shared_ptr<ResourceLauncher> makeResourceLauncher() const;
+    WorkspaceLayout captureLayout(const Workspace& workspace);
+    void applyWindowLayouts(const std::vector<WindowLayout>& layouts);
+    /// On a later turn of the main queue.
+    void showFullscreenLimitationAlert(const WindowLayout& chosen);
 
     /// Let `change` work on the found record in place, and save.
     template <typename Change>

@@ -31,6 +31,7 @@ void WorkspaceStore::startWorkspace(const Workspace& workspace) {
     }
     hasLaunchedResources = true;
     runningWorkspaces.mutate([&](auto& running) { running.insert(workspace.id); });
+    restoreWorkspaceLayout(workspace);
 }
 
 void WorkspaceStore::launchIndividualResource(const Resource& resource,
