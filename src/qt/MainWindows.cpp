@@ -28,6 +28,12 @@ MainWindows::MainWindows(QQmlEngine& engine) : engine_(engine) {}
 
 MainWindows::~MainWindows() = default;
 
+void MainWindows::serve(CorvaneApp& app) {
+    app_ = &app;
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this,
+            [&app] { app.appDelegate().applicationWillTerminate(); });
+}
+
 QQuickWindow* MainWindows::front() const {
     return windows_.empty() ? nullptr : windows_.front()->view.get();
 }

@@ -19,8 +19,9 @@ public:
     explicit MainWindows(QQmlEngine& engine);
     ~MainWindows() override;
 
-    /// Whom later windows show. Comes before the first window; outlives them all.
-    void serve(CorvaneApp& app) { app_ = &app; }
+    /// Whom later windows show, and who hears of the program's end. Comes before the first window;
+    /// outlives them all.
+    void serve(CorvaneApp& app);
     /// What the windows show is about to go.
     void closeAll();
 

@@ -1,5 +1,7 @@
 #include "shell/AppDelegate.h"
 
+#include "core/WorkspaceStore.h"
+#include "foundation/Diagnostics.h"
 #include "platform/ApplicationObject.h"
 
 #include <algorithm>
@@ -18,6 +20,23 @@ bool AppDelegate::applicationShouldHandleReopen(bool hasVisibleWindows) {
 
 bool AppDelegate::applicationShouldTerminateAfterLastWindowClosed() const {
     return false;
+}
+
+void AppDelegate::applicationWillTerminate() {
+    autoSaveRunningLayouts();
+}
+
+void AppDelegate::autoSaveRunningLayouts() {
+    if (!workspaceStore) return;
+    auto& store = *workspaceStore;
+    if (!store.autoSaveLayouts || !store.enableAccessibilityFeatures) return;
+    // A copy, as saving changes the list.
+    const auto workspaces = store.workspaces.get();
+    for (const auto& workspace : workspaces) {
+        if (!store.runningWorkspaces->contains(workspace.id)) continue;
+        diagnostic({"Auto-saving layout for running workspace: '", workspace.name, "'"});
+        store.saveWorkspaceLayout(workspace);
+    }
 }
 
 } // namespace corvane

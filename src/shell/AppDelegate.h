@@ -17,8 +17,13 @@ public:
     /// returns false; true leaves the rest to the desktop, which shows or makes the main window.
     bool applicationShouldHandleReopen(bool hasVisibleWindows);
     bool applicationShouldTerminateAfterLastWindowClosed() const;
+    /// The process is about to end: saves the layouts of the running workspaces, if the user wants
+    /// that.
+    void applicationWillTerminate();
 
 private:
+    void autoSaveRunningLayouts();
+
     ApplicationObject& application_;
 };
 
