@@ -188,6 +188,8 @@ private:
     void insertAppNames(const Resource& resource, std::vector<std::string>& names) const;
     std::shared_ptr<ResourceLauncher> makeResourceLauncher() const;
     WorkspaceLayout captureLayout(const Workspace& workspace);
+    /// Saves the layout of a running workspace before `what` quits, if the user wants that.
+    void autoSaveLayout(const Workspace& workspace, std::string_view what);
     void applyWindowLayouts(const std::vector<WindowLayout>& layouts);
     /// On a later turn of the main queue.
     void showFullscreenLimitationAlert(const WindowLayout& chosen);

@@ -69,6 +69,12 @@ void WorkspaceStore::saveWorkspaceLayout(const Workspace& workspace) {
                 std::to_string(layout.windowLayouts.size()), " windows"});
 }
 
+void WorkspaceStore::autoSaveLayout(const Workspace& workspace, std::string_view what) {
+    if (!autoSaveLayouts || !runningWorkspaces->contains(workspace.id)) return;
+    diagnostic({"Auto-saving layout before quitting ", what, ": '", workspace.name, "'"});
+    saveWorkspaceLayout(workspace);
+}
+
 WorkspaceLayout WorkspaceStore::captureLayout(const Workspace& workspace) {
     const auto& applications = platform_.applications;
     const auto names = workspaceAppNames(workspace);

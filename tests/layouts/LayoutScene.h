@@ -3,6 +3,7 @@
 #include "core/StoreScene.h"
 #include "foundation/Diagnostics.h"
 #include "foundation/Text.h"
+#include "layouts/WindowFrame.h"
 
 #include <string>
 #include <vector>
@@ -19,18 +20,10 @@ struct LayoutScene : StoreScene {
     SimulatedScreen& screen = desktop.screen;
     std::vector<std::string> diagnostics;
 
-    /// The lines since the last call, joined by line breaks.
-    std::string told() {
-        auto lines = text::joined(diagnostics, "\n");
-        diagnostics.clear();
-        return lines;
-    }
-    /// The lines of the desktop's log since the last call.
-    std::string done() {
-        auto lines = desktop.logged();
-        desktop.log.clear();
-        return lines;
-    }
+    /// The diagnostics with `part` in them since the last call.
+    std::string told(std::string_view part = "") { return take(diagnostics, part); }
+    /// The same of the desktop's log.
+    std::string done(std::string_view part = "") { return take(desktop.log, part); }
 
     RunningApplication run(const std::string& name, std::int32_t processIdentifier) {
         RunningApplication application;
@@ -41,27 +34,27 @@ struct LayoutScene : StoreScene {
     }
     /// An ordinary window behind all others. The reference holds until the next one comes.
     SimulatedWindow& open(const RunningApplication& owner, std::int64_t number, const Rect& frame) {
-        screen.stack.push_back({.info = windowInfo(owner.processIdentifier, number,
-                                                   owner.localizedName.value_or(""), frame)});
+        screen.stack.push_back(
+            {.info = windowInfo(owner.processIdentifier, number, *owner.localizedName, frame)});
         return screen.stack.back();
     }
     double elapsed() const { return desktop.queue.now().seconds - SimulatedQueue::start.seconds; }
+
+private:
+    static std::string take(std::vector<std::string>& lines, std::string_view part) {
+        std::erase_if(lines, [&](const auto& line) { return line.find(part) == line.npos; });
+        auto text = text::joined(lines, "\n");
+        lines.clear();
+        return text;
+    }
 };
 
-/// "Pad 10,20 800x600", with " fullscreen" behind where it is.
-inline std::string described(const std::string& appName, const Rect& frame, bool isFullscreen) {
-    return appName + " " + text::number(frame.x) + "," + text::number(frame.y) + " " +
-           text::number(frame.width) + "x" + text::number(frame.height) +
-           (isFullscreen ? " fullscreen" : "");
-}
-
-template <typename Record>
-std::string describedRecords(const std::vector<Record>& records) {
+/// "Pad 800x600 at (10, 20); Mail 1440x900 at (0, 0) fullscreen"
+std::string describedRecords(const auto& records) {
     std::string text;
-    for (const auto& record : records) {
-        text += (text.empty() ? "" : "; ") +
-                described(record.appName, record.frame, record.isFullscreen);
-    }
+    for (const auto& record : records)
+        text += (text.empty() ? "" : "; ") + record.appName + " " + describedFrame(record.frame) +
+                (record.isFullscreen ? " fullscreen" : "");
     return text;
 }
 

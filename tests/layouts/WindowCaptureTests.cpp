@@ -1,14 +1,121 @@
+#include "layouts/FullscreenDetection.h"
 #include "layouts/LayoutScene.h"
 #include "layouts/ScreenInfo.h"
 #include "layouts/WindowCapture.h"
+
+#include <cmath>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
 namespace corvane {
 namespace {
 
+class Fullscreen : public testing::Test {
+protected:
+    LayoutScene scene;
+    FullscreenDetection detection{scene.screen, scene.screen};
+
+    /// The verdict, and by its diagnostic the rule.
+    std::string verdict(const WindowInfo& window) {
+        const bool isFullscreen = detection.isWindowFullscreen(window);
+        const auto told = scene.told();
+        if (told.starts_with("Fullscreen detected: Layer 0 + full screen coverage (")) return "1";
+        if (told.starts_with("Fullscreen detected: Special level (")) return "2";
+        if (told.empty()) return isFullscreen ? "quiet yes" : "quiet no";
+        return told.starts_with("Not fullscreen: layer=") && !isFullscreen ? "no" : told;
+    }
+};
+
+constexpr std::optional<std::int64_t> none;
+
+TEST_F(Fullscreen, boundsAndLayerDecideByThreeRulesWithAnyDisplay) {
+    const struct {
+        Rect frame;
+        std::optional<std::int64_t> layer;
+        const char* verdict;
+    } cases[]{{{0, 0, 1440, 900}, 0, "1"},        {{0, 0, 1440, 900}, none, "1"},
+              {{-1920, -80, 1440, 900}, 0, "1"},  {{1, 1, 1439, 901}, 0, "1"},
+              {{1.5, 0, 1440, 900}, 0, "2"},      {{0, 1.5, 1440, 900}, 0, "2"},
+              {{0, 0, 1438.9, 900}, 0, "2"},      {{0, 0, 1440, 901.1}, 0, "2"},
+              {{0, 25, 1440, 885}, none, "2"},    {{300, 200, 1411.2, 882}, 0, "2"},
+              {{300, 200, 1411.1, 882}, 0, "no"}, {{300, 200, 1411.2, 881.9}, 0, "no"},
+              {{0, 0, 1440, 900}, 1000, "2"},     {{300, 200, 1440, 900}, 2000, "2"},
+              {{300, 200, 1440, 900}, 25, "no"},  {{0, 0, 1368, 855}, 0, "quiet yes"},
+              {{0, 0, 1367.9, 855}, 0, "no"},     {{0, 0, 1368, 854.9}, 0, "no"},
+              {{0, 25, 1380, 860}, 0, "no"},      {{0, 0, 1383, 864}, 25, "quiet yes"},
+              {{1, 0, 1383, 864}, 25, "no"},      {{0, 0, 1440, 900}, -20, "quiet yes"},
+              {{0, 1, 1440, 900}, -20, "no"},     {{1440, 0, 800, 1280}, 0, "2"},
+              {{0, 0, 800, 1280}, 0, "1"},        {{200, 200, 1300, 1270}, 0, "2"},
+              {{200, 200, 1400, 881}, 0, "no"}};
+    scene.screen.displays.push_back({{1440, 0, 800, 1280}, {}});
+    for (const auto& [frame, layer, expected] : cases) {
+        auto window = windowInfo(7, 3, "Pad", frame);
+        window.layer = layer;
+        EXPECT_EQ(verdict(window), expected) << &frame - &cases[0].frame << " " << frame.width;
+    }
+    auto window = windowInfo(7, 3, "Pad", {0, 0, 1440, 900});
+    scene.screen.displays.clear();
+    EXPECT_EQ(verdict(window), "no");
+    window.bounds->height.reset();
+    EXPECT_EQ(verdict(window), "quiet no");
+}
+
+TEST_F(Fullscreen, accessibilityDecidesAboutWindowsThatTheRulesTurnDown) {
+    const Rect place{100, 100, 1000, 700};
+    auto window = windowInfo(7, 3, "Pad", place);
+    // What each of the application's windows says: "yes", "no", or what can't be read of it.
+    const auto verdictWith = [&](std::string_view says, const Rect& frame) {
+        scene.screen.stack.clear();
+        for (const auto& word : text::words(says)) {
+            scene.screen.stack.push_back(
+                {.info = windowInfo(7, std::ssize(scene.screen.stack), "Pad", frame),
+                 .isFullscreen = word != "no",
+                 .refusals = {{word, -25205}}});
+        }
+        return verdict(window);
+    };
+    for (const auto* says : {"", "no", "AXSize", "AXPosition", "AXFullScreen"})
+        EXPECT_EQ(verdictWith(says, place), "no") << says;
+    for (const auto* says : {"yes", "no yes", "AXSize yes"})
+        EXPECT_EQ(verdictWith(says, place), "quiet yes") << says;
+    for (auto value : {&Rect::x, &Rect::y, &Rect::width, &Rect::height}) {
+        for (const double offset : {-5.1, -5.0, 5.0, 5.1}) {
+            auto moved = place;
+            moved.*value += offset;
+            EXPECT_EQ(verdictWith("yes", moved), std::abs(offset) == 5 ? "quiet yes" : "no");
+        }
+    }
+    window.number.reset();
+    EXPECT_EQ(verdictWith("yes", place), "no");
+    window.number = 3;
+    window.ownerPID.reset();
+    EXPECT_EQ(verdictWith("yes", place), "no");
+}
+
+TEST_F(Fullscreen, aWindowBelowAllMayStandForOneIfItCoversTheMainScreenNearTheOrigin) {
+    const struct {
+        std::int64_t layer;
+        Rect frame;
+        bool verdict;
+    } cases[]{{-1, {0, 0, 1440, 900}, true},        {0, {0, 0, 1440, 900}, false},
+              {-1, {49.9, -49.9, 1440, 900}, true}, {-1, {-50, 0, 1440, 900}, false},
+              {-1, {0, 50, 1440, 900}, false},      {-1, {0, 0, 1439.9, 900}, false},
+              {-1, {0, 0, 1440, 899.9}, false},     {-1, {0, 0, 2000, 1000}, true}};
+    const auto ask = [&](std::int64_t layer, const Rect& f) {
+        return detection.isPotentialFullscreenWindow(layer, f.width, f.height, f.x, f.y);
+    };
+    scene.screen.displays.insert(scene.screen.displays.begin(), Display{{0, 0, 3840, 2160}, {}});
+    scene.screen.mainDisplay = 1;
+    for (const auto& [layer, frame, verdict] : cases)
+        EXPECT_EQ(ask(layer, frame), verdict) << layer << " " << frame.x << " " << frame.width;
+    scene.screen.displays.clear();
+    EXPECT_TRUE(ask(-1, {0, 0, 1920, 1080}));
+    EXPECT_FALSE(ask(-1, {0, 0, 1919, 1079}));
+}
+
 constexpr Rect whole{0, 0, 1440, 900};
-constexpr Rect small{100, 100, 800, 600};
+constexpr Rect part{100, 100, 800, 600};
 
 class Capture : public testing::Test {
 protected:
@@ -19,14 +126,13 @@ protected:
     RunningApplication other = scene.run("Other", 8);
     RunningApplication backdrop = scene.run("Backdrop", 9);
 
-    /// The numbers of the windows, joined by blanks; "absent" where there are none at all.
+    /// The numbers of the windows, each with a blank behind; "absent" where there are none at all.
     std::string windowsOf(const RunningApplication& application) {
         const auto windows = capture.windowsForApplication(application);
-        if (!windows) return "absent";
-        std::vector<std::string> numbers;
-        for (const auto& window : *windows)
-            numbers.push_back(std::to_string(window.number.value_or(-1)));
-        return text::joined(numbers, " ");
+        std::string numbers = windows ? "" : "absent";
+        for (const auto& window : windows.value_or(std::vector<WindowInfo>()))
+            numbers += std::to_string(*window.number) + " ";
+        return numbers;
     }
 };
 
@@ -34,140 +140,103 @@ TEST_F(Capture, windowsBelongByProcessOrByNameAndMustBeLargerThanFiftyByFifty) {
     scene.open(pad, 1, {0, 0, 50, 900});
     scene.open(pad, 2, {0, 0, 900, 50});
     scene.open(pad, 3, {0, 0, 50.5, 50.5});
-    scene.open(other, 4, small);
-    scene.open(other, 5, small).info.ownerName = "Pad";
-    scene.open(other, 6, small).info.ownerName = "pad";
-    scene.open(pad, 7, small).info.layer = 25;
-    scene.open(pad, 8, small).info.bounds->width.reset();
-    scene.open(pad, 9, small).info.bounds.reset();
-    scene.open(pad, 10, small).info.bounds->x.reset();
+    scene.open(other, 4, part);
+    scene.open(other, 5, part).info.ownerName = "Pad";
+    scene.open(other, 6, part).info.ownerName = "pad";
+    scene.open(pad, 7, part).info.layer = 25;
+    scene.open(pad, 8, part).info.bounds->width.reset();
+    scene.open(pad, 9, part).info.bounds.reset();
+    scene.open(pad, 10, part).info.bounds->x.reset();
     scene.open(backdrop, 11, whole).info.layer = -5;
-    scene.open(backdrop, 12, small).info.ownerPID.reset();
-    scene.open(pad, 13, small).isOnScreen = false;
-    EXPECT_EQ(windowsOf(pad), "3 5 7 10");
-    EXPECT_EQ(windowsOf(other), "4 5 6");
+    scene.open(pad, 12, part).isOnScreen = false;
+    EXPECT_EQ(windowsOf(pad), "3 5 7 10 ");
+    EXPECT_EQ(windowsOf(other), "4 5 6 ");
     screen.windowListAnswers = false;
     EXPECT_EQ(windowsOf(pad), "absent");
 }
 
 TEST_F(Capture, anApplicationWithoutWindowsGetsTheFirstThatMayStandForIt) {
-    scene.open(other, 1, small);
+    scene.open(other, 1, part);
     EXPECT_EQ(windowsOf(pad), "absent");
-    scene.open(backdrop, 2, whole).info.layer = -5;
-    scene.open(backdrop, 3, whole).info.layer = -6;
-    scene.open(backdrop, 4, whole).info.layer = 0;
-    EXPECT_EQ(windowsOf(pad), "2");
+    for (const int number : {2, 3}) {
+        scene.open(backdrop, number, whole).info.layer = -5;
+        screen.stack.back().info.bounds->x.reset();
+        screen.stack.back().info.ownerName = "Pad";
+    }
+    EXPECT_EQ(windowsOf(pad), "2 ") << "not by its name";
     EXPECT_EQ(scene.told(),
               "No regular windows found for Pad, checking 2 potential fullscreen windows\n"
               "Attributing potential fullscreen window to Pad (no other windows found)");
-    EXPECT_EQ(windowsOf(backdrop), "2 3 4") << "its own, by process";
-    // A window that may stand for it isn't taken by name any more.
-    screen.stack[1].info.ownerName = "Pad";
-    scene.open(other, 5, small).info.ownerName = "Pad";
-    EXPECT_EQ(windowsOf(pad), "5");
-    screen.stack[1].info.bounds->x.reset();
-    screen.stack.pop_back();
-    EXPECT_EQ(windowsOf(pad), "2");
+    EXPECT_EQ(windowsOf(backdrop), "2 3 ") << "its own, by process";
+    scene.open(other, 4, part).info.ownerName = "Pad";
+    EXPECT_EQ(windowsOf(pad), "4 ");
 }
 
 TEST_F(Capture, ofRegularAndFullscreenWindowsOnlyTheRegularOnesAreRecorded) {
     const struct {
         std::vector<Rect> windows;
-        std::string records;
-        std::string told;
-    } cases[]{
-        {{small, {5, 5, 60, 60}}, "Pad 100,100 800x600; Pad 5,5 60x60", ""},
-        {{whole, small, whole},
-         "Pad 100,100 800x600",
-         "Pad has both regular and fullscreen windows - saving only regular windows to avoid "
-         "conflicts"},
-        {{whole, {0, 25, 1440, 885}},
-         "Pad 0,0 1440x900 fullscreen; Pad 0,25 1440x885 fullscreen",
-         "Pad only has fullscreen windows - saving those"},
-        {{}, "", ""},
-    };
-    for (const auto& [windows, records, told] : cases) {
+        const char* records;
+    } cases[]{{{part, {5, 5, 60, 60}}, "Pad 800x600 at (100, 100); Pad 60x60 at (5, 5)"},
+              {{whole, part, whole}, "Pad 800x600 at (100, 100)"},
+              {{whole, {0, 25, 1440, 885}},
+               "Pad 1440x900 at (0, 0) fullscreen; Pad 1440x885 at (0, 25) fullscreen"},
+              {{}, ""}};
+    for (const auto& [windows, records] : cases) {
         screen.stack.clear();
         for (const auto& frame : windows)
             scene.open(pad, std::ssize(screen.stack), frame);
-        scene.diagnostics.clear();
         EXPECT_EQ(describedRecords(capture.capture(pad, "pad")), records);
-        std::erase_if(scene.diagnostics,
-                      [](const auto& line) { return line.find(" - saving ") == line.npos; });
-        EXPECT_EQ(scene.told(), told);
     }
 }
 
 TEST_F(Capture, aRecordTellsItsWindowAndOneWithoutAFrameIsPassedOver) {
     screen.displays.push_back({{1440, 0, 1920, 1080}, {}});
-    scene.open(pad, 1, small).info.bounds->y.reset();
-    scene.open(other, 2, {1500.5, 100, 800, 600}).info = {
-        .bounds = WindowBounds{1500.5, 100, 800, 600}, .ownerName = "Pad"};
+    scene.open(pad, 1, part).info.bounds->y.reset();
+    scene.open(other, 2, {}).info = {.bounds = WindowBounds{1500.5, 100, 800, 600},
+                                     .ownerName = "Pad"};
     EXPECT_EQ(capture.capture(pad, "pad"),
               (std::vector<WindowLayout>{{"Pad", {1500.5, 100, 800, 600}, false, false, 1}}));
-    EXPECT_EQ(scene.told(),
-              "Processing app: Pad (PID: 7)\n"
-              "Found 2 windows for Pad\n"
-              "Not fullscreen: layer=0, frame=800x600 at (1500.5, 100)\n"
-              "Not fullscreen: layer=0, frame=800x600 at (1500.5, 100)\n"
+    EXPECT_EQ(scene.told("Saved"),
               "Saved window 'Untitled' for Pad: 800x600 at (1500.5, 100) - Fullscreen: false, "
               "Layer: -1, Owner PID: -1 vs App PID: 7");
-    pad.localizedName.reset();
-    scene.open(pad, 3, small);
-    EXPECT_EQ(describedRecords(capture.capture(pad, "pad")), "pad 100,100 800x600")
-        << "under the name that was looked for";
+    other.localizedName.reset();
+    scene.open(backdrop, 3, part).info.ownerPID = 8;
+    EXPECT_EQ(describedRecords(capture.capture(other, "looked for")),
+              "looked for 800x600 at (100, 100)");
 }
 
-TEST_F(Capture, theScreenIsTheFirstThatSharesAnAreaAndDisplaysAreNotConverted) {
-    // The second stands above the first: its AppKit origin is positive where the window list counts
-    // down from 0.
+TEST_F(Capture, theScreenIsTheFirstThatSharesAnAreaAndNothingIsConverted) {
     const std::vector<Display> screens{
-        {{0, 0, 1440, 900}, {}}, {{1440, -180, 1920, 1080}, {}}, {{0, 900, 1000, 500}, {}}};
-    const struct {
-        Rect frame;
-        std::int64_t index;
-    } cases[]{{small, 0},
-              {{1430, 0, 800, 600}, 0},
-              {{1440, 0, 800, 600}, 1},
-              {{2000, -400, 100, 300}, 1},
-              {{0, -500, 1000, 500}, 0},
-              {{0, 1000, 100, 100}, 2},
-              {{9000, 9000, 100, 100}, 0}};
-    for (const auto& [frame, index] : cases)
-        EXPECT_EQ(screenIndexForFrame(frame, screens), index) << described("", frame, false);
-    EXPECT_EQ(screenIndexForFrame(small, {}), 0);
+        {whole, {}}, {{1440, -180, 1920, 1080}, {}}, {{0, 900, 1000, 500}, {}}};
+    for (const auto& [x, y, index] : {std::tuple{1430, 0, 0},
+                                      {1440, 0, 1},
+                                      {2000, -250, 1},
+                                      {0, -500, 0},
+                                      {0, 1000, 2},
+                                      {9000, 9000, 0}}) {
+        const Rect frame{static_cast<double>(x), static_cast<double>(y), 100, 100};
+        EXPECT_EQ(screenIndexForFrame(frame, screens), index) << x << "," << y;
+    }
+    EXPECT_EQ(screenIndexForFrame(part, {}), 0);
 }
 
 TEST_F(Capture, aSavedRecordHoldsTheWindowAsFractionsOfItsScreen) {
     const std::vector<Display> screens{{{0, 0, 1000, 500}, {}}, {{1000, 0, 2000, 1000}, {}}};
-    const Rect frame{1500, 250, 500, 100};
-    const struct {
-        std::optional<std::int64_t> screen;
-        std::optional<ScreenInfo> info;
-    } cases[]{{1, {{{1000, 0, 2000, 1000}, {0.75, 0.25, 0.25, 0.1}, 1, false}}},
-              {{}, {{{0, 0, 1000, 500}, {1.5, 0.5, 0.5, 0.2}, 0, true}}},
-              {2, {{{0, 0, 1000, 500}, {1.5, 0.5, 0.5, 0.2}, 2, false}}},
-              {-1, {{{0, 0, 1000, 500}, {1.5, 0.5, 0.5, 0.2}, -1, false}}}};
-    for (const auto& [index, info] : cases)
-        EXPECT_EQ(makeScreenInfo({"Pad", frame, false, false, index}, screens), info);
-
-    auto saved = makeSavedWindowLayout({"Pad", frame, true, true, 1}, {5}, screens);
-    EXPECT_EQ(saved, (SavedWindowLayout{"Pad",
-                                        {},
-                                        frame,
-                                        0,
-                                        {5},
-                                        true,
-                                        {{1000, 0, 2000, 1000}},
-                                        {{0.75, 0.25, 0.25, 0.1}},
-                                        1,
-                                        false}));
-    // Nothing that can't be stored comes of a desktop without a display, or with a display of no
-    // size.
-    for (const auto& bad : {std::vector<Display>{}, {{{0, 0, 0, 500}, {}}}, {{{0, 0, 9, 0}, {}}}}) {
-        saved = makeSavedWindowLayout({"Pad", frame, true, true, 1}, {5}, bad);
-        EXPECT_EQ(saved, (SavedWindowLayout{"Pad", {}, frame, 0, {5}, true, {}, {}, {}, true}));
+    WindowLayout layout{"Pad", {1500, 250, 500, 100}, true, true, 1};
+    const auto saved = makeSavedWindowLayout(layout, {5}, screens);
+    EXPECT_EQ(saved.relativeFrame, (Rect{0.75, 0.25, 0.25, 0.1}));
+    EXPECT_EQ(saved.screenFrame, screens[1].frame);
+    EXPECT_FALSE(saved.isOnPrimaryScreen);
+    EXPECT_EQ(describedRecords(std::vector{saved}), "Pad 500x100 at (1500, 250) fullscreen");
+    for (const auto index : {0, 2, -1}) {
+        layout.screen = index;
+        const ScreenInfo info{screens[0].frame, {1.5, 0.5, 0.5, 0.2}, index, index == 0};
+        EXPECT_EQ(makeScreenInfo(layout, screens), info);
     }
+    // What can't be divided can't be stored.
+    const SavedWindowLayout bare{"Pad", {}, layout.frame, 0, {5}, true, {}, {}, {}, true};
+    for (const auto& bad : {std::vector<Display>{}, {{{0, 0, 0, 500}, {}}}, {{{0, 0, 9, 0}, {}}}})
+        EXPECT_EQ(makeSavedWindowLayout(layout, {5}, bad), bare);
 }
 
 } // namespace
