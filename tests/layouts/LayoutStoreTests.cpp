@@ -229,6 +229,7 @@ TEST_F(Layouts, quittingSavesTheLayoutFirstWhereTheUserWantsIt) {
         EXPECT_TRUE(desktop.running.empty());
         EXPECT_EQ(stored(), saved ? "Mail 300x200 at (1, 2)" : "none") << name;
         desktop.runFor(2);
+        EXPECT_EQ(desktop.logged("alert Cannot"), "") << name;
     }
 }
 

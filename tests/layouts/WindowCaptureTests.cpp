@@ -100,7 +100,7 @@ TEST_F(Fullscreen, aWindowBelowAllMayStandForOneIfItCoversTheMainScreenNearTheOr
         bool verdict;
     } cases[]{{-1, {0, 0, 1440, 900}, true},        {0, {0, 0, 1440, 900}, false},
               {-1, {49.9, -49.9, 1440, 900}, true}, {-1, {-50, 0, 1440, 900}, false},
-              {-1, {0, 50, 1440, 900}, false},      {-1, {0, 0, 1439.9, 900}, false},
+              {-1, {0, -50, 1440, 900}, false},     {-1, {0, 0, 1439.9, 900}, false},
               {-1, {0, 0, 1440, 899.9}, false},     {-1, {0, 0, 2000, 1000}, true}};
     const auto ask = [&](std::int64_t layer, const Rect& f) {
         return detection.isPotentialFullscreenWindow(layer, f.width, f.height, f.x, f.y);
@@ -210,6 +210,7 @@ TEST_F(Capture, theScreenIsTheFirstThatSharesAnAreaAndNothingIsConverted) {
         {whole, {}}, {{1440, -180, 1920, 1080}, {}}, {{0, 900, 1000, 500}, {}}};
     for (const auto& [x, y, index] : {std::tuple{1430, 0, 0},
                                       {1440, 0, 1},
+                                      {1340, -150, 0},
                                       {2000, -250, 1},
                                       {0, -500, 0},
                                       {0, 1000, 2},
