@@ -136,6 +136,7 @@ void WorkspaceStore::finishWorkspace(std::optional<Workspace> workspace) {
         return showInfoAlert("No Workspace Selected", "Please select a workspace first.");
     }
     diagnostic({"Quitting applications from workspace: ", workspace->name});
+    autoSaveLayout(*workspace, "workspace");
     const auto resources = activeResources(*workspace);
     Names names;
     for (const auto& resource : resources)
@@ -183,6 +184,10 @@ void WorkspaceStore::showWorkspaceClosedSummary(int graceful, int forced, const 
 void WorkspaceStore::quitIndividualResource(const Resource& resource, const Workspace& workspace) {
     if (resource.type == ResourceType::separator) return;
     diagnostic({"Quitting individual resource: ", resource.name});
+    const auto entry = runningResources->find(workspace.id);
+    if (entry == runningResources->end() || entry->second.size() <= 1) {
+        autoSaveLayout(workspace, "last resource in workspace");
+    }
     Names names;
     insertAppNames(resource, names);
     if (names.empty()) {
