@@ -9,11 +9,13 @@
 #include "platform/Bundles.h"
 #include "platform/Displays.h"
 #include "platform/FileSystem.h"
+#include "platform/Images.h"
 #include "platform/MainQueue.h"
 #include "platform/MetadataQuery.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Panels.h"
 #include "platform/ScriptEngine.h"
+#include "platform/StatusBar.h"
 #include "platform/TaskRunner.h"
 #include "platform/UserDefaults.h"
 #include "platform/UserNotifications.h"
@@ -40,6 +42,8 @@ struct Platform {
     Alerts& alerts;
     NotificationCenter& notificationCenter;
     UserNotifications& userNotifications;
+    StatusBar& statusBar;
+    Images& images;
     ApplicationObject& application;
     Appearance& appearance;
     Bookmarks& bookmarks;

@@ -4,8 +4,16 @@
 
 #include <functional>
 #include <optional>
+#include <string>
 
 namespace corvane {
+
+/// UNNotificationRequest with no trigger, its content with no sound.
+struct UserNotification {
+    std::string identifier;
+    std::string title;
+    std::string body;
+};
 
 /// UNUserNotificationCenter currentNotificationCenter. Main thread.
 class UserNotifications {
@@ -15,6 +23,9 @@ public:
     /// any thread.
     virtual void
     requestAuthorization(std::function<void(bool granted, std::optional<Error>)> handler) = 0;
+    /// addNotificationRequest: shows it at once, in the order of the calls, and returns without
+    /// waiting. Where that fails, nothing is seen.
+    virtual void add(const UserNotification& notification) = 0;
 };
 
 } // namespace corvane

@@ -253,11 +253,19 @@ class SimulatedApplicationObject : public ApplicationObject,
 public:
     explicit SimulatedApplicationObject(SimulatedDesktop& desktop) : desktop_(desktop) {}
 
+    bool isActive() const override { return desktop_.isActive; }
+    bool isRunning() const override { return desktop_.isRunning; }
+    void activate() override { desktop_.log.push_back("activate"); }
     std::vector<ApplicationWindow> windows() const override { return desktop_.windows; }
-    void bringToFront(int windowIdentifier) override {
-        desktop_.log.push_back("front " + std::to_string(windowIdentifier));
-    }
+    void makeKeyAndOrderFront(int windowIdentifier) override { tell("key ", windowIdentifier); }
+    void orderFront(int windowIdentifier) override { tell("front ", windowIdentifier); }
+    void deminiaturize(int windowIdentifier) override { tell("deminiaturize ", windowIdentifier); }
     void openMainWindow() override { desktop_.log.push_back("open main window"); }
+    void openEmptyWindow(const std::string& title, const Rect& content) override {
+        const auto number = [](double value) { return std::to_string(int(value)); };
+        desktop_.log.push_back("open window " + title + " " + number(content.width) + "x" +
+                               number(content.height));
+    }
     void terminate() override { desktop_.log.push_back("terminate"); }
 
     bool effectiveAppearanceIsDark() const override {
@@ -277,8 +285,16 @@ public:
                     desktop_.notificationsAreDenied ? std::optional(error) : std::nullopt);
         });
     }
+    void add(const UserNotification& notification) override {
+        desktop_.log.push_back("notify " + notification.title + ": " + notification.body);
+        desktop_.notifications.push_back(notification);
+    }
 
 private:
+    void tell(const char* what, int windowIdentifier) {
+        desktop_.log.push_back(what + std::to_string(windowIdentifier));
+    }
+
     SimulatedDesktop& desktop_;
     std::optional<bool> chosenAppearance_;
 };
@@ -329,6 +345,8 @@ Platform SimulatedDesktop::platform(FileSystem& elsewhere, Bookmarks& bookmarksE
             .alerts = facilities.alerts,
             .notificationCenter = facilities.notificationCenter,
             .userNotifications = facilities.application,
+            .statusBar = statusBar,
+            .images = statusBar,
             .application = facilities.application,
             .appearance = facilities.application,
             .bookmarks = bookmarksElsewhere,

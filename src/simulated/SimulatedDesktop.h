@@ -6,6 +6,7 @@
 #include "simulated/SimulatedPanels.h"
 #include "simulated/SimulatedQueue.h"
 #include "simulated/SimulatedScreen.h"
+#include "simulated/SimulatedStatusBar.h"
 
 #include <map>
 #include <memory>
@@ -54,6 +55,8 @@ enum class QuitBehaviour {
 ///     AXPosition 12/7 10,20             a set of an attribute: process, window, value
 ///     alert Title | sheet Title         an alert as it is shown
 ///     panel Title                       a file panel
+///     notify Title: text                a notification
+///     key 2 | front 2 | deminiaturize 2 a window of the program, by identifier
 ///
 /// Single-threaded: background work runs in the same order as if it took no time, after what is
 /// running.
@@ -113,9 +116,17 @@ public:
 
     /// The windows of the program itself.
     std::vector<ApplicationWindow> windows;
+    /// Whether the program has the keyboard, and whether its main loop has begun.
+    bool isActive = false;
+    bool isRunning = true;
+
+    /// Status items, and the images that are there.
+    SimulatedStatusBar statusBar;
 
     // What happened.
 
+    /// Every notification, in order.
+    std::vector<UserNotification> notifications;
     std::vector<std::string> log;
     /// The lines of the log that start with `prefix`, joined by line breaks; the whole log for the
     /// empty text.

@@ -30,6 +30,8 @@ Platform withWindows(SimulatedDesktop& desktop, MainWindows& windows) {
             .alerts = given.alerts,
             .notificationCenter = given.notificationCenter,
             .userNotifications = given.userNotifications,
+            .statusBar = given.statusBar,
+            .images = given.images,
             .application = windows,
             .appearance = given.appearance,
             .bookmarks = given.bookmarks,
