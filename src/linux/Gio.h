@@ -20,6 +20,11 @@ struct Free {
 };
 using Chars = std::unique_ptr<char, Free>;
 
+struct FreeStrings {
+    void operator()(char** strings) const { g_strfreev(strings); }
+};
+using Strings = std::unique_ptr<char*, FreeStrings>;
+
 /// The text, empty for null.
 inline std::string text(const char* chars) {
     return chars ? chars : "";

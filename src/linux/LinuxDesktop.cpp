@@ -21,7 +21,8 @@
 namespace corvane {
 
 struct LinuxDesktop::Facilities {
-    explicit Facilities(const Toolkit& given) : toolkit(given), notifications(given.mainQueue) {}
+    Facilities(const Toolkit& given, EventThread& events)
+        : toolkit(given), notifications(given.mainQueue, events) {}
 
     const Toolkit toolkit;
     Catalogue catalogue;
@@ -49,8 +50,8 @@ struct LinuxDesktop::Facilities {
     LinuxBackgroundQueue backgroundQueue;
 };
 
-LinuxDesktop::LinuxDesktop(const Toolkit& toolkit)
-    : facilities_(std::make_unique<Facilities>(toolkit)) {}
+LinuxDesktop::LinuxDesktop(const Toolkit& toolkit, EventThread& events)
+    : facilities_(std::make_unique<Facilities>(toolkit, events)) {}
 
 LinuxDesktop::~LinuxDesktop() = default;
 
@@ -72,6 +73,8 @@ Platform LinuxDesktop::platform() {
             .alerts = facilities.toolkit.alerts,
             .notificationCenter = facilities.notificationCenter,
             .userNotifications = facilities.notifications,
+            .statusBar = facilities.toolkit.statusBar,
+            .images = facilities.toolkit.images,
             .application = facilities.toolkit.application,
             .appearance = facilities.toolkit.appearance,
             .bookmarks = facilities.bookmarks,

@@ -6,11 +6,15 @@
 
 namespace corvane {
 
+class EventThread;
+
 /// The facilities that a user-interface toolkit provides.
 struct Toolkit {
     MainQueue& mainQueue;
     Alerts& alerts;
     ApplicationObject& application;
+    StatusBar& statusBar;
+    Images& images;
     Appearance& appearance;
     Panels& panels;
 };
@@ -19,8 +23,8 @@ struct Toolkit {
 /// through the environment of this process.
 class LinuxDesktop {
 public:
-    /// The toolkit's facilities outlive the desktop.
-    explicit LinuxDesktop(const Toolkit& toolkit);
+    /// The toolkit's facilities and the session's events outlive the desktop.
+    LinuxDesktop(const Toolkit& toolkit, EventThread& events);
     /// Waits for background work, two seconds at most.
     ~LinuxDesktop();
 

@@ -1,23 +1,26 @@
 #pragma once
 
-#include "platform/MainQueue.h"
 #include "platform/UserNotifications.h"
 
 namespace corvane {
 
-/// The desktop's notifications. A freedesktop desktop asks the user for no permission: it is always
-/// given.
+class EventThread;
+class MainQueue;
+
+/// The desktop's notifications, by org.freedesktop.Notifications. A freedesktop desktop asks the
+/// user for no permission: it is always given.
 class LinuxUserNotifications final : public UserNotifications {
 public:
-    explicit LinuxUserNotifications(MainQueue& mainQueue) : mainQueue_(mainQueue) {}
+    LinuxUserNotifications(MainQueue& mainQueue, EventThread& events)
+        : mainQueue_(mainQueue), events_(events) {}
 
     void
-    requestAuthorization(std::function<void(bool granted, std::optional<Error>)> handler) override {
-        mainQueue_.async([handler = std::move(handler)] { handler(true, std::nullopt); });
-    }
+    requestAuthorization(std::function<void(bool granted, std::optional<Error>)> handler) override;
+    void add(const UserNotification& notification) override;
 
 private:
     MainQueue& mainQueue_;
+    EventThread& events_;
 };
 
 } // namespace corvane

@@ -2,11 +2,14 @@
 
 namespace corvane {
 
-gio::Ref<GDBusConnection> sessionBus() {
+bool hasSessionBus() {
     const std::string socket = gio::text(g_get_user_runtime_dir()) + "/bus";
-    const bool isThere = !gio::text(g_getenv("DBUS_SESSION_BUS_ADDRESS")).empty() ||
-                         g_file_test(socket.c_str(), G_FILE_TEST_EXISTS);
-    if (!isThere) return nullptr;
+    return !gio::text(g_getenv("DBUS_SESSION_BUS_ADDRESS")).empty() ||
+           g_file_test(socket.c_str(), G_FILE_TEST_EXISTS);
+}
+
+gio::Ref<GDBusConnection> sessionBus() {
+    if (!hasSessionBus()) return nullptr;
     gio::Ref<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
     // GIO would end the program together with the bus.
     if (bus) g_dbus_connection_set_exit_on_close(bus.get(), FALSE);

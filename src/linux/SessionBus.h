@@ -8,6 +8,8 @@
 
 namespace corvane {
 
+/// Whether the session has a message bus of its own. Connecting where it has none would start one.
+bool hasSessionBus();
 /// The session's message bus, or nothing where the session has none: none is started for us.
 gio::Ref<GDBusConnection> sessionBus();
 

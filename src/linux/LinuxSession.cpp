@@ -1,0 +1,59 @@
+#include "linux/LinuxSession.h"
+
+#include "linux/EventThread.h"
+#include "linux/SessionEnd.h"
+#include "linux/SingleInstance.h"
+#include "linux/SystemAppearance.h"
+
+#include <cstdio>
+
+namespace corvane {
+
+struct LinuxSession::Parts {
+    SingleInstance instance{gio::text(g_get_user_runtime_dir())};
+    SingleInstance::Start start = instance.begin();
+    SystemAppearance appearance;
+    SessionEnd end;
+    /// Last, so that nothing is called any more when what it calls goes.
+    EventThread events;
+};
+
+LinuxSession::LinuxSession() : parts_(std::make_unique<Parts>()) {
+    if (isFirst()) {
+        parts_->appearance.begin(parts_->events);
+    } else if (exitStatus() != 0) {
+        std::fputs("Corvane is running already, but doesn't answer.\n", stderr);
+    }
+}
+
+LinuxSession::~LinuxSession() = default;
+
+bool LinuxSession::isFirst() const {
+    return parts_->start == SingleInstance::Start::first;
+}
+
+int LinuxSession::exitStatus() const {
+    return parts_->start == SingleInstance::Start::noAnswer ? 1 : 0;
+}
+
+std::optional<bool> LinuxSession::prefersDark() const {
+    return parts_->appearance.isDark();
+}
+
+void LinuxSession::serve(Post post, std::function<void()> reopen, std::function<void()> terminate) {
+    parts_->end.serve(parts_->events,
+                      [post, terminate = std::move(terminate)] { post(terminate); });
+    parts_->instance.serve(parts_->events,
+                           [post, reopen = std::move(reopen)](std::function<void()> done) {
+                               post([reopen, done = std::move(done)] {
+                                   reopen();
+                                   done();
+                               });
+                           });
+}
+
+EventThread& LinuxSession::events() {
+    return parts_->events;
+}
+
+} // namespace corvane

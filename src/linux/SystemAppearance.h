@@ -1,0 +1,34 @@
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <future>
+#include <optional>
+
+using GVariant = struct _GVariant;
+
+namespace corvane {
+
+class EventThread;
+
+/// Whether the user prefers dark or light applications, as the desktop's settings portal says.
+class SystemAppearance {
+public:
+    /// Asks, and listens to later changes. Comes once, and before `isDark`.
+    void begin(EventThread& events);
+    /// What was said last; nothing where there is no portal or no preference. Waits for the first
+    /// answer until a tenth of a second after the question. Main thread.
+    std::optional<bool> isDark() const;
+
+private:
+    void change(GVariant* parameters);
+    void take(GVariant* value);
+
+    /// Of the portal's values: 1 is dark, 2 is light.
+    std::atomic<unsigned> colorScheme_ = 0;
+    std::promise<void> answered_;
+    std::future<void> answer_ = answered_.get_future();
+    std::chrono::steady_clock::time_point deadline_;
+};
+
+} // namespace corvane
