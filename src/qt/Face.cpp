@@ -1,5 +1,7 @@
 #include "qt/Face.h"
 
+#include "qt/QtImages.h"
+
 #include <QFont>
 #include <QGuiApplication>
 #include <QQmlComponent>
@@ -20,6 +22,7 @@ void nameApplication(QGuiApplication& application) {
     application.setApplicationName("corvane");
     application.setApplicationDisplayName("Corvane");
     application.setDesktopFileName("app.corvane.Corvane");
+    application.setWindowIcon(iconOf({.source = Image::Source::applicationIcon}));
     QFont font("Inter");
     font.setPixelSize(13);
     application.setFont(font);

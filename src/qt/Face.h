@@ -10,8 +10,8 @@ class QString;
 
 namespace corvane {
 
-/// Gives the program its name, its fonts and the style of its controls. Before the application
-/// object, and right after it.
+/// Gives the program its name, its icon, its fonts and the style of its controls. Before the
+/// application object, and right after it.
 void prepareApplication();
 void nameApplication(QGuiApplication& application);
 

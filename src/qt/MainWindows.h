@@ -3,6 +3,7 @@
 #include "platform/ApplicationObject.h"
 
 #include <QObject>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -19,27 +20,39 @@ public:
     explicit MainWindows(QQmlEngine& engine);
     ~MainWindows() override;
 
-    /// Whom later windows show, and who hears of the program's end. Comes before the first window;
-    /// outlives them all.
+    /// Whom later windows show, and who hears of the program's events. Comes before the first
+    /// window; outlives them all.
     void serve(CorvaneApp& app);
+    /// The user started the program again.
+    void reopen();
     /// What the windows show is about to go.
     void closeAll();
 
     /// The first main window that hasn't been closed; null where there is none.
     QQuickWindow* front() const;
 
+    bool isActive() const override;
+    bool isRunning() const override;
+    void activate() override;
     std::vector<ApplicationWindow> windows() const override;
-    void bringToFront(int windowIdentifier) override;
+    void makeKeyAndOrderFront(int windowIdentifier) override;
+    void orderFront(int windowIdentifier) override;
+    void deminiaturize(int windowIdentifier) override;
     void openMainWindow() override;
+    void openEmptyWindow(const std::string& title, const Rect& content) override;
     void terminate() override;
 
 private:
     struct Window;
+    QQuickWindow* find(int identifier) const;
+    /// Lets a window go once the user has closed it.
+    void follow(QQuickWindow& window, int identifier);
     void close(int identifier);
 
     QQmlEngine& engine_;
     CorvaneApp* app_ = nullptr;
     std::vector<std::unique_ptr<Window>> windows_;
+    std::map<int, std::unique_ptr<QQuickWindow>> emptyWindows_;
     int lastIdentifier_ = 0;
 };
 

@@ -6,7 +6,7 @@
 
 namespace corvane {
 
-QtAppearance::QtAppearance() {
+QtAppearance::QtAppearance(Preference prefersDark) : prefersDark_(std::move(prefersDark)) {
     const auto changed = [this] { screensChange_.fire(); };
     const auto follow = [this, changed](QScreen* screen) {
         connect(screen, &QScreen::geometryChanged, this, changed);
@@ -24,6 +24,7 @@ QtAppearance::QtAppearance() {
 
 bool QtAppearance::effectiveAppearanceIsDark() const {
     if (chosen_) return *chosen_;
+    if (const auto preferred = prefersDark_()) return *preferred;
     const auto palette = QGuiApplication::palette();
     return palette.color(QPalette::Window).lightness() <
            palette.color(QPalette::WindowText).lightness();

@@ -3,21 +3,25 @@
 #include "platform/Appearance.h"
 
 #include <QObject>
+#include <functional>
 #include <optional>
 
 namespace corvane {
 
-/// The system's appearance as its palette shows it, until one is chosen for the program.
+/// The system's appearance, until one is chosen for the program.
 class QtAppearance final : public QObject, public Appearance {
 public:
-    /// Needs an application object, for its palette and screens.
-    QtAppearance();
+    using Preference = std::function<std::optional<bool>()>;
+    /// Needs an application object, for its palette and screens. The palette decides where the
+    /// system's preference for dark is empty.
+    explicit QtAppearance(Preference prefersDark = [] { return std::optional<bool>(); });
 
     bool effectiveAppearanceIsDark() const override;
     void setAppearance(bool dark) override { chosen_ = dark; }
     ChangeSignal& screenParametersDidChange() override { return screensChange_; }
 
 private:
+    const Preference prefersDark_;
     std::optional<bool> chosen_;
     ChangeSignal screensChange_;
 };

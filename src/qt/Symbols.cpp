@@ -126,14 +126,22 @@ constexpr Symbol symbols[]{
     {QLatin1StringView("xmark.circle"), u'\ue888'},
 };
 
-} // namespace
-
-QString Symbols::glyph(const QString& name) const {
-    const auto found = std::lower_bound(
+const Symbol* find(const QString& name) {
+    const auto* found = std::lower_bound(
         std::begin(symbols), std::end(symbols), name,
         [](const Symbol& symbol, const QString& wanted) { return symbol.name < wanted; });
-    const bool isKnown = found != std::end(symbols) && found->name == name;
-    return QString(QChar(isKnown ? found->glyph : neutralGlyph));
+    return found != std::end(symbols) && found->name == name ? found : nullptr;
+}
+
+} // namespace
+
+QString Symbols::glyph(const QString& name) {
+    const auto* symbol = find(name);
+    return QString(QChar(symbol ? symbol->glyph : neutralGlyph));
+}
+
+bool Symbols::isKnown(const QString& name) {
+    return find(name) != nullptr;
 }
 
 } // namespace corvane

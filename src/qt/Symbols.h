@@ -17,7 +17,8 @@ class Symbols : public QObject {
 public:
     static QString fontFamily() { return QStringLiteral("Material Icons"); }
     /// The text that draws the symbol in that font; a neutral one for a name that isn't known.
-    Q_INVOKABLE QString glyph(const QString& name) const;
+    Q_INVOKABLE static QString glyph(const QString& name);
+    static bool isKnown(const QString& name);
 };
 
 } // namespace corvane

@@ -3,11 +3,13 @@
 #include "qt/MainWindows.h"
 #include "qt/QtAlerts.h"
 #include "qt/QtAppearance.h"
+#include "qt/QtImages.h"
 #include "qt/QtMainQueue.h"
+#include "qt/QtStatusBar.h"
 #include "shell/CorvaneApp.h"
 #include "simulated/SimulatedDesktop.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QQmlEngine>
 #include <QTimer>
 
@@ -69,7 +71,7 @@ std::vector<Workspace> workspaces(const Platform& platform) {
 
 int main(int argc, char** argv) {
     prepareApplication();
-    QGuiApplication application(argc, argv);
+    QApplication application(argc, argv);
     nameApplication(application);
     QtMainQueue mainQueue;
     QtAppearance appearance;
@@ -77,6 +79,8 @@ int main(int argc, char** argv) {
     addViews(engine);
     MainWindows mainWindows(engine);
     QtAlerts alerts(engine, mainWindows);
+    QtStatusBar statusBar;
+    QtImages images;
 
     SimulatedDesktop desktop;
     furnish(desktop);
@@ -100,6 +104,8 @@ int main(int argc, char** argv) {
                       .alerts = alerts,
                       .notificationCenter = simulated.notificationCenter,
                       .userNotifications = simulated.userNotifications,
+                      .statusBar = statusBar,
+                      .images = images,
                       .application = mainWindows,
                       .appearance = appearance,
                       .bookmarks = simulated.bookmarks,
@@ -114,7 +120,8 @@ int main(int argc, char** argv) {
     CorvaneApp app(platform);
     mainWindows.serve(app);
     mainWindows.openMainWindow();
-    const int status = QGuiApplication::exec();
+    app.appDelegate().applicationDidFinishLaunching();
+    const int status = QApplication::exec();
     mainWindows.closeAll();
     return status;
 }

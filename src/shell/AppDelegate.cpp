@@ -3,18 +3,24 @@
 #include "core/WorkspaceStore.h"
 #include "foundation/Diagnostics.h"
 #include "platform/ApplicationObject.h"
-
-#include <algorithm>
+#include "shell/MenuBarManager.h"
 
 namespace corvane {
 
+void AppDelegate::applicationDidFinishLaunching() {
+    if (menuBarManager) menuBarManager->setupStatusItem();
+}
+
+void AppDelegate::applicationDidBecomeActive() {
+    if (menuBarManager) menuBarManager->setupStatusItem();
+}
+
 bool AppDelegate::applicationShouldHandleReopen(bool hasVisibleWindows) {
     if (hasVisibleWindows) return true;
-    const auto windows = application_.windows();
-    const auto first = std::find_if(windows.begin(), windows.end(),
-                                    [](const auto& window) { return !window.isSheet; });
-    if (first == windows.end()) return true;
-    application_.bringToFront(first->identifier);
+    const auto window = application_.firstWindow();
+    if (!window) return true;
+    application_.makeKeyAndOrderFront(window->identifier);
+    application_.orderFront(window->identifier);
     return false;
 }
 

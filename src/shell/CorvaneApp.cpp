@@ -8,13 +8,15 @@ namespace corvane {
 CorvaneApp::CorvaneApp(Platform& platform)
     : platform_(platform), appDelegate_(platform.application),
       bookmarks_(platform.fileSystem, platform.bookmarks, platform.clock),
-      workspaceStore_(platform, bookmarks_) {
+      workspaceStore_(platform, bookmarks_),
+      menuBarManager_(workspaceStore_, appDelegate_, platform) {
     platform.userNotifications.requestAuthorization([](bool, const std::optional<Error>& error) {
         if (error) diagnostic({"Notification permission error: ", error->localizedDescription});
     });
 }
 
 void CorvaneApp::setupApp() {
+    appDelegate_.menuBarManager = &menuBarManager_;
     appDelegate_.workspaceStore = &workspaceStore_;
     if (isWired_) return;
     isWired_ = true;

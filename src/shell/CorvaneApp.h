@@ -4,6 +4,7 @@
 #include "core/WorkspaceStore.h"
 #include "shell/AppCoordinator.h"
 #include "shell/AppDelegate.h"
+#include "shell/MenuBarManager.h"
 
 namespace corvane {
 
@@ -11,8 +12,8 @@ namespace corvane {
 /// the process; main thread.
 class CorvaneApp {
 public:
-    /// Makes the delegate, the store and asks for permission to notify. The platform outlives the
-    /// app.
+    /// Makes the delegate, the store and the status menu's manager, and asks for permission to
+    /// notify. The platform outlives the app.
     explicit CorvaneApp(Platform& platform);
 
     /// Runs at each appearance of the main window's root view. The first time it also wires the
@@ -29,6 +30,7 @@ private:
     AppDelegate appDelegate_;
     BookmarkManager bookmarks_;
     WorkspaceStore workspaceStore_;
+    MenuBarManager menuBarManager_;
     AppCoordinator appCoordinator_;
     Subscription createNewWindowObserver_;
     bool isWired_ = false;

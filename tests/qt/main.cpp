@@ -1,7 +1,7 @@
 #include "qt/Face.h"
 
 #include <QAccessible>
-#include <QGuiApplication>
+#include <QApplication>
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@ int main(int argc, char** argv) {
     qputenv("QT_QUICK_BACKEND", "software");
     testing::InitGoogleTest(&argc, argv);
     corvane::prepareApplication();
-    QGuiApplication application(argc, argv);
+    QApplication application(argc, argv);
     corvane::nameApplication(application);
     QAccessible::setActive(true);
     return RUN_ALL_TESTS();

@@ -1,0 +1,78 @@
+#include "qt/QtImages.h"
+
+#include "qt/Symbols.h"
+
+#include <QFile>
+#include <QFont>
+#include <QPainter>
+#include <QPixmap>
+#include <QSvgRenderer>
+
+namespace corvane {
+
+namespace {
+
+/// Of title bars, panels and task switchers.
+constexpr int iconSizes[]{16, 18, 22, 24, 32, 36, 44, 48, 64, 128};
+/// Where an image has no size of its own, and how much larger than its size it may be shown.
+constexpr int largestIcon = 128;
+constexpr double largestScale = 2;
+/// Seen on a light menu as well as on a dark one.
+constexpr QRgb symbolColor = 0xff808086;
+
+QString drawingOf(const Image& image) {
+    const auto name = image.source == Image::Source::applicationIcon
+                          ? QStringLiteral("app.corvane.Corvane")
+                          : QString::fromStdString(image.name);
+    return ":/data/" + name + ".svg";
+}
+
+void drawSymbol(QPainter& painter, const Image& image, const QRect& place) {
+    QFont font(Symbols::fontFamily());
+    font.setPixelSize(place.height());
+    painter.setFont(font);
+    painter.setPen(QColor::fromRgb(symbolColor));
+    painter.drawText(place, Qt::AlignCenter, Symbols::glyph(QString::fromStdString(image.name)));
+}
+
+} // namespace
+
+std::optional<Image> QtImages::named(const std::string& name) const {
+    const Image image{.source = Image::Source::asset, .name = name};
+    return QFile::exists(drawingOf(image)) ? std::optional(image) : std::nullopt;
+}
+
+std::optional<Image> QtImages::applicationIcon() const {
+    return Image{.source = Image::Source::applicationIcon};
+}
+
+std::optional<Image> QtImages::systemSymbol(const std::string& name,
+                                            const std::string& accessibilityDescription) const {
+    if (!Symbols::isKnown(QString::fromStdString(name))) return std::nullopt;
+    return Image{.source = Image::Source::symbol,
+                 .name = name,
+                 .accessibilityDescription = accessibilityDescription};
+}
+
+QIcon iconOf(const Image& image) {
+    QIcon icon;
+    QSvgRenderer drawing;
+    if (image.source != Image::Source::symbol) drawing.load(drawingOf(image));
+    const double largest = image.size > 0 ? image.size * largestScale : largestIcon;
+    for (const int size : iconSizes) {
+        if (size < image.size || size > largest) continue;
+        QPixmap pixmap(size, size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        painter.setRenderHint(QPainter::Antialiasing);
+        if (image.source == Image::Source::symbol) {
+            drawSymbol(painter, image, pixmap.rect());
+        } else {
+            drawing.render(&painter, pixmap.rect());
+        }
+        icon.addPixmap(pixmap);
+    }
+    return icon;
+}
+
+} // namespace corvane

@@ -1,0 +1,195 @@
+#include "shell/MenuBarManager.h"
+
+#include "core/WorkspaceStore.h"
+#include "foundation/Diagnostics.h"
+#include "platform/Platform.h"
+#include "shell/AppDelegate.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace corvane {
+
+namespace {
+
+constexpr double itemLength = 28;
+constexpr double buttonIconSize = 18;
+constexpr double menuIconSize = 16;
+constexpr double rebuildDelay = 0.1;
+/// Once what quits has had time to go.
+constexpr double rebuildDelayAfterQuitting = 0.5;
+
+std::optional<Image> resized(std::optional<Image> image, double size) {
+    if (image) image->size = size;
+    return image;
+}
+
+} // namespace
+
+MenuBarManager::MenuBarManager(WorkspaceStore& store, AppDelegate& delegate, Platform& platform)
+    : store_(store), delegate_(delegate), platform_(platform) {}
+
+void MenuBarManager::setupStatusItem() {
+    if (isSetup_) return;
+    if (platform_.application.isActive() || platform_.application.isRunning()) {
+        createStatusItem();
+    } else {
+        platform_.mainQueue.async([this] { setupStatusItem(); });
+    }
+}
+
+void MenuBarManager::createStatusItem() {
+    statusItem_ = platform_.statusBar.statusItem(itemLength);
+    if (statusItem_->hasButton()) statusItem_->setButton(button());
+    isSetup_ = true;
+    rebuildMenu();
+    storeObserver_ = platform_.notificationCenter.addObserver(
+        "WorkspaceStoreDidChange", [this] { workspaceStoreDidChange(); });
+}
+
+StatusButton MenuBarManager::button() const {
+    StatusButton button{.toolTip = "Corvane - Workspace Manager"};
+    auto& image = button.image;
+    image = resized(platform_.images.named("MenuBarIcon"), buttonIconSize);
+    if (!image) image = resized(platform_.images.applicationIcon(), buttonIconSize);
+    if (!image) {
+        image =
+            resized(platform_.images.systemSymbol("rectangle.3.group", "Corvane"), buttonIconSize);
+        if (image) image->isTemplate = true;
+    }
+    if (!image) button.title = "⚡";
+    return button;
+}
+
+void MenuBarManager::workspaceStoreDidChange() {
+    platform_.mainQueue.async([this] { rebuildMenu(); });
+}
+
+void MenuBarManager::rebuildMenuAfter(double seconds) {
+    platform_.mainQueue.after(seconds, [this] { rebuildMenu(); });
+}
+
+void MenuBarManager::rebuildMenu() {
+    if (!isSetup_ || !statusItem_) return;
+    auto items = menu();
+    diagnostic({"Menu updated with ", std::to_string(items.size()), " items"});
+    statusItem_->setMenu(std::move(items));
+    diagnostic({"Menu assigned to status item: true"});
+}
+
+Menu MenuBarManager::menu() {
+    Menu menu;
+    menu.push_back({.title = "Corvane Workspaces", .isEnabled = false});
+    menu.push_back(MenuItem::separator());
+    menu.push_back({.title = "Show App Window", .action = [this] { showMainWindow(); }});
+    menu.push_back(MenuItem::separator());
+    addWorkspaces(menu);
+    menu.push_back(MenuItem::separator());
+    addSwitchesAndLayouts(menu);
+    menu.push_back({.title = "Quit All Apps", .action = [this] { quitAllApps(); }});
+    menu.push_back(MenuItem::separator());
+    menu.push_back({.title = "Quit Corvane", .action = [this] { quitApp(); }});
+    return menu;
+}
+
+void MenuBarManager::addWorkspaces(Menu& menu) {
+    if (store_.workspaces->empty()) {
+        menu.push_back({.title = "No workspaces found", .isEnabled = false});
+    }
+    for (const auto& workspace : *store_.workspaces)
+        menu.push_back(workspaceItem(workspace));
+}
+
+MenuItem MenuBarManager::workspaceItem(const Workspace& workspace) {
+    MenuItem item;
+    if (store_.runningWorkspaces->contains(workspace.id)) {
+        item.title = workspace.name + "     ⏹";
+        item.action = [this, workspace] { quitWorkspaceFromMenu(workspace); };
+    } else {
+        item.title = workspace.name + "     ▶";
+        item.action = [this, workspace] { launchWorkspaceFromMenu(workspace); };
+    }
+    item.image =
+        resized(platform_.images.systemSymbol(workspace.icon, workspace.name), menuIconSize);
+    return item;
+}
+
+void MenuBarManager::addSwitchesAndLayouts(Menu& menu) {
+    menu.push_back({.title = "Focus Mode",
+                    .action = [this] { toggleFocusMode(); },
+                    .state = store_.focusMode.get()});
+    if (!store_.enableAccessibilityFeatures) return;
+    menu.push_back({.title = "Auto-Save Layouts",
+                    .action = [this] { toggleAutoSaveLayouts(); },
+                    .state = store_.autoSaveLayouts.get()});
+    const auto& active = store_.activeWorkspace.get();
+    if (!active) return;
+    menu.push_back({.title = "Save Layout",
+                    .action = [this] { saveCurrentLayout(); },
+                    .isEnabled = store_.runningWorkspaces->contains(active->id)});
+}
+
+void MenuBarManager::launchWorkspaceFromMenu(const Workspace& workspace) {
+    diagnostic({"Launching workspace: ", workspace.name});
+    sendUserNotification("Launching Workspace", "Starting '" + workspace.name + "'...");
+    store_.activeWorkspace = workspace;
+    store_.hasLaunchedResources = false;
+    store_.startWorkspace(workspace);
+    rebuildMenuAfter(rebuildDelay);
+}
+
+void MenuBarManager::quitWorkspaceFromMenu(const Workspace& workspace) {
+    diagnostic({"Quitting workspace: ", workspace.name});
+    sendUserNotification("Quitting Workspace", "Stopping '" + workspace.name + "'...");
+    store_.finishWorkspace(workspace);
+    rebuildMenuAfter(rebuildDelayAfterQuitting);
+}
+
+void MenuBarManager::toggleFocusMode() {
+    store_.focusMode = !store_.focusMode;
+    sendUserNotification("Focus Mode",
+                         store_.focusMode ? "Focus Mode enabled" : "Focus Mode disabled");
+    rebuildMenuAfter(rebuildDelay);
+}
+
+void MenuBarManager::toggleAutoSaveLayouts() {
+    store_.autoSaveLayouts = !store_.autoSaveLayouts;
+    sendUserNotification(
+        "Auto-Save Layouts",
+        store_.autoSaveLayouts
+            ? "Enabled - Layouts will be auto-saved when workspaces finish or app quits"
+            : "Disabled - Manual save required");
+    rebuildMenuAfter(rebuildDelay);
+}
+
+void MenuBarManager::saveCurrentLayout() {
+    // A copy, as saving changes the records.
+    const auto active = store_.activeWorkspace.get();
+    if (!active) {
+        return sendUserNotification("Save Layout Failed", "No active workspace selected");
+    }
+    if (!store_.runningWorkspaces->contains(active->id)) {
+        return sendUserNotification("Save Layout Failed",
+                                    "Start '" + active->name + "' first to save its layout");
+    }
+    diagnostic({"Save layout clicked for: ", active->name});
+    store_.saveWorkspaceLayout(*active);
+    sendUserNotification("Layout Saved", "Layout saved for '" + active->name + "'");
+    rebuildMenuAfter(rebuildDelay);
+}
+
+void MenuBarManager::quitAllApps() {
+    store_.quitAllApplications();
+    sendUserNotification("Quit All", "Closing all workspace applications...");
+    rebuildMenuAfter(rebuildDelayAfterQuitting);
+}
+
+void MenuBarManager::quitApp() {
+    platform_.mainQueue.async([this] { platform_.application.terminate(); });
+}
+
+void MenuBarManager::sendUserNotification(std::string title, std::string body) {
+    platform_.userNotifications.add({Uuid::random().toString(), std::move(title), std::move(body)});
+}
+
+} // namespace corvane
