@@ -1,0 +1,217 @@
+#include "Machine.h"
+#include "bus/BusService.h"
+#include "linux/EventThread.h"
+#include "linux/LinuxUserNotifications.h"
+#include "linux/SessionEnd.h"
+#include "linux/SingleInstance.h"
+#include "linux/SystemAppearance.h"
+#include "simulated/SimulatedQueue.h"
+
+#include <atomic>
+#include <chrono>
+#include <csignal>
+#include <future>
+#include <optional>
+
+#include <gtest/gtest.h>
+
+namespace corvane::machine {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double secondsSince(Clock::time_point start) {
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+/// A session bus of its own, which the environment names.
+class Session : public testing::Test {
+protected:
+    Session() { g_test_dbus_up(bus_); }
+    ~Session() override {
+        g_test_dbus_down(bus_);
+        g_object_unref(bus_);
+    }
+    std::string address() const { return g_test_dbus_get_bus_address(bus_); }
+
+private:
+    GTestDBus* bus_ = g_test_dbus_new(G_TEST_DBUS_NONE);
+};
+
+BusService portal(const std::string& address, const char* answer,
+                  std::chrono::milliseconds delay = {}) {
+    const auto* xml = "<interface name='org.freedesktop.portal.Settings'><method name='Read'>"
+                      "<arg type='s' direction='in'/><arg type='s' direction='in'/>"
+                      "<arg type='v' direction='out'/></method></interface>";
+    return {address,
+            "org.freedesktop.portal.Desktop",
+            {{"/org/freedesktop/portal/desktop", xml}},
+            [answer, delay](const BusService::Call&) {
+                std::this_thread::sleep_for(delay);
+                return g_variant_new_parsed(answer);
+            }};
+}
+
+TEST_F(Session, thePortalTellsWhetherTheUserPrefersDark) {
+    const struct {
+        const char* answer;
+        std::optional<bool> isDark;
+    } cases[]{{"(<<uint32 1>>,)", true}, {"(<<uint32 2>>,)", false}, {"(<uint32 1>,)", true},
+              {"(<<uint32 0>>,)", {}},   {"(<<uint32 9>>,)", {}},    {"(<'dark'>,)", {}}};
+    for (const auto& [answer, isDark] : cases) {
+        const auto service = portal(address(), answer);
+        SystemAppearance appearance;
+        EventThread events;
+        appearance.begin(events);
+        EXPECT_EQ(appearance.isDark(), isDark) << answer;
+        EXPECT_EQ(service.calls(),
+                  std::vector<std::string>{"Read ('org.freedesktop.appearance', 'color-scheme')"});
+    }
+}
+
+TEST_F(Session, aPortalThatIsLateOrAbsentHoldsNobodyUp) {
+    {
+        SystemAppearance appearance;
+        EventThread events;
+        appearance.begin(events);
+        EXPECT_EQ(appearance.isDark(), std::nullopt);
+    }
+    const auto service = portal(address(), "(<<uint32 2>>,)", std::chrono::milliseconds(300));
+    SystemAppearance appearance;
+    EventThread events;
+    const auto start = Clock::now();
+    appearance.begin(events);
+    EXPECT_EQ(appearance.isDark(), std::nullopt);
+    EXPECT_LT(secondsSince(start), 0.2);
+    EXPECT_TRUE(comesTrue([&] { return appearance.isDark() == false; }));
+    service.emit("SettingChanged",
+                 g_variant_new_parsed("('org.freedesktop.appearance', 'contrast', <uint32 2>)"));
+    service.emit(
+        "SettingChanged",
+        g_variant_new_parsed("('org.freedesktop.appearance', 'color-scheme', <uint32 1>)"));
+    EXPECT_TRUE(comesTrue([&] { return appearance.isDark() == true; }));
+}
+
+TEST_F(Session, notificationsArriveInOrderAsTheServerReadsThem) {
+    const auto* xml = "<interface name='org.freedesktop.Notifications'>"
+                      "<method name='GetCapabilities'><arg type='as' direction='out'/></method>"
+                      "<method name='Notify'><arg type='s' direction='in'/>"
+                      "<arg type='u' direction='in'/><arg type='s' direction='in'/>"
+                      "<arg type='s' direction='in'/><arg type='s' direction='in'/>"
+                      "<arg type='as' direction='in'/><arg type='a{sv}' direction='in'/>"
+                      "<arg type='i' direction='in'/><arg type='u' direction='out'/></method>"
+                      "</interface>";
+    SimulatedQueue queue;
+    EventThread events;
+    LinuxUserNotifications notifications(queue, events);
+    notifications.add({"0", "Lost", "nobody shows it"});
+    std::promise<void> nobodyAnswered;
+    events.async([&] {
+        events.call({"org.freedesktop.Notifications", "/", "a.b", "C"}, nullptr,
+                    [&](GVariant*) { nobodyAnswered.set_value(); });
+    });
+    nobodyAnswered.get_future().wait();
+    for (const bool readsMarkup : {false, true}) {
+        const BusService server(address(), "org.freedesktop.Notifications",
+                                {{"/org/freedesktop/Notifications", xml}},
+                                [&](const BusService::Call& call) {
+                                    if (call.method == "Notify") return g_variant_new("(u)", 1);
+                                    return g_variant_new_parsed(
+                                        readsMarkup ? "(['body', 'body-markup'],)" : "(['body'],)");
+                                });
+        for (const auto* title : {"First", "Second"})
+            notifications.add({"1", title, "R&D <new>"});
+        const auto shown = [&](const std::string& title, const std::string& body) {
+            return "Notify ('Corvane', 0, 'app.corvane.Corvane', '" + title + "', '" + body +
+                   "', [], {'desktop-entry': <'app.corvane.Corvane'>, 'suppress-sound': <true>}, "
+                   "-1)";
+        };
+        const std::string body = readsMarkup ? "R&amp;D &lt;new&gt;" : "R&D <new>";
+        std::vector<std::string> calls;
+        EXPECT_TRUE(comesTrue([&] {
+            calls = server.calls();
+            std::erase(calls, "GetCapabilities ()");
+            return calls.size() == 2;
+        }));
+        EXPECT_EQ(calls, (std::vector{shown("First", body), shown("Second", body)}));
+    }
+}
+
+TEST_F(Session, theEndOfTheSessionAndSignalsAskForTheEnd) {
+    const auto* manager = "<interface name='org.gnome.SessionManager'>"
+                          "<method name='RegisterClient'><arg type='s' direction='in'/>"
+                          "<arg type='s' direction='in'/><arg type='o' direction='out'/></method>"
+                          "</interface>";
+    const auto* client = "<interface name='org.gnome.SessionManager.ClientPrivate'>"
+                         "<method name='EndSessionResponse'><arg type='b' direction='in'/>"
+                         "<arg type='s' direction='in'/></method></interface>";
+    const ScopedVariable startup("DESKTOP_AUTOSTART_ID", "10ab");
+    const BusService session(address(), "org.gnome.SessionManager",
+                             {{"/Client1", client}, {"/org/gnome/SessionManager", manager}},
+                             [](const BusService::Call& call) {
+                                 return call.method == "RegisterClient"
+                                            ? g_variant_new("(o)", "/Client1")
+                                            : nullptr;
+                             });
+    std::signal(SIGHUP, SIG_IGN);
+    std::atomic<int> ends = 0;
+    SessionEnd end;
+    EventThread events;
+    EXPECT_EQ(std::getenv("DESKTOP_AUTOSTART_ID"), nullptr);
+    end.serve(events, [&] { ++ends; });
+    const std::vector<std::string> registered{"RegisterClient ('app.corvane.Corvane', '10ab')"};
+    const auto answered = [&](std::size_t count) {
+        return comesTrue([&] {
+            session.emit("QueryEndSession", g_variant_new("(u)", 0));
+            return session.calls().size() >= count;
+        });
+    };
+    ASSERT_TRUE(answered(2));
+    EXPECT_EQ(session.calls()[0], registered[0]);
+    EXPECT_EQ(session.calls()[1], "EndSessionResponse (true, '')");
+    EXPECT_EQ(ends, 0);
+    int expected = 0;
+    for (const auto* signal : {"EndSession", "Stop"}) {
+        session.emit(signal, nullptr);
+        EXPECT_TRUE(comesTrue([&] { return ends == expected + 1; })) << signal;
+        ++expected;
+    }
+    raise(SIGHUP);
+    for (const int signal : {SIGTERM, SIGINT, SIGTERM}) {
+        raise(signal);
+        EXPECT_TRUE(comesTrue([&] { return ends == expected + 1; })) << signal;
+        ++expected;
+    }
+    std::signal(SIGHUP, SIG_DFL);
+}
+
+TEST(SingleInstanceTest, oneIsFirstAndOthersBringItForward) {
+    using Start = SingleInstance::Start;
+    const auto folder = place("single");
+    write(folder + "/app.corvane.Corvane.socket", "left by a crash");
+    std::atomic<int> rings = 0;
+    std::optional<SingleInstance> first(folder);
+    EXPECT_EQ(first->begin(), Start::first);
+    const auto begins = [&] {
+        return std::async(std::launch::async, [&] { return SingleInstance(folder).begin(); });
+    };
+    auto early = begins();
+    {
+        EventThread events;
+        first->serve(events, [&](const std::function<void()>& done) {
+            ++rings;
+            done();
+        });
+        EXPECT_EQ(early.get(), Start::cameForward);
+        EXPECT_EQ(begins().get(), Start::cameForward);
+        EXPECT_EQ(rings, 2);
+    }
+    auto waiting = begins();
+    first.reset();
+    EXPECT_EQ(waiting.get(), Start::first);
+    EXPECT_EQ(SingleInstance(folder).begin(), Start::first);
+    EXPECT_EQ(SingleInstance("/no/such/folder").begin(), Start::first);
+}
+
+} // namespace
+} // namespace corvane::machine
