@@ -126,10 +126,9 @@ void Desktop::startSession() {
                                     "-nolisten", "tcp", "-noreset"}),
                               environment_, log, display);
     set("DISPLAY", display);
-    std::string address;
     bus_ = startReporting(ends({"dbus-daemon", "--session", "--nofork", "--print-address=3"}),
-                          environment_, log, address);
-    set("DBUS_SESSION_BUS_ADDRESS", address);
+                          environment_, log, busAddress_);
+    set("DBUS_SESSION_BUS_ADDRESS", busAddress_);
     const auto windowManager = variable("WINDOW_MANAGER", "openbox");
     windowManager_ = std::make_unique<Process>(std::vector{windowManager}, environment_, log);
     const bool isManaged = comesTrue(
@@ -138,12 +137,16 @@ void Desktop::startSession() {
         },
         20);
     if (!isManaged) throw std::runtime_error(windowManager + " doesn't come up:\n" + this->log());
-    accessibility_ = std::make_unique<Accessibility>(address);
+    accessibility_ = std::make_unique<Accessibility>(busAddress_);
+}
+
+std::string Desktop::corvaneProgram() {
+    return CORVANE_PROGRAM;
 }
 
 Process& Desktop::startCorvane(const std::vector<std::string>& prefix) {
     auto command = prefix;
-    command.push_back(CORVANE_PROGRAM);
+    command.push_back(corvaneProgram());
     corvane_.reset();
     corvane_ = std::make_unique<Process>(command, environment_, root_ + "/corvane.log");
     return *corvane_;

@@ -44,10 +44,13 @@ public:
     /// Starts Corvane; `prefix` is a command that starts a command.
     Process& startCorvane(const std::vector<std::string>& prefix = {});
     Process& corvane() { return *corvane_; }
+    static std::string corvaneProgram();
     /// Starts another program here.
     std::unique_ptr<Process> start(const std::vector<std::string>& command) const;
     /// Runs a command to its end and gives its standard output and errors.
     std::string run(const std::vector<std::string>& command) const;
+
+    const std::string& busAddress() const { return busAddress_; }
 
     std::vector<Window> windows() const;
     /// The viewable window of that class whose title has `titlePart` in it. The class is the end of
@@ -80,6 +83,7 @@ private:
     void raise() const;
 
     std::string root_;
+    std::string busAddress_;
     Environment environment_;
     std::unique_ptr<Process> display_;
     std::unique_ptr<Process> bus_;

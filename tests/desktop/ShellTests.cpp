@@ -1,0 +1,172 @@
+#include "desktop/DesktopTest.h"
+#include "desktop/harness/TrayHost.h"
+
+#include <algorithm>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <optional>
+#include <sstream>
+#include <thread>
+
+namespace corvane::desktop {
+namespace {
+
+class Shell : public DesktopTest {
+protected:
+    void startWithOneNote(const std::string& name) {
+        const auto note = desktop.home("Documents/note.txt");
+        writeFile(note, "A note\n");
+        start({{name, "", "star", {{"note.txt", "file", note}}}});
+    }
+    bool hasWindow() {
+        return comesTrue([&] { return desktop.window("corvane").has_value(); });
+    }
+    /// Closes the main window, and sees that it goes and the program stays.
+    bool closesAndStays() {
+        desktop.run({"wmctrl", "-F", "-c", "Corvane"});
+        return comesTrue([&] { return !desktop.window("corvane"); }) &&
+               desktop.corvane().isRunning();
+    }
+    bool isTold(const std::string& text) {
+        return comesTrue([&] { return desktop.log().find(text) != std::string::npos; });
+    }
+    /// The middle of Corvane's icon in a panel.
+    std::optional<std::pair<std::string, std::string>> placeOfIcon() {
+        const std::string mark = "(\"corvane\" \"corvane\")  22x22+0+0  +";
+        const auto tree = desktop.run({"xwininfo", "-root", "-tree"});
+        const auto found = tree.find(mark);
+        if (found == std::string::npos) return std::nullopt;
+        std::istringstream numbers(tree.substr(found + mark.size()));
+        int x = 0, y = 0;
+        char plus = 0;
+        numbers >> x >> plus >> y;
+        constexpr int half = 11;
+        return std::pair(std::to_string(x + half), std::to_string(y + half));
+    }
+    /// Clicks on that icon until its menu is the second window beside it.
+    bool opensMenu() {
+        return comesTrue([&] {
+            const auto place = placeOfIcon();
+            if (!place) return false;
+            desktop.run({"xdotool", "mousemove", place->first, place->second, "click", "1"});
+            return comesTrue(
+                [&] {
+                    const auto ids =
+                        desktop.run({"xdotool", "search", "--onlyvisible", "--class", "corvane"});
+                    return std::ranges::count(ids, '\n') == 2;
+                },
+                2);
+        });
+    }
+    std::optional<int> startAgain(const std::vector<std::string>& prefix = {}) {
+        auto command = prefix;
+        command.push_back(desktop.corvaneProgram());
+        return desktop.start(command)->waitForEnd();
+    }
+    /// How often each thread of the program has waited for something and gone on.
+    std::map<std::string, std::string> wakeUps() {
+        std::map<std::string, std::string> counts;
+        const auto tasks = "/proc/" + std::to_string(desktop.corvane().pid()) + "/task";
+        for (const auto& task : std::filesystem::directory_iterator(tasks)) {
+            std::ifstream status(task.path() / "status");
+            for (std::string line; std::getline(status, line);) {
+                if (line.starts_with("voluntary_ctxt_switches")) counts[task.path()] = line;
+            }
+        }
+        return counts;
+    }
+};
+
+TEST_F(Shell, theTrayStartsAndFinishesAWorkspaceAndLeadsBackToTheWindow) {
+    const auto notifications = desktop.start({"dunst", "-print"});
+    std::optional<TrayHost> tray(desktop.busAddress());
+    startWithOneNote("R&D <new_1>");
+    ASSERT_TRUE(hasWindow());
+    EXPECT_TRUE(comesTrue([&] {
+        return tray->shownMenu() == "(Corvane Workspaces)|-|Show App Window|-|"
+                                    "R&D <new_1>     ▶|-|[ ] Focus Mode|Quit All Apps|-|"
+                                    "Quit Corvane";
+    })) << tray->shownMenu();
+    EXPECT_EQ(tray->toolTip(), "Corvane - Workspace Manager");
+    EXPECT_TRUE(tray->hasPicture());
+
+    ASSERT_TRUE(tray->press("R&D"));
+    EXPECT_TRUE(opens("mousepad", "note.txt"));
+    EXPECT_TRUE(isTold("'Starting 'R&amp;D &lt;new_1&gt;'...'"));
+    ASSERT_TRUE(closesAndStays());
+    ASSERT_TRUE(tray->press("R&D <new_1>     ⏹"));
+    EXPECT_TRUE(comesTrue([&] { return desktop.processes("mousepad").empty(); }));
+    EXPECT_TRUE(isTold("'Stopping 'R&amp;D &lt;new_1&gt;'...'"));
+    EXPECT_TRUE(answer("Successfully closed 1 workspace applications!", "OK"));
+    ASSERT_TRUE(tray->press("Show App Window"));
+    EXPECT_TRUE(hasWindow());
+    EXPECT_TRUE(comes("R&D <new_1>"));
+
+    // The panel starts again.
+    tray.reset();
+    tray.emplace(desktop.busAddress());
+    ASSERT_TRUE(tray->press("Quit Corvane"));
+    EXPECT_EQ(desktop.corvane().waitForEnd(), 0);
+}
+
+TEST_F(Shell, aTrayThatComesLateOnTheDisplayHoldsTheMenuToo) {
+    startWithOneNote("Notes");
+    ASSERT_TRUE(hasWindow());
+    for (int round = 0; round < 2; ++round) {
+        const auto panel = desktop.start({"tint2"});
+        ASSERT_TRUE(comesTrue([&] { return placeOfIcon().has_value(); }));
+        ASSERT_TRUE(closesAndStays());
+        ASSERT_TRUE(opensMenu());
+        // The first item that can be chosen.
+        desktop.run({"xdotool", "key", "--delay", "100", "Down", "Return"});
+        EXPECT_TRUE(hasWindow());
+    }
+    // With the panel the only other way back has gone.
+    EXPECT_EQ(closeWindow(), 0);
+}
+
+TEST_F(Shell, aSecondStartBringsTheFirstOneForwardAndEnds) {
+    startWithOneNote("Notes");
+    ASSERT_TRUE(hasWindow());
+    const auto other = desktop.start({"xterm"});
+    ASSERT_TRUE(comesTrue([&] { return desktop.terminalWindow().has_value(); }));
+    const auto isInFront = [&] {
+        return desktop.run({"xdotool", "getactivewindow", "getwindowname"}) == "Corvane\n";
+    };
+    for (const auto* state : {"covered", "minimized", "without a bus"}) {
+        SCOPED_TRACE(state);
+        desktop.run(
+            {"xdotool", "search", "--onlyvisible", "--class", "xterm", "windowactivate", "--sync"});
+        if (state == std::string("minimized")) {
+            desktop.run({"xdotool", "search", "--name", "^Corvane$", "windowminimize", "--sync"});
+        }
+        ASSERT_TRUE(comesTrue([&] { return !isInFront(); }));
+        const bool hasBus = state != std::string("without a bus");
+        EXPECT_EQ(hasBus ? startAgain() : startAgain({"env", "-u", "DBUS_SESSION_BUS_ADDRESS"}), 0);
+        EXPECT_TRUE(comesTrue(isInFront));
+    }
+    EXPECT_EQ(desktop.processes("corvane").size(), 1u);
+    EXPECT_EQ(closeWindow(), 0);
+}
+
+TEST_F(Shell, signalsEndItAsTheUserDoesAndIdleItSleeps) {
+    for (const int signal : {SIGTERM, SIGINT}) {
+        startWithOneNote("Notes");
+        ASSERT_TRUE(hasWindow());
+        ASSERT_TRUE(comes("Notes"));
+        if (signal == SIGINT) {
+            std::this_thread::sleep_for(std::chrono::seconds(5));
+            auto before = wakeUps();
+            std::this_thread::sleep_for(std::chrono::seconds(10));
+            for (const auto& [thread, count] : wakeUps())
+                EXPECT_EQ(before[thread], count) << thread;
+        }
+        desktop.corvane().signal(signal);
+        EXPECT_EQ(desktop.corvane().waitForEnd(), 0);
+    }
+}
+
+} // namespace
+} // namespace corvane::desktop
