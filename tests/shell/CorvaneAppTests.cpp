@@ -54,7 +54,7 @@ TEST_F(App, reopenBringsTheFirstWindowThatIsNoSheetForward) {
         {{{1, false}}, true, true, ""},
         {{}, false, true, ""},
         {{{1, true}}, false, true, ""},
-        {{{1, true}, {2, false}, {3, false}}, false, false, "front 2"},
+        {{{1, true}, {2, false}, {3, false}}, false, false, "key 2\nfront 2"},
     };
     for (const auto& [windows, visible, result, log] : cases) {
         desktop.windows = windows;

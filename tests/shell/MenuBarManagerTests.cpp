@@ -1,0 +1,310 @@
+#include "core/RecordCoding.h"
+#include "core/StoreScene.h"
+#include "shell/CorvaneApp.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+class StatusMenu : public testing::Test {
+protected:
+    SimulatedDesktop desktop;
+    Platform platform = desktop.platform();
+    SimulatedStatusBar& bar = desktop.statusBar;
+    std::unique_ptr<CorvaneApp> app;
+
+    Workspace workspace(std::string name, std::vector<Resource> resources = {}) {
+        auto made = makeWorkspace(std::move(name), "", "star", {});
+        made.resources = std::move(resources);
+        return made;
+    }
+    /// A workspace whose one resource is an application that opens, and runs already.
+    Workspace editing() {
+        desktop.install({.path = "/Applications/Pad.app", .displayName = "Pad"});
+        desktop.running = {{.processIdentifier = 7, .localizedName = "Pad"}};
+        return workspace("Editing", {makeResource("Pad", "/Applications/Pad.app",
+                                                  ResourceType::application, platform.bundles)});
+    }
+    void launch(const std::vector<Workspace>& workspaces) {
+        desktop.files.contents[workspacesPath] = encodeWorkspaces(workspaces);
+        app = std::make_unique<CorvaneApp>(platform);
+        app->setupApp();
+        app->appDelegate().applicationDidFinishLaunching();
+        settle();
+    }
+    /// Forgets what happened so far.
+    void settle() {
+        desktop.runFor(5);
+        desktop.log.clear();
+        bar.rebuilds = 0;
+    }
+    WorkspaceStore& store() { return app->workspaceStore(); }
+    /// The numbers of rebuilds at once, and when each of the times has passed.
+    std::vector<int> rebuildsAt(std::initializer_list<double> times) {
+        std::vector<int> counts{bar.rebuilds};
+        double passed = 0;
+        for (const double time : times) {
+            desktop.runFor(time - passed);
+            passed = time;
+            counts.push_back(bar.rebuilds);
+        }
+        return counts;
+    }
+};
+
+TEST_F(StatusMenu, comesOnceWithTheFirstEventThatFindsItsManager) {
+    desktop.isRunning = false;
+    CorvaneApp made(platform);
+    made.appDelegate().applicationDidFinishLaunching();
+    made.appDelegate().applicationDidBecomeActive();
+    made.setupApp();
+    desktop.runUntilIdle();
+    EXPECT_FALSE(bar.hasItem);
+
+    made.appDelegate().applicationDidFinishLaunching();
+    EXPECT_FALSE(bar.hasItem);
+    EXPECT_EQ(desktop.queue.pending(), 1u);
+    desktop.isRunning = true;
+    desktop.runUntilIdle();
+    EXPECT_TRUE(bar.hasItem);
+    EXPECT_EQ(bar.length, 28);
+    EXPECT_EQ(bar.rebuilds, 1);
+    for (int i = 0; i < 3; ++i)
+        made.appDelegate().applicationDidBecomeActive();
+    made.workspaceStore().searchText = "a";
+    EXPECT_EQ(bar.rebuilds, 1);
+    desktop.runUntilIdle();
+    EXPECT_EQ(bar.rebuilds, 2);
+}
+
+TEST_F(StatusMenu, anActiveApplicationShowsItBeforeItsLoopHasBegun) {
+    desktop.isRunning = false;
+    desktop.isActive = true;
+    app = std::make_unique<CorvaneApp>(platform);
+    app->setupApp();
+    app->appDelegate().applicationDidBecomeActive();
+    EXPECT_TRUE(bar.hasItem);
+}
+
+TEST_F(StatusMenu, takesTheFirstIconThatIsThere) {
+    using Source = Image::Source;
+    const std::string tip = "Corvane - Workspace Manager";
+    const auto with = [&](Image image) { return StatusButton{{}, std::move(image), tip}; };
+    const struct {
+        std::function<void()> change;
+        StatusButton button;
+    } cases[]{
+        {[] {}, with({.source = Source::asset, .name = "MenuBarIcon", .size = 18})},
+        {[&] { bar.assets.clear(); }, with({.source = Source::applicationIcon, .size = 18})},
+        {[&] { bar.hasApplicationIcon = false; }, with({.name = "rectangle.3.group",
+                                                        .accessibilityDescription = "Corvane",
+                                                        .size = 18,
+                                                        .isTemplate = true})},
+        {[&] { bar.unknownSymbols.insert("rectangle.3.group"); }, {"⚡", std::nullopt, tip}},
+        {[&] { bar.itemsHaveButtons = false; }, {}},
+    };
+    for (const auto& [change, button] : cases) {
+        change();
+        bar.button = {};
+        launch({workspace("A")});
+        EXPECT_EQ(bar.button, button);
+        EXPECT_NE(bar.shownMenu(), "");
+        app.reset();
+        EXPECT_FALSE(bar.hasItem);
+    }
+}
+
+TEST_F(StatusMenu, showsTheStoreAsItIs) {
+    launch({workspace("Home"), editing()});
+    const auto list = store().workspaces.get();
+    const std::string head = "(Corvane Workspaces)|-|Show App Window|-|";
+    const std::string tail = "Quit All Apps|-|Quit Corvane";
+    const std::string two = "Home     ▶|Editing     ▶|-|";
+    const struct {
+        std::function<void()> change;
+        std::string middle;
+    } steps[]{
+        {[] {}, two + "[ ] Focus Mode|"},
+        {[&] { store().searchText = "no such name"; }, two + "[ ] Focus Mode|"},
+        {[&] { store().autoSaveLayouts = true; }, two + "[ ] Focus Mode|"},
+        {[&] { store().enableAccessibilityFeatures = true; },
+         two + "[ ] Focus Mode|[x] Auto-Save Layouts|(Save Layout)|"},
+        {[&] { store().runningWorkspaces = {list[1].id}; },
+         "Home     ▶|Editing     ⏹|-|[ ] Focus Mode|[x] Auto-Save Layouts|(Save Layout)|"},
+        {[&] { store().activeWorkspace = list[1]; },
+         "Home     ▶|Editing     ⏹|-|[ ] Focus Mode|[x] Auto-Save Layouts|Save Layout|"},
+        {[&] {
+             store().activeWorkspace = std::nullopt;
+             store().focusMode = true;
+         },
+         "Home     ▶|Editing     ⏹|-|[x] Focus Mode|[x] Auto-Save Layouts|"},
+        {[&] {
+             store().enableAccessibilityFeatures = false;
+             store().workspaces = {};
+         },
+         "(No workspaces found)|-|[x] Focus Mode|"},
+    };
+    for (const auto& [change, middle] : steps) {
+        change();
+        desktop.runUntilIdle();
+        EXPECT_EQ(bar.shownMenu(), head + middle + tail);
+    }
+}
+
+TEST_F(StatusMenu, drawsTheSymbolsThatAreKnown) {
+    auto strange = workspace("Strange");
+    strange.icon = "no.such.symbol";
+    bar.unknownSymbols.insert(strange.icon);
+    launch({workspace("Home"), strange});
+    EXPECT_EQ(bar.menu[4].image,
+              (Image{.name = "star", .accessibilityDescription = "Home", .size = 16}));
+    EXPECT_EQ(bar.menu[5].image, std::nullopt);
+}
+
+TEST_F(StatusMenu, startsAWorkspaceAsItWasAtTheLastRebuildAndMakesItTheActiveOne) {
+    launch({workspace("Home"), editing()});
+    auto renamed = store().workspaces.get()[1];
+    renamed.name = "Writing";
+    store().updateWorkspace(renamed);
+    bar.press("Editing");
+    EXPECT_EQ(desktop.logged("notify"), "notify Launching Workspace: Starting 'Editing'...");
+    EXPECT_EQ(store().activeWorkspace.get()->name, "Editing");
+    EXPECT_TRUE(store().hasLaunchedResources);
+    EXPECT_TRUE(store().runningWorkspaces->contains(renamed.id));
+    desktop.runUntilIdle();
+    EXPECT_NE(desktop.logged().find("/Applications/Pad.app"), std::string::npos);
+    EXPECT_TRUE(bar.press("Writing     ⏹"));
+    EXPECT_FALSE(bar.press("Home     ⏹"));
+    EXPECT_FALSE(bar.press("Corvane Workspaces"));
+}
+
+TEST_F(StatusMenu, finishesARunningWorkspaceAndLeavesTheActiveOneAsItWas) {
+    launch({workspace("Home"), editing()});
+    const auto id = store().workspaces.get()[1].id;
+    store().runningWorkspaces = {id};
+    settle();
+    ASSERT_TRUE(bar.press("Editing"));
+    EXPECT_EQ(desktop.logged(), "notify Quitting Workspace: Stopping 'Editing'...\nterminate 7");
+    EXPECT_TRUE(store().runningWorkspaces->empty());
+    EXPECT_EQ(store().activeWorkspace.get()->name, "Home");
+}
+
+TEST_F(StatusMenu, switchesPreferencesAndTellsTheNewValue) {
+    launch({workspace("Home")});
+    store().enableAccessibilityFeatures = true;
+    settle();
+    for (int i = 0; i < 2; ++i) {
+        for (const auto* title : {"Focus Mode", "Auto-Save Layouts"}) {
+            ASSERT_TRUE(bar.press(title));
+            desktop.runUntilIdle();
+        }
+        EXPECT_EQ(store().focusMode, i == 0);
+        EXPECT_EQ(desktop.defaults.at("CorvaneAutoSaveLayouts"), PropertyList(i == 0));
+    }
+    EXPECT_EQ(desktop.logged(),
+              "notify Focus Mode: Focus Mode enabled\n"
+              "notify Auto-Save Layouts: Enabled - Layouts will be auto-saved when workspaces "
+              "finish or app quits\n"
+              "notify Focus Mode: Focus Mode disabled\n"
+              "notify Auto-Save Layouts: Disabled - Manual save required");
+}
+
+TEST_F(StatusMenu, savesTheLayoutOfARunningActiveWorkspaceOnly) {
+    launch({editing()});
+    store().enableAccessibilityFeatures = true;
+    store().runningWorkspaces = {store().workspaces->front().id};
+    settle();
+    // The menu offers it, and the state changes behind its back.
+    const auto press = [&] {
+        desktop.log.clear();
+        bar.press("Save Layout");
+        return desktop.logged("notify");
+    };
+    EXPECT_EQ(press(), "notify Layout Saved: Layout saved for 'Editing'");
+    store().runningWorkspaces = {};
+    EXPECT_EQ(press(), "notify Save Layout Failed: Start 'Editing' first to save its layout");
+    store().activeWorkspace = std::nullopt;
+    EXPECT_EQ(press(), "notify Save Layout Failed: No active workspace selected");
+}
+
+TEST_F(StatusMenu, isMadeAnewAfterEachChangeAndSomeTimeAfterEachAction) {
+    launch({workspace("Home"), editing()});
+    store().enableAccessibilityFeatures = true;
+    store().activeWorkspace = store().workspaces.get()[1];
+    store().runningWorkspaces = {store().workspaces.get()[1].id};
+    settle();
+    const struct {
+        const char* title;
+        double delay;
+    } cases[]{{"Save Layout", 0.1},       {"Home", 0.1},    {"Focus Mode", 0.1},
+              {"Auto-Save Layouts", 0.1}, {"Editing", 0.5}, {"Quit All Apps", 0.5},
+              {"Show App Window", 0.2}};
+    for (const auto& [title, delay] : cases) {
+        SCOPED_TRACE(title);
+        desktop.windows = {{1, false}};
+        int changes = 0;
+        const auto counting = store().objectWillChange.subscribe([&] { ++changes; });
+        ASSERT_TRUE(bar.press(title));
+        const auto counts = rebuildsAt({0, delay - 0.01, delay + 0.01, 0.9});
+        EXPECT_EQ(counts, (std::vector{0, changes, changes, changes + 1, changes + 1}));
+        settle();
+    }
+}
+
+TEST_F(StatusMenu, quitsAllAndItself) {
+    desktop.running = {{.processIdentifier = 9,
+                        .localizedName = "Pad",
+                        .bundleURL = Url::fromPath("/Applications/Pad.app")}};
+    launch({workspace("Home")});
+    ASSERT_TRUE(bar.press("Quit All Apps"));
+    EXPECT_EQ(desktop.logged(),
+              "terminate 9\nnotify Quit All: Closing all workspace applications...");
+    settle();
+    ASSERT_TRUE(bar.press("Quit Corvane"));
+    EXPECT_EQ(desktop.logged(), "");
+    desktop.runUntilIdle();
+    EXPECT_EQ(desktop.logged(), "terminate");
+}
+
+TEST_F(StatusMenu, bringsTheFirstWindowThatIsNoSheetBack) {
+    const struct {
+        std::vector<ApplicationWindow> windows;
+        const char* first;
+        const char* later;
+    } cases[]{
+        {{{1, true}, {2, false}, {3, false}},
+         "activate\nfront 2\ndeminiaturize 2\nkey 2",
+         "activate"},
+        {{{2, false, false}}, "activate\nfront 2\ndeminiaturize 2\nfront 2", "activate"},
+        {{{1, true}},
+         "activate\nopen main window\nactivate",
+         "activate\nopen window Corvane - Workspace Manager 1200x800"},
+        {{},
+         "activate\nopen main window\nactivate",
+         "activate\nopen window Corvane - Workspace Manager 1200x800"},
+    };
+    launch({workspace("Home")});
+    for (const auto& [windows, first, later] : cases) {
+        desktop.windows = windows;
+        settle();
+        ASSERT_TRUE(bar.press("Show App Window"));
+        EXPECT_EQ(desktop.logged(), "");
+        desktop.runUntilIdle();
+        EXPECT_EQ(desktop.logged(), first);
+        desktop.log.clear();
+        desktop.runFor(0.3);
+        EXPECT_EQ(desktop.logged(), later);
+    }
+    desktop.windows.clear();
+    settle();
+    bar.press("Show App Window");
+    desktop.runFor(0.1);
+    desktop.windows = {{4, false}};
+    desktop.log.clear();
+    desktop.runFor(0.3);
+    EXPECT_EQ(desktop.logged(), "key 4\nfront 4");
+}
+
+} // namespace
+} // namespace corvane
