@@ -127,9 +127,17 @@ TEST_F(Shell, aTrayThatComesLateOnTheDisplayHoldsTheMenuToo) {
     EXPECT_EQ(closeWindow(), 0);
 }
 
-TEST_F(Shell, aSecondStartBringsTheFirstOneForwardAndEnds) {
+TEST_F(Shell, itStartsAsTheSystemLooksAndASecondStartBringsItForward) {
+    const BusService darkPortal(
+        desktop.busAddress(), "org.freedesktop.portal.Desktop",
+        {{"/org/freedesktop/portal/desktop",
+          "<interface name='org.freedesktop.portal.Settings'><method name='Read'>"
+          "<arg type='s' direction='in'/><arg type='s' direction='in'/>"
+          "<arg type='v' direction='out'/></method></interface>"}},
+        [](const BusService::Call&) { return g_variant_new_parsed("(<<uint32 1>>,)"); });
     startWithOneNote("Notes");
     ASSERT_TRUE(hasWindow());
+    EXPECT_TRUE(comes("Switch to Light Mode"));
     const auto other = desktop.start({"xterm"});
     ASSERT_TRUE(comesTrue([&] { return desktop.terminalWindow().has_value(); }));
     const auto isInFront = [&] {
