@@ -10,7 +10,6 @@
 #include "linux/TerminalEmulator.h"
 
 #include <algorithm>
-#include <chrono>
 #include <csignal>
 #include <map>
 #include <ranges>
@@ -23,12 +22,9 @@ namespace {
 
 using x11::Clients;
 using x11::ClientWindow;
+using x11::halfASecondFromNow;
 using x11::WindowKind;
 using Windows = std::vector<ClientWindow>;
-
-x11::Deadline halfASecondFromNow() {
-    return std::chrono::steady_clock::now() + std::chrono::milliseconds(500);
-}
 
 /// What the identity of every process is compared with, looked up once for a list.
 struct Known {
@@ -202,7 +198,7 @@ void requestActivation(x11::Server& server, xcb_window_t window) {
     // A window manager maps an iconified window again on this, whatever it makes of the message.
     xcb_map_window(server.get(), window);
     server.sendMessage(x11::Server::Recipient::windowManager, window,
-                       server.atoms().netActiveWindow, fromUser);
+                       server.atoms().netActiveWindow, {fromUser});
     xcb_flush(server.get());
 }
 
@@ -210,28 +206,21 @@ void requestClosing(x11::Server& server, xcb_window_t window, bool hasWindowMana
     const auto& atoms = server.atoms();
     if (hasWindowManager) {
         server.sendMessage(x11::Server::Recipient::windowManager, window, atoms.netCloseWindow,
-                           XCB_CURRENT_TIME, fromUser);
+                           {XCB_CURRENT_TIME, fromUser});
     } else {
         server.sendMessage(x11::Server::Recipient::client, window, atoms.wmProtocols,
-                           atoms.wmDeleteWindow);
+                           {atoms.wmDeleteWindow});
     }
 }
 
 } // namespace
 
-/// Asks a second time where the first attempt shows that an old connection is broken.
 std::optional<Clients> RunningApplications::clients(x11::Deadline deadline) {
-    for (int attempt = 0; attempt < 2; ++attempt) {
-        auto* server = connection_.server(deadline);
-        if (!server) break;
-        auto found = x11::clients(*server, deadline);
-        if (server->failed()) continue;
-        wasAnswered_ = true;
-        return found;
-    }
-    wasAnswered_ = false;
-    diagnostic({"The X display doesn't tell its windows"});
-    return std::nullopt;
+    auto found = connection_.answer(
+        deadline, [&](x11::Server& server) { return x11::clients(server, deadline); });
+    wasAnswered_ = found.has_value();
+    if (!found) diagnostic({"The X display doesn't tell its windows"});
+    return found;
 }
 
 std::vector<RunningApplication> RunningApplications::list() {

@@ -14,11 +14,6 @@ namespace {
 
 using Processes = std::map<std::uint32_t, pid_t>;
 
-std::uint32_t firstNumber(const Property& property) {
-    const auto numbers = property.numbers();
-    return numbers.empty() ? 0 : numbers.front();
-}
-
 bool contains(const std::vector<std::uint32_t>& values, std::uint32_t value) {
     return std::ranges::count(values, value) > 0;
 }
@@ -149,7 +144,8 @@ std::optional<ClientWindow> readWindow(Server& server, xcb_window_t window, cons
 
     ClientWindow result{.window = window};
     if (isThisMachine(fields[machine].text())) {
-        result.processIdentifier = static_cast<pid_t>(firstNumber(fields[processIdentifier]));
+        result.processIdentifier =
+            static_cast<pid_t>(fields[processIdentifier].firstNumber().value_or(0));
     }
     const auto names = fields[windowClass].texts();
     if (!names.empty()) result.instanceName = names[0];
@@ -157,14 +153,43 @@ std::optional<ClientWindow> readWindow(Server& server, xcb_window_t window, cons
     result.gtkApplicationId = fields[gtkApplication].text();
     result.desktopFileHint = fields[bamfFile].text();
     if (result.desktopFileHint.empty()) result.desktopFileHint = fields[kdeFile].text();
-    const auto owner = firstNumber(fields[transientFor]);
+    const auto owner = fields[transientFor].firstNumber().value_or(0);
     if (owner != server.root()) result.transientFor = owner;
     result.kind = kindOf(fields[windowType], server.atoms());
     const auto states = fields[netState].numbers();
     constexpr std::uint32_t iconic = 3;
     result.skipsTaskbar = contains(states, server.atoms().stateSkipTaskbar);
-    result.isIconified =
-        contains(states, server.atoms().stateHidden) || firstNumber(fields[wmState]) == iconic;
+    result.isIconified = contains(states, server.atoms().stateHidden) ||
+                         fields[wmState].firstNumber().value_or(0) == iconic;
+    return result;
+}
+
+/// Only windows whose client the server can't tell the process of are asked themselves.
+std::vector<OwnedWindow> withProcesses(Server& server, const std::vector<xcb_window_t>& windows,
+                                       const Processes& processes, Deadline deadline) {
+    struct Request {
+        std::size_t index;
+        xcb_get_property_cookie_t processIdentifier;
+        xcb_get_property_cookie_t machine;
+    };
+    std::vector<OwnedWindow> result;
+    std::vector<Request> requests;
+    for (const auto window : windows) {
+        const auto process = processes.find(server.clientOf(window));
+        if (process != processes.end()) {
+            result.push_back({window, process->second});
+            continue;
+        }
+        requests.push_back({result.size(), server.requestProperty(window, server.atoms().netWmPid),
+                            server.requestProperty(window, XCB_ATOM_WM_CLIENT_MACHINE)});
+        result.push_back({window});
+    }
+    for (const auto& request : requests) {
+        const auto process = server.property(request.processIdentifier, deadline).numbers();
+        const auto machine = server.property(request.machine, deadline).text();
+        if (process.empty() || !isThisMachine(machine)) continue;
+        result[request.index].processIdentifier = static_cast<pid_t>(process.front());
+    }
     return result;
 }
 
@@ -211,7 +236,7 @@ Clients clients(Server& server, Deadline deadline) {
 
     const Property age = server.property(byAge, deadline);
     const auto windows = listedWindows(server, age, server.property(stacking, deadline), deadline);
-    const auto manager = firstNumber(server.property(check, deadline));
+    const auto manager = server.property(check, deadline).firstNumber().value_or(0);
     const auto managersCheck = server.requestProperty(manager, atoms.netSupportingWmCheck);
     const auto managersProcess = server.requestProperty(manager, atoms.netWmPid);
     std::vector<Cookies> cookies;
@@ -226,9 +251,10 @@ Clients clients(Server& server, Deadline deadline) {
     };
     result.server = server.processIdentifier();
     const auto managersWord =
-        static_cast<pid_t>(firstNumber(server.property(managersProcess, deadline)));
+        static_cast<pid_t>(server.property(managersProcess, deadline).firstNumber().value_or(0));
     // One that has gone leaves its word on the root window.
-    if (manager != XCB_NONE && firstNumber(server.property(managersCheck, deadline)) == manager) {
+    if (manager != XCB_NONE &&
+        server.property(managersCheck, deadline).firstNumber().value_or(0) == manager) {
         result.hasWindowManager = true;
         result.windowManager = processOf(server.clientOf(manager), managersWord);
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "linux/X11Connection.h"
 #include "linux/X11WindowKind.h"
 
 #include <map>

@@ -157,20 +157,19 @@ Property Server::property(xcb_get_property_cookie_t cookie, Deadline deadline) {
 }
 
 void Server::sendMessage(Recipient recipient, xcb_window_t window, xcb_atom_t type,
-                         std::uint32_t first, std::uint32_t second) {
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = window;
-    message.type = type;
-    message.data.data32[0] = first;
-    message.data.data32[1] = second;
+                         const Message& message) {
+    xcb_client_message_event_t event{};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = window;
+    event.type = type;
+    std::ranges::copy(message, event.data.data32);
     const bool toManager = recipient == Recipient::windowManager;
     xcb_send_event(get(), 0, toManager ? root() : window,
                    toManager
                        ? XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY
                        : XCB_EVENT_MASK_NO_EVENT,
-                   reinterpret_cast<const char*>(&message));
+                   reinterpret_cast<const char*>(&event));
 }
 
 bool Server::finish(Deadline deadline) {
@@ -200,19 +199,6 @@ void* Server::waitForReply(unsigned sequence, Deadline deadline) {
 void Server::waitForInput(std::chrono::milliseconds longest) const {
     pollfd readable{xcb_get_file_descriptor(get()), POLLIN, 0};
     ::poll(&readable, 1, static_cast<int>(longest.count()));
-}
-
-void Server::ask(xcb_window_t window, xcb_atom_t type,
-                 const std::array<std::uint32_t, 5>& data) const {
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = window;
-    message.type = type;
-    std::ranges::copy(data, message.data.data32);
-    xcb_send_event(get(), 0, root(),
-                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                   reinterpret_cast<const char*>(&message));
 }
 
 Reply<xcb_generic_event_t> Server::event(Deadline deadline) {

@@ -120,8 +120,9 @@ public:
 
     /// Sends a message about a window to the window manager, or to the window's own client.
     enum class Recipient { windowManager, client };
-    void sendMessage(Recipient recipient, xcb_window_t window, xcb_atom_t type, std::uint32_t first,
-                     std::uint32_t second = 0);
+    using Message = std::array<std::uint32_t, 5>;
+    void sendMessage(Recipient recipient, xcb_window_t window, xcb_atom_t type,
+                     const Message& message);
     /// Waits until the server has done all that was asked of it; false where it doesn't in time.
     bool finish(Deadline deadline);
 
@@ -132,8 +133,6 @@ public:
         return Reply<T>(static_cast<T*>(waitForReply(cookie.sequence, deadline)));
     }
 
-    /// Asks the window manager for something about a window.
-    void ask(xcb_window_t window, xcb_atom_t type, const std::array<std::uint32_t, 5>& data) const;
     /// The next event or late error; null where none comes in time.
     Reply<xcb_generic_event_t> event(Deadline deadline);
 

@@ -232,22 +232,27 @@ bool WindowControl::isAnswer(const xcb_generic_event_t& event) {
     }
 }
 
+void WindowControl::askManager(xcb_window_t window, xcb_atom_t type,
+                               const Server::Message& message) {
+    server_.sendMessage(Server::Recipient::windowManager, window, type, message);
+}
+
 void WindowControl::requestMark() {
     ++openMarks_;
-    server_.ask(mark_, server_.atoms().netRequestFrameExtents, {});
+    askManager(mark_, server_.atoms().netRequestFrameExtents, {});
 }
 
-void WindowControl::requestFrame(const Frame& aim) const {
+void WindowControl::requestFrame(const Frame& aim) {
     constexpr std::uint32_t northWest = 1;
     constexpr std::uint32_t allValues = 0xF << 8;
-    server_.ask(window_, server_.atoms().netMoveresizeWindow,
-                {northWest | allValues | fromPager << 12, static_cast<std::uint32_t>(aim.x),
-                 static_cast<std::uint32_t>(aim.y), static_cast<std::uint32_t>(aim.width),
-                 static_cast<std::uint32_t>(aim.height)});
+    askManager(window_, server_.atoms().netMoveresizeWindow,
+               {northWest | allValues | fromPager << 12, static_cast<std::uint32_t>(aim.x),
+                static_cast<std::uint32_t>(aim.y), static_cast<std::uint32_t>(aim.width),
+                static_cast<std::uint32_t>(aim.height)});
 }
 
-void WindowControl::requestState(bool wanted, xcb_atom_t first, xcb_atom_t second) const {
-    server_.ask(window_, server_.atoms().netWmState, {wanted, first, second, fromPager});
+void WindowControl::requestState(bool wanted, xcb_atom_t first, xcb_atom_t second) {
+    askManager(window_, server_.atoms().netWmState, {wanted, first, second, fromPager});
 }
 
 bool WindowControl::isLate() const {

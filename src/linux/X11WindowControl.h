@@ -51,9 +51,10 @@ private:
     Outcome settleState(Reached&& reached);
     void waitForRest(std::chrono::milliseconds length);
     bool isAnswer(const xcb_generic_event_t& event);
+    void askManager(xcb_window_t window, xcb_atom_t type, const Server::Message& message);
     void requestMark();
-    void requestFrame(const Frame& aim) const;
-    void requestState(bool wanted, xcb_atom_t first, xcb_atom_t second = XCB_NONE) const;
+    void requestFrame(const Frame& aim);
+    void requestState(bool wanted, xcb_atom_t first, xcb_atom_t second = XCB_NONE);
     Outcome leaveStates();
     bool isLate() const;
 

@@ -3,6 +3,7 @@
 #include "qt/IconProvider.h"
 #include "qt/QtImages.h"
 
+#include <QDir>
 #include <QFont>
 #include <QGuiApplication>
 #include <QIcon>
@@ -15,8 +16,21 @@ void qml_register_types_Corvane();
 
 namespace corvane {
 
+namespace {
+
+bool hasGraphicsProcessor() {
+    return !QDir("/dev/dri").entryList({"renderD*"}, QDir::System).isEmpty();
+}
+
+} // namespace
+
 void prepareApplication() {
     QQuickStyle::setStyle("Basic");
+    // A graphics driver that only imitates a processor of its own doubles the time of the start and
+    // the memory. The environment can still ask for it.
+    if (!hasGraphicsProcessor() && !qEnvironmentVariableIsSet("QSG_RHI_BACKEND")) {
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    }
     qml_register_types_Corvane();
 }
 

@@ -176,6 +176,8 @@ TEST_F(StatusMenu, startsAWorkspaceAsItWasAtTheLastRebuildAndMakesItTheActiveOne
     EXPECT_NE(desktop.logged().find("/Applications/Pad.app"), std::string::npos);
     EXPECT_TRUE(bar.press("Writing     ⏹"));
     EXPECT_FALSE(bar.press("Home     ⏹"));
+    EXPECT_TRUE(bar.press("Home     ▶"));
+    EXPECT_FALSE(store().hasLaunchedResources);
     EXPECT_FALSE(bar.press("Corvane Workspaces"));
 }
 
