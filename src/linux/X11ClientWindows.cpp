@@ -193,35 +193,6 @@ std::vector<OwnedWindow> withProcesses(Server& server, const std::vector<xcb_win
     return result;
 }
 
-/// Only windows whose client the server can't tell the process of are asked themselves.
-std::vector<OwnedWindow> withProcesses(Server& server, const std::vector<xcb_window_t>& windows,
-                                       const Processes& processes, Deadline deadline) {
-    struct Request {
-        std::size_t index;
-        xcb_get_property_cookie_t processIdentifier;
-        xcb_get_property_cookie_t machine;
-    };
-    std::vector<OwnedWindow> result;
-    std::vector<Request> requests;
-    for (const auto window : windows) {
-        const auto process = processes.find(server.clientOf(window));
-        if (process != processes.end()) {
-            result.push_back({window, process->second});
-            continue;
-        }
-        requests.push_back({result.size(), server.requestProperty(window, server.atoms().netWmPid),
-                            server.requestProperty(window, XCB_ATOM_WM_CLIENT_MACHINE)});
-        result.push_back({window});
-    }
-    for (const auto& request : requests) {
-        const auto process = server.property(request.processIdentifier, deadline).numbers();
-        const auto machine = server.property(request.machine, deadline).text();
-        if (process.empty() || !isThisMachine(machine)) continue;
-        result[request.index].processIdentifier = static_cast<pid_t>(process.front());
-    }
-    return result;
-}
-
 } // namespace
 
 Clients clients(Server& server, Deadline deadline) {
