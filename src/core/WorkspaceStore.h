@@ -29,9 +29,9 @@ enum class DismissibleAlertType {
 
 /// All state of the program and every operation on it: one instance for the life of the process. It
 /// is declared here and defined where each subsystem lives: editing, saving, preferences and alerts
-/// in core/, starting in launch/, quitting in quit/. Main thread only. Operations
-/// return nothing and can't fail towards their caller: an unknown identifier ends them silently.
-/// Records are found by identifier; the first in list order counts.
+/// in core/, starting in launch/, quitting in quit/, window layouts in layouts/. Main thread only.
+/// Operations return nothing and can't fail towards their caller: an unknown identifier ends them
+/// silently. Records are found by identifier; the first in list order counts.
 class WorkspaceStore {
 public:
     /// Reads the preferences, loads the file, runs the migrations and seeds an empty store, all

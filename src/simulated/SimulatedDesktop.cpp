@@ -159,6 +159,9 @@ private:
     void end(const RunningApplication& application) {
         std::erase_if(desktop_.running,
                       [&](const RunningApplication& other) { return isSame(application, other); });
+        std::erase_if(desktop_.screen.stack, [&](const SimulatedWindow& window) {
+            return window.info.ownerPID == application.processIdentifier;
+        });
     }
 
     static bool isSame(const RunningApplication& a, const RunningApplication& b) {

@@ -32,7 +32,7 @@ struct SimulatedApplication {
 
 /// How an application takes it to be asked to quit.
 enum class QuitBehaviour {
-    /// Goes on a later turn of the main queue.
+    /// Goes, with its windows, on a later turn of the main queue.
     quits,
     /// Is asked, asks the user back, and stays.
     asks,
