@@ -1,5 +1,8 @@
 #include "qt/Interface.h"
 
+#include <QCoreApplication>
+#include <QTimer>
+
 #include <gtest/gtest.h>
 
 namespace corvane {
@@ -94,6 +97,18 @@ TEST_F(Views, aClosedWindowComesBackWithTheStoreAsItIs) {
     EXPECT_TRUE(interface.shows("Later"));
     interface.platform.notificationCenter.post("createNewWindow");
     EXPECT_EQ(interface.windows.windows().size(), 1u);
+}
+
+TEST_F(Views, theEndOfTheProgramSavesLayouts) {
+    interface.open({workspace("Work")});
+    auto& store = interface.store();
+    store.autoSaveLayouts = true;
+    store.enableAccessibilityFeatures = true;
+    store.runningWorkspaces = {store.workspaces->front().id};
+    QTimer::singleShot(0, [this] { interface.windows.terminate(); });
+    QCoreApplication::exec();
+    interface.desktop.runUntilIdle();
+    EXPECT_EQ(interface.desktop.logged("alert"), "alert No Windows Found");
 }
 
 } // namespace
