@@ -15,10 +15,6 @@ protected:
     bool openEditor() {
         return desktop.press("Start") && opens("mousepad", "notes.txt") && comes("Running");
     }
-    void closeEditor() {
-        desktop.run({"wmctrl", "-c", "notes.txt"});
-        comesTrue([&] { return !desktop.window("mousepad"); });
-    }
 };
 
 TEST_F(Layouts, areSavedAsTheProgramEndsAndPutBackByTheNextStart) {
@@ -40,8 +36,8 @@ TEST_F(Layouts, areSavedAsTheProgramEndsAndPutBackByTheNextStart) {
     // The editor remembers its size by itself.
     desktop.run({"wmctrl", "-r", "notes.txt", "-e", "0,20,20,700,300"});
     ASSERT_TRUE(comesTrue([&] { return place() != chosen; }));
-    closeEditor();
-    ASSERT_FALSE(desktop.window("mousepad"));
+    desktop.run({"wmctrl", "-c", "notes.txt"});
+    ASSERT_TRUE(comesTrue([&] { return !desktop.window("mousepad"); }));
     desktop.startCorvane();
     ASSERT_TRUE(openEditor());
     EXPECT_TRUE(comesTrue([&] { return place() == chosen; }, 15))
