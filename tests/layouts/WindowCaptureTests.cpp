@@ -1,29 +1,26 @@
 #include "layouts/FullscreenDetection.h"
-#include "layouts/LayoutScene.h"
+#include "layouts/LayoutTest.h"
 #include "layouts/ScreenInfo.h"
 #include "layouts/WindowCapture.h"
 
 #include <cmath>
 #include <tuple>
 
-#include <gtest/gtest.h>
-
 namespace corvane {
 namespace {
 
-class Fullscreen : public testing::Test {
+class Fullscreen : public LayoutTest {
 protected:
-    LayoutScene scene;
-    FullscreenDetection detection{scene.screen, scene.screen};
+    FullscreenDetection detection{screen, screen};
 
     /// The verdict, and by its diagnostic the rule.
     std::string verdict(const WindowInfo& window) {
         const bool isFullscreen = detection.isWindowFullscreen(window);
-        const auto told = scene.told();
-        if (told.starts_with("Fullscreen detected: Layer 0 + full screen coverage (")) return "1";
-        if (told.starts_with("Fullscreen detected: Special level (")) return "2";
-        if (told.empty()) return isFullscreen ? "quiet yes" : "quiet no";
-        return told.starts_with("Not fullscreen: layer=") && !isFullscreen ? "no" : told;
+        const auto lines = told();
+        if (lines.starts_with("Fullscreen detected: Layer 0 + full screen coverage (")) return "1";
+        if (lines.starts_with("Fullscreen detected: Special level (")) return "2";
+        if (lines.empty()) return isFullscreen ? "quiet yes" : "quiet no";
+        return lines.starts_with("Not fullscreen: layer=") && !isFullscreen ? "no" : lines;
     }
 };
 
@@ -48,14 +45,14 @@ TEST_F(Fullscreen, boundsAndLayerDecideByThreeRulesWithAnyDisplay) {
               {{0, 1, 1440, 900}, -20, "no"},     {{1440, 0, 800, 1280}, 0, "2"},
               {{0, 0, 800, 1280}, 0, "1"},        {{200, 200, 1300, 1270}, 0, "2"},
               {{200, 200, 1400, 881}, 0, "no"}};
-    scene.screen.displays.push_back({{1440, 0, 800, 1280}, {}});
+    screen.displays.push_back({{1440, 0, 800, 1280}, {}});
     for (const auto& [frame, layer, expected] : cases) {
         auto window = windowInfo(7, 3, "Pad", frame);
         window.layer = layer;
-        EXPECT_EQ(verdict(window), expected) << &frame - &cases[0].frame << " " << frame.width;
+        EXPECT_EQ(verdict(window), expected) << describedFrame(frame);
     }
     auto window = windowInfo(7, 3, "Pad", {0, 0, 1440, 900});
-    scene.screen.displays.clear();
+    screen.displays.clear();
     EXPECT_EQ(verdict(window), "no");
     window.bounds->height.reset();
     EXPECT_EQ(verdict(window), "quiet no");
@@ -66,12 +63,11 @@ TEST_F(Fullscreen, accessibilityDecidesAboutWindowsThatTheRulesTurnDown) {
     auto window = windowInfo(7, 3, "Pad", place);
     // What each of the application's windows says: "yes", "no", or what can't be read of it.
     const auto verdictWith = [&](std::string_view says, const Rect& frame) {
-        scene.screen.stack.clear();
+        screen.stack.clear();
         for (const auto& word : text::words(says)) {
-            scene.screen.stack.push_back(
-                {.info = windowInfo(7, std::ssize(scene.screen.stack), "Pad", frame),
-                 .isFullscreen = word != "no",
-                 .refusals = {{word, -25205}}});
+            screen.stack.push_back({.info = windowInfo(7, std::ssize(screen.stack), "Pad", frame),
+                                    .isFullscreen = word != "no",
+                                    .refusals = {{word, -25205}}});
         }
         return verdict(window);
     };
@@ -105,11 +101,11 @@ TEST_F(Fullscreen, aWindowBelowAllMayStandForOneIfItCoversTheMainScreenNearTheOr
     const auto ask = [&](std::int64_t layer, const Rect& f) {
         return detection.isPotentialFullscreenWindow(layer, f.width, f.height, f.x, f.y);
     };
-    scene.screen.displays.insert(scene.screen.displays.begin(), Display{{0, 0, 3840, 2160}, {}});
-    scene.screen.mainDisplay = 1;
+    screen.displays.insert(screen.displays.begin(), Display{{0, 0, 3840, 2160}, {}});
+    screen.mainDisplay = 1;
     for (const auto& [layer, frame, verdict] : cases)
-        EXPECT_EQ(ask(layer, frame), verdict) << layer << " " << frame.x << " " << frame.width;
-    scene.screen.displays.clear();
+        EXPECT_EQ(ask(layer, frame), verdict) << layer << " " << describedFrame(frame);
+    screen.displays.clear();
     EXPECT_TRUE(ask(-1, {0, 0, 1920, 1080}));
     EXPECT_FALSE(ask(-1, {0, 0, 1919, 1079}));
 }
@@ -117,14 +113,10 @@ TEST_F(Fullscreen, aWindowBelowAllMayStandForOneIfItCoversTheMainScreenNearTheOr
 constexpr Rect whole{0, 0, 1440, 900};
 constexpr Rect part{100, 100, 800, 600};
 
-class Capture : public testing::Test {
+class Capture : public LayoutTest {
 protected:
-    LayoutScene scene;
-    SimulatedScreen& screen = scene.screen;
     WindowCapture capture{screen, screen, screen};
-    RunningApplication pad = scene.run("Pad", 7);
-    RunningApplication other = scene.run("Other", 8);
-    RunningApplication backdrop = scene.run("Backdrop", 9);
+    RunningApplication backdrop = run("Backdrop", 9);
 
     /// The numbers of the windows, each with a blank behind; "absent" where there are none at all.
     std::string windowsOf(const RunningApplication& application) {
@@ -137,38 +129,35 @@ protected:
 };
 
 TEST_F(Capture, windowsBelongByProcessOrByNameAndMustBeLargerThanFiftyByFifty) {
-    scene.open(pad, 1, {0, 0, 50, 900});
-    scene.open(pad, 2, {0, 0, 900, 50});
-    scene.open(pad, 3, {0, 0, 50.5, 50.5});
-    scene.open(other, 4, part);
-    scene.open(other, 5, part).info.ownerName = "Pad";
-    scene.open(other, 6, part).info.ownerName = "pad";
-    scene.open(pad, 7, part).info.layer = 25;
-    scene.open(pad, 8, part).info.bounds->width.reset();
-    scene.open(pad, 9, part).info.bounds.reset();
-    scene.open(pad, 10, part).info.bounds->x.reset();
-    scene.open(backdrop, 11, whole).info.layer = -5;
-    scene.open(pad, 12, part).isOnScreen = false;
+    open(pad, 1, {0, 0, 50, 900});
+    open(pad, 2, {0, 0, 900, 50});
+    open(pad, 3, {0, 0, 50.5, 50.5});
+    open(mail, 4, part);
+    open(mail, 5, part).info.ownerName = "Pad";
+    open(mail, 6, part).info.ownerName = "pad";
+    open(pad, 7, part).info.layer = 25;
+    open(pad, 8, part).info.bounds->width.reset();
+    open(pad, 9, part).info.bounds.reset();
+    open(pad, 10, part).info.bounds->x.reset();
+    open(backdrop, 11, whole).info.layer = -5;
+    open(pad, 12, part).isOnScreen = false;
     EXPECT_EQ(windowsOf(pad), "3 5 7 10 ");
-    EXPECT_EQ(windowsOf(other), "4 5 6 ");
+    EXPECT_EQ(windowsOf(mail), "4 5 6 ");
     screen.windowListAnswers = false;
     EXPECT_EQ(windowsOf(pad), "absent");
 }
 
 TEST_F(Capture, anApplicationWithoutWindowsGetsTheFirstThatMayStandForIt) {
-    scene.open(other, 1, part);
+    open(mail, 1, part);
     EXPECT_EQ(windowsOf(pad), "absent");
     for (const int number : {2, 3}) {
-        scene.open(backdrop, number, whole).info.layer = -5;
+        open(backdrop, number, whole).info.layer = -5;
         screen.stack.back().info.bounds->x.reset();
         screen.stack.back().info.ownerName = "Pad";
     }
     EXPECT_EQ(windowsOf(pad), "2 ") << "not by its name";
-    EXPECT_EQ(scene.told(),
-              "No regular windows found for Pad, checking 2 potential fullscreen windows\n"
-              "Attributing potential fullscreen window to Pad (no other windows found)");
     EXPECT_EQ(windowsOf(backdrop), "2 3 ") << "its own, by process";
-    scene.open(other, 4, part).info.ownerName = "Pad";
+    open(mail, 4, part).info.ownerName = "Pad";
     EXPECT_EQ(windowsOf(pad), "4 ");
 }
 
@@ -184,24 +173,20 @@ TEST_F(Capture, ofRegularAndFullscreenWindowsOnlyTheRegularOnesAreRecorded) {
     for (const auto& [windows, records] : cases) {
         screen.stack.clear();
         for (const auto& frame : windows)
-            scene.open(pad, std::ssize(screen.stack), frame);
+            open(pad, std::ssize(screen.stack), frame);
         EXPECT_EQ(describedRecords(capture.capture(pad, "pad")), records);
     }
 }
 
 TEST_F(Capture, aRecordTellsItsWindowAndOneWithoutAFrameIsPassedOver) {
     screen.displays.push_back({{1440, 0, 1920, 1080}, {}});
-    scene.open(pad, 1, part).info.bounds->y.reset();
-    scene.open(other, 2, {}).info = {.bounds = WindowBounds{1500.5, 100, 800, 600},
-                                     .ownerName = "Pad"};
+    open(pad, 1, part).info.bounds->y.reset();
+    open(mail, 2, {}).info = {.bounds = WindowBounds{1500.5, 100, 800, 600}, .ownerName = "Pad"};
     EXPECT_EQ(capture.capture(pad, "pad"),
               (std::vector<WindowLayout>{{"Pad", {1500.5, 100, 800, 600}, false, false, 1}}));
-    EXPECT_EQ(scene.told("Saved"),
-              "Saved window 'Untitled' for Pad: 800x600 at (1500.5, 100) - Fullscreen: false, "
-              "Layer: -1, Owner PID: -1 vs App PID: 7");
-    other.localizedName.reset();
-    scene.open(backdrop, 3, part).info.ownerPID = 8;
-    EXPECT_EQ(describedRecords(capture.capture(other, "looked for")),
+    mail.localizedName.reset();
+    open(backdrop, 3, part).info.ownerPID = 8;
+    EXPECT_EQ(describedRecords(capture.capture(mail, "looked for")),
               "looked for 800x600 at (100, 100)");
 }
 

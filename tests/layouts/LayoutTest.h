@@ -8,16 +8,21 @@
 #include <string>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 namespace corvane {
 
-/// A desktop with one display of 1440 by 900, its diagnostics kept.
-struct LayoutScene : StoreScene {
-    LayoutScene() {
+/// A test on a desktop with one display of 1440 by 900, with two running applications.
+class LayoutTest : public testing::Test, public StoreScene {
+protected:
+    LayoutTest() {
         setDiagnosticSink([this](const std::string& line) { diagnostics.push_back(line); });
     }
-    ~LayoutScene() { setDiagnosticSink({}); }
+    ~LayoutTest() override { setDiagnosticSink({}); }
 
     SimulatedScreen& screen = desktop.screen;
+    RunningApplication pad = run("Pad", 7);
+    RunningApplication mail = run("Mail", 8);
     std::vector<std::string> diagnostics;
 
     /// The diagnostics with `part` in them since the last call.
