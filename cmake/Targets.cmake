@@ -26,7 +26,8 @@ function(corvane_library NAME)
   target_link_libraries(corvane_${NAME} PUBLIC corvane_flags ${ARGN})
 endfunction()
 
-# corvane_test(LABEL [dependencies...]): one GoogleTest program from the current folder.
+# corvane_test(LABEL [dependencies...]): one GoogleTest program from the current folder. The variable
+# CORVANE_TEST_PROPERTIES adds properties to its tests.
 function(corvane_test LABEL)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   if(NOT sources)
@@ -36,5 +37,5 @@ function(corvane_test LABEL)
   target_link_libraries(${LABEL}_tests PRIVATE corvane_flags ${ARGN} GTest::gtest GTest::gtest_main)
   target_include_directories(${LABEL}_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   gtest_discover_tests(${LABEL}_tests DISCOVERY_MODE PRE_TEST TEST_PREFIX "${LABEL}."
-    PROPERTIES LABELS ${LABEL} TIMEOUT 120)
+    PROPERTIES LABELS ${LABEL} TIMEOUT 120 ${CORVANE_TEST_PROPERTIES})
 endfunction()
