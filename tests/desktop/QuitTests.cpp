@@ -46,9 +46,13 @@ TEST_F(Quit, aFinishedWorkspaceTakesItsApplicationsAndNoOthers) {
 
 TEST_F(Quit, anEditorWithUnsavedTextAsksAndStays) {
     startWithEditorAndTerminal();
-    desktop.run({"xdotool", "search", "--sync", "--class", "mousepad", "windowactivate", "--sync"});
-    desktop.run({"xdotool", "type", "unsaved "});
-    ASSERT_TRUE(opens("mousepad", "*"));
+    // The window may take the keyboard late.
+    ASSERT_TRUE(comesTrue([&] {
+        desktop.run({"xdotool", "windowactivate", "--sync",
+                     desktop.window("mousepad", "notes.txt").value_or(Window{}).id});
+        desktop.run({"xdotool", "type", "unsaved "});
+        return desktop.window("mousepad", "*").has_value();
+    }));
     ASSERT_TRUE(finish());
     EXPECT_TRUE(goes("xterm"));
     EXPECT_TRUE(answer("Gracefully quit: 2", "OK"));
