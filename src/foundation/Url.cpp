@@ -1,5 +1,7 @@
 #include "foundation/Url.h"
 
+#include "foundation/HexDigits.h"
+
 #include <algorithm>
 
 #include <uriparser/Uri.h>
@@ -13,18 +15,12 @@ std::string_view rangeOf(const UriTextRangeA& range) {
     return {range.first, static_cast<std::size_t>(range.afterLast - range.first)};
 }
 
-int hexValue(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    return -1;
-}
-
 std::string percentDecoded(std::string_view text) {
     std::string result;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool encoded = text[i] == '%' && i + 2 < text.size() && hexValue(text[i + 1]) >= 0 &&
-                             hexValue(text[i + 2]) >= 0;
+        const bool encoded = text[i] == '%' && i + 2 < text.size() &&
+                             hexValue(text[i + 1]) != noHexDigit &&
+                             hexValue(text[i + 2]) != noHexDigit;
         if (encoded) {
             result += static_cast<char>(hexValue(text[i + 1]) << 4 | hexValue(text[i + 2]));
             i += 2;

@@ -1,5 +1,7 @@
 #include "foundation/Uuid.h"
 
+#include "foundation/HexDigits.h"
+
 #include <cstring>
 #include <random>
 
@@ -13,17 +15,6 @@ constexpr std::array<std::size_t, 4> dashes{8, 13, 18, 23};
 constexpr std::array<std::size_t, 16> digits{0,  2,  4,  6,  9,  11, 14, 16,
                                              19, 21, 24, 26, 28, 30, 32, 34};
 
-constexpr std::uint8_t noDigit = 0xFF;
-constexpr auto hexValues = [] {
-    std::array<std::uint8_t, 256> values{};
-    values.fill(noDigit);
-    for (std::uint8_t value = 0; value < 16; ++value) {
-        values[static_cast<unsigned char>("0123456789abcdef"[value])] = value;
-        values[static_cast<unsigned char>("0123456789ABCDEF"[value])] = value;
-    }
-    return values;
-}();
-
 /// The two digits of each byte.
 constexpr auto hexDigits = [] {
     std::array<std::array<char, 2>, 256> pairs{};
@@ -31,10 +22,6 @@ constexpr auto hexDigits = [] {
         pairs[byte] = {"0123456789ABCDEF"[byte >> 4], "0123456789ABCDEF"[byte & 0x0F]};
     return pairs;
 }();
-
-std::uint8_t hexValue(char c) {
-    return hexValues[static_cast<unsigned char>(c)];
-}
 
 } // namespace
 
@@ -59,7 +46,7 @@ std::optional<Uuid> Uuid::parse(std::string_view text) {
     for (std::size_t i = 0; i < id.bytes.size(); ++i) {
         const auto high = hexValue(text[digits[i]]);
         const auto low = hexValue(text[digits[i] + 1]);
-        if (high == noDigit || low == noDigit) return std::nullopt;
+        if (high == noHexDigit || low == noHexDigit) return std::nullopt;
         id.bytes[i] = static_cast<std::uint8_t>(high << 4 | low);
     }
     return id;

@@ -49,10 +49,6 @@ private:
     std::size_t length_;
 };
 
-std::string shownName(const RunningApplication& application) {
-    return application.localizedName.value_or("Unknown");
-}
-
 List eligible(List list, bool includingHidden) {
     std::erase_if(list, [&](const RunningApplication& application) {
         return !application.isRegular() || !application.localizedName ||
@@ -172,6 +168,10 @@ const std::string* findInAppNameSet(const std::vector<std::string>& names,
 
 bool matchesAppNameSet(const std::vector<std::string>& names, std::string_view runningName) {
     return findInAppNameSet(names, runningName) != nullptr;
+}
+
+std::string shownName(const RunningApplication& application) {
+    return application.localizedName.value_or("Unknown");
 }
 
 bool isSystemApplication(const RunningApplication& application) {

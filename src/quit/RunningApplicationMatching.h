@@ -37,6 +37,9 @@ const std::string* findInAppNameSet(const std::vector<std::string>& names,
                                     std::string_view runningName);
 bool matchesAppNameSet(const std::vector<std::string>& names, std::string_view runningName);
 
+/// What a person reads as its name.
+std::string shownName(const RunningApplication& application);
+
 /// Whether it counts as system software, by its policy and by where its bundle lies.
 bool isSystemApplication(const RunningApplication& application);
 

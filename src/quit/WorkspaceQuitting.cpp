@@ -15,10 +15,6 @@ using List = std::vector<RunningApplication>;
 constexpr double summaryDelay = 1.0;
 constexpr std::string_view finderIdentifier = "com.apple.finder";
 
-std::string shownName(const RunningApplication& application) {
-    return application.localizedName.value_or("Unknown");
-}
-
 void insert(const std::string& name, Names& names) {
     if (std::ranges::count(names, name) == 0) names.push_back(name);
 }

@@ -7,7 +7,7 @@ namespace corvane {
 namespace {
 
 constexpr double secondActivationDelay = 0.1;
-constexpr double rebuildDelay = 0.2;
+constexpr double rebuildDelayAfterReturn = 0.2;
 /// By then the desktop has made a window, if it makes one.
 constexpr double windowDelay = 0.2;
 
@@ -32,7 +32,7 @@ void MenuBarManager::presentMainWindow() {
         platform_.mainQueue.async([this] { recreateMainWindow(); });
     }
     platform_.mainQueue.after(secondActivationDelay, [&application] { application.activate(); });
-    rebuildMenuAfter(rebuildDelay);
+    rebuildMenuAfter(rebuildDelayAfterReturn);
 }
 
 void MenuBarManager::recreateMainWindow() {

@@ -6,7 +6,7 @@ namespace corvane {
 namespace {
 
 constexpr auto legacyPath = "/home/user/Documents/corvane_workspaces.json";
-constexpr auto dataFolder = "/home/user/.local/share/Corvane";
+constexpr auto storeFolder = "/home/user/.local/share/Corvane";
 
 class Persistence : public testing::Test {
 protected:
@@ -20,7 +20,7 @@ protected:
     std::string keptContent() const {
         std::string kept;
         for (const auto& [path, content] : desktop.files.contents) {
-            if (path.starts_with(std::string(dataFolder) + "/corvane_workspaces.unreadable-"))
+            if (path.starts_with(std::string(storeFolder) + "/corvane_workspaces.unreadable-"))
                 kept += path + "=" + content;
         }
         return kept;
@@ -61,7 +61,7 @@ TEST_F(Persistence, aMoveFromDocumentsThatFailsLosesNothingAndSaysNothing) {
         std::size_t loaded;
     } cases[]{
         {"can't be read", {legacyPath}, {}, {}, 0},
-        {"can't be written", {}, {dataFolder}, {}, 0},
+        {"can't be written", {}, {storeFolder}, {}, 0},
         {"can't be removed", {}, {}, {legacyPath}, 1},
     };
     for (const auto& [name, unreadable, unwritable, unremovable, loaded] : cases) {
@@ -93,7 +93,7 @@ TEST_F(Persistence, anUnreadableFileIsKeptAsideBeforeTheFirstSaveAndOneAlertName
     persistence.saveWorkspaces(list);
     desktop.runUntilIdle();
     const std::string kept =
-        std::string(dataFolder) + "/corvane_workspaces.unreadable-2026-01-01T12-00-00.json";
+        std::string(storeFolder) + "/corvane_workspaces.unreadable-2026-01-01T12-00-00.json";
     EXPECT_EQ(keptContent(), kept + "=[{\"id\":");
     EXPECT_EQ(scene.fileContent(), list);
     ASSERT_EQ(desktop.shownAlerts.size(), 1u);
@@ -105,7 +105,7 @@ TEST_F(Persistence, anUnreadableFileIsKeptAsideBeforeTheFirstSaveAndOneAlertName
     persistence.loadWorkspaces();
     persistence.saveWorkspaces(list);
     EXPECT_EQ(
-        desktop.files.contents.at(std::string(dataFolder) +
+        desktop.files.contents.at(std::string(storeFolder) +
                                   "/corvane_workspaces.unreadable-2026-01-01T12-00-00 2.json"),
         "second");
 }
