@@ -4,6 +4,10 @@ add_library(corvane_flags INTERFACE)
 target_include_directories(corvane_flags INTERFACE ${CMAKE_SOURCE_DIR}/src)
 target_compile_options(corvane_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
   -Woverloaded-virtual -Werror)
+if(CMAKE_UNITY_BUILD)
+  # A joined source includes the others, so a type of one of them seems to come from a header.
+  target_compile_options(corvane_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+endif()
 if(CORVANE_SANITIZE)
   target_compile_options(corvane_flags INTERFACE -fsanitize=address,undefined
     -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
@@ -36,6 +40,8 @@ function(corvane_test LABEL)
   add_executable(${LABEL}_tests ${sources})
   target_link_libraries(${LABEL}_tests PRIVATE corvane_flags ${ARGN} GTest::gtest GTest::gtest_main)
   target_include_directories(${LABEL}_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  # Long tables of cases take the optimizer minutes.
+  target_compile_options(${LABEL}_tests PRIVATE -O0)
   gtest_discover_tests(${LABEL}_tests DISCOVERY_MODE PRE_TEST TEST_PREFIX "${LABEL}."
     PROPERTIES LABELS ${LABEL} TIMEOUT 120 ${CORVANE_TEST_PROPERTIES})
 endfunction()
