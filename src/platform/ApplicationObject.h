@@ -3,6 +3,7 @@
 #include "foundation/Rect.h"
 
 #include <algorithm>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -29,8 +30,8 @@ public:
     /// activateIgnoringOtherApps: with true.
     virtual void activate() = 0;
 
-    /// Every window that hasn't been closed, hidden ones included, in the order in which they were
-    /// made.
+    /// Every window that hasn't been closed, hidden ones included: the main windows, then the
+    /// others, each in the order in which they were made.
     virtual std::vector<ApplicationWindow> windows() const = 0;
     /// The first of them that isn't a sheet.
     std::optional<ApplicationWindow> firstWindow() const {
@@ -47,6 +48,13 @@ public:
     /// Makes an empty window and shows it in front, centred, with the keyboard. `content` in
     /// points.
     virtual void openEmptyWindow(const std::string& title, const Rect& content) = 0;
+
+    /// Makes the window of the tour through the program, titled and closable but of a fixed size,
+    /// and shows it in front, centred, with the keyboard. `content` in points. Closing it, also by
+    /// the tour's own end, only hides it and tells `windowWillClose`; makeKeyAndOrderFront brings
+    /// it back.
+    virtual int openOnboardingWindow(const std::string& title, const Rect& content,
+                                     std::function<void()> windowWillClose) = 0;
 
     /// terminate: asks the delegate and ends the main loop.
     virtual void terminate() = 0;

@@ -3,11 +3,13 @@
 #include "qt/Activation.h"
 #include "qt/Face.h"
 #include "qt/HeaderModel.h"
+#include "qt/OnboardingModel.h"
 #include "qt/SettingsModel.h"
 #include "qt/WorkspaceListModel.h"
 #include "shell/CorvaneApp.h"
 #include "ui/AddResourceSheet.h"
 #include "ui/ContentState.h"
+#include "ui/OnboardingView.h"
 #include "ui/WorkspaceSheet.h"
 
 #include <QGuiApplication>
@@ -27,6 +29,13 @@ std::unique_ptr<ResourceListModel> resourceList(const Uuid& workspaceId, Corvane
             return std::make_unique<AddResourceSheet>(workspaceId, app.workspaceStore(),
                                                       app.bookmarks(), app.platform());
         });
+}
+
+void center(QWindow& window, const Rect& content) {
+    QRect place(0, 0, int(content.width), int(content.height));
+    if (const auto* screen = window.screen())
+        place.moveCenter(screen->availableGeometry().center());
+    window.setGeometry(place);
 }
 
 } // namespace
@@ -50,6 +59,21 @@ struct MainWindows::Window {
     HeaderModel header;
     WorkspaceListModel list;
     SettingsModel settings;
+    std::unique_ptr<QQuickWindow> view;
+};
+
+/// The tour with its window, both kept when the window is closed.
+struct MainWindows::Tour {
+    Tour(CorvaneApp& app, std::function<void()> closed)
+        : state(
+              app.workspaceStore(), app.platform().images,
+              [&app] { completeOnboarding(app.platform().userDefaults); },
+              [this] { view->close(); }),
+          model(state), windowWillClose(std::move(closed)) {}
+
+    OnboardingView state;
+    OnboardingModel model;
+    std::function<void()> windowWillClose;
     std::unique_ptr<QQuickWindow> view;
 };
 
@@ -105,7 +129,9 @@ std::vector<ApplicationWindow> MainWindows::windows() const {
         list.push_back({.identifier = window->identifier, .isSheet = false});
     for (const auto& [identifier, window] : emptyWindows_)
         list.push_back({.identifier = identifier, .isSheet = false});
-    std::ranges::sort(list, {}, &ApplicationWindow::identifier);
+    for (const auto& [identifier, tour] : tours_) {
+        if (tour->view->isVisible()) list.push_back({.identifier = identifier, .isSheet = false});
+    }
     return list;
 }
 
@@ -113,6 +139,8 @@ QQuickWindow* MainWindows::find(int identifier) const {
     for (const auto& window : windows_) {
         if (window->identifier == identifier) return window->view.get();
     }
+    const auto tour = tours_.find(identifier);
+    if (tour != tours_.end()) return tour->second->view.get();
     const auto empty = emptyWindows_.find(identifier);
     return empty == emptyWindows_.end() ? nullptr : empty->second.get();
 }
@@ -120,7 +148,7 @@ QQuickWindow* MainWindows::find(int identifier) const {
 void MainWindows::makeKeyAndOrderFront(int windowIdentifier) {
     deminiaturize(windowIdentifier);
     orderFront(windowIdentifier);
-    if (auto* window = find(windowIdentifier)) window->requestActivate();
+    if (auto* window = find(windowIdentifier)) activateIgnoringOthers(*window);
 }
 
 void MainWindows::orderFront(int windowIdentifier) {
@@ -153,13 +181,22 @@ void MainWindows::openEmptyWindow(const std::string& title, const Rect& content)
     auto& window = *(emptyWindows_[identifier] = std::make_unique<QQuickWindow>());
     window.setTitle(QString::fromStdString(title));
     window.setColor(QGuiApplication::palette().color(QPalette::Window));
-    QRect place(0, 0, int(content.width), int(content.height));
-    if (const auto* screen = window.screen())
-        place.moveCenter(screen->availableGeometry().center());
-    window.setGeometry(place);
+    center(window, content);
     follow(window, identifier);
-    window.show();
     makeKeyAndOrderFront(identifier);
+}
+
+int MainWindows::openOnboardingWindow(const std::string& title, const Rect& content,
+                                      std::function<void()> windowWillClose) {
+    const int identifier = ++lastIdentifier_;
+    auto& tour = *(tours_[identifier] = std::make_unique<Tour>(*app_, std::move(windowWillClose)));
+    tour.view =
+        makeWindow(engine_, "OnboardingWindow", {{"tour", QVariant::fromValue(&tour.model)}});
+    tour.view->setTitle(QString::fromStdString(title));
+    center(*tour.view, content);
+    follow(*tour.view, identifier);
+    makeKeyAndOrderFront(identifier);
+    return identifier;
 }
 
 void MainWindows::follow(QQuickWindow& window, int identifier) {
@@ -173,6 +210,8 @@ void MainWindows::follow(QQuickWindow& window, int identifier) {
 }
 
 void MainWindows::close(int identifier) {
+    if (const auto tour = tours_.find(identifier); tour != tours_.end())
+        tour->second->windowWillClose();
     std::erase_if(windows_, [&](const auto& window) { return window->identifier == identifier; });
     emptyWindows_.erase(identifier);
     // With no status item nothing would lead back to the program.
@@ -184,6 +223,7 @@ void MainWindows::close(int identifier) {
 void MainWindows::closeAll() {
     windows_.clear();
     emptyWindows_.clear();
+    tours_.clear();
 }
 
 void MainWindows::terminate() {

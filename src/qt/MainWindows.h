@@ -14,7 +14,7 @@ namespace corvane {
 
 class CorvaneApp;
 
-/// The main windows of the program, and its end.
+/// The windows of the program, and its end.
 class MainWindows final : public QObject, public ApplicationObject {
 public:
     explicit MainWindows(QQmlEngine& engine);
@@ -40,12 +40,15 @@ public:
     void deminiaturize(int windowIdentifier) override;
     void openMainWindow() override;
     void openEmptyWindow(const std::string& title, const Rect& content) override;
+    int openOnboardingWindow(const std::string& title, const Rect& content,
+                             std::function<void()> windowWillClose) override;
     void terminate() override;
 
 private:
     struct Window;
+    struct Tour;
     QQuickWindow* find(int identifier) const;
-    /// Lets a window go once the user has closed it.
+    /// Lets a window go once it was closed; a tour is kept.
     void follow(QQuickWindow& window, int identifier);
     void close(int identifier);
 
@@ -53,6 +56,7 @@ private:
     CorvaneApp* app_ = nullptr;
     std::vector<std::unique_ptr<Window>> windows_;
     std::map<int, std::unique_ptr<QQuickWindow>> emptyWindows_;
+    std::map<int, std::unique_ptr<Tour>> tours_;
     int lastIdentifier_ = 0;
 };
 

@@ -1,5 +1,6 @@
 #include "qt/OnboardingModel.h"
 
+#include "qt/QtImages.h"
 #include "qt/Strings.h"
 #include "ui/OnboardingView.h"
 
@@ -30,6 +31,11 @@ QString OnboardingModel::description() const {
 
 QString OnboardingModel::icon() const {
     return toQString(state_.step().icon);
+}
+
+QString OnboardingModel::applicationPicture() const {
+    const auto picture = state_.applicationPicture();
+    return picture ? drawingOf(*picture) : QString();
 }
 
 QString OnboardingModel::caption() const {

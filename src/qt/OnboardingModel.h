@@ -21,6 +21,8 @@ class OnboardingModel : public QObject {
     Q_PROPERTY(QString subtitle READ subtitle NOTIFY changed)
     Q_PROPERTY(QString description READ description NOTIFY changed)
     Q_PROPERTY(QString icon READ icon NOTIFY changed)
+    /// The resource with the program's own picture; empty where it has none.
+    Q_PROPERTY(QString applicationPicture READ applicationPicture CONSTANT)
     Q_PROPERTY(QString caption READ caption NOTIFY changed)
     Q_PROPERTY(QString mainButtonTitle READ mainButtonTitle NOTIFY changed)
     /// Empty where the step has no button of its own.
@@ -37,6 +39,7 @@ public:
     QString subtitle() const;
     QString description() const;
     QString icon() const;
+    QString applicationPicture() const;
     QString caption() const;
     QString mainButtonTitle() const;
     QString actionTitle() const;

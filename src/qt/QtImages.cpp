@@ -20,13 +20,6 @@ constexpr double largestScale = 2;
 /// Seen on a light menu as well as on a dark one.
 constexpr QRgb symbolColor = 0xff808086;
 
-QString drawingOf(const Image& image) {
-    const auto name = image.source == Image::Source::applicationIcon
-                          ? QStringLiteral("app.corvane.Corvane")
-                          : QString::fromStdString(image.name);
-    return ":/data/" + name + ".svg";
-}
-
 void drawSymbol(QPainter& painter, const Image& image, const QRect& place) {
     QFont font(Symbols::fontFamily());
     font.setPixelSize(place.height());
@@ -36,6 +29,13 @@ void drawSymbol(QPainter& painter, const Image& image, const QRect& place) {
 }
 
 } // namespace
+
+QString drawingOf(const Image& image) {
+    const auto name = image.source == Image::Source::applicationIcon
+                          ? QStringLiteral("app.corvane.Corvane")
+                          : QString::fromStdString(image.name);
+    return ":/data/" + name + ".svg";
+}
 
 std::optional<Image> QtImages::named(const std::string& name) const {
     const Image image{.source = Image::Source::asset, .name = name};

@@ -15,6 +15,8 @@ public:
                                       const std::string& accessibilityDescription) const override;
 };
 
+/// The resource that holds the drawing of an asset or of the application's icon.
+QString drawingOf(const Image& image);
 /// The picture of an image, in the sizes that desktops use up to about twice its own.
 QIcon iconOf(const Image& image);
 

@@ -5,6 +5,7 @@
 #include "shell/AppCoordinator.h"
 #include "shell/AppDelegate.h"
 #include "shell/MenuBarManager.h"
+#include "shell/OnboardingWindowManager.h"
 
 namespace corvane {
 
@@ -17,8 +18,9 @@ public:
     explicit CorvaneApp(Platform& platform);
 
     /// Runs at each appearance of the main window's root view. The first time it also wires the
-    /// observer of "createNewWindow" and the relay from the store to "WorkspaceStoreDidChange";
-    /// later runs only renew the delegate's fields.
+    /// observer of "createNewWindow" and the relay from the store to "WorkspaceStoreDidChange".
+    /// Every run renews the delegate's fields, and a second later shows the tour to those who
+    /// haven't taken it.
     void setupApp();
 
     AppDelegate& appDelegate() { return appDelegate_; }
@@ -27,12 +29,15 @@ public:
     Platform& platform() { return platform_; }
 
 private:
+    void wire();
+
     Platform& platform_;
     AppDelegate appDelegate_;
     BookmarkManager bookmarks_;
     WorkspaceStore workspaceStore_;
     MenuBarManager menuBarManager_;
     AppCoordinator appCoordinator_;
+    OnboardingWindowManager onboardingManager_;
     Subscription createNewWindowObserver_;
     bool isWired_ = false;
 };

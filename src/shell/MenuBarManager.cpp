@@ -27,7 +27,8 @@ std::optional<Image> resized(std::optional<Image> image, double size) {
 } // namespace
 
 MenuBarManager::MenuBarManager(WorkspaceStore& store, AppDelegate& delegate, Platform& platform)
-    : store_(store), delegate_(delegate), platform_(platform) {}
+    : store_(store), delegate_(delegate), platform_(platform),
+      onboardingManager_(platform.application, platform.userDefaults) {}
 
 void MenuBarManager::setupStatusItem() {
     if (isSetup_) return;
@@ -82,6 +83,8 @@ Menu MenuBarManager::menu() {
     menu.push_back({.title = "Corvane Workspaces", .isEnabled = false});
     menu.push_back(MenuItem::separator());
     menu.push_back({.title = "Show App Window", .action = [this] { showMainWindow(); }});
+    menu.push_back(
+        {.title = "Help & Tips", .action = [this] { onboardingManager_.showOnboarding(); }});
     menu.push_back(MenuItem::separator());
     addWorkspaces(menu);
     menu.push_back(MenuItem::separator());

@@ -3,6 +3,7 @@
 #include "core/Records.h"
 #include "foundation/Published.h"
 #include "platform/StatusBar.h"
+#include "shell/OnboardingWindowManager.h"
 
 #include <memory>
 #include <string>
@@ -58,6 +59,7 @@ private:
     std::unique_ptr<StatusItem> statusItem_;
     Subscription storeObserver_;
     bool isSetup_ = false;
+    OnboardingWindowManager onboardingManager_;
 };
 
 } // namespace corvane

@@ -281,6 +281,13 @@ public:
         desktop_.log.push_back("open window " + title + " " + number(content.width) + "x" +
                                number(content.height));
     }
+    int openOnboardingWindow(const std::string& title, const Rect&,
+                             std::function<void()> windowWillClose) override {
+        desktop_.log.push_back("open window " + title);
+        desktop_.windowWillClose = std::move(windowWillClose);
+        desktop_.windows.push_back({int(desktop_.windows.size()) + 1});
+        return desktop_.windows.back().identifier;
+    }
     void terminate() override { desktop_.log.push_back("terminate"); }
 
     bool effectiveAppearanceIsDark() const override {

@@ -121,6 +121,8 @@ public:
 
     /// The windows of the program itself.
     std::vector<ApplicationWindow> windows;
+    /// What the newest window of the tour tells at its close.
+    std::function<void()> windowWillClose;
     /// Whether the program has the keyboard, and whether its main loop has begun.
     bool isActive = false;
     bool isRunning = true;

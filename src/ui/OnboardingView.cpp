@@ -35,9 +35,10 @@ constexpr OnboardingStep allSteps[]{
 
 } // namespace
 
-OnboardingView::OnboardingView(WorkspaceStore& store, std::function<void()> completed,
-                               std::function<void()> dismiss)
-    : store_(store), completed_(std::move(completed)), dismiss_(std::move(dismiss)),
+OnboardingView::OnboardingView(WorkspaceStore& store, const Images& images,
+                               std::function<void()> completed, std::function<void()> dismiss)
+    : store_(store), images_(images), completed_(std::move(completed)),
+      dismiss_(std::move(dismiss)),
       storeChanges_(store.objectWillChange.subscribe([this] { objectWillChange.fire(); })) {}
 
 std::span<const OnboardingStep> OnboardingView::steps() {
@@ -46,6 +47,11 @@ std::span<const OnboardingStep> OnboardingView::steps() {
 
 std::string OnboardingView::caption() const {
     return std::to_string(currentStep + 1) + " of " + std::to_string(steps().size());
+}
+
+std::optional<Image> OnboardingView::applicationPicture() const {
+    const auto drawn = images_.named("MenuBarIcon");
+    return drawn ? drawn : images_.applicationIcon();
 }
 
 std::string_view OnboardingView::actionTitle() const {

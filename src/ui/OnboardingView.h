@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/Published.h"
+#include "platform/Images.h"
 
 #include <cstddef>
 #include <functional>
@@ -25,11 +26,11 @@ struct OnboardingStep {
     std::optional<OnboardingAction> action = {};
 };
 
-/// The tour of one window. Store outlives it. Main thread.
+/// The tour of one window. Store and images outlive it. Main thread.
 class OnboardingView {
 public:
     /// `completed` stores that the tour was taken, `dismiss` closes the window.
-    OnboardingView(WorkspaceStore& store, std::function<void()> completed,
+    OnboardingView(WorkspaceStore& store, const Images& images, std::function<void()> completed,
                    std::function<void()> dismiss);
 
     /// Fires before anything read here changes.
@@ -43,6 +44,8 @@ public:
     /// "1 of 6".
     std::string caption() const;
     std::string_view mainButtonTitle() const { return isLast() ? "Get Started" : "Next"; }
+    /// What stands for the program; null where it has no picture.
+    std::optional<Image> applicationPicture() const;
     /// Empty for a step without an action.
     std::string_view actionTitle() const;
 
@@ -56,6 +59,7 @@ private:
     void finish();
 
     WorkspaceStore& store_;
+    const Images& images_;
     std::function<void()> completed_;
     std::function<void()> dismiss_;
     Subscription storeChanges_;

@@ -184,6 +184,23 @@ TEST_F(Shell, aSignalEndsItAsTheUserDoesWithTheLayoutsSaved) {
     EXPECT_TRUE(desktop.window("mousepad", "note.txt"));
 }
 
+TEST_F(Shell, aFirstStartShowsTheTourAndTheNextDoesNot) {
+    std::filesystem::remove(desktop.preferencesFile());
+    startWithOneNote("Notes");
+    ASSERT_TRUE(comes("Your workspace management companion"));
+    ASSERT_TRUE(desktop.press("Next"));
+    EXPECT_TRUE(comes("2 of 6"));
+    ASSERT_TRUE(desktop.press("Skip"));
+    EXPECT_TRUE(comesTrue([&] { return !desktop.window("corvane", "Welcome to Corvane"); }));
+    EXPECT_EQ(closeWindow(), 0);
+
+    desktop.startCorvane();
+    ASSERT_TRUE(comes("Notes"));
+    std::this_thread::sleep_for(std::chrono::seconds(3));
+    EXPECT_FALSE(desktop.window("corvane", "Welcome to Corvane"));
+    EXPECT_EQ(closeWindow(), 0);
+}
+
 TEST_F(Shell, idleItSleeps) {
     startWithOneNote("Notes");
     ASSERT_TRUE(comes("Notes"));

@@ -71,6 +71,7 @@ Interface::~Interface() {
 }
 
 void Interface::open(const std::vector<Workspace>& workspaces) {
+    if (!isFirstStart) desktop.defaults["HasCompletedOnboarding"] = {true};
     desktop.files.contents[workspacesPath] = encodeWorkspaces(workspaces);
     app = std::make_unique<CorvaneApp>(platform);
     windows.serve(*app);
@@ -115,6 +116,11 @@ std::string Interface::shown() {
 
 bool Interface::shows(const std::string& name) {
     return find(name, "") != nullptr;
+}
+
+void Interface::closeWindow() {
+    topWindow()->close();
+    runFor(0);
 }
 
 bool Interface::isEnabled(const std::string& name) {

@@ -29,6 +29,7 @@ public:
     MainWindows windows;
     std::unique_ptr<CorvaneApp> app;
 
+    bool isFirstStart = false;
     /// Opens the main window over these workspaces.
     void open(const std::vector<Workspace>& workspaces);
     WorkspaceStore& store() { return app->workspaceStore(); }
@@ -44,6 +45,7 @@ public:
     bool press(const std::string& name, const std::string& inside = "");
     void type(const std::string& text);
     void key(Qt::Key key);
+    void closeWindow();
     /// The name of the element that has the keyboard.
     std::string focused();
 

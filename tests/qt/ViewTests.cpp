@@ -87,8 +87,7 @@ TEST_F(Views, theKeyboardReachesEveryControlInOrder) {
 
 TEST_F(Views, aClosedWindowComesBackWithTheStoreAsItIs) {
     interface.open({workspace("Work")});
-    interface.windows.front()->close();
-    interface.runFor(0);
+    interface.closeWindow();
     EXPECT_TRUE(interface.windows.windows().empty());
     interface.store().addWorkspace(workspace("Later"));
     interface.platform.notificationCenter.post("createNewWindow");
@@ -97,6 +96,47 @@ TEST_F(Views, aClosedWindowComesBackWithTheStoreAsItIs) {
     EXPECT_TRUE(interface.shows("Later"));
     interface.platform.notificationCenter.post("createNewWindow");
     EXPECT_EQ(interface.windows.windows().size(), 1u);
+}
+
+TEST_F(Views, theTourEndsByItsButtonsOrItsWindowAndGoesOnWhereItWasLeft) {
+    auto& defaults = interface.desktop.defaults;
+    interface.isFirstStart = true;
+    interface.open({workspace("Work")});
+    interface.runFor(1.1);
+    EXPECT_EQ(interface.shown(),
+              "Welcome to Corvane|Skip|Welcome to Corvane|Your workspace management companion|"
+              "Corvane helps you organize and launch groups of applications, "
+              "files, and folders together as workspaces.|Previous|1 of 6|Next");
+    EXPECT_FALSE(interface.isEnabled("Previous"));
+    for (int i = 0; i < 4; ++i)
+        interface.press("Next");
+    EXPECT_TRUE(interface.press("Focus Mode: OFF"));
+    EXPECT_TRUE(interface.shows("Focus Mode: ON"));
+    EXPECT_TRUE(interface.store().focusMode);
+    interface.press("Next");
+    EXPECT_TRUE(interface.press("Previous"));
+    EXPECT_TRUE(interface.shows("5 of 6"));
+    EXPECT_FALSE(defaults.contains("HasCompletedOnboarding"));
+    interface.press("Next");
+    EXPECT_TRUE(interface.press("Get Started"));
+    interface.runFor(0);
+    EXPECT_EQ(defaults.at("HasCompletedOnboarding"), PropertyList{true});
+    EXPECT_TRUE(interface.shows("Work"));
+
+    auto& menu = interface.desktop.statusBar;
+    interface.app->appDelegate().applicationDidFinishLaunching();
+    interface.runFor(1);
+    defaults.clear();
+    ASSERT_TRUE(menu.press("Help & Tips"));
+    interface.runFor(0);
+    interface.press("Next");
+    ASSERT_TRUE(interface.shows("2 of 6"));
+    interface.closeWindow();
+    EXPECT_EQ(interface.windows.windows().size(), 1u);
+    EXPECT_EQ(defaults.at("HasCompletedOnboarding"), PropertyList{true});
+    ASSERT_TRUE(menu.press("Help & Tips"));
+    interface.runFor(0);
+    EXPECT_TRUE(interface.shows("2 of 6"));
 }
 
 TEST_F(Views, theEndOfTheProgramSavesLayouts) {

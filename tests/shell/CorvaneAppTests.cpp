@@ -68,6 +68,32 @@ TEST_F(App, reopenBringsTheFirstWindowThatIsNoSheetForward) {
     EXPECT_EQ(desktop.logged(), "open main window");
 }
 
+TEST_F(App, theTourComesASecondAfterAStartUntilItWasTaken) {
+    CorvaneApp app(platform);
+    app.setupApp();
+    desktop.runFor(0.99);
+    EXPECT_EQ(desktop.logged("open window"), "");
+    desktop.runFor(0.02);
+    EXPECT_EQ(desktop.logged("open window"), "open window Welcome to Corvane");
+    app.setupApp();
+    desktop.runFor(2);
+    EXPECT_EQ(desktop.logged("key"), "key 1");
+
+    app.appDelegate().applicationDidFinishLaunching();
+    for (const char* log : {"open window Welcome to Corvane", "key 2"}) {
+        desktop.log.clear();
+        ASSERT_TRUE(desktop.statusBar.press("Help & Tips"));
+        EXPECT_EQ(desktop.logged(), log);
+    }
+    EXPECT_FALSE(hasCompletedOnboarding(platform.userDefaults));
+    desktop.windowWillClose();
+    EXPECT_EQ(desktop.defaults.at("HasCompletedOnboarding"), PropertyList{true});
+    desktop.log.clear();
+    app.setupApp();
+    desktop.runFor(2);
+    EXPECT_EQ(desktop.logged(), "");
+}
+
 TEST_F(App, theEndOfTheProgramSavesTheLayoutsOfRunningWorkspacesInListOrder) {
     std::string saved;
     setDiagnosticSink([&](const std::string& line) {

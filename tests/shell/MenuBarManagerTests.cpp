@@ -27,6 +27,7 @@ protected:
                                                   ResourceType::application, platform.bundles)});
     }
     void launch(const std::vector<Workspace>& workspaces) {
+        desktop.defaults["HasCompletedOnboarding"] = {true};
         desktop.files.contents[workspacesPath] = encodeWorkspaces(workspaces);
         app = std::make_unique<CorvaneApp>(platform);
         app->setupApp();
@@ -54,6 +55,7 @@ protected:
 };
 
 TEST_F(StatusMenu, comesOnceWithTheFirstEventThatFindsItsManager) {
+    desktop.defaults["HasCompletedOnboarding"] = {true};
     desktop.isRunning = false;
     CorvaneApp made(platform);
     made.appDelegate().applicationDidFinishLaunching();
@@ -118,7 +120,7 @@ TEST_F(StatusMenu, takesTheFirstIconThatIsThere) {
 TEST_F(StatusMenu, showsTheStoreAsItIs) {
     launch({workspace("Home"), editing()});
     const auto list = store().workspaces.get();
-    const std::string head = "(Corvane Workspaces)|-|Show App Window|-|";
+    const std::string head = "(Corvane Workspaces)|-|Show App Window|Help & Tips|-|";
     const std::string tail = "Quit All Apps|-|Quit Corvane";
     const std::string two = "Home     ▶|Editing     ▶|-|";
     const struct {
@@ -157,9 +159,9 @@ TEST_F(StatusMenu, drawsTheSymbolsThatAreKnown) {
     strange.icon = "no.such.symbol";
     bar.unknownSymbols.insert(strange.icon);
     launch({workspace("Home"), strange});
-    EXPECT_EQ(bar.menu[4].image,
+    EXPECT_EQ(bar.menu[5].image,
               (Image{.name = "star", .accessibilityDescription = "Home", .size = 16}));
-    EXPECT_EQ(bar.menu[5].image, std::nullopt);
+    EXPECT_EQ(bar.menu[6].image, std::nullopt);
 }
 
 TEST_F(StatusMenu, startsAWorkspaceAsItWasAtTheLastRebuildAndMakesItTheActiveOne) {

@@ -165,7 +165,7 @@ TEST_F(Sheets, theSettingsSayWhatDependsOnOtherThings) {
 TEST_F(Sheets, theTourGoesStepByStepAndEndsOnce) {
     std::string log;
     OnboardingView tour(
-        store, [&] { log += "completed "; }, [&] { log += "dismissed "; });
+        store, desktop.platform().images, [&] { log += "completed "; }, [&] { log += "dismissed "; });
     tour.previous();
     std::string shown;
     for (int i = 0; i < 6; ++i) {

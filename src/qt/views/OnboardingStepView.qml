@@ -20,12 +20,17 @@ Item {
             width: 80
             height: 80
 
+            Drawing {
+                anchors.fill: parent
+                visible: view.showsApplication && source !== ""
+                source: view.tour.applicationPicture
+            }
             GradientTile {
                 anchors.fill: parent
-                visible: view.showsApplication
+                visible: view.showsApplication && view.tour.applicationPicture === ""
                 radius: 16
-                symbol: "rectangle.3.group"
-                symbolSize: 46
+                symbol: "bolt.fill"
+                symbolSize: 40
             }
             SymbolText {
                 anchors.centerIn: parent

@@ -8,8 +8,7 @@ Window {
 
     required property OnboardingModel tour
 
-    title: "Welcome to Corvane"
-    flags: Qt.Window | Qt.CustomizeWindowHint | Qt.WindowTitleHint | Qt.WindowCloseButtonHint
+    flags: Qt.Dialog | Qt.CustomizeWindowHint | Qt.WindowTitleHint | Qt.WindowCloseButtonHint
     width: 600
     height: 500
     minimumWidth: 600
@@ -38,20 +37,28 @@ Window {
             Repeater {
                 model: window.tour.stepCount
 
-                Rectangle {
+                Item {
+                    id: dot
+
                     required property int index
                     readonly property bool isCurrent: index === window.tour.currentStep
 
                     width: 10
                     height: 10
-                    radius: 5
-                    color: isCurrent ? Theme.accent : Theme.faded(Theme.secondaryLabel, 0.3)
-                    scale: isCurrent ? 1.2 : 1
 
-                    Behavior on scale {
-                        NumberAnimation {
-                            duration: 200
-                            easing.type: Easing.InOutQuad
+                    // A scale would leave its edge ragged.
+                    Rectangle {
+                        anchors.centerIn: parent
+                        width: dot.isCurrent ? 12 : 10
+                        height: width
+                        radius: width / 2
+                        color: dot.isCurrent ? Theme.accent : Theme.faded(Theme.secondaryLabel, 0.3)
+
+                        Behavior on width {
+                            NumberAnimation {
+                                duration: 200
+                                easing.type: Easing.InOutQuad
+                            }
                         }
                     }
                 }
