@@ -1,47 +1,196 @@
 #include "desktop/DesktopTest.h"
 
+#include <algorithm>
+
 namespace corvane::desktop {
 namespace {
 
+/// Prints "NAME 417,163 533x391" for each name and window: what a person sees of it, decorations in
+/// and shadows out.
+constexpr auto lookAtWindows = R"(
+import re, subprocess, sys
+def ask(*words):
+    return subprocess.run(words, capture_output=True, text=True).stdout
+for name, window in zip(sys.argv[1::2], sys.argv[2::2]):
+    client = re.findall('(?:Absolute.*|Width|Height): +(.*)', ask('xwininfo', '-id', window))
+    x, y, width, height = map(int, client)
+    properties = ask('xprop', '-id', window)
+    def margins(kind):
+        found = re.search(kind + '_FRAME_EXTENTS.* = (.*)', properties)
+        return map(int, found[1].split(',')) if found else [0] * 4
+    left, right, top, bottom = (a - b for a, b in zip(margins('NET'), margins('GTK')))
+    print(name, f'{x - left},{y - top} {width + left + right}x{height + top + bottom}',
+          *['fullscreen'] * ('_STATE_FULLSCREEN' in properties))
+)";
+/// The same of the first workspace's records.
+constexpr auto readRecords = R"(
+import json, sys
+for record in json.load(open(sys.argv[1]))[0].get('savedWindowLayouts', []):
+    (x, y), (width, height) = record['frame']
+    print(record['appName'], f'{x:g},{y:g} {width:g}x{height:g}',
+          *['fullscreen'] * record['isFullscreen'])
+)";
+/// Prints a layout of an earlier version for the preferences.
+constexpr auto oldLayout = R"(
+import base64, json, sys
+id = json.load(open(sys.argv[1]))[0]['id']
+window = {'appName': 'Mousepad', 'frame': [[417, 163], [533, 391]], 'isFullscreen': False,
+          'isMinimized': False}
+layout = {'workspaceId': id, 'windowLayouts': [window], 'savedDate': 700000000}
+data = base64.b64encode(json.dumps(layout).encode()).decode()
+print(f'<key>WorkspaceLayout_{id}</key><data>{data}</data>')
+)";
+
 class Layouts : public DesktopTest {
 protected:
-    /// X, y, width and height of the editor's window, in that order.
-    std::string place() {
-        return desktop.run({"sh", "-c",
-                            "xdotool getwindowgeometry --shell $(xdotool search "
-                            "--onlyvisible --class mousepad | tail -n 1) | "
-                            "grep -E 'X|Y|WIDTH|HEIGHT' | tr '\n' ' '"});
+    using Names = std::vector<std::string>;
+
+    Layouts() {
+        writeFile(notes.path, "Notes\n");
+        // Draws its title bar by itself, and shadows where the window manager can show them.
+        desktop.install("drawn", "Drawn",
+                        "env GTK_CSD=1 mousepad --disable-server --class=Drawn\n"
+                        "StartupWMClass=Drawn");
     }
-    bool openEditor() {
-        return desktop.press("Start") && opens("mousepad", "notes.txt") && comes("Running");
+    void prefer(bool layouts, bool autoSave, const std::string& more = "") {
+        const auto flag = [](const std::string& key, bool on) {
+            return "<key>" + key + "</key>" + (on ? "<true/>" : "<false/>");
+        };
+        writeFile(desktop.preferencesFile(),
+                  "<plist version=\"1.0\"><dict>" + flag("HasCompletedOnboarding", true) +
+                      flag("CorvaneEnableAccessibilityFeatures", layouts) +
+                      flag("CorvaneAutoSaveLayouts", autoSave) + more + "</dict></plist>\n");
     }
+    std::string idOf(const std::string& name) {
+        const auto window = name == "Terminal" ? desktop.terminalWindow() : desktop.window(name);
+        return window ? window->id : "";
+    }
+    bool startsAll(const Names& names) {
+        const auto isOpen = [&](const auto& name) { return !idOf(name).empty(); };
+        return desktop.press("Start") &&
+               comesTrue([&] { return std::ranges::all_of(names, isOpen); }, 60) &&
+               comes("Running");
+    }
+    bool finishesAll(const Names& names) {
+        const auto isGone = [&](const auto& name) { return idOf(name).empty(); };
+        return desktop.press("Finish") && desktop.press("Finish & Close") &&
+               answer("Successfully closed", "OK") &&
+               comesTrue([&] { return std::ranges::all_of(names, isGone); });
+    }
+    bool closes(const std::string& name) {
+        const auto id = idOf(name);
+        desktop.run({"wmctrl", "-i", "-r", id, "-b", "remove,fullscreen"});
+        desktop.run({"wmctrl", "-i", "-c", id});
+        return comesTrue([&] { return idOf(name).empty(); });
+    }
+    std::string seen(const Names& names) {
+        Names command{"python3", "-c", lookAtWindows};
+        for (const auto& name : names)
+            command.insert(command.end(), {name, idOf(name)});
+        return desktop.run(command);
+    }
+    std::string saved() {
+        return desktop.run({"python3", "-c", readRecords, desktop.workspacesFile()});
+    }
+    bool savesInTheWindow() {
+        return desktop.press("Save Layout") &&
+               answer("The current window layout has been saved for 'Desk'.", "OK");
+    }
+    /// Whether the windows look like that soon.
+    testing::AssertionResult become(const Names& names, const std::string& look) {
+        if (comesTrue([&] { return seen(names) == look; }, 30)) return testing::AssertionSuccess();
+        return testing::AssertionFailure() << seen(names) << "is not\n" << look;
+    }
+    /// As a person does it with a window.
+    void change(const std::string& name, const std::string& how) {
+        const auto before = seen({name});
+        desktop.run({"sh", "-c", "wmctrl -i -r " + idOf(name) + " " + how});
+        EXPECT_TRUE(comesTrue([&] { return seen({name}) != before; })) << name << " " << how;
+    }
+
+    const SceneResource notes{"notes.txt", "file", desktop.home("notes.txt")};
+    const SceneResource drawn{"Drawn", "application", "/Applications/Drawn.app"};
+    const std::string fullscreen = " 0,0 1440x900 fullscreen\n";
 };
 
-TEST_F(Layouts, areSavedAsTheProgramEndsAndPutBackByTheNextStart) {
-    writeFile(desktop.home("notes.txt"), "Notes\n");
-    writeFile(desktop.preferencesFile(),
-              "<plist version=\"1.0\"><dict><key>HasCompletedOnboarding</key><true/>"
-              "<key>CorvaneEnableAccessibilityFeatures</key><true/>"
-              "<key>CorvaneAutoSaveLayouts</key><true/></dict></plist>\n");
-    start({{"Writing", "", "star", {{"notes.txt", "file", desktop.home("notes.txt")}}}});
-    ASSERT_TRUE(openEditor());
-    desktop.run({"wmctrl", "-r", "notes.txt", "-e", "0,417,163,533,391"});
-    ASSERT_TRUE(
-        comesTrue([&] { return place().find("WIDTH=533 HEIGHT=391") != std::string::npos; }));
-    const auto chosen = place();
-    EXPECT_EQ(closeWindow(), 0);
-    EXPECT_NE(readFile(desktop.workspacesFile()).find("\"savedWindowLayouts\":[{\"appName\":"),
-              std::string::npos);
+TEST_F(Layouts, savedInTheWindowComeBackToThePixel) {
+    prefer(true, false);
+    start({{"Desk", "", "star", {notes, drawn, {"Shell", "terminal", "true"}}}});
+    const Names all{"Mousepad", "Drawn", "Terminal"};
+    ASSERT_TRUE(startsAll(all));
+    change("Mousepad", "-e 0,417,163,533,391");
+    change("Drawn", "-e 0,60,310,611,405");
+    change("Terminal", "-e 0,700,81,467,333");
+    ASSERT_TRUE(savesInTheWindow());
+    const auto arranged = saved();
+    EXPECT_EQ(seen(all), arranged);
 
-    // The editor remembers its size by itself.
-    desktop.run({"wmctrl", "-r", "notes.txt", "-e", "0,20,20,700,300"});
-    ASSERT_TRUE(comesTrue([&] { return place() != chosen; }));
-    desktop.run({"wmctrl", "-c", "notes.txt"});
-    ASSERT_TRUE(comesTrue([&] { return !desktop.window("mousepad"); }));
-    desktop.startCorvane();
-    ASSERT_TRUE(openEditor());
-    EXPECT_TRUE(comesTrue([&] { return place() == chosen; }, 15))
-        << place() << " is not " << chosen;
+    // What programs remember of their windows is wrong.
+    change("Mousepad", "-e 0,20,20,700,300");
+    change("Drawn", "-b add,maximized_vert,maximized_horz");
+    ASSERT_TRUE(finishesAll(all));
+    ASSERT_TRUE(startsAll(all));
+    EXPECT_TRUE(become(all, arranged));
+    ASSERT_TRUE(savesInTheWindow());
+    EXPECT_EQ(saved(), arranged);
+    EXPECT_EQ(closeWindow(), 0);
+}
+
+TEST_F(Layouts, savedAtTheEndBringOneWindowBackFullscreenAndFillTheScreenWithTheOthers) {
+    prefer(true, true);
+    const Names all{"Mousepad", "Drawn"};
+    const auto endsAndStartsAgain = [&](const std::string& look) {
+        EXPECT_EQ(seen(all), look);
+        EXPECT_EQ(closeWindow(), 0);
+        EXPECT_EQ(saved(), look);
+        EXPECT_TRUE(closes("Mousepad") && closes("Drawn"));
+        desktop.startCorvane();
+        return startsAll(all);
+    };
+    start({{"Desk", "", "star", {notes, drawn}}});
+    ASSERT_TRUE(startsAll(all));
+    change("Drawn", "-e 0,60,310,611,405");
+    change("Mousepad", "-b add,fullscreen");
+    const auto look = "Mousepad" + fullscreen + seen({"Drawn"});
+    ASSERT_TRUE(endsAndStartsAgain(look));
+    EXPECT_TRUE(become(all, look));
+
+    change("Drawn", "-b add,fullscreen");
+    ASSERT_TRUE(endsAndStartsAgain("Mousepad" + fullscreen + "Drawn" + fullscreen));
+    EXPECT_TRUE(comes("'Mousepad' will be fullscreen, others will be maximized."));
+    EXPECT_TRUE(become(all, "Mousepad" + fullscreen + "Drawn 0,0 1440x900\n"));
+}
+
+TEST_F(Layouts, withoutTheFeatureNothingHappensToThemAndWithItOldOnesAreTakenOver) {
+    const auto startsEditor = [&] {
+        desktop.startCorvane();
+        return startsAll({"Mousepad"});
+    };
+    // The preferences are a binary property list by then, which has names as they are.
+    const auto hasOldLayout = [&] {
+        return readFile(desktop.preferencesFile()).find("WorkspaceLayout_") != std::string::npos;
+    };
+    writeFile(desktop.workspacesFile(), workspacesJson({{"Desk", "", "star", {notes}}}));
+    const auto before = readFile(desktop.workspacesFile());
+    const auto old = desktop.run({"python3", "-c", oldLayout, desktop.workspacesFile()});
+    prefer(false, true, old);
+    ASSERT_TRUE(startsEditor());
+    EXPECT_FALSE(desktop.shows("Save Layout"));
+    EXPECT_EQ(closeWindow(), 0);
+    EXPECT_EQ(readFile(desktop.workspacesFile()), before);
+    EXPECT_TRUE(hasOldLayout());
+
+    ASSERT_TRUE(closes("Mousepad"));
+    prefer(true, true, old);
+    ASSERT_TRUE(startsEditor());
+    EXPECT_TRUE(become({"Mousepad"}, "Mousepad 417,163 533x391\n"));
+    EXPECT_EQ(saved(), "Mousepad 417,163 533x391\n");
+    EXPECT_FALSE(hasOldLayout());
+
+    change("Mousepad", "-e 0,60,310,611,405");
+    const auto last = seen({"Mousepad"});
+    ASSERT_TRUE(finishesAll({"Mousepad"}));
+    EXPECT_EQ(saved(), last) << "a finish saves too";
     EXPECT_EQ(closeWindow(), 0);
 }
 
