@@ -2,6 +2,7 @@
 #include "foundation/Diagnostics.h"
 #include "layouts/LayoutLoading.h"
 #include "layouts/LayoutRestoration.h"
+#include "layouts/RememberedDisplays.h"
 
 namespace corvane {
 
@@ -29,9 +30,11 @@ void WorkspaceStore::restoreWorkspaceLayout(const Workspace& workspace) {
 }
 
 void WorkspaceStore::applyWindowLayouts(const std::vector<WindowLayout>& layouts) {
+    // Where the keyboard is can change meanwhile, and with it the main screen.
     const WindowControl control(platform_.accessibility, platform_.clock, platform_.scripts,
                                 platform_.displays);
-    const LayoutRestoration restoration(platform_.applications, platform_.displays, control);
+    const RememberedDisplays displays(platform_.displays);
+    const LayoutRestoration restoration(platform_.applications, displays, control);
     restoration.applyWindowLayouts(layouts, fullscreenPriority.get(),
                                    [this](const WindowLayout& chosen) {
                                        if (hasShownFullscreenLimitationAlert) return;

@@ -1,6 +1,7 @@
 #include "core/WorkspaceStore.h"
 #include "foundation/Diagnostics.h"
 #include "foundation/Text.h"
+#include "layouts/RememberedDisplays.h"
 #include "layouts/ScreenInfo.h"
 #include "layouts/WindowCapture.h"
 #include "quit/RunningApplicationMatching.h"
@@ -79,7 +80,8 @@ WorkspaceLayout WorkspaceStore::captureLayout(const Workspace& workspace) {
     const auto& applications = platform_.applications;
     const auto names = workspaceAppNames(workspace);
     tellApplications(applications, names);
-    const WindowCapture capture(platform_.windowList, platform_.displays, platform_.accessibility);
+    const RememberedDisplays displays(platform_.displays);
+    const WindowCapture capture(platform_.windowList, displays, platform_.accessibility);
     WorkspaceLayout layout;
     layout.workspaceId = workspace.id;
     for (const auto& name : names) {

@@ -48,8 +48,13 @@ public:
     bool isTrusted = true;
     /// Processes whose "AXWindows" can't be read.
     std::set<std::int32_t> unanswering;
+    /// How often someone has asked for the displays.
+    mutable int timesAsked = 0;
 
-    std::vector<Display> screens() const override { return displays; }
+    std::vector<Display> screens() const override {
+        ++timesAsked;
+        return displays;
+    }
     std::optional<Display> mainScreen() const override;
     std::optional<std::vector<WindowInfo>> onScreenWindows() override;
     bool isProcessTrusted() override { return isTrusted; }

@@ -78,6 +78,7 @@ TEST_F(Layouts, aSaveReplacesTheWholeLayoutAndOneWithoutWindowsKeepsIt) {
               "Pad 300x200 at (1, 2); Pad 300x200 at (3, 4); Mail 1440x900 at (0, 0) fullscreen")
         << "in the order of the resources, each front to back";
     EXPECT_EQ(fired, 1);
+    EXPECT_EQ(screen.timesAsked, 2) << "for all windows, and for their records";
     const auto& saved = store->workspaces->front();
     EXPECT_TRUE(saved.hasLayoutSaved);
     EXPECT_EQ(saved.dateModified, desktop.queue.now());
