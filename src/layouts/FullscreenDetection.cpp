@@ -67,7 +67,7 @@ bool FullscreenDetection::isPotentialFullscreenWindow(std::int64_t layer, double
            std::abs(y) < originTolerance;
 }
 
-bool FullscreenDetection::isWindowFullscreen(const WindowInfo& window) const {
+bool FullscreenDetection::isWindowFullscreen(const WindowInfo& window) {
     const auto frame = windowFrame(window);
     if (!frame) return false;
     const auto layer = window.layer.value_or(0);
@@ -78,21 +78,32 @@ bool FullscreenDetection::isWindowFullscreen(const WindowInfo& window) const {
     return false;
 }
 
-bool FullscreenDetection::isFullscreenByAccessibility(const WindowInfo& window,
-                                                      const Rect& frame) const {
+bool FullscreenDetection::isFullscreenByAccessibility(const WindowInfo& window, const Rect& frame) {
     if (!window.ownerPID || !window.number) return false;
-    const auto elements = accessibility_.windows(*window.ownerPID);
-    if (!elements) return false;
     const auto close = [](double a, double b) {
         return areClose(a, b, accessibilityMatchTolerance);
     };
-    return std::ranges::any_of(*elements, [&](const AccessibilityWindow& element) {
-        const auto position = accessibility_.position(element);
-        const auto size = accessibility_.size(element);
-        return position && size && close(position->x, frame.x) && close(position->y, frame.y) &&
-               close(size->width, frame.width) && close(size->height, frame.height) &&
-               accessibility_.isFullscreen(element).value_or(false);
+    return std::ranges::any_of(elementsOf(*window.ownerPID), [&](const Element& element) {
+        return close(element.frame.x, frame.x) && close(element.frame.y, frame.y) &&
+               close(element.frame.width, frame.width) &&
+               close(element.frame.height, frame.height) &&
+               accessibility_.isFullscreen(element.window).value_or(false);
     });
+}
+
+// Walked anew for each of its windows, an application with many would keep the user waiting.
+const std::vector<FullscreenDetection::Element>&
+FullscreenDetection::elementsOf(std::int32_t processIdentifier) {
+    const auto [found, isNew] = elements_.try_emplace(processIdentifier);
+    if (!isNew) return found->second;
+    const auto windows = accessibility_.windows(processIdentifier);
+    for (const auto& window : windows.value_or(std::vector<AccessibilityWindow>())) {
+        const auto position = accessibility_.position(window);
+        const auto size = accessibility_.size(window);
+        if (!position || !size) continue;
+        found->second.push_back({window, {position->x, position->y, size->width, size->height}});
+    }
+    return found->second;
 }
 
 } // namespace corvane

@@ -4,11 +4,14 @@
 #include "platform/Displays.h"
 #include "platform/WindowList.h"
 
+#include <map>
+#include <vector>
+
 namespace corvane {
 
 /// Judges from a window's layer, bounds and owner whether it is fullscreen, as the window list
-/// carries no such mark. Reads the displays and windows as they are now and changes nothing. Main
-/// thread.
+/// carries no such mark. Changes nothing. An application is asked for its windows once, when they
+/// are first needed; whoever wants to know anew makes another one of these. Main thread.
 class FullscreenDetection {
 public:
     FullscreenDetection(const Displays& displays, Accessibility& accessibility)
@@ -21,13 +24,20 @@ public:
 
     /// Four rules, from cheap to dear; the first that says yes counts, with any display. The last
     /// asks the window's application and waits for its answer.
-    bool isWindowFullscreen(const WindowInfo& window) const;
+    bool isWindowFullscreen(const WindowInfo& window);
 
 private:
-    bool isFullscreenByAccessibility(const WindowInfo& window, const Rect& frame) const;
+    /// One of the "AXWindows" whose position and size can be read.
+    struct Element {
+        AccessibilityWindow window;
+        Rect frame;
+    };
+    const std::vector<Element>& elementsOf(std::int32_t processIdentifier);
+    bool isFullscreenByAccessibility(const WindowInfo& window, const Rect& frame);
 
     const Displays& displays_;
     Accessibility& accessibility_;
+    std::map<std::int32_t, std::vector<Element>> elements_;
 };
 
 } // namespace corvane

@@ -34,6 +34,7 @@ WindowCapture::windowsForApplication(const RunningApplication& application) cons
     const auto onScreen = windowList_.onScreenWindows();
     if (!onScreen) return std::nullopt;
     const auto appName = application.localizedName.value_or("");
+    const FullscreenDetection detection(displays_, accessibility_);
     std::vector<WindowInfo> owned;
     std::vector<WindowInfo> potential;
     for (const auto& window : *onScreen) {
@@ -41,9 +42,9 @@ WindowCapture::windowsForApplication(const RunningApplication& application) cons
         const auto& bounds = *window.bounds;
         if (window.ownerPID.value_or(-1) == application.processIdentifier) {
             owned.push_back(window);
-        } else if (detection_.isPotentialFullscreenWindow(window.layer.value_or(0), *bounds.width,
-                                                          *bounds.height, bounds.x.value_or(0),
-                                                          bounds.y.value_or(0))) {
+        } else if (detection.isPotentialFullscreenWindow(window.layer.value_or(0), *bounds.width,
+                                                         *bounds.height, bounds.x.value_or(0),
+                                                         bounds.y.value_or(0))) {
             potential.push_back(window);
         } else if (window.ownerName.value_or("") == appName) {
             owned.push_back(window);
@@ -60,10 +61,11 @@ WindowCapture::windowsForApplication(const RunningApplication& application) cons
 
 std::vector<WindowInfo> WindowCapture::chosenWindows(std::vector<WindowInfo> windows,
                                                      const std::string& displayName) const {
+    FullscreenDetection detection(displays_, accessibility_);
     std::vector<WindowInfo> regular;
     std::vector<WindowInfo> fullscreen;
     for (auto& window : windows) {
-        const bool isFullscreen = detection_.isWindowFullscreen(window);
+        const bool isFullscreen = detection.isWindowFullscreen(window);
         if (isFullscreen) diagnostic({"Found fullscreen window for ", displayName});
         (isFullscreen ? fullscreen : regular).push_back(std::move(window));
     }
@@ -86,15 +88,16 @@ std::vector<WindowLayout> WindowCapture::capture(const RunningApplication& appli
     const auto pid = application.processIdentifier;
     diagnostic({"Processing app: ", displayName, " (PID: ", std::to_string(pid), ")"});
     diagnostic({"Found ", std::to_string(windows->size()), " windows for ", displayName});
+    // Asked once more: a window may have changed since the choice.
+    FullscreenDetection detection(displays_, accessibility_);
     std::vector<WindowLayout> layouts;
     for (const auto& window : chosenWindows(std::move(*windows), displayName)) {
         const auto frame = windowFrame(window);
         if (!frame) continue;
         const auto screen = screenIndexForFrame(*frame, displays_.screens());
-        // Asked once more: the window may have changed since the choice.
         layouts.push_back({.appName = displayName,
                            .frame = *frame,
-                           .isFullscreen = detection_.isWindowFullscreen(window),
+                           .isFullscreen = detection.isWindowFullscreen(window),
                            .isMinimized = false,
                            .screen = screen});
         tellSaved(window, layouts.back(), pid);

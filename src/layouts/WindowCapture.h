@@ -15,7 +15,7 @@ namespace corvane {
 class WindowCapture {
 public:
     WindowCapture(WindowList& windowList, const Displays& displays, Accessibility& accessibility)
-        : windowList_(windowList), displays_(displays), detection_(displays, accessibility) {}
+        : windowList_(windowList), displays_(displays), accessibility_(accessibility) {}
 
     /// The windows above 50 by 50 that belong to the application by process or by name, front to
     /// back; without any, the first that may stand for it fullscreen. Nothing where there is none,
@@ -34,7 +34,7 @@ private:
 
     WindowList& windowList_;
     const Displays& displays_;
-    FullscreenDetection detection_;
+    Accessibility& accessibility_;
 };
 
 } // namespace corvane

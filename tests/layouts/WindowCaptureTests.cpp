@@ -11,11 +11,9 @@ namespace {
 
 class Fullscreen : public LayoutTest {
 protected:
-    FullscreenDetection detection{screen, screen};
-
     /// The verdict, and by its diagnostic the rule.
     std::string verdict(const WindowInfo& window) {
-        const bool isFullscreen = detection.isWindowFullscreen(window);
+        const bool isFullscreen = FullscreenDetection(screen, screen).isWindowFullscreen(window);
         const auto lines = told();
         if (lines.starts_with("Fullscreen detected: Layer 0 + full screen coverage (")) return "1";
         if (lines.starts_with("Fullscreen detected: Special level (")) return "2";
@@ -99,7 +97,8 @@ TEST_F(Fullscreen, aWindowBelowAllMayStandForOneIfItCoversTheMainScreenNearTheOr
               {-1, {0, -50, 1440, 900}, false},     {-1, {0, 0, 1439.9, 900}, false},
               {-1, {0, 0, 1440, 899.9}, false},     {-1, {0, 0, 2000, 1000}, true}};
     const auto ask = [&](std::int64_t layer, const Rect& f) {
-        return detection.isPotentialFullscreenWindow(layer, f.width, f.height, f.x, f.y);
+        return FullscreenDetection(screen, screen)
+            .isPotentialFullscreenWindow(layer, f.width, f.height, f.x, f.y);
     };
     screen.displays.insert(screen.displays.begin(), Display{{0, 0, 3840, 2160}, {}});
     screen.mainDisplay = 1;
