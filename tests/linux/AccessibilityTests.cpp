@@ -148,37 +148,38 @@ TEST_P(WindowManagerTest, fillsTheScreenAndComesBack) {
 }
 
 TEST_P(WindowManagerTest, waitsForNoOneLongerThanHalfASecond) {
-    const Program terminal({"xterm", "-e", "cat"});
-    const auto window = firstWindowOf(terminal.id());
-    placed(window, {100, 100, 400, 300});
+    const Program editor({"env", "GTK_CSD=1", "mousepad", "--disable-server"});
+    const auto window = firstWindowOf(editor.id());
+    int result = 1;
+    const auto change = [&](Point position, Size size, bool fullscreen, int expected) {
+        for (const auto& operation : std::vector<std::function<int()>>{
+                 [&] { return accessibility_.setPosition(window, position); },
+                 [&] { return accessibility_.setSize(window, size); },
+                 [&] { return accessibility_.setFullscreen(window, fullscreen); }}) {
+            EXPECT_TRUE(isQuick([&] { result = operation(); }));
+            EXPECT_EQ(result, expected);
+        }
+    };
+    placed(window, {100, 100, 700, 500});
     ASSERT_TRUE(runs("wmctrl -i -r " + idOf(window) + " -b add,maximized_vert,maximized_horz"));
     ASSERT_TRUE(comesTrue([&] { return accessibility_.size(window)->height > 800; }));
-    kill(terminal.id(), SIGSTOP);
-    int result = 1;
-    EXPECT_TRUE(isQuick([&] { result = accessibility_.setPosition(window, {140, 150}); }));
-    EXPECT_EQ(result, Accessibility::success) << "the window manager needs no client";
-    EXPECT_EQ(accessibility_.position(window), (Point{140, 150}));
-    kill(terminal.id(), SIGCONT);
+    kill(editor.id(), SIGSTOP);
+    change({140, 150}, {600, 450}, true, Accessibility::success);
+    change({140, 150}, {600, 450}, false, Accessibility::success);
+    EXPECT_TRUE(isQuick([&] { EXPECT_EQ(listed(window.identifier), "140,150 600x450"); }));
+    EXPECT_TRUE(isQuick([&] { EXPECT_EQ(accessibility_.windows(editor.id())->size(), 1); }));
+    EXPECT_TRUE(isQuick([&] { EXPECT_EQ(frameOf(window), "140,150 600x450"); }));
+    kill(editor.id(), SIGCONT);
 
     kill(manager_->id(), SIGSTOP);
-    for (const auto& operation : std::vector<std::function<int()>>{
-             [&] {
-                 return accessibility_.setPosition(window, {300, 300});
-             },
-             [&] {
-                 return accessibility_.setSize(window, {500, 400});
-             },
-             [&] { return accessibility_.setFullscreen(window, true); }}) {
-        EXPECT_TRUE(isQuick([&] { result = operation(); }));
-        EXPECT_EQ(result, Accessibility::cannotComplete);
-    }
-    EXPECT_EQ(accessibility_.position(window), (Point{140, 150})) << "reading needs no manager";
+    change({300, 300}, {500, 400}, true, Accessibility::cannotComplete);
+    EXPECT_EQ(frameOf(window), "140,150 600x450") << "reading needs no manager";
     kill(manager_->id(), SIGCONT);
 
     kill(server_->id(), SIGSTOP);
     EXPECT_TRUE(isQuick([&] { result = accessibility_.setPosition(window, {300, 300}); }));
     EXPECT_EQ(result, Accessibility::cannotComplete);
-    EXPECT_TRUE(isQuick([&] { EXPECT_FALSE(accessibility_.windows(terminal.id())); }));
+    EXPECT_TRUE(isQuick([&] { EXPECT_FALSE(accessibility_.windows(editor.id())); }));
     EXPECT_TRUE(isQuick([&] { EXPECT_FALSE(accessibility_.position(window)); }));
     EXPECT_TRUE(isQuick([&] { EXPECT_FALSE(accessibility_.isProcessTrusted()); }));
     kill(server_->id(), SIGCONT);
