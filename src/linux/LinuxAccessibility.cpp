@@ -149,14 +149,24 @@ int LinuxAccessibility::setSize(const AccessibilityWindow& window, Size size) {
 }
 
 int LinuxAccessibility::setFullscreen(const AccessibilityWindow& window, bool fullscreen) {
-    return control(window,
-                   [&](auto& control, const auto&) { return control.setFullscreen(fullscreen); });
+    const int result = control(
+        window, [&](auto& control, const auto&) { return control.setFullscreen(fullscreen); });
+    unanswered_.reset();
+    if (fullscreen && result == cannotComplete) unanswered_ = window;
+    return result;
+}
+
+int LinuxAccessibility::toggleFullscreen(const AccessibilityWindow& window) {
+    const bool isFullscreen = this->isFullscreen(window).value_or(false);
+    // Whoever toggles because there was no answer would undo what came late.
+    if (isFullscreen && std::exchange(unanswered_, std::nullopt) == window) return success;
+    return setFullscreen(window, !isFullscreen);
 }
 
 int LinuxAccessibility::zoom(const AccessibilityWindow& window) {
-    const bool isFullscreen = this->isFullscreen(window).value_or(false);
-    const int result = setFullscreen(window, !isFullscreen);
-    if (result != cannotComplete || isFullscreen) return result;
+    const bool wasFullscreen = isFullscreen(window).value_or(false);
+    const int result = toggleFullscreen(window);
+    if (result != cannotComplete || wasFullscreen) return result;
     return control(window, [](auto& control, const auto&) { return control.toggleMaximized(); });
 }
 

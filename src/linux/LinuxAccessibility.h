@@ -32,6 +32,8 @@ public:
     int setSize(const AccessibilityWindow& window, Size size) override;
     int setFullscreen(const AccessibilityWindow& window, bool fullscreen) override;
 
+    /// To fullscreen and back. A window that only was late to become fullscreen stays so.
+    int toggleFullscreen(const AccessibilityWindow& window);
     /// A click on the button that makes the window as large as it gets: fullscreen, or maximized
     /// where the window manager knows no fullscreen; and back.
     int zoom(const AccessibilityWindow& window);
@@ -56,6 +58,8 @@ private:
     x11::Connection& connection_;
     x11::ManagerHabits habits_;
     std::optional<Placed> lastPlaced_;
+    /// Was to become fullscreen, without an answer in time.
+    std::optional<AccessibilityWindow> unanswered_;
 };
 
 } // namespace corvane

@@ -168,8 +168,7 @@ private:
         }
         const auto found = windowOf(*listener, 1);
         if (!found) return controlled(Accessibility::invalidElement);
-        const bool isFullscreen = accessibility_.isFullscreen(*found).value_or(false);
-        return controlled(accessibility_.setFullscreen(*found, !isFullscreen));
+        return controlled(accessibility_.toggleFullscreen(*found));
     }
 
     std::optional<AccessibilityWindow> windowOf(const Told& process, int index) {

@@ -175,6 +175,9 @@ TEST_P(WindowManagerTest, waitsForNoOneLongerThanHalfASecond) {
     change({300, 300}, {500, 400}, true, Accessibility::cannotComplete);
     EXPECT_EQ(frameOf(window), "140,150 600x450") << "reading needs no manager";
     kill(manager_->id(), SIGCONT);
+    EXPECT_TRUE(comesTrue([&] { return accessibility_.isFullscreen(window) == true; }));
+    EXPECT_EQ(accessibility_.zoom(window), Accessibility::success);
+    EXPECT_EQ(accessibility_.isFullscreen(window), true) << "it was only late";
 
     kill(server_->id(), SIGSTOP);
     EXPECT_TRUE(isQuick([&] { result = accessibility_.setPosition(window, {300, 300}); }));
