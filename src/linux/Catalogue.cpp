@@ -273,6 +273,21 @@ std::optional<InstalledApplication> Catalogue::byDesktopId(std::string_view desk
                  [&](const auto& application) { return application.desktopId == desktopId; });
 }
 
+std::optional<InstalledApplication> Catalogue::byEntryFile(const std::string& file) const {
+    const auto stamp = stampOf(file);
+    if (!file.ends_with(entrySuffix) || !stamp) return std::nullopt;
+    const auto present = snapshot();
+    const auto& files = present->files;
+    auto own = first(present->applications,
+                     [&](const auto& a) { return files.at(a.desktopId).stamp == *stamp; });
+    if (own) return own;
+    const auto described = readEntry(path::lastComponent(file), file);
+    if (!described) return std::nullopt;
+    return first(present->applications, [&](const InstalledApplication& a) {
+        return a.name == described->name && a.executable == described->executable;
+    });
+}
+
 std::optional<InstalledApplication>
 Catalogue::defaultHandler(const std::string& contentType) const {
     const gio::Ref<GAppInfo> handler(

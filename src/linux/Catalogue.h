@@ -72,6 +72,9 @@ public:
     /// Also Finder's and Terminal's. Where none is equal, case is ignored.
     std::optional<InstalledApplication> byBundleIdentifier(std::string_view identifier) const;
     std::optional<InstalledApplication> byDesktopId(std::string_view desktopId) const;
+    /// The application that an entry's file describes: its own, or, for a copy like those that lie
+    /// on desktops, the one with its name and its program.
+    std::optional<InstalledApplication> byEntryFile(const std::string& file) const;
 
     /// The default handler of directories under its name Finder.
     std::optional<InstalledApplication> finder() const;

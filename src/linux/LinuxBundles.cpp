@@ -15,6 +15,11 @@ std::optional<Bundle> LinuxBundles::open(const std::string& path) const {
                   .name = application->name};
 }
 
+std::optional<std::string> LinuxBundles::bundlePathOfLauncher(const std::string& file) const {
+    const auto application = catalogue_.byEntryFile(file);
+    return application ? std::optional(application->bundlePath) : std::nullopt;
+}
+
 std::string LinuxBundles::mainBundleIdentifier() const {
     return std::string(corvane::mainBundleIdentifier);
 }

@@ -17,6 +17,7 @@ public:
     explicit LinuxBundles(const Catalogue& catalogue) : catalogue_(catalogue) {}
 
     std::optional<Bundle> open(const std::string& path) const override;
+    std::optional<std::string> bundlePathOfLauncher(const std::string& file) const override;
     std::string mainBundleIdentifier() const override;
     std::optional<std::string> mainBundleInfo(std::string_view key) const override;
     std::string operatingSystemVersion() const override;

@@ -20,6 +20,9 @@ public:
     virtual ~Bundles() = default;
     /// initWithPath:; nothing where no bundle can be opened.
     virtual std::optional<Bundle> open(const std::string& path) const = 0;
+    /// The path of the installed bundle for which a file only stands: on a freedesktop machine the
+    /// one that a desktop entry describes. Nothing for any other file.
+    virtual std::optional<std::string> bundlePathOfLauncher(const std::string& file) const = 0;
     /// bundleIdentifier of mainBundle.
     virtual std::string mainBundleIdentifier() const = 0;
     /// infoDictionary of mainBundle: "CFBundleShortVersionString", "CFBundleVersion".

@@ -4,6 +4,7 @@
 
 #include <QIcon>
 #include <QImage>
+#include <QPainter>
 #include <QPixmap>
 #include <QUrl>
 
@@ -25,13 +26,31 @@ bool isNearlyBlank(const QPixmap& picture) {
     return painted * enough < image.width() * image.height() || image.isNull();
 }
 
+/// With rounded corners, as every icon of an application is shown.
+QPixmap rounded(QPixmap picture) {
+    constexpr qreal radius = 0.15;
+    const auto ratio = picture.devicePixelRatio();
+    picture.setDevicePixelRatio(1);
+    QPixmap result(picture.size());
+    result.fill(Qt::transparent);
+    QPainter painter(&result);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QBrush(picture));
+    const auto corner = radius * picture.width();
+    painter.drawRoundedRect(result.rect(), corner, corner);
+    painter.end();
+    result.setDevicePixelRatio(ratio);
+    return result;
+}
+
 } // namespace
 
 QPixmap IconProvider::requestPixmap(const QString& id, QSize* size, const QSize& requestedSize) {
     const auto wanted = requestedSize.isEmpty() ? usualSize : requestedSize;
     const auto picture = QIcon::fromTheme(QUrl::fromPercentEncoding(id.toUtf8())).pixmap(wanted);
     if (size) *size = picture.size();
-    return picture;
+    return picture.isNull() ? picture : rounded(picture);
 }
 
 QString iconSource(const std::optional<std::string>& icon) {

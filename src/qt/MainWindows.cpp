@@ -25,7 +25,7 @@ namespace {
 std::unique_ptr<ResourceListModel> resourceList(const Uuid& workspaceId, CorvaneApp& app) {
     return std::make_unique<ResourceListModel>(
         std::make_unique<ResourceManagement>(workspaceId, app.workspaceStore(), app.platform()),
-        app.platform().mainQueue, [workspaceId, &app] {
+        [workspaceId, &app] {
             return std::make_unique<AddResourceSheet>(workspaceId, app.workspaceStore(),
                                                       app.bookmarks(), app.platform());
         });

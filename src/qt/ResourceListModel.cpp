@@ -1,5 +1,6 @@
 #include "qt/ResourceListModel.h"
 
+#include "qt/IconProvider.h"
 #include "qt/Strings.h"
 #include "ui/AddResourceSheet.h"
 #include "ui/ResourceDrops.h"
@@ -24,16 +25,15 @@ QVariantList chipsOf(const ResourceRow& row) {
     for (const auto& chip : row.chips) {
         chips.append(QVariantMap{{"appName", toQString(chip.appName)},
                                  {"isDefault", chip.isDefault},
-                                 {"icon", toQString(chip.icon)}});
+                                 {"iconSource", iconSource(chip.icon)}});
     }
     return chips;
 }
 
 } // namespace
 
-ResourceListModel::ResourceListModel(std::unique_ptr<ResourceManagement> state,
-                                     MainQueue& mainQueue, MakeSheet makeSheet)
-    : KeyedListModel(currentRows(*state)), state_(std::move(state)), mainQueue_(mainQueue),
+ResourceListModel::ResourceListModel(std::unique_ptr<ResourceManagement> state, MakeSheet makeSheet)
+    : KeyedListModel(currentRows(*state)), state_(std::move(state)),
       makeSheet_(std::move(makeSheet)), relay_(state_->objectWillChange, [this] {
           show(currentRows(*state_));
           emit changed();
@@ -56,7 +56,7 @@ QHash<int, QByteArray> ResourceListModel::roleNames() const {
     return {{NameRole, "name"},
             {TypeRole, "type"},
             {SymbolRole, "symbol"},
-            {IconRole, "icon"},
+            {IconSourceRole, "iconSource"},
             {EnabledRole, "isEnabled"},
             {RunningRole, "isRunning"},
             {ChipsRole, "chips"},
@@ -77,8 +77,8 @@ QVariant ResourceListModel::data(const QModelIndex& index, int role) const {
         return toQString(rawValue(row.type));
     case SymbolRole:
         return toQString(symbolName(row.type));
-    case IconRole:
-        return toQString(row.icon);
+    case IconSourceRole:
+        return iconSource(row.icon);
     case EnabledRole:
         return row.enabled;
     case RunningRole:
@@ -111,6 +111,10 @@ void ResourceListModel::remove(int row) {
     if (rowAt(row)) state_->removeRow(std::size_t(row));
 }
 
+void ResourceListModel::move(int row, int to) {
+    if (rowAt(row) && rowAt(to)) state_->moveRow(std::size_t(row), std::size_t(to));
+}
+
 void ResourceListModel::toggleEnabled(int row) {
     if (rowAt(row)) state_->toggleEnabled(std::size_t(row));
 }
@@ -133,38 +137,44 @@ void ResourceListModel::removeApplication(int row, const QString& appName) {
 
 bool ResourceListModel::enterList(const QList<QUrl>& urls) {
     const auto info = dropInfo(urls);
-    ResourceDropDelegate delegate(*state_, mainQueue_);
+    ResourceDropDelegate delegate(*state_);
     if (!delegate.validateDrop(info)) return false;
     delegate.dropEntered(info);
     return true;
 }
 
 void ResourceListModel::leaveList() {
-    ResourceDropDelegate(*state_, mainQueue_).dropExited();
+    ResourceDropDelegate(*state_).dropExited();
 }
 
 bool ResourceListModel::dropOnList(const QList<QUrl>& urls) {
-    return ResourceDropDelegate(*state_, mainQueue_).performDrop(dropInfo(urls));
+    ResourceDropDelegate delegate(*state_);
+    const bool isTaken = delegate.performDrop(dropInfo(urls));
+    // No other sign comes that the drag isn't there any more.
+    delegate.dropExited();
+    return isTaken;
 }
 
 bool ResourceListModel::enterRow(int row, const QList<QUrl>& urls, bool hasText,
                                  const QString& text) {
     const auto info = dropInfo(urls, hasText, text);
-    ResourceReorderDelegate delegate(*state_, mainQueue_, std::size_t(row));
+    ResourceReorderDelegate delegate(*state_, std::size_t(row));
     if (!rowAt(row) || !delegate.validateDrop(info)) return false;
     delegate.dropEntered(info);
     return true;
 }
 
 void ResourceListModel::leaveRow(int row) {
-    ResourceReorderDelegate(*state_, mainQueue_, std::size_t(row)).dropExited();
+    ResourceReorderDelegate(*state_, std::size_t(row)).dropExited();
 }
 
 bool ResourceListModel::dropOnRow(int row, const QList<QUrl>& urls, bool hasText,
                                   const QString& text) {
     if (!rowAt(row)) return false;
-    return ResourceReorderDelegate(*state_, mainQueue_, std::size_t(row))
-        .performDrop(dropInfo(urls, hasText, text));
+    ResourceReorderDelegate delegate(*state_, std::size_t(row));
+    const bool isTaken = delegate.performDrop(dropInfo(urls, hasText, text));
+    delegate.dropExited();
+    return isTaken;
 }
 
 } // namespace corvane

@@ -16,7 +16,6 @@
 namespace corvane {
 
 class AddResourceSheet;
-class MainQueue;
 
 /// A row as its view shows it.
 struct ResourceListRow {
@@ -46,7 +45,7 @@ public:
         NameRole = Qt::UserRole,
         TypeRole,
         SymbolRole,
-        IconRole,
+        IconSourceRole,
         EnabledRole,
         RunningRole,
         ChipsRole,
@@ -57,13 +56,11 @@ public:
     };
     using MakeSheet = std::function<std::unique_ptr<AddResourceSheet>()>;
 
-    /// The queue outlives the model.
-    ResourceListModel(std::unique_ptr<ResourceManagement> state, MainQueue& mainQueue,
-                      MakeSheet makeSheet);
+    ResourceListModel(std::unique_ptr<ResourceManagement> state, MakeSheet makeSheet);
     ~ResourceListModel() override;
 
-    /// `name`, `type` ("url"), `symbol`, `icon` (empty, a theme's name or a path), `isEnabled`,
-    /// `isRunning`, `chips` (objects with `appName`, `isDefault` and `icon`), `playTooltip`,
+    /// `name`, `type` ("url"), `symbol`, `iconSource`, `isEnabled`,
+    /// `isRunning`, `chips` (objects with `appName`, `isDefault` and `iconSource`), `playTooltip`,
     /// `enabledTooltip`, `separatorTitle` and `isRowTarget`.
     QHash<int, QByteArray> roleNames() const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -75,6 +72,7 @@ public:
     Q_INVOKABLE void openAddSheet();
     Q_INVOKABLE void addSeparator() { state_->addSeparator(); }
     Q_INVOKABLE void remove(int row);
+    Q_INVOKABLE void move(int row, int to);
     Q_INVOKABLE void toggleEnabled(int row);
     Q_INVOKABLE void pressPlay(int row);
     Q_INVOKABLE void rename(int row, const QString& name);
@@ -97,7 +95,6 @@ private:
     static std::vector<ResourceListRow> currentRows(const ResourceManagement& state);
 
     std::unique_ptr<ResourceManagement> state_;
-    MainQueue& mainQueue_;
     const MakeSheet makeSheet_;
     std::unique_ptr<AddResourceModel> sheet_;
     /// Until the next one, as its view goes a turn later.

@@ -124,6 +124,13 @@ public:
                       application->bundleName};
     }
 
+    std::optional<std::string> bundlePathOfLauncher(const std::string& file) const override {
+        for (const auto& application : desktop_.applications) {
+            if (application.launcher == file) return application.path;
+        }
+        return std::nullopt;
+    }
+
     std::optional<std::string> iconForFile(const std::string& path) const override {
         const auto* application = findByPath(desktop_, path);
         return application ? application->icon : std::nullopt;

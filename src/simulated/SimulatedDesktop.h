@@ -24,6 +24,8 @@ struct SimulatedApplication {
     std::optional<std::string> bundleName = {};
     /// As FileIcons gives icons.
     std::optional<std::string> icon = {};
+    /// A file that stands for it, if there is one.
+    std::optional<std::string> launcher = {};
     /// Whether the `mdfind` of the desktop knows it, under its display name.
     bool isIndexed = true;
     /// What opening something with this application ends in; it opens where empty.

@@ -27,6 +27,13 @@ PanelContent contentOf(ResourceType type) {
     }
 }
 
+/// The host, which between "//" and nothing is the empty text; else the whole address.
+std::string nameFrom(const Url& url) {
+    const auto& address = url.absoluteString();
+    const bool hasHost = address.substr(address.find(':') + 1).starts_with("//");
+    return hasHost ? url.host() : address;
+}
+
 } // namespace
 
 AddResourceSheet::AddResourceSheet(const Uuid& workspaceId, WorkspaceStore& store,
@@ -46,7 +53,7 @@ void AddResourceSheet::setPath(const std::string& text) {
         return;
     }
     const auto url = Url::parse(text.starts_with("http") ? text : "https://" + text);
-    if (url) resourceName = url->host().empty() ? text : url->host();
+    if (url) resourceName = nameFrom(*url);
 }
 
 void AddResourceSheet::pick() {

@@ -1,7 +1,6 @@
 #include "ui/ResourceDrops.h"
 
 #include "foundation/Text.h"
-#include "platform/MainQueue.h"
 #include "ui/ResourceManagement.h"
 
 #include <charconv>
@@ -23,7 +22,7 @@ void ResourceDropDelegate::dropExited() {
 bool ResourceDropDelegate::performDrop(const DropInfo& info) {
     if (!info.hasFileURL()) return false;
     for (const auto& bytes : info.fileUrls) {
-        mainQueue_.async([&list = list_, bytes] {
+        list_.later([&list = list_, bytes] {
             if (const auto url = Url::parse(bytes); url && url->isFile()) list.addFile(*url);
         });
     }
@@ -48,7 +47,7 @@ bool ResourceReorderDelegate::performDrop(const DropInfo& info) {
     const auto from = text::isValidUtf8(*info.text) ? decimalInteger(*info.text) : std::nullopt;
     // Any program can drop a text. One that isn't the index of a row changes nothing.
     if (!from || *from < 0) return true;
-    mainQueue_.async([delegate = *this, from = static_cast<std::size_t>(*from)]() mutable {
+    list_.later([delegate = *this, from = static_cast<std::size_t>(*from)]() mutable {
         delegate.dropExited();
         delegate.list_.moveRow(from, delegate.targetIndex_);
     });

@@ -9,7 +9,6 @@
 
 namespace corvane {
 
-class MainQueue;
 class ResourceManagement;
 
 /// What a drag carries.
@@ -26,11 +25,10 @@ struct DropInfo {
 enum class DropOperation { copy, move };
 
 /// Takes files and applications that are dropped on the list: each becomes a resource at its end.
-/// List and queue outlive it. Main thread.
+/// The list outlives it. Main thread.
 class ResourceDropDelegate {
 public:
-    ResourceDropDelegate(ResourceManagement& list, MainQueue& mainQueue)
-        : list_(list), mainQueue_(mainQueue) {}
+    explicit ResourceDropDelegate(ResourceManagement& list) : list_(list) {}
 
     bool validateDrop(const DropInfo& info) const { return info.hasFileURL(); }
     void dropEntered(const DropInfo& info);
@@ -40,15 +38,14 @@ public:
 
 private:
     ResourceManagement& list_;
-    MainQueue& mainQueue_;
 };
 
 /// Takes a row that is dropped on the row at `targetIndex`. A row's drag is the decimal text of its
-/// index and nothing else. List and queue outlive it. Main thread.
+/// index and nothing else. The list outlives it. Main thread.
 class ResourceReorderDelegate {
 public:
-    ResourceReorderDelegate(ResourceManagement& list, MainQueue& mainQueue, std::size_t targetIndex)
-        : list_(list), mainQueue_(mainQueue), targetIndex_(targetIndex) {}
+    ResourceReorderDelegate(ResourceManagement& list, std::size_t targetIndex)
+        : list_(list), targetIndex_(targetIndex) {}
 
     bool validateDrop(const DropInfo& info) const { return isReorder(info); }
     void dropEntered(const DropInfo& info);
@@ -60,7 +57,6 @@ private:
     static bool isReorder(const DropInfo& info) { return info.hasText() && !info.hasFileURL(); }
 
     ResourceManagement& list_;
-    MainQueue& mainQueue_;
     std::size_t targetIndex_;
 };
 

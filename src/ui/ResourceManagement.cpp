@@ -8,14 +8,39 @@
 
 namespace corvane {
 
+namespace {
+
+const Workspace* find(const Uuid& workspaceId, const WorkspaceStore& store) {
+    const auto found = std::ranges::find(*store.workspaces, workspaceId, &Workspace::id);
+    return found == store.workspaces->end() ? nullptr : &*found;
+}
+
+/// The answer to a panel, which may come when the card has been closed and its list is gone.
+void addApplication(const std::string& appName, const Uuid& resourceId, const Uuid& workspaceId,
+                    WorkspaceStore& store, Alerts& alerts) {
+    const auto* workspace = find(workspaceId, store);
+    if (!workspace) return;
+    const auto resource = std::ranges::find(workspace->resources, resourceId, &Resource::id);
+    if (resource == workspace->resources.end()) return;
+    if (std::ranges::find(resource->associatedApps, appName) != resource->associatedApps.end()) {
+        alerts.runModal({.title = "Duplicate App",
+                         .message = appName + " is already associated with this resource.",
+                         .style = AlertStyle::informational,
+                         .buttons = {"OK"}});
+        return;
+    }
+    store.addAssociatedApp(resourceId, appName, workspaceId);
+}
+
+} // namespace
+
 ResourceManagement::ResourceManagement(const Uuid& workspaceId, WorkspaceStore& store,
                                        const Platform& platform)
     : workspaceId_(workspaceId), store_(store), platform_(platform),
       storeChanges_(store.objectWillChange.subscribe([this] { objectWillChange.fire(); })) {}
 
 const Workspace* ResourceManagement::workspace() const {
-    const auto found = std::ranges::find(*store_.workspaces, workspaceId_, &Workspace::id);
-    return found == store_.workspaces->end() ? nullptr : &*found;
+    return find(workspaceId_, store_);
 }
 
 const Resource* ResourceManagement::resourceAt(std::size_t index) const {
@@ -109,28 +134,13 @@ void ResourceManagement::chooseApplication(std::size_t index) {
          .message = "Select an application to add to this resource",
          .content = PanelContent::application,
          .directory = "/Applications"},
-        [this, alive = std::weak_ptr(alive_), id = resource->id](const std::optional<Url>& url) {
+        [&store = store_, &platform = platform_, workspaceId = workspaceId_,
+         id = resource->id](const std::optional<Url>& url) {
             if (!url) return;
-            platform_.mainQueue.async([this, alive, id, appName = path::stem(url->path())] {
-                if (!alive.expired()) addApplication(id, appName);
+            platform.mainQueue.async([&, workspaceId, id, appName = path::stem(url->path())] {
+                addApplication(appName, id, workspaceId, store, platform.alerts);
             });
         });
-}
-
-void ResourceManagement::addApplication(const Uuid& resourceId, const std::string& appName) {
-    const auto* found = workspace();
-    if (!found) return;
-    const auto resource = std::ranges::find(found->resources, resourceId, &Resource::id);
-    if (resource == found->resources.end()) return;
-    if (std::ranges::find(resource->associatedApps, appName) != resource->associatedApps.end()) {
-        platform_.alerts.runModal(
-            {.title = "Duplicate App",
-             .message = appName + " is already associated with this resource.",
-             .style = AlertStyle::informational,
-             .buttons = {"OK"}});
-        return;
-    }
-    store_.addAssociatedApp(resourceId, appName, workspaceId_);
 }
 
 void ResourceManagement::removeApplication(std::size_t index, const std::string& appName) {
@@ -140,8 +150,24 @@ void ResourceManagement::removeApplication(std::size_t index, const std::string&
 }
 
 void ResourceManagement::addFile(const Url& url) {
-    store_.addResourceFromURL(url, workspaceId_);
+    store_.addResourceFromURL(meantBy(url), workspaceId_);
     isAddResourceDropTarget = false;
+}
+
+Url ResourceManagement::meantBy(const Url& dropped) const {
+    const auto path = dropped.path();
+    if (const auto bundle = platform_.bundles.bundlePathOfLauncher(path)) {
+        return Url::fromPath(*bundle);
+    }
+    // Not every file manager ends the address of a folder with "/".
+    const bool isFolder = !dropped.hasDirectoryPath() && platform_.fileSystem.isDirectory(path);
+    return isFolder ? Url::fromPath(path + "/") : dropped;
+}
+
+void ResourceManagement::later(std::function<void()> action) {
+    platform_.mainQueue.async([alive = std::weak_ptr(alive_), action = std::move(action)] {
+        if (!alive.expired()) action();
+    });
 }
 
 std::string playTooltip(const ResourceRow& row) {

@@ -5,6 +5,7 @@
 #include "foundation/Url.h"
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
@@ -70,20 +71,23 @@ public:
     /// Lets the user choose an application for the resource, without blocking the window.
     void chooseApplication(std::size_t index);
     void removeApplication(std::size_t index, const std::string& appName);
-    /// Makes a resource of a dropped file; the last one ends the hover.
+    /// Makes a resource of a dropped file, of the application where the file only stands for one;
+    /// the last one ends the hover.
     void addFile(const Url& url);
+    /// Does something on a later turn of the main queue, unless this has gone by then.
+    void later(std::function<void()> action);
 
 private:
     const Workspace* workspace() const;
     const Resource* resourceAt(std::size_t index) const;
+    Url meantBy(const Url& dropped) const;
     std::vector<AppChip> chipsOf(const Resource& resource) const;
-    void addApplication(const Uuid& resourceId, const std::string& appName);
 
     const Uuid workspaceId_;
     WorkspaceStore& store_;
     const Platform& platform_;
     Subscription storeChanges_;
-    /// What the answer of a panel asks whether this is still there.
+    /// What is done later asks by this whether the list is still there.
     std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
 };
 

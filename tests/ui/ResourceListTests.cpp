@@ -98,7 +98,7 @@ TEST_F(ResourceList, aChosenApplicationIsAddedOnceByItsName) {
 }
 
 TEST_F(ResourceList, filesThatAreDroppedBecomeResourcesAtTheEnd) {
-    ResourceDropDelegate panel(list, desktop.queue);
+    ResourceDropDelegate panel(list);
     const DropInfo files{.fileUrls = {"file:///x/one.txt", "not a url", "https://a.test/",
                                       "file:///Applications/Pad.app"},
                          .text = "2"};
@@ -133,7 +133,7 @@ TEST_F(ResourceList, aRowThatIsDroppedEndsWhereItWasDropped) {
     };
     for (const auto& [text, target, order, isMove] : cases) {
         store.updateWorkspace(work);
-        ResourceReorderDelegate row(list, desktop.queue, target);
+        ResourceReorderDelegate row(list, target);
         const DropInfo info{.text = text};
         row.dropEntered(info);
         EXPECT_TRUE(list.dropTargetIndexes->contains(target));
@@ -144,7 +144,7 @@ TEST_F(ResourceList, aRowThatIsDroppedEndsWhereItWasDropped) {
         row.dropExited();
     }
     const DropInfo file{.fileUrls = {"file:///x"}, .text = "0"};
-    ResourceReorderDelegate row(list, desktop.queue, 0);
+    ResourceReorderDelegate row(list, 0);
     EXPECT_FALSE(row.validateDrop(file));
     EXPECT_FALSE(row.performDrop(file));
     EXPECT_EQ(row.dropUpdated(file), std::nullopt);

@@ -53,24 +53,11 @@ AbstractButton {
                 strokeStyle: ShapePath.DashLine
                 dashPattern: [4, 3]
                 fillColor: "transparent"
-                startX: 0.5
-                startY: 0.5
+                PathSvg {
+                    readonly property real right: button.width - 0.5
+                    readonly property real bottom: button.height - 0.5
 
-                PathLine {
-                    x: button.width - 0.5
-                    y: 0.5
-                }
-                PathLine {
-                    x: button.width - 0.5
-                    y: button.height - 0.5
-                }
-                PathLine {
-                    x: 0.5
-                    y: button.height - 0.5
-                }
-                PathLine {
-                    x: 0.5
-                    y: 0.5
+                    path: `M 4.5 0.5 H ${right - 4} A 4 4 0 0 1 ${right} 4.5 V ${bottom - 4} A 4 4 0 0 1 ${right - 4} ${bottom} H 4.5 A 4 4 0 0 1 0.5 ${bottom - 4} V 4.5 A 4 4 0 0 1 4.5 0.5`
                 }
             }
         }

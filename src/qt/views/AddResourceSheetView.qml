@@ -11,6 +11,8 @@ Sheet {
 
     width: 480
     height: 580
+    // No key gives up what was typed.
+    closePolicy: Popup.NoAutoClose
     onOpened: nameField.forceActiveFocus(Qt.PopupFocusReason)
     onClosed: {
         sheet.cancel();

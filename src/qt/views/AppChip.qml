@@ -30,7 +30,7 @@ Rectangle {
         ResourceIcon {
             anchors.verticalCenter: parent.verticalCenter
             symbol: "app"
-            icon: chip.modelData.icon
+            iconSource: chip.modelData.iconSource
             size: 20
         }
         SymbolButton {
@@ -39,7 +39,8 @@ Rectangle {
             width: 18
             height: 18
             symbol: "xmark"
-            size: 12
+            size: 10
+            isBold: true
             tint: Theme.secondaryLabel
             tooltip: "Remove " + chip.appName
             onClicked: chip.removed()

@@ -1,12 +1,12 @@
 import QtQuick
 import Corvane
 
-// Six dots by which a row is dragged. What the drag carries is the row's index as text, and nothing
-// else.
+// Six dots by which a row is dragged, or moved with the arrow keys. What the drag carries is the
+// row's index as text, and nothing else.
 Item {
     id: handle
 
-    required property int index
+    required property Item row
 
     width: 20
     height: 30
@@ -14,10 +14,23 @@ Item {
     Drag.dragType: Drag.Automatic
     Drag.supportedActions: Qt.MoveAction
     Drag.mimeData: {
-        "text/plain": String(index)
+        "text/plain": String(row.index)
     }
-    Accessible.role: Accessible.Graphic
+    activeFocusOnTab: true
+    Accessible.role: Accessible.Button
     Accessible.name: "Move"
+    Accessible.focusable: true
+    Keys.onUpPressed: row.resources.move(row.index, row.index - 1)
+    Keys.onDownPressed: row.resources.move(row.index, row.index + 1)
+
+    Rectangle {
+        anchors.fill: parent
+        visible: handle.activeFocus
+        radius: Theme.smallRadius
+        color: "transparent"
+        border.width: 2
+        border.color: Theme.faded(Theme.accent, 0.7)
+    }
 
     Grid {
         anchors.centerIn: parent

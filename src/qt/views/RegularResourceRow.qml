@@ -8,11 +8,11 @@ Item {
 
     required property Item row
 
-    implicitHeight: Math.max(44, layout.implicitHeight + 2 * 6)
+    implicitHeight: Math.max(44, layout.implicitHeight + 2 * 6) + 2 * row.inset
 
     Rectangle {
         anchors.fill: parent
-        anchors.margins: 1
+        anchors.margins: content.row.inset
         radius: 8
         color: Theme.faded(Theme.controlBackground, content.row.isEnabled ? 1 : 0.5)
     }
@@ -26,12 +26,12 @@ Item {
         opacity: content.row.isEnabled ? 1 : 0.6
 
         DragHandle {
-            index: content.row.index
+            row: content.row
         }
         ResourceIcon {
             Layout.preferredWidth: 20
             symbol: content.row.symbol
-            icon: content.row.icon
+            iconSource: content.row.iconSource
         }
         ColumnLayout {
             Layout.fillWidth: true

@@ -6,8 +6,9 @@ Item {
     id: view
 
     required property string symbol
-    required property string icon
+    required property string iconSource
     property int size: 16
+    property int symbolSize: 16
 
     implicitWidth: size
     implicitHeight: size
@@ -20,13 +21,13 @@ Item {
         width: view.size
         height: view.size
         sourceSize: Qt.size(2 * view.size, 2 * view.size)
-        source: view.icon !== "" ? "image://icon/" + encodeURIComponent(view.icon) : ""
+        source: view.iconSource
     }
     SymbolText {
         anchors.centerIn: parent
         visible: !picture.visible
         symbol: view.symbol
-        size: view.size
+        size: view.symbolSize
         color: Theme.secondaryLabel
     }
 }

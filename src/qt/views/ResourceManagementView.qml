@@ -25,7 +25,13 @@ Item {
 
         DropArea {
             anchors.fill: parent
-            onEntered: drag => drag.accepted = view.resources.enterList(drag.urls)
+            onEntered: drag => {
+                if (view.resources.enterList(drag.urls))
+                    drag.accept(Qt.CopyAction);
+                else
+                    drag.accepted = false;
+            }
+            onPositionChanged: drag => drag.accept(Qt.CopyAction)
             onExited: view.resources.leaveList()
             onDropped: drop => {
                 if (view.resources.dropOnList(drop.urls))

@@ -9,7 +9,7 @@ Item {
     required property string name
     required property string type
     required property string symbol
-    required property string icon
+    required property string iconSource
     required property bool isEnabled
     required property bool isRunning
     required property var chips
@@ -19,6 +19,8 @@ Item {
     required property bool isRowTarget
     required property ResourceListModel resources
     readonly property bool isSeparator: type === "separator"
+    // The grounds of the rows stand apart.
+    readonly property int inset: 3
 
     implicitHeight: (isSeparator ? separator.implicitHeight : regular.implicitHeight) + (line.visible ? 1 : 0)
     Accessible.role: Accessible.ListItem
@@ -46,7 +48,7 @@ Item {
         x: 12
         width: parent.width - 2 * 12
         height: 1
-        color: Theme.faded(Theme.separator, 0.5)
+        color: Theme.faded(Theme.separator, 0.3)
     }
     DropArea {
         anchors.fill: parent
@@ -54,11 +56,13 @@ Item {
         onExited: row.resources.leaveRow(row.index)
         onDropped: drop => {
             if (row.resources.dropOnRow(row.index, drop.urls, drop.hasText, drop.text))
-                drop.accept(Qt.MoveAction);
+                // Where another program dropped its text, a move would take the text away there.
+                drop.accept(drop.source ? Qt.MoveAction : Qt.CopyAction);
         }
     }
     Rectangle {
         anchors.fill: parent
+        anchors.margins: row.inset
         visible: row.isRowTarget
         radius: 8
         color: Theme.faded("#0A7AFF", 0.1)

@@ -17,6 +17,8 @@ AbstractButton {
     Accessible.name: text
     Accessible.checkable: true
     Accessible.checked: isSelected
+    Keys.onReturnPressed: click()
+    Keys.onEnterPressed: click()
 
     contentItem: Item {
         Column {

@@ -10,11 +10,11 @@ Item {
     required property Item row
     property bool isEditing: false
 
-    implicitHeight: Math.max(44, layout.implicitHeight + 2 * 8)
+    implicitHeight: Math.max(44, layout.implicitHeight + 2 * 8) + 2 * row.inset
 
     Rectangle {
         anchors.fill: parent
-        anchors.margins: 1
+        anchors.margins: content.row.inset
         radius: 8
         color: Theme.faded(Theme.controlBackground, 0.3)
     }
@@ -27,7 +27,7 @@ Item {
         spacing: 10
 
         DragHandle {
-            index: content.row.index
+            row: content.row
         }
         Rectangle {
             implicitWidth: 40
@@ -42,6 +42,8 @@ Item {
             focusPolicy: Qt.StrongFocus
             Accessible.role: Accessible.Button
             Accessible.name: text
+            Keys.onReturnPressed: click()
+            Keys.onEnterPressed: click()
             onClicked: {
                 field.text = content.row.name;
                 content.isEditing = true;

@@ -9,7 +9,9 @@ AbstractButton {
     required property string symbol
     required property color tint
     required property string tooltip
-    property int size: 16
+    // Of what is seen: the symbols fill three quarters of the square that their font gives them.
+    property int size: 12
+    property bool isBold: false
 
     implicitWidth: 24
     implicitHeight: 24
@@ -26,7 +28,8 @@ AbstractButton {
 
     contentItem: SymbolText {
         symbol: button.symbol
-        size: button.size
+        size: Math.round(button.size * 4 / 3)
+        font.bold: button.isBold
         color: button.tint
     }
     background: Rectangle {

@@ -2,7 +2,7 @@ import QtQuick
 import Corvane
 
 // A titled group of rows on a ground of its own.
-Column {
+Rectangle {
     id: section
 
     required property string title
@@ -10,38 +10,40 @@ Column {
     default property alias content: rows.data
 
     width: parent ? parent.width : 0
-    spacing: 8
+    height: whole.implicitHeight + 2 * whole.x
+    radius: 12
+    color: Theme.controlBackground
+    border.width: 1
+    border.color: Theme.separator
 
-    Row {
-        spacing: 8
+    Column {
+        id: whole
 
-        SymbolText {
-            anchors.verticalCenter: parent.verticalCenter
-            symbol: section.icon
-            size: 16
-            color: Theme.accent
+        x: 16
+        y: 16
+        width: parent.width - 2 * x
+        spacing: 12
+
+        Row {
+            spacing: 8
+
+            SymbolText {
+                anchors.verticalCenter: parent.verticalCenter
+                symbol: section.icon
+                size: 18
+                color: Theme.secondaryLabel
+            }
+            BodyText {
+                anchors.verticalCenter: parent.verticalCenter
+                text: section.title
+                font.pixelSize: 15
+                font.weight: Font.DemiBold
+            }
         }
-        BodyText {
-            anchors.verticalCenter: parent.verticalCenter
-            text: section.title
-            font.pixelSize: 15
-            font.weight: Font.DemiBold
-        }
-    }
-    Rectangle {
-        width: section.width
-        height: rows.implicitHeight + 2 * 14
-        radius: Theme.radius
-        color: Theme.controlBackground
-        border.width: 1
-        border.color: Theme.separator
-
         Column {
             id: rows
 
-            x: 14
-            y: 14
-            width: parent.width - 2 * 14
+            width: parent.width
             spacing: 12
         }
     }

@@ -42,9 +42,32 @@ Sheet {
                 color: Theme.secondaryLabel
             }
         }
+        HairLine {
+            Layout.fillWidth: true
+        }
         Flickable {
             id: scroll
 
+            readonly property Item focused: Window.activeFocusItem
+
+            // So that the whole of what the keyboard reaches is seen, its focus ring included.
+            function reveal(control: Item) {
+                const place = sections.mapFromItem(control, 0, 0).y + sections.y;
+                const bottom = place + control.height + 12 - height;
+                contentY = Math.max(0, Math.min(place - 12, Math.max(bottom, contentY)));
+            }
+            function holds(control: Item): bool {
+                for (let item = control; item; item = item.parent) {
+                    if (item === sections)
+                        return true;
+                }
+                return false;
+            }
+
+            onFocusedChanged: {
+                if (holds(focused))
+                    reveal(focused);
+            }
             Layout.fillWidth: true
             Layout.fillHeight: true
             contentHeight: sections.implicitHeight + 2 * 16
@@ -61,10 +84,8 @@ Sheet {
                 settings: popup.settings
             }
         }
-        Rectangle {
+        HairLine {
             Layout.fillWidth: true
-            implicitHeight: 1
-            color: Theme.separator
         }
         ActionButton {
             Layout.alignment: Qt.AlignRight
