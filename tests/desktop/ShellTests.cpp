@@ -93,7 +93,7 @@ TEST_F(Shell, theTrayStartsAndFinishesAWorkspaceAndLeadsBackToTheWindow) {
     startWithOneNote("R&D <new_1>");
     ASSERT_TRUE(hasWindow());
     EXPECT_TRUE(comesTrue([&] {
-        return tray->shownMenu() == "(Corvane Workspaces)|-|Show App Window|-|"
+        return tray->shownMenu() == "(Corvane Workspaces)|-|Show App Window|Help & Tips|-|"
                                     "R&D <new_1>     ▶|-|[ ] Focus Mode|Quit All Apps|-|"
                                     "Quit Corvane";
     })) << tray->shownMenu();
