@@ -27,8 +27,8 @@ AbstractButton {
     Accessible.role: Accessible.Button
     Accessible.name: text !== "" ? text : tooltip
     Accessible.description: tooltip
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     ThemedToolTip {
         text: button.tooltip

@@ -17,8 +17,8 @@ AbstractButton {
     Accessible.name: text
     Accessible.checkable: true
     Accessible.checked: isSelected
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     contentItem: Item {
         Column {

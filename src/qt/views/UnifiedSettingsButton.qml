@@ -17,8 +17,8 @@ AbstractButton {
     Accessible.role: Accessible.Button
     Accessible.name: title
     Accessible.description: subtitle
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     contentItem: SettingsRow {
         icon: button.symbol
