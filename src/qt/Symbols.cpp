@@ -29,6 +29,7 @@ constexpr Symbol symbols[]{
     {QLatin1StringView("car"), u'\ue531'},
     {QLatin1StringView("cart"), u'\ue8cc'},
     {QLatin1StringView("chart.bar"), u'\ue26b'},
+    {QLatin1StringView("checkmark"), u'\ue5ca'},
     {QLatin1StringView("checkmark.circle"), u'\ue92d'},
     {QLatin1StringView("checkmark.circle.fill"), u'\ue86c'},
     {QLatin1StringView("chevron.down"), u'\ue5cf'},

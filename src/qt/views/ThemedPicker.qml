@@ -18,6 +18,8 @@ AbstractButton {
     focusPolicy: Qt.StrongFocus
     Accessible.role: Accessible.ComboBox
     Accessible.description: titles[current]
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
     onClicked: menu.open()
 
     contentItem: Item {
@@ -64,7 +66,19 @@ AbstractButton {
                 required property string modelData
 
                 text: modelData
+                Accessible.checkable: true
+                Accessible.checked: index === picker.current
                 onTriggered: picker.picked(picker.values[index])
+
+                SymbolText {
+                    anchors.right: parent.right
+                    anchors.rightMargin: 8
+                    anchors.verticalCenter: parent.verticalCenter
+                    visible: parent.index === picker.current
+                    symbol: "checkmark"
+                    size: 16
+                    color: parent.highlighted ? Theme.textOnTint : Theme.label
+                }
             }
         }
     }
