@@ -101,6 +101,8 @@ QVariant ResourceListModel::data(const QModelIndex& index, int role) const {
 void ResourceListModel::openAddSheet() {
     sheet_ = std::make_unique<AddResourceModel>(makeSheet_());
     connect(sheet_.get(), &AddResourceModel::closed, this, [this] {
+        // The view says it once more when it has gone.
+        if (!sheet_) return;
         closedSheet_ = std::move(sheet_);
         emit sheetChanged();
     });

@@ -10,7 +10,6 @@ Item {
 
     width: 20
     height: 30
-    Drag.active: dragging.active
     Drag.dragType: Drag.Automatic
     Drag.supportedActions: Qt.MoveAction
     Drag.mimeData: {
@@ -56,5 +55,7 @@ Item {
         id: dragging
 
         target: null
+        // Not a binding, as the drag begins and ends inside of this change.
+        onActiveChanged: handle.Drag.active = active
     }
 }

@@ -106,13 +106,12 @@ Item {
                 width: parent.width
             }
         }
-        Rectangle {
+        DropOverlay {
             anchors.fill: parent
             visible: view.resources.isDropTarget
             radius: 12
-            color: Theme.faded("#FF3B30", 0.1)
+            tint: "#FF3B30"
             border.width: 3
-            border.color: "#FF3B30"
         }
     }
 

@@ -60,13 +60,12 @@ Item {
                 drop.accept(drop.source ? Qt.MoveAction : Qt.CopyAction);
         }
     }
-    Rectangle {
+    DropOverlay {
         anchors.fill: parent
         anchors.margins: row.inset
         visible: row.isRowTarget
         radius: 8
-        color: Theme.faded("#0A7AFF", 0.1)
+        tint: "#0A7AFF"
         border.width: 2
-        border.color: "#0A7AFF"
     }
 }
