@@ -34,6 +34,14 @@ protected:
         return comes(text) && desktop.press(button) &&
                comesTrue([&] { return !desktop.shows(text); });
     }
+    /// Shows the end of the settings.
+    void openSettings() {
+        ASSERT_TRUE(desktop.press("Settings"));
+        const auto top = desktop.middleOf("Configure Corvane Workspace Manager");
+        ASSERT_TRUE(top);
+        desktop.run({"xdotool", "mousemove", std::to_string(top->x), std::to_string(top->y + 200),
+                     "click", "--repeat", "30", "5"});
+    }
     /// Ends Corvane as a user does: the window is closed.
     std::optional<int> closeWindow() {
         desktop.run({"wmctrl", "-F", "-c", "Corvane"});

@@ -6,17 +6,6 @@ namespace {
 
 class ImportExport : public DesktopTest {
 protected:
-    /// Shows the end of the settings, where import and export are.
-    void openSettings() {
-        ASSERT_TRUE(desktop.press("Settings"));
-        const std::string subtitle = "Configure Corvane Workspace Manager";
-        ASSERT_TRUE(comes(subtitle));
-        for (const auto& [name, role, isEnabled, place] : desktop.controls()) {
-            if (name != subtitle) continue;
-            desktop.run({"xdotool", "mousemove", std::to_string(int(place.x)),
-                         std::to_string(int(place.y) + 200), "click", "--repeat", "30", "5"});
-        }
-    }
     /// Presses the button of that name, and sees the panel come.
     bool begin(const std::string& button, const std::string& message) {
         return desktop.press(button) && comes(message);

@@ -90,6 +90,35 @@ TEST_F(CatalogueTest, showsOnlyWhatTheDesktopShows) {
     uninstall("z.broken");
 }
 
+TEST_F(CatalogueTest, anEntrysFileIsItsApplicationAndSoIsACopy) {
+    add("x.tool", "X Tool");
+    add("x.internal", "X Internal", "Exec=sh\nNoDisplay=true");
+    add("x.deleted", "X Deleted", "Exec=sh\nHidden=true");
+    const std::string entry = "[Desktop Entry]\nType=Application\nExec=sh\nName=";
+    write(place("Desktop/copied.desktop"), entry + "X Tool\n");
+    write(place("Desktop/own.desktop"), entry + "X Tool of mine\n");
+    write(place("Desktop/broken.desktop"), "[Desktop Entry\nName=X Tool");
+    write(place("Desktop/text.txt"), entry + "X Tool\n");
+    std::filesystem::create_symlink(place("data/applications/x.tool.desktop"),
+                                    place("Desktop/linked.desktop"));
+    const struct {
+        const char* file;
+        const char* name;
+    } cases[]{{"data/applications/x.tool.desktop", "X Tool"},
+              {"data/applications/x.internal.desktop", "X Internal"},
+              {"data/applications/x.deleted.desktop", ""},
+              {"Desktop/copied.desktop", "X Tool"},
+              {"Desktop/linked.desktop", "X Tool"},
+              {"Desktop/own.desktop", ""},
+              {"Desktop/broken.desktop", ""},
+              {"Desktop/text.txt", ""},
+              {"Desktop/missing.desktop", ""}};
+    for (const auto& [file, name] : cases) {
+        const auto found = catalogue_.byEntryFile(place(file));
+        EXPECT_EQ(found ? found->name : "", name) << file;
+    }
+}
+
 TEST_F(CatalogueTest, followsChangesOfTheFolders) {
     add("y.app", "Before");
     EXPECT_EQ(bundlePathOf(catalogue_, "y.app"), "/Applications/Before.app");

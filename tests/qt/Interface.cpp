@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 #include <QQuickItem>
 #include <QTest>
+#include <algorithm>
 
 #include <gtest/gtest.h>
 
@@ -95,14 +96,18 @@ std::vector<QAccessibleInterface*> Interface::elements() {
 
 QAccessibleInterface* Interface::find(const std::string& name, const std::string& inside) {
     const auto all = elements();
+    const auto fits = [&](QAccessibleInterface* element) {
+        return inside.empty() || std::ranges::any_of(all, [&](auto* whole) {
+                   return nameOf(whole) == inside && whole->rect().contains(element->rect());
+               });
+    };
+    QAccessibleInterface* label = nullptr;
     for (auto* element : all) {
-        if (nameOf(element) != name) continue;
-        if (inside.empty()) return element;
-        for (auto* whole : all) {
-            if (nameOf(whole) == inside && whole->rect().contains(element->rect())) return element;
-        }
+        if (nameOf(element) != name || !fits(element)) continue;
+        if (element->role() != QAccessible::StaticText) return element;
+        if (!label) label = element;
     }
-    return nullptr;
+    return label;
 }
 
 std::string Interface::shown() {
@@ -123,9 +128,9 @@ void Interface::closeWindow() {
     runFor(0);
 }
 
-bool Interface::isEnabled(const std::string& name) {
+bool Interface::isEnabled(const std::string& name, const std::string& inside) {
     // Qt tells screen readers nothing of it.
-    auto* element = find(name, "");
+    auto* element = find(name, inside);
     const auto* item = element ? qobject_cast<QQuickItem*>(element->object()) : nullptr;
     return item && item->isEnabled();
 }
@@ -149,6 +154,31 @@ void Interface::type(const std::string& text) {
 void Interface::key(Qt::Key key) {
     QTest::keyClick(topWindow(), key);
     runFor(0);
+}
+
+void Interface::drag(const QMimeData& data, const std::string& name, bool drops) {
+    auto* top = topWindow();
+    const auto place = top->mapFromGlobal(find(name, "")->rect().center());
+    const auto send = [&](QEvent&& event) { QCoreApplication::sendEvent(top, &event); };
+    const auto actions = Qt::CopyAction | Qt::MoveAction;
+    send(QDragEnterEvent(place, actions, &data, Qt::LeftButton, Qt::NoModifier));
+    send(QDragMoveEvent(place, actions, &data, Qt::LeftButton, Qt::NoModifier));
+    runFor(0);
+    if (drops) {
+        send(QDropEvent(place, actions, &data, Qt::LeftButton, Qt::NoModifier));
+    } else {
+        send(QDragLeaveEvent());
+    }
+    runFor(0);
+}
+
+bool Interface::reach(const std::string& name) {
+    constexpr int most = 60;
+    for (int i = 0; i < most; ++i) {
+        if (focused() == name) return true;
+        key(Qt::Key_Tab);
+    }
+    return false;
 }
 
 std::string Interface::focused() {

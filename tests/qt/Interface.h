@@ -13,6 +13,7 @@
 #include <vector>
 
 class QAccessibleInterface;
+class QMimeData;
 
 namespace corvane {
 
@@ -39,13 +40,17 @@ public:
     /// The names of all that is shown, in order, joined by "|".
     std::string shown();
     bool shows(const std::string& name);
-    bool isEnabled(const std::string& name);
+    bool isEnabled(const std::string& name, const std::string& inside = "");
     /// Clicks in the middle of a control; false where it isn't shown. Of several it takes the one
-    /// inside the element named `inside`.
+    /// inside the element named `inside`, and rather a control than its label.
     bool press(const std::string& name, const std::string& inside = "");
     void type(const std::string& text);
     void key(Qt::Key key);
     void closeWindow();
+    /// Drops what a drag carries in the middle of an element, or leads the drag away from there.
+    void drag(const QMimeData& data, const std::string& name, bool drops = true);
+    /// Presses Tab until that control has the keyboard; false where it never has.
+    bool reach(const std::string& name);
     /// The name of the element that has the keyboard.
     std::string focused();
 

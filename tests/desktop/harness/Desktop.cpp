@@ -235,7 +235,7 @@ std::optional<Rect> Desktop::placeOf(const std::string& name, const std::string&
     return place;
 }
 
-bool Desktop::press(const std::string& name, const std::string& inside) const {
+std::optional<Point> Desktop::middleOf(const std::string& name, const std::string& inside) const {
     std::optional<Rect> before;
     const bool standsStill = comesTrue([&] {
         const auto now = placeOf(name, inside);
@@ -243,11 +243,31 @@ bool Desktop::press(const std::string& name, const std::string& inside) const {
         before = now;
         return false;
     });
-    if (!standsStill) return false;
+    if (!standsStill) return std::nullopt;
+    return Point{int(before->x + before->width / 2), int(before->y + before->height / 2)};
+}
+
+bool Desktop::press(const std::string& name, const std::string& inside) const {
+    const auto place = middleOf(name, inside);
+    if (!place) return false;
     raise();
-    run({"xdotool", "mousemove", std::to_string(int(before->x + before->width / 2)),
-         std::to_string(int(before->y + before->height / 2)), "click", "1"});
+    run({"xdotool", "mousemove", std::to_string(place->x), std::to_string(place->y), "click", "1"});
     return true;
+}
+
+void Desktop::drag(const Point& from, const Point& to) const {
+    // Both programs have to hear of each step before the button is released.
+    constexpr int steps = 10;
+    std::vector<std::string> command{"xdotool"};
+    for (int step = 0; step <= steps; ++step) {
+        const int x = from.x + (to.x - from.x) * step / steps;
+        const int y = from.y + (to.y - from.y) * step / steps;
+        command.insert(command.end(),
+                       {"mousemove", std::to_string(x), std::to_string(y), "sleep", "0.1"});
+        if (step == 0) command.insert(command.end(), {"mousedown", "1", "sleep", "0.1"});
+    }
+    command.insert(command.end(), {"sleep", "1", "mouseup", "1"});
+    run(command);
 }
 
 void Desktop::savePicture(const std::string& file) const {

@@ -20,6 +20,12 @@ struct Window {
     std::string title;
 };
 
+/// In screen pixels, from the top left.
+struct Point {
+    int x = 0;
+    int y = 0;
+};
+
 /// A whole desktop of its own: an X server without a screen, a window manager, a session bus with
 /// accessibility, default applications and an empty home folder. All of it goes with the object,
 /// and with it whatever was started inside.
@@ -70,6 +76,10 @@ public:
     /// none for 20 seconds. Of several it takes the last, and only one in the place of an element
     /// named `inside` if there is such a name.
     bool press(const std::string& name, const std::string& inside = "") const;
+    /// Where `press` would click.
+    std::optional<Point> middleOf(const std::string& name, const std::string& inside = "") const;
+    /// Drags with the left button, at the pace of a hand.
+    void drag(const Point& from, const Point& to) const;
 
     void savePicture(const std::string& file) const;
     /// What all programs of this desktop wrote, Corvane's output last.

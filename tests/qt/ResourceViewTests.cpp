@@ -1,0 +1,199 @@
+#include "qt/Interface.h"
+
+#include <QMimeData>
+#include <QTest>
+#include <QUrl>
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+using enum ResourceType;
+
+class ResourceViews : public testing::Test {
+protected:
+    Interface interface;
+
+    ResourceViews() {
+        auto& desktop = interface.desktop;
+        desktop.files.contents = {
+            {"/x/note.txt", ""}, {"/x/pad.desktop", ""}, {"/x/Pictures/a", ""}};
+        desktop.install({.path = "/Applications/Pad.app", .launcher = "/x/pad.desktop"});
+        desktop.panels.choices = {{"Choose Application", "/Applications/Pad.app"},
+                                  {"File Path", "/x/note.txt"}};
+    }
+    /// Opens the card of a workspace with these resources.
+    void open(const std::vector<std::pair<std::string, ResourceType>>& named) {
+        auto work = makeWorkspace("Work", "", "star", {});
+        for (const auto& [name, type] : named)
+            work.resources.push_back(
+                makeResource(name, "/x/" + name, type, interface.platform.bundles));
+        interface.open({work});
+        ASSERT_TRUE(interface.press("Resources"));
+        // The card grows first.
+        QTest::qWait(400);
+        interface.runFor(0);
+    }
+    const std::vector<Resource>& resources() {
+        return interface.store().workspaces->front().resources;
+    }
+    std::string stored() {
+        std::string text;
+        for (const auto& resource : resources())
+            text += resource.name + ":" + std::string(rawValue(resource.type)) + " ";
+        return text;
+    }
+};
+
+TEST_F(ResourceViews, aRowHasWhatCanBeDoneWithItsResource) {
+    open({{"note.txt", file}, {"Part", separator}, {"Pad.app", application}});
+    EXPECT_TRUE(interface.press("Launch note.txt"));
+    EXPECT_TRUE(interface.shows("Stop note.txt"));
+    EXPECT_TRUE(interface.press("Enabled - Resource will launch/quit with workspace", "note.txt"));
+    EXPECT_TRUE(interface.shows("Disabled : Excluded from being opened/quit"));
+    EXPECT_TRUE(interface.shows("Disabled - Resource will be ignored when workspace starts"));
+    EXPECT_TRUE(interface.press("Stop note.txt"));
+    EXPECT_TRUE(interface.shows("Launch note.txt"));
+
+    EXPECT_FALSE(interface.press("Add App", "Pad.app"));
+    EXPECT_TRUE(interface.press("Add App", "note.txt"));
+    EXPECT_TRUE(interface.press("Add App", "note.txt"));
+    EXPECT_EQ(interface.desktop.logged("alert"), "alert Duplicate App");
+    EXPECT_TRUE(interface.press("Remove Pad"));
+    EXPECT_TRUE(resources()[0].associatedApps.empty());
+
+    EXPECT_TRUE(interface.reach("Part"));
+    interface.key(Qt::Key_Return);
+    interface.key(Qt::Key_Delete);
+    EXPECT_TRUE(interface.shows("Section name"));
+    EXPECT_EQ(resources()[1].name, "Part") << "until it is submitted";
+    interface.key(Qt::Key_Return);
+    EXPECT_TRUE(interface.shows("Section"));
+    EXPECT_EQ(resources()[1].name, "");
+
+    ASSERT_TRUE(interface.reach("Move"));
+    for (int i = 0; i < 3; ++i)
+        interface.key(Qt::Key_Up);
+    EXPECT_EQ(stored(), "Pad.app:application note.txt:file :separator ");
+    interface.key(Qt::Key_Down);
+    EXPECT_EQ(stored(), "note.txt:file Pad.app:application :separator ");
+    while (!resources().empty())
+        ASSERT_TRUE(interface.press("Remove"));
+    EXPECT_TRUE(interface.shows("No resources yet"));
+    EXPECT_TRUE(interface.press("Separator"));
+    EXPECT_TRUE(interface.shows("Separator - click to rename"));
+}
+
+TEST_F(ResourceViews, aDragIsTakenByTheListOrByARow) {
+    open({{"a", file}, {"b", file}});
+    QMimeData files;
+    files.setUrls(
+        {QUrl("file:///x/note.txt"), QUrl("file:///x/Pictures"), QUrl("file:///x/pad.desktop")});
+    files.setText("1");
+    interface.drag(files, "b", false);
+    EXPECT_EQ(stored(), "a:file b:file ");
+    interface.drag(files, "b");
+    EXPECT_EQ(stored(), "a:file b:file note.txt:file Pictures:folder Pad:application ");
+    EXPECT_EQ(resources().back().path, "/Applications/Pad.app");
+    const struct {
+        const char* text;
+        const char* target;
+        const char* first;
+    } texts[]{{"1", "a", "b"}, {"7", "a", "b"}, {"word", "a", "b"}, {"0", "Resources", "b"}};
+    for (const auto& [text, target, first] : texts) {
+        QMimeData row;
+        row.setText(text);
+        interface.drag(row, target);
+        EXPECT_EQ(resources().front().name, first) << text;
+        EXPECT_EQ(resources().size(), 5u);
+    }
+    QMimeData page;
+    page.setUrls({QUrl("https://site.test/")});
+    interface.drag(page, "Resources");
+    EXPECT_EQ(resources().size(), 5u);
+}
+
+TEST_F(ResourceViews, theAddSheetFollowsItsType) {
+    constexpr auto sheet = "Add New Resource";
+    open({});
+    ASSERT_TRUE(interface.press("Add Resource"));
+    EXPECT_TRUE(interface.shows("Click to select folder"));
+    EXPECT_FALSE(interface.isEnabled("Add Resource", sheet));
+    interface.type("Mine");
+    ASSERT_TRUE(interface.press("Url"));
+    EXPECT_EQ(interface.shown().find("Mine"), std::string::npos);
+    ASSERT_TRUE(interface.reach("URL"));
+    interface.key(Qt::Key_End);
+    interface.type("site.test");
+    EXPECT_TRUE(interface.shows("Valid URL"));
+    EXPECT_TRUE(interface.isEnabled("Add Resource", sheet));
+    interface.type(" x");
+    EXPECT_TRUE(interface.shows("Enter a valid URL (https://example.com or localhost:3000)"));
+    EXPECT_FALSE(interface.isEnabled("Add Resource", sheet));
+    interface.key(Qt::Key_Escape);
+    ASSERT_TRUE(interface.press("File")) << "no key ends the sheet";
+    ASSERT_TRUE(interface.press("Click to select file"));
+    EXPECT_TRUE(interface.shows("/x/note.txt"));
+    ASSERT_TRUE(interface.press("Enabled by default"));
+    ASSERT_TRUE(interface.press("Add Resource", sheet));
+    EXPECT_TRUE(interface.shows("Disabled : Excluded from being opened/quit"));
+    EXPECT_EQ(stored(), "note:file ");
+    ASSERT_TRUE(interface.press("Add Resource"));
+    ASSERT_TRUE(interface.press("Cancel"));
+    EXPECT_FALSE(interface.shows(sheet));
+}
+
+TEST_F(ResourceViews, theSettingsActAtOnceAndAreReachedByTheKeyboard) {
+    constexpr auto note = "Window Layout Features are currently disabled. You can still use all "
+                          "core workspace functionality, but window positions won't be saved or "
+                          "restored automatically.";
+    auto& desktop = interface.desktop;
+    desktop.screen.isTrusted = false;
+    desktop.panels.choices = {{"Export Workspaces", "/x/out.json"},
+                              {"Import Workspaces", "/x/out.json"}};
+    desktop.defaultHandlers["mailto:"] = "/Applications/Pad.app";
+    open({{"a", file}});
+    auto& store = interface.store();
+    store.autoSaveLayouts = true;
+    ASSERT_TRUE(interface.press("Settings"));
+    EXPECT_FALSE(interface.isEnabled("Auto-Save Layouts", "Settings"));
+    EXPECT_TRUE(interface.shows(note));
+    const auto act = [&](const char* name, Qt::Key key = Qt::Key_Space) {
+        EXPECT_TRUE(interface.reach(name)) << name;
+        interface.key(key);
+        interface.runFor(0.2);
+    };
+    act("Window Layout Features");
+    EXPECT_TRUE(store.enableAccessibilityFeatures && store.autoSaveLayouts);
+    EXPECT_NE(desktop.logged("alert"), "");
+    EXPECT_FALSE(interface.shows(note));
+    act("Auto-Save Layouts");
+    EXPECT_FALSE(store.autoSaveLayouts);
+    store.showLayoutSavedAlert = false;
+    store.showLayoutsDisabledAlert = false;
+    act("Workspace Applications Closed");
+    act("Applications Closed (Focus Mode)");
+    EXPECT_FALSE(store.showWorkspaceClosedAlert || store.showApplicationsClosedAlert);
+    act("Reset All Confirmations", Qt::Key_Return);
+    EXPECT_TRUE(store.showLayoutSavedAlert && store.showWorkspaceClosedAlert &&
+                store.showLayoutsDisabledAlert && store.showApplicationsClosedAlert);
+    desktop.alertAnswers["Import Workspaces"] = {.button = AlertResponse::secondButton};
+    act("Export Workspaces");
+    act("Import Workspaces");
+    EXPECT_EQ(store.workspaces->size(), 2u);
+    desktop.alertAnswers["Reset Preferences"] = {.button = AlertResponse::secondButton};
+    act("Reset Preferences");
+    EXPECT_FALSE(desktop.defaults.empty());
+    desktop.alertAnswers.clear();
+    act("Reset Preferences");
+    EXPECT_TRUE(desktop.defaults.empty());
+    EXPECT_TRUE(store.enableAccessibilityFeatures) << "until the next start";
+    act("Contact Support");
+    EXPECT_NE(desktop.logged("open mailto:support@corvane.example?subject="), "");
+    act("Done", Qt::Key_Return);
+    EXPECT_FALSE(interface.shows("Configure Corvane Workspace Manager"));
+}
+
+} // namespace
+} // namespace corvane
