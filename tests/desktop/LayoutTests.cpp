@@ -1,6 +1,7 @@
 #include "desktop/DesktopTest.h"
 
 #include <algorithm>
+#include <csignal>
 
 namespace corvane::desktop {
 namespace {
@@ -139,10 +140,11 @@ TEST_F(Layouts, savedInTheWindowComeBackToThePixel) {
 TEST_F(Layouts, savedAtTheEndBringOneWindowBackFullscreenAndFillTheScreenWithTheOthers) {
     prefer(true, true);
     const Names all{"Mousepad", "Drawn"};
-    const auto endsAndStartsAgain = [&](const std::string& look) {
-        EXPECT_EQ(seen(all), look);
-        EXPECT_EQ(closeWindow(), 0);
+    const auto endsAndStartsAgain = [&](const std::string& look, bool bySignal) {
+        if (bySignal) desktop.corvane().signal(SIGTERM);
+        EXPECT_EQ(bySignal ? desktop.corvane().waitForEnd() : closeWindow(), 0);
         EXPECT_EQ(saved(), look);
+        EXPECT_EQ(seen(all), look) << "they stay";
         EXPECT_TRUE(closes("Mousepad") && closes("Drawn"));
         desktop.startCorvane();
         return startsAll(all);
@@ -152,11 +154,11 @@ TEST_F(Layouts, savedAtTheEndBringOneWindowBackFullscreenAndFillTheScreenWithThe
     change("Drawn", "-e 0,60,310,611,405");
     change("Mousepad", "-b add,fullscreen");
     const auto look = "Mousepad" + fullscreen + seen({"Drawn"});
-    ASSERT_TRUE(endsAndStartsAgain(look));
+    ASSERT_TRUE(endsAndStartsAgain(look, false));
     EXPECT_TRUE(become(all, look));
 
     change("Drawn", "-b add,fullscreen");
-    ASSERT_TRUE(endsAndStartsAgain("Mousepad" + fullscreen + "Drawn" + fullscreen));
+    ASSERT_TRUE(endsAndStartsAgain("Mousepad" + fullscreen + "Drawn" + fullscreen, true));
     EXPECT_TRUE(comes("'Mousepad' will be fullscreen, others will be maximized."));
     EXPECT_TRUE(become(all, "Mousepad" + fullscreen + "Drawn 0,0 1440x900\n"));
 }

@@ -167,23 +167,6 @@ TEST_F(Shell, itStartsAsTheSystemLooksAndASecondStartBringsItForward) {
     EXPECT_EQ(closeWindow(), 0);
 }
 
-TEST_F(Shell, aSignalEndsItAsTheUserDoesWithTheLayoutsSaved) {
-    writeFile(desktop.preferencesFile(),
-              "<plist version=\"1.0\"><dict><key>HasCompletedOnboarding</key><true/>"
-              "<key>CorvaneAutoSaveLayouts</key><true/>"
-              "<key>CorvaneEnableAccessibilityFeatures</key><true/></dict></plist>\n");
-    startWithOneNote("Notes");
-    ASSERT_TRUE(desktop.press("Start"));
-    ASSERT_TRUE(opens("mousepad", "note.txt"));
-    ASSERT_TRUE(comes("1 resources running"));
-    desktop.corvane().signal(SIGTERM);
-    EXPECT_EQ(desktop.corvane().waitForEnd(), 0);
-    EXPECT_NE(readFile(desktop.workspacesFile()).find("\"appName\":\"Mousepad\""),
-              std::string::npos)
-        << readFile(desktop.workspacesFile());
-    EXPECT_TRUE(desktop.window("mousepad", "note.txt"));
-}
-
 TEST_F(Shell, aFirstStartShowsTheTourAndTheNextDoesNot) {
     std::filesystem::remove(desktop.preferencesFile());
     startWithOneNote("Notes");
