@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Machine.h"
+#include "foundation/Text.h"
 #include "linux/RunningApplications.h"
 #include "linux/X11WindowGeometry.h"
 
@@ -126,12 +127,18 @@ private:
     xcb_screen_t* screen_;
 };
 
+/// The words that start the window manager which WINDOW_MANAGER names; openbox else.
+inline std::vector<std::string> windowManager() {
+    const char* chosen = std::getenv("WINDOW_MANAGER");
+    return text::split(chosen && *chosen ? chosen : "openbox", ' ');
+}
+
 /// An X server of its own with a window manager.
 class DisplayTest : public testing::Test {
 protected:
     void SetUp() override {
         startServer("800x600x24");
-        startManager({"openbox"});
+        startManager(windowManager());
         ASSERT_TRUE(windowsBecome(0));
         std::filesystem::remove(place("emulators/x-terminal-emulator"));
         std::filesystem::create_symlink("/usr/bin/xterm", place("emulators/x-terminal-emulator"));

@@ -25,7 +25,7 @@ inline std::string frameText(double x, double y, double width, double height) {
 /// A display of 1440 by 900 pixels with a window manager, and the seam's view of it.
 class WindowsTest : public DisplayTest {
 protected:
-    void SetUp() override { start({"openbox"}); }
+    void SetUp() override { start(windowManager()); }
 
     void start(const std::vector<std::string>& manager) {
         // Where there is none, programs start one that stays.
