@@ -18,6 +18,8 @@ public:
     void open(std::unique_ptr<WorkspaceSheet> sheet) {
         sheet_ = std::make_unique<WorkspaceSheetModel>(std::move(sheet));
         connect(sheet_.get(), &WorkspaceSheetModel::closed, this, [this] {
+            // Its view says so again as it goes.
+            if (!sheet_) return;
             closed_ = std::move(sheet_);
             emit changed();
         });

@@ -15,7 +15,6 @@ Sheet {
 
     width: 380
     onIsWantedChanged: isWanted ? open() : close()
-    onOpened: confirm.forceActiveFocus(Qt.PopupFocusReason)
     // By the Escape key, while it is still wanted.
     onClosed: {
         if (isWanted)
@@ -46,9 +45,8 @@ Sheet {
             bottomPadding: 6
         }
         ActionButton {
-            id: confirm
-
             width: parent.width
+            focus: true
             text: dialog.confirmTitle
             isProminent: true
             tint: Theme.redFill

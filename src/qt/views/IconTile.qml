@@ -20,11 +20,11 @@ AbstractButton {
     contentItem: SymbolText {
         symbol: tile.symbol
         size: 16
-        color: tile.isSelected ? Theme.accent : Theme.label
+        color: tile.isSelected ? Theme.accent : Theme.primary
     }
     background: Rectangle {
         radius: Theme.smallRadius
-        color: tile.isSelected ? Theme.faded(Theme.accent, 0.2) : Theme.faded(Theme.primary, tile.hovered ? 0.16 : 0.1)
+        color: tile.isSelected ? Theme.faded(Theme.accent, 0.2) : Theme.faded(Theme.primary, tile.down ? 0.22 : tile.hovered ? 0.16 : 0.1)
 
         FocusRing {
             target: tile

@@ -11,7 +11,6 @@ Sheet {
 
     width: 460
     height: 460
-    onOpened: nameField.forceActiveFocus(Qt.PopupFocusReason)
     onClosed: {
         sheet.cancel();
         destroy();
@@ -42,9 +41,8 @@ Sheet {
             font.weight: Font.DemiBold
         }
         ThemedTextField {
-            id: nameField
-
             Layout.fillWidth: true
+            focus: true
             text: popup.sheet.name
             placeholderText: "Enter workspace name"
             onTextEdited: popup.sheet.name = text
@@ -85,6 +83,7 @@ Sheet {
 
             ActionButton {
                 implicitWidth: Math.max(88, contentWidth)
+                isPlain: true
                 text: "Cancel"
                 onClicked: popup.sheet.cancel()
             }
