@@ -21,6 +21,7 @@ struct CardRow {
     bool isLoading = false;
     bool isExpanded = false;
     bool canSaveLayout = false;
+    bool asksToFinish = false;
     std::string startTitle;
     std::string statusText;
     ResourcePreview preview;

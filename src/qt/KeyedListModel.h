@@ -29,10 +29,23 @@ protected:
     void show(const std::vector<Row>& next) {
         removeRowsNotIn(next);
         insertAndMoveTo(next);
-        for (std::size_t i = 0; i < next.size(); ++i) {
-            if (rows_[i] == next[i]) continue;
-            rows_[i] = next[i];
-            emit dataChanged(index(int(i)), index(int(i)));
+        update(next);
+    }
+
+    /// Gives what stands at each place other content, and adds or removes only at the end: for
+    /// another list, rather than the same list after a change. What views made for a row stays for
+    /// the row that takes its place.
+    void showOther(const std::vector<Row>& next) {
+        if (next.size() < rows_.size()) {
+            beginRemoveRows({}, int(next.size()), rowCount() - 1);
+            rows_.resize(next.size());
+            endRemoveRows();
+        }
+        update(next);
+        if (next.size() > rows_.size()) {
+            beginInsertRows({}, rowCount(), int(next.size()) - 1);
+            rows_.insert(rows_.end(), next.begin() + std::ptrdiff_t(rows_.size()), next.end());
+            endInsertRows();
         }
     }
 
@@ -42,6 +55,18 @@ private:
         for (const auto& row : rows)
             keys.insert(row.key());
         return keys;
+    }
+
+    /// Changes the rows that differ from those at their place; each run of them is told of once.
+    void update(const std::vector<Row>& next) {
+        const auto isOther = [&](std::size_t i) { return !(rows_[i] == next[i]); };
+        for (std::size_t begin = 0; begin < rows_.size(); ++begin) {
+            std::size_t end = begin;
+            for (; end < rows_.size() && isOther(end); ++end)
+                rows_[end] = next[end];
+            if (end > begin) emit dataChanged(index(int(begin)), index(int(end - 1)));
+            begin = end;
+        }
     }
 
     void removeRowsNotIn(const std::vector<Row>& next) {

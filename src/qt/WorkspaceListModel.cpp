@@ -7,6 +7,7 @@
 #include <QJSEngine>
 #include <algorithm>
 #include <map>
+#include <utility>
 
 namespace corvane {
 
@@ -48,7 +49,7 @@ const Resource* resourceOfChip(const Workspace& workspace, const ResourcePreview
 WorkspaceListModel::WorkspaceListModel(WorkspaceListState& state, MakeSheet makeEditSheet,
                                        MakeResources makeResources)
     : KeyedListModel(currentRows(state)), state_(state), makeEditSheet_(std::move(makeEditSheet)),
-      makeResources_(std::move(makeResources)),
+      makeResources_(std::move(makeResources)), shownSearch_(state.store().searchText.get()),
       relay_(state.objectWillChange, [this] { refresh(); }) {
     connect(&editSheet_, &SheetHolder::changed, this, &WorkspaceListModel::sheetChanged);
 }
@@ -56,7 +57,8 @@ WorkspaceListModel::WorkspaceListModel(WorkspaceListState& state, MakeSheet make
 WorkspaceListModel::~WorkspaceListModel() = default;
 
 QHash<int, QByteArray> WorkspaceListModel::roleNames() const {
-    return {{NameRole, "name"},
+    return {{WorkspaceIdRole, "workspaceId"},
+            {NameRole, "name"},
             {DescriptionRole, "description"},
             {IconRole, "icon"},
             {GradientRole, "gradient"},
@@ -74,6 +76,8 @@ QVariant WorkspaceListModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
     const auto& row = rows()[std::size_t(index.row())];
     switch (role) {
+    case WorkspaceIdRole:
+        return toQString(row.workspaceId.toString());
     case NameRole:
         return toQString(row.name);
     case DescriptionRole:
@@ -115,24 +119,26 @@ QString WorkspaceListModel::emptySearchMessage() const {
     return toQString(state_.emptySearchMessage());
 }
 
-const Workspace* WorkspaceListModel::workspaceToFinish() const {
-    for (const auto* workspace : state_.filteredWorkspaces()) {
-        if (state_.card(workspace->id).showingFinishConfirm) return workspace;
-    }
-    return nullptr;
+const CardRow* WorkspaceListModel::rowToFinish() const {
+    const auto found = std::ranges::find_if(rows(), &CardRow::asksToFinish);
+    return found == rows().end() ? nullptr : &*found;
 }
 
 QString WorkspaceListModel::finishMessage() const {
-    const auto* workspace = workspaceToFinish();
-    return workspace ? toQString(corvane::finishMessage(workspace->name)) : QString();
+    const auto* row = rowToFinish();
+    return row ? toQString(corvane::finishMessage(row->name)) : QString();
 }
 
 /// The store may be a turn ahead of the view.
 const Workspace* WorkspaceListModel::workspaceOf(int row) const {
-    const auto workspaces = state_.filteredWorkspaces();
-    if (row < 0 || std::size_t(row) >= std::min(rows().size(), workspaces.size())) return nullptr;
-    const auto* workspace = workspaces[std::size_t(row)];
-    return workspace->id == rows()[std::size_t(row)].workspaceId ? workspace : nullptr;
+    const auto* shown = rowAt(row);
+    if (!shown) return nullptr;
+    int repetition = 0;
+    for (const auto& workspace : *state_.store().workspaces) {
+        if (workspace.id == shown->workspaceId && repetition++ == shown->repetition)
+            return &workspace;
+    }
+    return nullptr;
 }
 
 void WorkspaceListModel::start(int row) {
@@ -145,17 +151,16 @@ void WorkspaceListModel::requestFinish(int row) {
 }
 
 void WorkspaceListModel::confirmFinish() {
-    const auto* found = workspaceToFinish();
+    const auto* row = rowToFinish();
+    const auto* found = row ? workspaceOf(int(row - rows().data())) : nullptr;
+    cancelFinish();
     if (!found) return;
     const Workspace workspace = *found;
-    auto& card = state_.card(workspace.id);
-    card.showingFinishConfirm = false;
-    card.finish(workspace);
+    state_.card(workspace.id).finish(workspace);
 }
 
 void WorkspaceListModel::cancelFinish() {
-    const auto* workspace = workspaceToFinish();
-    if (workspace) state_.card(workspace->id).showingFinishConfirm = false;
+    if (const auto* row = rowToFinish()) state_.card(row->workspaceId).showingFinishConfirm = false;
 }
 
 void WorkspaceListModel::saveLayout(int row) {
@@ -172,12 +177,12 @@ void WorkspaceListModel::toggleExpanded(int row) {
     }
 }
 
-ResourceListModel* WorkspaceListModel::resourcesOf(int row) {
-    const auto* workspace = workspaceOf(row);
-    if (!workspace) return nullptr;
-    auto& resources = resources_[workspace->id];
+ResourceListModel* WorkspaceListModel::resourcesOf(const QString& workspaceId) {
+    const auto id = Uuid::parse(workspaceId.toStdString());
+    if (!id) return nullptr;
+    auto& resources = resources_[*id];
     if (!resources) {
-        resources = makeResources_(workspace->id);
+        resources = makeResources_(*id);
         // The views may not take what belongs here for theirs.
         QJSEngine::setObjectOwnership(resources.get(), QJSEngine::CppOwnership);
     }
@@ -233,6 +238,7 @@ std::vector<CardRow> WorkspaceListModel::currentRows(WorkspaceListState& state) 
                         .isLoading = card.isLoading,
                         .isExpanded = card.isExpanded,
                         .canSaveLayout = card.canSaveLayout(),
+                        .asksToFinish = card.showingFinishConfirm,
                         .startTitle = std::string(card.startTitle()),
                         .statusText = card.statusText(*workspace),
                         .preview = resourcePreview(*workspace, state.store())});
@@ -241,7 +247,12 @@ std::vector<CardRow> WorkspaceListModel::currentRows(WorkspaceListState& state) 
 }
 
 void WorkspaceListModel::refresh() {
-    show(currentRows(state_));
+    const auto& search = state_.store().searchText.get();
+    if (std::exchange(shownSearch_, search) == search) {
+        show(currentRows(state_));
+    } else {
+        showOther(currentRows(state_));
+    }
     dropCollapsedResources();
     emit contentChanged();
 }

@@ -36,7 +36,8 @@ class WorkspaceListModel : public KeyedListModel<CardRow> {
 
 public:
     enum Role {
-        NameRole = Qt::UserRole,
+        WorkspaceIdRole = Qt::UserRole,
+        NameRole,
         DescriptionRole,
         IconRole,
         GradientRole,
@@ -57,9 +58,10 @@ public:
                        MakeResources makeResources);
     ~WorkspaceListModel() override;
 
-    /// `name`, `description`, `icon` (a symbol's name), `gradient` (an index), `isRunning`,
-    /// `isLoading`, `isExpanded`, `canSaveLayout`, `startTitle`, `statusText`, `chips` (a list of
-    /// objects with `name`, `type` and `state`, the last two as "url" and "running") and `counter`.
+    /// `workspaceId`, `name`, `description`, `icon` (a symbol's name), `gradient` (an index),
+    /// `isRunning`, `isLoading`, `isExpanded`, `canSaveLayout`, `startTitle`, `statusText`, `chips`
+    /// (a list of objects with `name`, `type` and `state`, the last two as "url" and "running") and
+    /// `counter`.
     QHash<int, QByteArray> roleNames() const override;
     QVariant data(const QModelIndex& index, int role) const override;
 
@@ -76,8 +78,9 @@ public:
     Q_INVOKABLE void cancelFinish();
     Q_INVOKABLE void saveLayout(int row);
     Q_INVOKABLE void toggleExpanded(int row);
-    /// The resources of an expanded card, while it is expanded; null for a row that isn't there.
-    Q_INVOKABLE corvane::ResourceListModel* resourcesOf(int row);
+    /// The resources of an expanded card, while it is expanded; null where the text is no
+    /// identifier.
+    Q_INVOKABLE corvane::ResourceListModel* resourcesOf(const QString& workspaceId);
     Q_INVOKABLE void edit(int row);
     Q_INVOKABLE void duplicate(int row);
     Q_INVOKABLE void remove(int row);
@@ -90,7 +93,7 @@ signals:
 
 private:
     const Workspace* workspaceOf(int row) const;
-    const Workspace* workspaceToFinish() const;
+    const CardRow* rowToFinish() const;
     static std::vector<CardRow> currentRows(WorkspaceListState& state);
     void refresh();
     void dropCollapsedResources();
@@ -99,6 +102,8 @@ private:
     const MakeSheet makeEditSheet_;
     const MakeResources makeResources_;
     std::map<Uuid, std::unique_ptr<ResourceListModel>> resources_;
+    /// What the rows were last filtered by.
+    std::string shownSearch_;
     SheetHolder editSheet_;
     ChangeRelay relay_;
 };

@@ -182,8 +182,16 @@ bool Interface::reach(const std::string& name) {
 }
 
 std::string Interface::focused() {
+    return textOfFocused(QAccessible::Name);
+}
+
+std::string Interface::focusedDescription() {
+    return textOfFocused(QAccessible::Description);
+}
+
+std::string Interface::textOfFocused(int kind) {
     for (auto* element : elements()) {
-        if (element->state().focused) return nameOf(element);
+        if (element->state().focused) return element->text(QAccessible::Text(kind)).toStdString();
     }
     return "";
 }

@@ -51,12 +51,14 @@ public:
     void drag(const QMimeData& data, const std::string& name, bool drops = true);
     /// Presses Tab until that control has the keyboard; false where it never has.
     bool reach(const std::string& name);
-    /// The name of the element that has the keyboard.
+    /// The name of the element that has the keyboard, and what is said of it besides.
     std::string focused();
+    std::string focusedDescription();
 
 private:
     QAccessibleInterface* find(const std::string& name, const std::string& inside);
     std::vector<QAccessibleInterface*> elements();
+    std::string textOfFocused(int kind);
 };
 
 } // namespace corvane

@@ -40,6 +40,107 @@ TEST_F(Views, aStartGoesThroughItsStates) {
     EXPECT_FALSE(interface.press("Start", "Work"));
 }
 
+TEST_F(Views, aRunningWorkspaceSavesItsLayoutAndIsFinishedWhenTheUserSaysSo) {
+    auto& desktop = interface.desktop;
+    desktop.install({.path = "/Applications/Pad.app", .displayName = "Pad"});
+    desktop.running.push_back({.processIdentifier = 7, .localizedName = "Pad"});
+    desktop.screen.stack.push_back({.info = windowInfo(7, 1, "Pad", {10, 20, 800, 600})});
+    desktop.quitBehaviours[7] = QuitBehaviour::asks;
+    desktop.alertAnswers["Layout Saved"].checkboxIsOn = true;
+    interface.open(
+        {workspace("Work", {makeResource("Pad", "/Applications/Pad.app", ResourceType::application,
+                                         interface.platform.bundles)})});
+    auto& store = interface.store();
+    store.enableAccessibilityFeatures = true;
+    ASSERT_TRUE(interface.press("Start"));
+    interface.runFor(2);
+    for (int i = 0; i < 2; ++i) {
+        ASSERT_TRUE(interface.press("Save Layout"));
+        interface.runFor(1);
+        EXPECT_EQ(desktop.logged("alert"), "alert Layout Saved");
+    }
+    EXPECT_TRUE(store.workspaces->front().hasLayoutSaved);
+    EXPECT_FALSE(store.showLayoutSavedAlert);
+    store.enableAccessibilityFeatures = false;
+    interface.runFor(0);
+    EXPECT_FALSE(interface.shows("Save Layout"));
+
+    for (const bool byKey : {true, false}) {
+        ASSERT_TRUE(interface.press("Finish"));
+        EXPECT_TRUE(interface.shows("This will close all running resources in \"Work\""));
+        byKey ? interface.key(Qt::Key_Escape) : void(interface.press("Cancel"));
+        EXPECT_TRUE(interface.shows("1 resources running"));
+    }
+    EXPECT_EQ(desktop.logged("terminate"), "");
+    ASSERT_TRUE(interface.press("Finish"));
+    ASSERT_TRUE(interface.press("Finish & Close"));
+    EXPECT_FALSE(interface.isEnabled("Start"));
+    interface.runFor(10);
+    EXPECT_EQ(desktop.logged("terminate"), "terminate 7");
+    EXPECT_TRUE(interface.isEnabled("Start"));
+}
+
+TEST_F(Views, chipsLaunchAndStopTheirResources) {
+    std::vector<Resource> nine(9, note());
+    for (auto& resource : nine)
+        resource.id = Uuid::random();
+    nine[8].name = "ninth";
+    auto line = note();
+    line.type = ResourceType::separator;
+    interface.open({workspace("Work", nine), workspace("Home", {line}),
+                    workspace("Nine", {nine.begin(), nine.begin() + 8})});
+    EXPECT_TRUE(interface.shows("+1"));
+    EXPECT_FALSE(interface.shows("ninth"));
+    EXPECT_TRUE(interface.shows("No resources configured"));
+    ASSERT_TRUE(interface.press("note", "Work"));
+    EXPECT_EQ(interface.desktop.logged("open"), "open file:///note.txt");
+    EXPECT_EQ(interface.store().runningResources->size(), 1u);
+    EXPECT_TRUE(interface.press("note", "Work"));
+    interface.runFor(5);
+    EXPECT_EQ(interface.desktop.logged("open"), "open file:///note.txt");
+}
+
+TEST_F(Views, theMenuAndTheSheetsChangeTheList) {
+    interface.open({workspace("Work", {note()}), workspace("Home")});
+    const auto names = [&] {
+        std::string text;
+        for (const auto& workspace : *interface.store().workspaces)
+            text += workspace.name + "(" + workspace.icon + ") ";
+        return text;
+    };
+    ASSERT_TRUE(interface.press("More", "Home"));
+    ASSERT_TRUE(interface.press("Edit"));
+    EXPECT_TRUE(interface.shows("Edit Workspace"));
+    interface.type("ly");
+    ASSERT_TRUE(interface.press("cube"));
+    ASSERT_TRUE(interface.press("Save"));
+    EXPECT_EQ(names(), "Work(star) Homely(cube) ");
+
+    ASSERT_TRUE(interface.press("More", "Work"));
+    ASSERT_TRUE(interface.press("Duplicate"));
+    for (const auto button : {AlertResponse::secondButton, AlertResponse::firstButton}) {
+        interface.desktop.alertAnswers["Delete Workspace"].button = button;
+        ASSERT_TRUE(interface.press("More", "Homely"));
+        ASSERT_TRUE(interface.press("Delete"));
+        interface.runFor(0);
+        interface.runFor(0);
+        EXPECT_EQ(interface.shows("Homely"), button != AlertResponse::firstButton);
+    }
+    EXPECT_EQ(names(), "Work(star) Work Copy(star) ");
+
+    ASSERT_TRUE(interface.press("Search workspaces..."));
+    interface.type("none");
+    for (const auto* button : {"Cancel", "Create"}) {
+        ASSERT_TRUE(interface.press("New Workspace"));
+        EXPECT_EQ(interface.focused(), "Enter workspace name");
+        EXPECT_FALSE(interface.isEnabled("Create"));
+        interface.type(" ");
+        EXPECT_TRUE(interface.press(button));
+    }
+    EXPECT_EQ(names(), "Work(star) Work Copy(star)  (laptopcomputer) ");
+    EXPECT_TRUE(interface.shows("No Results Found"));
+}
+
 TEST_F(Views, theListFollowsTheSearchAndTheStore) {
     interface.open({workspace("Garden"), workspace("Office"), workspace("Garage")});
     ASSERT_TRUE(interface.press("Search workspaces..."));
@@ -83,6 +184,28 @@ TEST_F(Views, theKeyboardReachesEveryControlInOrder) {
     interface.key(Qt::Key_Space);
     interface.runFor(2);
     EXPECT_EQ(interface.store().activeWorkspace.get()->name, "Home");
+}
+
+TEST_F(Views, theKeyboardGoesThroughALongListAndBack) {
+    std::vector<Workspace> many;
+    std::string names;
+    for (char name = 'a'; name <= 'z'; ++name) {
+        many.push_back(workspace({name}, {note()}));
+        names += name;
+    }
+    interface.open(many);
+    const auto reached = [&](Qt::Key key, const char* control, int times) {
+        std::string cards;
+        for (int i = 0; i < times; ++i) {
+            interface.key(key);
+            if (interface.focused() == control) cards += interface.focusedDescription();
+        }
+        return cards;
+    };
+    // Five controls in the header, and four in each card.
+    EXPECT_EQ(reached(Qt::Key_Tab, "Start", 5 + 26 * 4), names);
+    const auto back = reached(Qt::Key_Backtab, "More", 26 * 4 - 1);
+    EXPECT_EQ(std::string(back.rbegin(), back.rend()), names);
 }
 
 TEST_F(Views, aClosedWindowComesBackWithTheStoreAsItIs) {

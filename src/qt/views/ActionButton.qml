@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Controls.Basic
-import QtQuick.Layouts
 import Corvane
 
 // A button with a symbol, or a spinner in its place, and a title: white on its tint, or label on
@@ -18,7 +17,9 @@ AbstractButton {
     property color ground: Theme.controlBackground
     property color foreground: isProminent ? Theme.textOnTint : Theme.label
     property string tooltip: ""
-    readonly property int contentWidth: Math.ceil(row.implicitWidth) + 2 * (text === "" ? 8 : 14)
+    readonly property real titleX: symbol === "" ? 0 : symbolSize + 6
+    readonly property real innerWidth: text === "" ? symbolSize : titleX + title.implicitWidth
+    readonly property int contentWidth: Math.ceil(innerWidth) + 2 * (text === "" ? 8 : 14)
 
     implicitHeight: 32
     implicitWidth: contentWidth
@@ -30,37 +31,57 @@ AbstractButton {
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 
-    ThemedToolTip {
-        text: button.tooltip
-        visible: button.tooltip !== "" && button.hovered
+    OnDemand {
+        parent: button
+        wanted: button.hovered && button.tooltip !== ""
+
+        ThemedToolTip {
+            text: button.tooltip
+            visible: true
+        }
+    }
+    OnDemand {
+        parent: sign
+        wanted: button.isBusy
+
+        Spinner {
+            anchors.centerIn: parent
+            color: button.foreground
+        }
+    }
+    OnDemand {
+        parent: button.background
+        wanted: button.visualFocus
+
+        FocusRing {
+            target: button
+        }
     }
 
-    contentItem: Item {
-        RowLayout {
-            id: row
+    SymbolText {
+        id: sign
 
-            anchors.centerIn: parent
-            spacing: 6
+        // On whole pixels, as signs are drawn for them.
+        x: Math.round((parent.width - button.innerWidth) / 2)
+        width: button.symbolSize
+        height: parent.height
+        symbol: button.symbol
+        text: button.isBusy || symbol === "" ? "" : Symbols.glyph(symbol)
+        size: button.symbolSize
+        color: button.foreground
+    }
+    Text {
+        id: title
 
-            Spinner {
-                visible: button.isBusy
-                color: button.foreground
-            }
-            SymbolText {
-                visible: !button.isBusy && button.symbol !== ""
-                symbol: button.symbol
-                size: button.symbolSize
-                color: button.foreground
-            }
-            Text {
-                visible: text !== ""
-                text: button.text
-                font.pixelSize: Theme.bodySize
-                font.weight: Font.Medium
-                color: button.foreground
-                Accessible.ignored: true
-            }
-        }
+        x: sign.x + button.titleX
+        height: parent.height
+        verticalAlignment: Text.AlignVCenter
+        text: button.text
+        textFormat: Text.PlainText
+        font.pixelSize: Theme.bodySize
+        font.weight: Font.Medium
+        color: button.foreground
+        Accessible.ignored: true
     }
 
     background: Rectangle {
@@ -70,9 +91,5 @@ AbstractButton {
         color: button.down ? Qt.darker(base, 1.2) : button.hovered ? Qt.darker(base, 1.07) : base
         border.width: button.isPlain ? 0 : 1
         border.color: button.isProminent ? Qt.darker(button.tint, 1.1) : Theme.separator
-
-        FocusRing {
-            target: button
-        }
     }
 }

@@ -25,7 +25,7 @@ Window {
     Item {
         anchors.fill: parent
 
-        HeaderView {
+        ModernHeaderView {
             id: headerView
 
             width: parent.width

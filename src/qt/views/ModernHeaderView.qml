@@ -48,7 +48,10 @@ Rectangle {
             implicitWidth: 32
             symbol: header.model.themeSymbol
             tooltip: header.model.themeTooltip
-            onClicked: header.model.toggleTheme()
+            onClicked: {
+                Theme.changesOver = true;
+                header.model.toggleTheme();
+            }
         }
         ActionButton {
             isProminent: header.model.focusMode

@@ -1,25 +1,28 @@
 import QtQuick
 import QtQuick.Controls.Basic
-import QtQuick.Layouts
 import Corvane
 
-// One resource: a press launches it, or stops it while it runs.
+// One resource: a press launches it, or stops it while it runs. Where there is none for it, it is
+// kept for the next workspace of its card.
 AbstractButton {
     id: chip
 
     required property int index
-    required property var modelData
     required property Item card
-    readonly property bool isRunning: modelData.state === "running"
-    readonly property bool isMarked: modelData.state === "startMarked"
+    required property var resource
+    readonly property bool isRunning: resource ? resource.state === "running" : false
+    readonly property bool isMarked: resource ? resource.state === "startMarked" : false
     readonly property color stateColor: isRunning ? Theme.green : isMarked ? Theme.blue : Theme.gray
-    readonly property real fill: Theme.dark ? 0.3 : 0.15
+    // From 0, as it lies there, to 1, under the pointer.
+    property real lift: hovered ? 1 : 0
 
-    implicitWidth: row.implicitWidth + 2 * 10
-    implicitHeight: row.implicitHeight + 2 * 6
-    text: modelData.name
+    implicitWidth: action.x + action.width + 10
+    implicitHeight: Theme.chipHeight
+    visible: resource !== undefined
+    text: resource ? resource.name : ""
     focusPolicy: Qt.StrongFocus
-    scale: hovered ? 1.02 : 1
+    scale: 1 + 0.02 * lift
+    opacity: down ? 0.75 : 1
     Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.description: isRunning ? "Running" : ""
@@ -27,72 +30,87 @@ AbstractButton {
     Keys.onEnterPressed: click()
     onClicked: card.workspaces.pressChip(card.index, index)
 
-    Behavior on scale {
+    Behavior on lift {
         NumberAnimation {
             duration: 150
             easing.type: Easing.InOutQuad
         }
     }
-    ThemedToolTip {
-        // Asked for when it is needed, as the answer takes a look at the installed applications.
-        text: visible ? chip.card.workspaces.chipTooltip(chip.card.index, chip.index) : ""
-        visible: chip.hovered
+    OnDemand {
+        parent: chip
+        wanted: chip.hovered
+
+        ThemedToolTip {
+            // Asked for when it is needed, as the answer takes a look at the installed applications.
+            text: chip.card.workspaces.chipTooltip(chip.card.index, chip.index)
+            visible: true
+        }
+    }
+    OnDemand {
+        parent: chip
+        wanted: chip.lift > 0
+
+        SoftShadow {
+            anchors.fill: parent
+            // Below the background.
+            z: -2
+            color: Theme.faded(Theme.primary, 0.1 * chip.lift)
+            radius: Theme.smallRadius
+        }
+    }
+    OnDemand {
+        parent: chip.background
+        wanted: chip.visualFocus
+
+        FocusRing {
+            target: chip
+        }
     }
 
-    contentItem: Item {
-        RowLayout {
-            id: row
+    SymbolText {
+        x: 10
+        width: 16
+        height: parent.height
+        symbol: chip.resource ? chip.resource.symbol : ""
+        size: 16
+        color: Theme.typeColor(chip.resource ? chip.resource.type : "")
+    }
+    Text {
+        id: title
 
-            anchors.centerIn: parent
-            spacing: 8
+        x: 10 + 16 + 8
+        width: Math.min(implicitWidth, 80)
+        height: parent.height
+        verticalAlignment: Text.AlignVCenter
+        text: chip.text
+        textFormat: Text.PlainText
+        elide: Text.ElideRight
+        maximumLineCount: 1
+        font.pixelSize: 14
+        font.weight: Font.Medium
+        color: Theme.label
+        Accessible.ignored: true
+    }
+    SymbolText {
+        id: action
 
-            SymbolText {
-                symbol: chip.modelData.symbol
-                size: 16
-                color: Theme.typeColor(chip.modelData.type)
-            }
-            Text {
-                Layout.maximumWidth: 80
-                text: chip.text
-                textFormat: Text.PlainText
-                elide: Text.ElideRight
-                maximumLineCount: 1
-                font.pixelSize: 14
-                font.weight: Font.Medium
-                color: Theme.label
-                Accessible.ignored: true
-            }
-            SymbolText {
-                symbol: chip.isRunning ? "stop.fill" : "play.fill"
-                size: 12
-                color: chip.isRunning ? Theme.red : chip.hovered ? Theme.blue : Theme.secondaryLabel
-                opacity: chip.hovered ? 1 : 0.7
-                scale: chip.hovered ? 1.1 : 1
-
-                Behavior on scale {
-                    NumberAnimation {
-                        duration: 150
-                        easing.type: Easing.InOutQuad
-                    }
-                }
-            }
-        }
+        x: title.x + title.width + 8
+        width: 12
+        height: parent.height
+        symbol: chip.isRunning ? "stop.fill" : "play.fill"
+        size: 12
+        color: Theme.faded(chip.isRunning ? Theme.red : chip.hovered ? Theme.blue : Theme.secondaryLabel, 0.7 + 0.3 * chip.lift)
+        scale: 1 + 0.1 * chip.lift
     }
 
     background: Rectangle {
         radius: Theme.smallRadius
         color: {
-            if (chip.isRunning)
-                return Theme.faded(Theme.green, chip.fill);
-            if (chip.isMarked)
-                return Theme.faded(Theme.blue, chip.fill);
+            if (chip.isRunning || chip.isMarked)
+                return Theme.faded(chip.isRunning ? Theme.greenFill : Theme.blueFill, Theme.dark ? 0.3 : 0.15);
             return Theme.dark ? Theme.controlBackground : Theme.textBackground;
         }
         border.width: 1
         border.color: chip.isRunning || chip.isMarked ? Theme.faded(chip.stateColor, 0.5) : Theme.separator
-
-        FocusRing {
-            target: chip
-        }
     }
 }

@@ -1,25 +1,27 @@
 import QtQuick
 import Corvane
 
-// One line with the first resources of a collapsed card.
+// One line with the first resources of a collapsed card. The line above it is the card header's.
 Item {
     id: view
 
     required property Item card
-    readonly property bool isEmpty: card.chips.length === 0
+    // Read once from the model, for all chips.
+    readonly property var resources: card.chips
+    readonly property bool isEmpty: resources.length === 0
+    // Chips stay when the card takes another workspace.
+    property int chipCount: 0
 
-    implicitHeight: isEmpty ? empty.implicitHeight : chips.implicitHeight + 2 * 12
+    implicitHeight: isEmpty ? empty.height : Theme.chipHeight + 2 * 12
+    onResourcesChanged: chipCount = Math.max(chipCount, resources.length)
 
-    BodyText {
+    Loader {
         id: empty
 
-        visible: view.isEmpty
+        active: view.isEmpty
         width: parent.width
-        padding: 24
-        horizontalAlignment: Text.AlignHCenter
-        text: "No resources configured"
-        font.pixelSize: 14
-        color: Theme.gray
+
+        sourceComponent: EmptyPreviewView {}
     }
     Flickable {
         visible: !view.isEmpty
@@ -27,7 +29,7 @@ Item {
         contentWidth: chips.width + 2 * 20
         flickableDirection: Flickable.HorizontalFlick
         boundsBehavior: Flickable.StopAtBounds
-        clip: true
+        clip: contentWidth > width
 
         Row {
             id: chips
@@ -37,10 +39,11 @@ Item {
             spacing: 8
 
             Repeater {
-                model: view.card.chips
+                model: view.chipCount
 
-                ResourceChip {
+                ResourceChipView {
                     card: view.card
+                    resource: view.resources[index]
                 }
             }
             BodyText {

@@ -9,7 +9,7 @@ Rectangle {
     implicitWidth: row.implicitWidth + 2 * 10
     implicitHeight: row.implicitHeight + 2 * 4
     radius: height / 2
-    color: Theme.faded(Theme.green, 0.2)
+    color: Theme.faded(Theme.greenFill, 0.2)
 
     RowLayout {
         id: row

@@ -10,7 +10,7 @@ Rectangle {
     required property HeaderModel model
 
     implicitWidth: 240
-    implicitHeight: 32
+    implicitHeight: 18 + 2 * 7
     radius: Theme.smallRadius
     color: Theme.fieldBackground
     border.width: field.activeFocus ? 2 : 1

@@ -4,33 +4,52 @@ import QtQuick
 
 // Colours, sizes and fonts of every view, for both appearances.
 QtObject {
-    property bool dark: false
+    id: theme
 
-    readonly property color windowBackground: dark ? "#1E1E20" : "#ECECEE"
-    readonly property color underPageBackground: dark ? "#2B2B2F" : "#DCDCE0"
-    readonly property color controlBackground: dark ? "#28282B" : "#F7F7F8"
-    readonly property color textBackground: dark ? "#202023" : "#FFFFFF"
-    readonly property color fieldBackground: dark ? "#2F2F33" : "#FFFFFF"
-    readonly property color separator: dark ? "#3D3D42" : "#D4D4D8"
-    readonly property color label: dark ? "#F2F2F4" : "#1D1D1F"
-    readonly property color secondaryLabel: dark ? "#A9A9B0" : "#626267"
-    readonly property color primary: dark ? "#FFFFFF" : "#000000"
+    property bool dark: false
+    // Set before the user changes `dark`: then the colours change over, as on a spring that settles
+    // in 0.3 seconds.
+    property bool changesOver: false
+    property real darkness: dark ? 1 : 0
+
+    Behavior on darkness {
+        enabled: theme.changesOver
+
+        SpringAnimation {
+            // A response of 0.3 and a damping of 0.8, in this type's steps of 16 milliseconds.
+            spring: 7
+            damping: 0.54
+            epsilon: 0.005
+            onStopped: theme.changesOver = false
+        }
+    }
+
+    readonly property color windowBackground: mixed("#ECECEE", "#1E1E20")
+    readonly property color underPageBackground: mixed("#DCDCE0", "#2B2B2F")
+    readonly property color controlBackground: mixed("#F7F7F8", "#28282B")
+    readonly property color textBackground: mixed("#FFFFFF", "#202023")
+    readonly property color fieldBackground: mixed("#FFFFFF", "#2F2F33")
+    readonly property color separator: mixed("#D4D4D8", "#3D3D42")
+    readonly property color label: mixed("#1D1D1F", "#F2F2F4")
+    readonly property color secondaryLabel: mixed("#626267", "#A9A9B0")
+    readonly property color primary: mixed("#000000", "#FFFFFF")
     readonly property color accent: blue
     readonly property color textOnTint: "#FFFFFF"
 
     // As text and symbols on the backgrounds above.
-    readonly property color blue: dark ? "#5CA0FF" : "#0A5FCC"
-    readonly property color purple: dark ? "#C58AF5" : "#7D35B8"
-    readonly property color green: dark ? "#4CD46A" : "#18722F"
-    readonly property color orange: dark ? "#FFA53D" : "#A85B00"
-    readonly property color cyan: dark ? "#4FCBE6" : "#0B6E84"
-    readonly property color red: dark ? "#FF7066" : "#C42B1F"
+    readonly property color blue: mixed("#0A5FCC", "#5CA0FF")
+    readonly property color purple: mixed("#7D35B8", "#C58AF5")
+    readonly property color green: mixed("#166B2C", "#4CD46A")
+    readonly property color orange: mixed("#A85B00", "#FFA53D")
+    readonly property color cyan: mixed("#0B6E84", "#4FCBE6")
+    readonly property color red: mixed("#C42B1F", "#FF7066")
     readonly property color gray: secondaryLabel
 
-    // As what white text stands on.
-    readonly property color blueFill: dark ? "#2A6FDB" : "#0A66DB"
-    readonly property color purpleFill: dark ? "#8D47C9" : "#8A3FC9"
-    readonly property color redFill: dark ? "#CB3A30" : "#D12F23"
+    // As what white text, or a lot else, stands on.
+    readonly property color greenFill: mixed("#2BA24A", "#238A40")
+    readonly property color blueFill: mixed("#0A66DB", "#2A6FDB")
+    readonly property color purpleFill: mixed("#8A3FC9", "#8D47C9")
+    readonly property color redFill: mixed("#D12F23", "#CB3A30")
 
     readonly property int radius: 12
     readonly property int smallRadius: 6
@@ -39,6 +58,11 @@ QtObject {
     readonly property int headlineSize: 13
     readonly property int bodySize: 13
     readonly property int captionSize: 11
+    readonly property int chipHeight: Math.max(16, Math.ceil(chipFont.height)) + 2 * 6
+    readonly property FontMetrics chipFont: FontMetrics {
+        font.pixelSize: 14
+        font.weight: Font.Medium
+    }
 
     readonly property var cardGradients: [
         ["#2F7DF0", "#A45EE0"],
@@ -48,6 +72,14 @@ QtObject {
         ["#F5922A", "#E5483E"],
         ["#2F7DF0", "#2FB8D6"]
     ]
+
+    function mixed(light: color, dark: color): color {
+        if (darkness <= 0)
+            return light;
+        if (darkness >= 1)
+            return dark;
+        return Qt.rgba(light.r + (dark.r - light.r) * darkness, light.g + (dark.g - light.g) * darkness, light.b + (dark.b - light.b) * darkness, 1);
+    }
 
     function faded(base: color, opacity: real): color {
         return Qt.rgba(base.r, base.g, base.b, opacity);

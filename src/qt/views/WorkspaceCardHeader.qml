@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import Corvane
 
 // What a workspace is called, whether it runs, and what can be done with it.
@@ -8,57 +7,94 @@ Item {
 
     required property Item card
 
-    implicitHeight: row.implicitHeight + 2 * 18
+    implicitHeight: Math.max(tile.height, titles.height) + 2 * 18
 
-    RowLayout {
-        id: row
+    GradientTile {
+        id: tile
+
+        x: 18
+        anchors.verticalCenter: parent.verticalCenter
+        width: 36
+        height: 36
+        symbol: header.card.icon
+        gradientIndex: header.card.gradient
+    }
+    Item {
+        id: titles
 
         anchors {
-            left: parent.left
-            right: parent.right
+            left: tile.right
+            leftMargin: 12
+            right: controls.left
+            rightMargin: 12
             verticalCenter: parent.verticalCenter
-            margins: 18
+        }
+        height: name.height + (description.visible ? 2 + description.height : 0)
+
+        BodyText {
+            id: name
+
+            width: parent.width
+            text: header.card.name
+            elide: Text.ElideRight
+            maximumLineCount: 1
+            font.pixelSize: Theme.titleSize
+            font.weight: Font.DemiBold
+        }
+        BodyText {
+            id: description
+
+            anchors.bottom: parent.bottom
+            width: parent.width
+            visible: text !== ""
+            text: header.card.description
+            elide: Text.ElideRight
+            maximumLineCount: 1
+            font.pixelSize: Theme.captionSize
+            color: Theme.secondaryLabel
+        }
+    }
+    Row {
+        id: controls
+
+        anchors {
+            right: parent.right
+            rightMargin: 18
+            verticalCenter: parent.verticalCenter
         }
         spacing: 12
 
-        GradientTile {
-            implicitWidth: 36
-            implicitHeight: 36
-            symbol: header.card.icon
-            gradientIndex: header.card.gradient
-        }
-        ColumnLayout {
-            Layout.fillWidth: true
-            spacing: 2
-
-            BodyText {
-                Layout.fillWidth: true
-                text: header.card.name
-                elide: Text.ElideRight
-                maximumLineCount: 1
-                font.pixelSize: Theme.titleSize
-                font.weight: Font.DemiBold
-            }
-            BodyText {
-                Layout.fillWidth: true
-                visible: header.card.description !== ""
-                text: header.card.description
-                elide: Text.ElideRight
-                maximumLineCount: 1
-                font.pixelSize: Theme.captionSize
-                color: Theme.secondaryLabel
-            }
-        }
-        RunningPill {
-            visible: header.card.isRunning
-        }
-        BodyText {
-            visible: header.card.isRunning
-            text: header.card.statusText
-            color: Theme.secondaryLabel
+        // The keyboard stays with the button that a start or finish has changed.
+        Loader {
+            anchors.verticalCenter: parent.verticalCenter
+            sourceComponent: header.card.isRunning ? whileRunning : otherwise
         }
         ActionButton {
-            visible: !header.card.isRunning
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: header.card.isExpanded ? "chevron.up" : "chevron.down"
+            text: "Resources"
+            foreground: header.card.isExpanded ? Theme.blue : Theme.label
+            Accessible.checkable: true
+            Accessible.checked: header.card.isExpanded
+            Accessible.description: header.card.name
+            onClicked: header.card.toggle()
+        }
+        WorkspaceMenuButton {
+            anchors.verticalCenter: parent.verticalCenter
+            card: header.card
+        }
+    }
+    HairLine {
+        anchors.bottom: parent.bottom
+        x: 1
+        width: parent.width - 2
+    }
+
+    Component {
+        id: otherwise
+
+        ActionButton {
+            focus: true
             enabled: !header.card.isLoading
             implicitWidth: Math.max(120, contentWidth)
             isProminent: true
@@ -68,43 +104,12 @@ Item {
             Accessible.description: header.card.name
             onClicked: header.card.workspaces.start(header.card.index)
         }
-        ActionButton {
-            visible: header.card.isRunning
-            enabled: !header.card.isLoading
-            isProminent: true
-            tint: Theme.redFill
-            isBusy: header.card.isLoading
-            symbol: "power"
-            text: "Finish"
-            Accessible.description: header.card.name
-            onClicked: header.card.workspaces.requestFinish(header.card.index)
-        }
-        ActionButton {
-            visible: header.card.isRunning && header.card.canSaveLayout
-            symbol: "rectangle.dock"
-            text: "Save Layout"
-            tooltip: "Save current window layout for this workspace (only available when workspace is running)"
-            onClicked: Qt.callLater(header.card.workspaces.saveLayout, header.card.index)
-        }
-        ActionButton {
-            symbol: header.card.isExpanded ? "chevron.up" : "chevron.down"
-            text: "Resources"
-            foreground: header.card.isExpanded ? Theme.blue : Theme.label
-            Accessible.checkable: true
-            Accessible.checked: header.card.isExpanded
-            Accessible.description: header.card.name
-            onClicked: header.card.workspaces.toggleExpanded(header.card.index)
-        }
-        WorkspaceMenuButton {
+    }
+    Component {
+        id: whileRunning
+
+        RunningControls {
             card: header.card
         }
-    }
-
-    Rectangle {
-        anchors.bottom: parent.bottom
-        x: 1
-        width: parent.width - 2
-        height: 1
-        color: Theme.separator
     }
 }

@@ -1,10 +1,12 @@
 import QtQuick
 import Corvane
 
-// One workspace: its header, and under it a preview of its resources or all of them.
+// One workspace: its header, and under it a preview of its resources or all of them. The list gives
+// a card that has left it another workspace, so nothing here is the workspace's own.
 Rectangle {
     id: card
 
+    required property string workspaceId
     required property int index
     required property string name
     required property string description
@@ -19,10 +21,13 @@ Rectangle {
     required property var chips
     required property string counter
     required property WorkspaceListModel workspaces
-    // Only what a user changes moves; a card that comes into sight doesn't.
-    property bool isReady: false
+    // Only what a user changes moves; a card that takes another workspace doesn't.
+    property string toggledWorkspace: ""
 
-    Component.onCompleted: Qt.callLater(() => card.isReady = true)
+    function toggle() {
+        toggledWorkspace = workspaceId;
+        workspaces.toggleExpanded(index);
+    }
 
     implicitHeight: header.height + content.height
     radius: Theme.radius
@@ -32,6 +37,24 @@ Rectangle {
     Accessible.role: Accessible.Grouping
     Accessible.name: name
 
+    // The ground of all but the header and the chips, square at the top.
+    Rectangle {
+        id: ground
+
+        visible: card.isExpanded || preview.isEmpty
+        y: header.height
+        x: 1
+        width: parent.width - 2
+        height: parent.height - y - 1
+        radius: card.radius - 1
+        color: Theme.textBackground
+
+        Rectangle {
+            width: parent.width
+            height: parent.radius
+            color: parent.color
+        }
+    }
     WorkspaceCardHeader {
         id: header
 
@@ -41,13 +64,13 @@ Rectangle {
     Item {
         id: content
 
-        anchors.top: header.bottom
+        y: header.height
         width: card.width
         height: card.isExpanded ? list.implicitHeight : preview.implicitHeight
         clip: heightChange.running
 
         Behavior on height {
-            enabled: card.isReady
+            enabled: card.toggledWorkspace === card.workspaceId
 
             NumberAnimation {
                 id: heightChange
@@ -70,7 +93,7 @@ Rectangle {
             active: card.isExpanded
             width: card.width
             sourceComponent: ResourceManagementView {
-                resources: card.workspaces.resourcesOf(card.index)
+                resources: card.workspaces.resourcesOf(card.workspaceId)
             }
         }
     }

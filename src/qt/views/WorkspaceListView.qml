@@ -7,8 +7,15 @@ Item {
     id: view
 
     required property WorkspaceListModel workspaces
+    readonly property Item focusItem: Window.activeFocusItem
 
     signal newSpaceWanted
+
+    onFocusItemChanged: {
+        const reason = focusItem ? focusItem.focusReason : Qt.NoFocusReason;
+        if (reason === Qt.TabFocusReason || reason === Qt.BacktabFocusReason)
+            list.reveal(focusItem);
+    }
 
     ListView {
         id: list
@@ -21,34 +28,58 @@ Item {
         spacing: 24
         clip: true
         model: view.workspaces
+        reuseItems: true
+        // A card more on either side, for the keyboard to go to.
+        cacheBuffer: 150
         activeFocusOnTab: false
         boundsBehavior: Flickable.StopAtBounds
         ScrollBar.vertical: ScrollBar {
             policy: list.contentHeight + 48 > list.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
         }
 
-        delegate: WorkspaceCard {
+        delegate: WorkspaceCardView {
             width: list.width - 36
             workspaces: view.workspaces
+            onYChanged: Qt.callLater(list.sortCards)
+            // A card that waits for its next workspace isn't there for the keyboard nor for screen
+            // readers.
+            ListView.onPooled: visible = false
+            ListView.onReused: visible = true
+        }
+
+        function sortCards() {
+            TabOrder.sortChildren(contentItem);
+        }
+
+        // Scrolls to what the keyboard has reached in a card, and some way on, so that the next card
+        // is there to be reached.
+        function reveal(item: Item) {
+            let ancestor = item;
+            while (ancestor && ancestor !== contentItem)
+                ancestor = ancestor.parent;
+            if (!ancestor)
+                return;
+            const further = 64;
+            const top = item.mapToItem(contentItem, 0, 0).y - further;
+            const bottom = top + item.height + 2 * further;
+            const wanted = Math.min(top, Math.max(contentY, bottom - height));
+            const last = Math.max(originY - topMargin, originY + contentHeight + bottomMargin - height);
+            contentY = Math.max(originY - topMargin, Math.min(wanted, last));
         }
     }
 
-    EmptyState {
+    Loader {
         anchors.centerIn: parent
-        visible: view.workspaces.showsEmptySearch
-        symbol: "magnifyingglass"
-        title: "No Results Found"
-        message: view.workspaces.emptySearchMessage
+        active: view.workspaces.showsEmptySearch
+        sourceComponent: EmptySearchState {
+            message: view.workspaces.emptySearchMessage
+        }
     }
-    EmptyState {
+    Loader {
         anchors.centerIn: parent
-        visible: view.workspaces.showsEmptyWorkspaces
-        symbol: "rectangle.3.group"
-        isEncircled: true
-        title: "No Workspaces Yet"
-        message: "Create your first workspace to organize and launch your applications, files, and folders together."
-        actionSymbol: "plus.circle.fill"
-        actionTitle: "Create Your First Workspace"
-        onActed: view.newSpaceWanted()
+        active: view.workspaces.showsEmptyWorkspaces
+        sourceComponent: EmptyWorkspaceState {
+            onActed: view.newSpaceWanted()
+        }
     }
 }

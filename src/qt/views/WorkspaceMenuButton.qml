@@ -2,11 +2,12 @@ import QtQuick
 import QtQuick.Controls.Basic
 import Corvane
 
-// The tile with the dots, and its menu.
+// The tile with the dots, and its menu, which is made when it is wanted.
 ActionButton {
     id: button
 
     required property Item card
+    property Menu menu: null
 
     implicitWidth: 28
     implicitHeight: 28
@@ -14,33 +15,39 @@ ActionButton {
     Accessible.name: "More"
     Accessible.role: Accessible.ButtonMenu
     Accessible.description: card.name
-    onClicked: menu.open()
+    onClicked: {
+        if (!menu)
+            menu = ofWorkspace.createObject(button);
+        menu.open();
+    }
 
-    ThemedMenu {
-        id: menu
+    Component {
+        id: ofWorkspace
 
-        y: button.height + 4
-        x: button.width - width
+        ThemedMenu {
+            y: button.height + 4
+            x: button.width - width
 
-        ThemedMenuItem {
-            text: "Edit"
-            onTriggered: button.card.workspaces.edit(button.card.index)
-        }
-        ThemedMenuItem {
-            text: "Duplicate"
-            onTriggered: button.card.workspaces.duplicate(button.card.index)
-        }
-        MenuSeparator {
-            padding: 4
-            contentItem: Rectangle {
-                implicitHeight: 1
-                color: Theme.separator
+            ThemedMenuItem {
+                text: "Edit"
+                onTriggered: button.card.workspaces.edit(button.card.index)
             }
-        }
-        ThemedMenuItem {
-            text: "Delete"
-            isDestructive: true
-            onTriggered: Qt.callLater(button.card.workspaces.remove, button.card.index)
+            ThemedMenuItem {
+                text: "Duplicate"
+                onTriggered: button.card.workspaces.duplicate(button.card.index)
+            }
+            MenuSeparator {
+                padding: 4
+                contentItem: Rectangle {
+                    implicitHeight: 1
+                    color: Theme.separator
+                }
+            }
+            ThemedMenuItem {
+                text: "Delete"
+                isDestructive: true
+                onTriggered: Qt.callLater(button.card.workspaces.remove, button.card.index)
+            }
         }
     }
 }

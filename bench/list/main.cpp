@@ -1,0 +1,245 @@
+#include "Benchmarks.h"
+#include "core/BookmarkManager.h"
+#include "core/RecordCoding.h"
+#include "core/WorkspaceStore.h"
+#include "qt/Face.h"
+#include "qt/HeaderModel.h"
+#include "qt/SettingsModel.h"
+#include "qt/WorkspaceListModel.h"
+#include "simulated/SimulatedDesktop.h"
+#include "ui/ContentState.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QKeyEvent>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSortFilterProxyModel>
+#include <QStringListModel>
+#include <QVariantAnimation>
+#include <algorithm>
+#include <cstdio>
+#include <ctime>
+#include <fstream>
+
+/// Measures the main window with 1,000 workspaces beside a bare list of as many lines of text, both
+/// drawn by the processor: from a key in the search field to the new list painted, and what a frame
+/// takes while the list scrolls. Fails where Corvane takes more than is allowed.
+namespace corvane::bench {
+namespace {
+
+constexpr std::size_t workspaceCount = 1000;
+constexpr std::size_t resourcesEach = 20;
+constexpr double frame = 1000.0 / 60;
+
+constexpr auto bareView = R"(
+import QtQuick
+import QtQuick.Controls.Basic
+Window {
+    required property var names
+    width: 1000; height: 700
+    TextField { width: 240; height: 71; onTextEdited: names.setFilterFixedString(text) }
+    ListView {
+        y: 71; width: 1000; height: 629
+        clip: true; spacing: 24; model: names
+        delegate: Rectangle {
+            required property string display
+            width: 1000; height: 125; border.width: 1
+            Text { anchors.centerIn: parent; text: display }
+        }
+    }
+}
+)";
+
+QQuickItem* findItem(QQuickItem* root, const char* type) {
+    if (root->inherits(type)) return root;
+    for (auto* child : root->childItems()) {
+        if (auto* found = findItem(child, type)) return found;
+    }
+    return nullptr;
+}
+
+double cpuMilliseconds() {
+    timespec time{};
+    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
+}
+
+double percentile(std::vector<double> times, double part) {
+    std::ranges::sort(times);
+    return times[std::size_t(double(times.size() - 1) * part)];
+}
+
+/// A window with a search field and a list.
+class Measured {
+public:
+    Measured(QQuickWindow& window, const QStringList& names)
+        : window_(window), names_(names), list_(findItem(window.contentItem(), "QQuickListView")),
+          field_(findItem(window.contentItem(), "QQuickTextField")) {
+        QObject::connect(&window, &QQuickWindow::frameSwapped, [this] { ++frames_; });
+        window.show();
+        waitFor([&] { return frames_ > 0; });
+    }
+
+    /// Adds the milliseconds from each key of a search to the list that fits it.
+    void type(std::vector<double>& times) {
+        focus();
+        for (const int key : {Qt::Key_7, Qt::Key_3, Qt::Key_Backspace, Qt::Key_Backspace})
+            times.push_back(timeOfKey(key));
+    }
+
+    /// Adds the milliseconds between the frames of a scroll over some 60 cards, and how long the
+    /// processor worked for each.
+    void scroll(std::vector<double>& intervals, std::vector<double>& work) {
+        constexpr int distance = 9000;
+        constexpr int duration = 1500;
+        const double from = list_->property("contentY").toDouble();
+        QElapsedTimer clock;
+        clock.start();
+        QVariantAnimation animation;
+        animation.setStartValue(from);
+        animation.setEndValue(from + distance);
+        animation.setDuration(duration);
+        QObject::connect(&animation, &QVariantAnimation::valueChanged,
+                         [&](const QVariant& value) { list_->setProperty("contentY", value); });
+        animation.start();
+        double lastFrame = 0;
+        double lastWork = cpuMilliseconds();
+        for (int seen = frames_; animation.state() == QAbstractAnimation::Running;) {
+            waitFor(
+                [&] { return frames_ > seen || animation.state() == QAbstractAnimation::Stopped; });
+            seen = frames_;
+            const double now = double(clock.nsecsElapsed()) / 1e6;
+            const double worked = cpuMilliseconds();
+            if (lastFrame > 0) {
+                intervals.push_back(now - lastFrame);
+                work.push_back(worked - lastWork);
+            }
+            lastFrame = now;
+            lastWork = worked;
+        }
+    }
+
+private:
+    static void waitFor(const std::function<bool()>& condition) {
+        while (!condition())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+
+    void focus() {
+        window_.requestActivate();
+        waitFor([&] { return window_.isActive(); });
+        field_->forceActiveFocus();
+    }
+
+    double timeOfKey(int key) {
+        if (key == Qt::Key_Backspace) {
+            text_.chop(1);
+        } else {
+            text_ += QChar(key);
+        }
+        const auto expected = names_.filter(text_).size();
+        int seen = frames_;
+        QElapsedTimer timer;
+        timer.start();
+        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, QChar(key));
+        QCoreApplication::sendEvent(&window_, &press);
+        waitFor([&] {
+            if (frames_ == seen) return false;
+            seen = frames_;
+            return list_->property("count").toInt() == expected;
+        });
+        return double(timer.nsecsElapsed()) / 1e6;
+    }
+
+    QQuickWindow& window_;
+    const QStringList names_;
+    QQuickItem* list_;
+    QQuickItem* field_;
+    QString text_;
+    int frames_ = 0;
+};
+
+/// The real main window on a desktop in memory.
+struct RealWindow {
+    explicit RealWindow(QQmlEngine& engine, const std::vector<Workspace>& workspaces) {
+        store.workspaces = workspaces;
+        view = makeWindow(engine, "MainWindow",
+                          {{"header", QVariant::fromValue(&header)},
+                           {"workspaces", QVariant::fromValue(&list)},
+                           {"settings", QVariant::fromValue(&settings)}});
+    }
+
+    SimulatedDesktop desktop;
+    Platform platform = desktop.platform();
+    BookmarkManager bookmarks{platform.fileSystem, platform.bookmarks, platform.clock};
+    WorkspaceStore store{platform, bookmarks};
+    ContentState content{store, platform};
+    HeaderModel header{content.header, {}};
+    WorkspaceListModel list{content.list, {}, {}};
+    SettingsModel settings{content.settings};
+    std::unique_ptr<QQuickWindow> view;
+};
+
+bool printRow(const char* what, double ours, double bare, double allowed) {
+    std::printf("%-52s %9.2f ms %9.2f ms %9.2f ms\n", what, ours, bare, allowed);
+    return ours <= allowed;
+}
+
+bool compare(const std::vector<Workspace>& workspaces) {
+    QStringList names;
+    for (const auto& workspace : workspaces)
+        names.append(QString::fromStdString(workspace.name));
+    QStringListModel all(names);
+    QSortFilterProxyModel filtered;
+    filtered.setSourceModel(&all);
+
+    QQmlEngine engine;
+    addViews(engine);
+    QQmlComponent component(&engine);
+    component.setData(bareView, {});
+    const std::unique_ptr<QObject> made(component.createWithInitialProperties(
+        {{"names", QVariant::fromValue<QAbstractItemModel*>(&filtered)}}));
+    auto* bareWindow = qobject_cast<QQuickWindow*>(made.get());
+    if (!bareWindow) qFatal("%s", qPrintable(component.errorString()));
+
+    RealWindow real(engine, workspaces);
+    Measured bare(*bareWindow, names);
+    Measured ours(*real.view, names);
+    std::vector<double> bareKeys, bareFrames, bareWork, ourKeys, ourFrames, ourWork;
+    // In turn, so that a busy moment of the machine doesn't fall on one side only.
+    for (int round = 0; round < 10; ++round) {
+        bare.type(bareKeys);
+        ours.type(ourKeys);
+        bare.scroll(bareFrames, bareWork);
+        ours.scroll(ourFrames, ourWork);
+    }
+
+    std::printf("%-52s %12s %12s %12s\n", "what", "ours", "bare list", "allowed");
+    bool met = printRow("a key to the new list, median", percentile(ourKeys, 0.5),
+                        percentile(bareKeys, 0.5), percentile(bareKeys, 0.5) + 2 * frame);
+    met &= printRow("a key to the new list, the longest", percentile(ourKeys, 1),
+                    percentile(bareKeys, 1), percentile(bareKeys, 1) + 2 * frame);
+    met &= printRow("from frame to frame of a scroll, 95%", percentile(ourFrames, 0.95),
+                    percentile(bareFrames, 0.95), 1.5 * percentile(bareFrames, 0.95));
+    std::printf("%-52s %9.2f ms %9.2f ms\n", "the processor's work for such a frame, 95%",
+                percentile(ourWork, 0.95), percentile(bareWork, 0.95));
+    return met;
+}
+
+} // namespace
+} // namespace corvane::bench
+
+/// The argument is a file that becomes a workspaces file with what was measured.
+int main(int argc, char** argv) {
+    using namespace corvane;
+    qputenv("QT_QUICK_BACKEND", "software");
+    prepareApplication();
+    QApplication application(argc, argv);
+    nameApplication(application);
+    const auto workspaces = bench::sampleWorkspaces(bench::workspaceCount, bench::resourcesEach);
+    if (argc > 1) std::ofstream(argv[1]) << encodeWorkspaces(workspaces);
+    return bench::compare(workspaces) ? 0 : 1;
+}

@@ -1,0 +1,11 @@
+import QtQuick
+import Corvane
+
+// What a collapsed card shows of a workspace with no resources.
+BodyText {
+    padding: 24
+    horizontalAlignment: Text.AlignHCenter
+    text: "No resources configured"
+    font.pixelSize: 14
+    color: Theme.gray
+}

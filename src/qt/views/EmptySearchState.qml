@@ -1,0 +1,7 @@
+import QtQuick
+import Corvane
+
+EmptyState {
+    symbol: "magnifyingglass"
+    title: "No Results Found"
+}
