@@ -74,13 +74,25 @@ std::vector<AppChip> ResourceManagement::chipsOf(const Resource& resource) const
     if (resource.type == ResourceType::application || resource.type == ResourceType::separator) {
         return chips;
     }
-    const auto add = [&](const std::string& appName, bool isDefault) {
-        chips.push_back({appName, isDefault, appIconForName(appName, platform_).value_or("")});
-    };
-    if (const auto appName = store_.appNameForResource(resource)) add(*appName, true);
+    const auto icon = [&](const std::string& name) { return appIconForName(name, platform_); };
+    if (const auto appName = store_.appNameForResource(resource)) {
+        auto found = icon(*appName);
+        if (!found) found = openerIcon(resource);
+        chips.push_back({*appName, true, found.value_or("")});
+    }
     for (const auto& appName : resource.associatedApps)
-        add(appName, false);
+        chips.push_back({appName, false, icon(appName).value_or("")});
     return chips;
+}
+
+/// Of the names that stand for the desktop's file manager and browser, no application need have
+/// one.
+std::optional<std::string> ResourceManagement::openerIcon(const Resource& resource) const {
+    const auto url = resource.type == ResourceType::folder
+                         ? std::optional(Url::fromPath(resource.path + "/"))
+                         : Url::parse(resource.path);
+    const auto opener = url ? platform_.applications.urlForApplicationToOpen(*url) : std::nullopt;
+    return opener ? platform_.fileIcons.iconForFile(opener->path()) : std::nullopt;
 }
 
 void ResourceManagement::addSeparator() {

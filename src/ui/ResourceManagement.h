@@ -82,6 +82,7 @@ private:
     const Resource* resourceAt(std::size_t index) const;
     Url meantBy(const Url& dropped) const;
     std::vector<AppChip> chipsOf(const Resource& resource) const;
+    std::optional<std::string> openerIcon(const Resource& resource) const;
 
     const Uuid workspaceId_;
     WorkspaceStore& store_;

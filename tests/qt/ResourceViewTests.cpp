@@ -48,14 +48,12 @@ protected:
 
 TEST_F(ResourceViews, aRowHasWhatCanBeDoneWithItsResource) {
     open({{"note.txt", file}, {"Part", separator}, {"Pad.app", application}});
-    EXPECT_TRUE(interface.press("Launch note.txt"));
-    EXPECT_TRUE(interface.shows("Stop note.txt"));
     EXPECT_TRUE(interface.press("Enabled - Resource will launch/quit with workspace", "note.txt"));
     EXPECT_TRUE(interface.shows("Disabled : Excluded from being opened/quit"));
     EXPECT_TRUE(interface.shows("Disabled - Resource will be ignored when workspace starts"));
+    EXPECT_TRUE(interface.press("Launch note.txt"));
     EXPECT_TRUE(interface.press("Stop note.txt"));
     EXPECT_TRUE(interface.shows("Launch note.txt"));
-
     EXPECT_FALSE(interface.press("Add App", "Pad.app"));
     EXPECT_TRUE(interface.press("Add App", "note.txt"));
     EXPECT_TRUE(interface.press("Add App", "note.txt"));
@@ -96,22 +94,14 @@ TEST_F(ResourceViews, aDragIsTakenByTheListOrByARow) {
     interface.drag(files, "b");
     EXPECT_EQ(stored(), "a:file b:file note.txt:file Pictures:folder Pad:application ");
     EXPECT_EQ(resources().back().path, "/Applications/Pad.app");
-    const struct {
-        const char* text;
-        const char* target;
-        const char* first;
-    } texts[]{{"1", "a", "b"}, {"7", "a", "b"}, {"word", "a", "b"}, {"0", "Resources", "b"}};
-    for (const auto& [text, target, first] : texts) {
-        QMimeData row;
-        row.setText(text);
-        interface.drag(row, target);
-        EXPECT_EQ(resources().front().name, first) << text;
-        EXPECT_EQ(resources().size(), 5u);
-    }
+    QMimeData row;
+    row.setText("1");
+    interface.drag(row, "Resources");
+    interface.drag(row, "a");
     QMimeData page;
     page.setUrls({QUrl("https://site.test/")});
     interface.drag(page, "Resources");
-    EXPECT_EQ(resources().size(), 5u);
+    EXPECT_EQ(stored(), "b:file a:file note.txt:file Pictures:folder Pad:application ");
 }
 
 TEST_F(ResourceViews, theAddSheetFollowsItsType) {

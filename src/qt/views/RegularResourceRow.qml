@@ -42,7 +42,8 @@ Item {
                 spacing: 8
 
                 BodyText {
-                    Layout.maximumWidth: layout.width - 330
+                    Layout.fillWidth: true
+                    Layout.maximumWidth: Math.ceil(implicitWidth)
                     text: content.row.name
                     elide: Text.ElideRight
                     maximumLineCount: 1

@@ -38,6 +38,8 @@ Item {
             id: title
 
             visible: !content.isEditing
+            Layout.fillWidth: true
+            Layout.maximumWidth: Math.ceil(implicitWidth)
             text: content.row.separatorTitle
             focusPolicy: Qt.StrongFocus
             Accessible.role: Accessible.Button
@@ -80,6 +82,7 @@ Item {
         }
         Rectangle {
             Layout.fillWidth: true
+            Layout.minimumWidth: 40
             implicitHeight: 1
             color: Theme.faded(Theme.secondaryLabel, 0.3)
         }
