@@ -133,7 +133,7 @@ inline std::vector<std::string> windowManager() {
     return text::split(chosen && *chosen ? chosen : "openbox", ' ');
 }
 
-/// An X server of its own with a window manager.
+/// An X server and a session bus of its own, with a window manager.
 class DisplayTest : public testing::Test {
 protected:
     void SetUp() override {
@@ -151,6 +151,12 @@ protected:
 
     virtual bool serverTellsProcesses() const { return true; }
     void startServer(const std::string& screen) {
+        // Where there is none, programs start one that stays.
+        std::filesystem::remove(place("bus"));
+        place("runtime/any");
+        bus_.emplace(std::vector<std::string>{"dbus-daemon", "--session", "--nofork", "--nopidfile",
+                                              "--address=" + busAddress()});
+        ASSERT_TRUE(comesTrue([] { return std::filesystem::exists(place("bus")); }));
         int ends[2];
         ASSERT_EQ(pipe2(ends, 0), 0);
         std::vector<std::string> command{
@@ -164,6 +170,7 @@ protected:
         close(ends[0]);
         display_.emplace("DISPLAY", ":" + std::to_string(std::atoi(number)));
     }
+    static std::string busAddress() { return "unix:path=" + place("bus"); }
     void startManager(const std::vector<std::string>& command) {
         manager_.emplace(command);
         probe_.emplace();
@@ -191,6 +198,10 @@ protected:
         return comesTrue([&] { return running_.list().size() == count; });
     }
 
+    std::optional<Program> bus_;
+    ScopedVariable address_{"DBUS_SESSION_BUS_ADDRESS", busAddress()};
+    ScopedVariable accessibilityBridge_{"NO_AT_BRIDGE", "1"};
+    ScopedVariable settings_{"GSETTINGS_BACKEND", "memory"};
     std::optional<Program> server_;
     std::optional<ScopedVariable> display_;
     std::optional<Program> manager_;

@@ -49,7 +49,14 @@ public:
                                              "inode/directory=test.files.desktop\n"
                                              "x-scheme-handler/http=test.web.desktop\n");
     }
-    void TearDown() override { fs::remove_all(root); }
+    /// What a session's services write last may come while they go.
+    void TearDown() override {
+        EXPECT_TRUE(comesTrue([] {
+            std::error_code error;
+            fs::remove_all(root, error);
+            return !error;
+        }));
+    }
 };
 
 const auto* const environment = testing::AddGlobalTestEnvironment(new Environment);

@@ -25,20 +25,12 @@ inline std::string frameText(double x, double y, double width, double height) {
 /// A display of 1440 by 900 pixels with a window manager, and the seam's view of it.
 class WindowsTest : public DisplayTest {
 protected:
-    void SetUp() override { start(windowManager()); }
+    void SetUp() override { start({"openbox"}); }
 
     void start(const std::vector<std::string>& manager) {
-        // Where there is none, programs start one that stays.
-        std::filesystem::remove(place("bus"));
-        place("runtime/any");
-        bus_.emplace(std::vector<std::string>{"dbus-daemon", "--session", "--nofork", "--nopidfile",
-                                              "--address=" + busAddress()});
-        ASSERT_TRUE(comesTrue([] { return std::filesystem::exists(place("bus")); }));
         startServer("1440x900x24");
         startManager(manager);
     }
-    static std::string busAddress() { return "unix:path=" + place("bus"); }
-
     /// The frame of a window as the list has it, or "none".
     std::string listed(xcb_window_t window) {
         const auto windows = list_.onScreenWindows();
@@ -82,10 +74,6 @@ protected:
         return windows && !windows->empty() ? windows->front() : AccessibilityWindow{};
     }
 
-    std::optional<Program> bus_;
-    ScopedVariable address_{"DBUS_SESSION_BUS_ADDRESS", busAddress()};
-    ScopedVariable accessibilityBridge_{"NO_AT_BRIDGE", "1"};
-    ScopedVariable settings_{"GSETTINGS_BACKEND", "memory"};
     x11::Connection connection_;
     LinuxDisplays displays_{connection_};
     LinuxWindowList list_{connection_, running_};

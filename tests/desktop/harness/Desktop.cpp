@@ -97,6 +97,9 @@ void Desktop::prepareHome() const {
                                              "text/html=firefox-esr.desktop\n"
                                              "x-scheme-handler/http=firefox-esr.desktop\n"
                                              "x-scheme-handler/https=firefox-esr.desktop\n");
+    // These bring trays of their own, in which the program would stay.
+    writeFile(home(".icewm/preferences"), "ShowTaskBar=0\n");
+    writeFile(home(".fluxbox/init"), "session.screen0.toolbar.tools: clock\n");
     writeFile(home(".mozilla/firefox/profiles.ini"), "[General]\nStartWithLastProfile=1\n"
                                                      "[Profile0]\nName=default\nIsRelative=1\n"
                                                      "Path=default\nDefault=1\n");
