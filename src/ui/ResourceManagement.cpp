@@ -53,6 +53,7 @@ std::vector<ResourceRow> ResourceManagement::rows() const {
     const auto* found = workspace();
     if (!found) return rows;
     const auto running = store_.runningResources->find(workspaceId_);
+    Icons icons;
     for (const auto& resource : found->resources) {
         const bool isApplication = resource.type == ResourceType::application;
         rows.push_back({.id = resource.id,
@@ -64,17 +65,22 @@ std::vector<ResourceRow> ResourceManagement::rows() const {
                         .enabled = resource.enabled,
                         .isRunning = running != store_.runningResources->end() &&
                                      running->second.contains(resource.id),
-                        .chips = chipsOf(resource)});
+                        .chips = chipsOf(resource, icons)});
     }
     return rows;
 }
 
-std::vector<AppChip> ResourceManagement::chipsOf(const Resource& resource) const {
+std::vector<AppChip> ResourceManagement::chipsOf(const Resource& resource, Icons& icons) const {
     std::vector<AppChip> chips;
     if (resource.type == ResourceType::application || resource.type == ResourceType::separator) {
         return chips;
     }
-    const auto icon = [&](const std::string& name) { return appIconForName(name, platform_); };
+    // A look-up may go through everything that runs, and many rows share the name of a browser.
+    const auto icon = [&](const std::string& name) {
+        const auto [found, isNew] = icons.try_emplace(name);
+        if (isNew) found->second = appIconForName(name, platform_);
+        return found->second;
+    };
     if (const auto appName = store_.appNameForResource(resource)) {
         auto found = icon(*appName);
         if (!found) found = openerIcon(resource);

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <set>
@@ -81,7 +82,9 @@ private:
     const Workspace* workspace() const;
     const Resource* resourceAt(std::size_t index) const;
     Url meantBy(const Url& dropped) const;
-    std::vector<AppChip> chipsOf(const Resource& resource) const;
+    /// What was looked up already for the rows that are being made, by name.
+    using Icons = std::map<std::string, std::optional<std::string>>;
+    std::vector<AppChip> chipsOf(const Resource& resource, Icons& icons) const;
     std::optional<std::string> openerIcon(const Resource& resource) const;
 
     const Uuid workspaceId_;

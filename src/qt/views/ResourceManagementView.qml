@@ -101,24 +101,21 @@ Item {
                     }
                 }
             }
-            EmptyResources {
+            EmptyResourcesView {
                 visible: view.resources.count === 0
                 width: parent.width
             }
         }
-        DropOverlay {
+        RedDropTargetOverlay {
             anchors.fill: parent
             visible: view.resources.isDropTarget
-            radius: 12
-            tint: "#FF3B30"
-            border.width: 3
         }
     }
 
     Component {
         id: addSheet
 
-        AddResourceSheetView {}
+        AddResourceSheet {}
     }
     Connections {
         target: view.resources

@@ -26,14 +26,14 @@ Item {
     Accessible.role: Accessible.ListItem
     Accessible.name: name
 
-    RegularResourceRow {
+    RegularResourceRowContent {
         id: regular
 
         visible: !row.isSeparator
         width: parent.width
         row: row
     }
-    SeparatorRow {
+    SeparatorRowContent {
         id: separator
 
         visible: row.isSeparator
@@ -60,12 +60,15 @@ Item {
                 drop.accept(drop.source ? Qt.MoveAction : Qt.CopyAction);
         }
     }
-    DropOverlay {
+    Rectangle {
+        readonly property color tint: "#0A7AFF"
+
         anchors.fill: parent
         anchors.margins: row.inset
         visible: row.isRowTarget
         radius: 8
-        tint: "#0A7AFF"
+        color: Theme.faded(tint, 0.1)
         border.width: 2
+        border.color: tint
     }
 }

@@ -130,7 +130,7 @@ Item {
                 }
                 ThemedSwitch {
                     scale: 0.8
-                    tint: Theme.dark ? "#2E9E47" : "#2B9A45"
+                    tint: Theme.greenFill
                     isOn: content.row.isEnabled
                     tooltip: content.row.enabledTooltip
                     Accessible.name: content.row.enabledTooltip
