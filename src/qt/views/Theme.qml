@@ -73,7 +73,9 @@ QtObject {
         ["#2F7DF0", "#2FB8D6"]
     ]
 
-    function mixed(light: color, dark: color): color {
+    function mixed(lightName: string, darkName: string): color {
+        const light = Qt.color(lightName);
+        const dark = Qt.color(darkName);
         if (darkness <= 0)
             return light;
         if (darkness >= 1)
