@@ -50,6 +50,26 @@ TEST_F(ResourceList, rowsShowTheirApplications) {
     EXPECT_EQ(chips(3), "");
 }
 
+TEST_F(ResourceList, anIconIsFoundByThePathThenTheIdentifierThenWhatRuns) {
+    desktop.install({.path = "/System/Applications/Utilities/Disk.app", .icon = "disk"});
+    desktop.install({.path = "/x/Quill.app", .bundleIdentifier = "example.quill", .icon = "quill"});
+    desktop.install({.path = "/x/Files.app", .icon = "files"});
+    desktop.running = {{.processIdentifier = 1, .bundleURL = Url::fromPath("/x/Files.app")},
+                       {.processIdentifier = 2, .localizedName = "Quill Pro"},
+                       {.localizedName = "Quill Pro", .bundleURL = Url::fromPath("/x/Quill.app")}};
+    for (const auto& [name, icon] : std::map<std::string, std::string>{{"Disk", "disk"},
+                                                                       {"example.quill", "quill"},
+                                                                       {"ll pr", "quill"},
+                                                                       {"My Quill Pro", "quill"},
+                                                                       {"Other", ""}}) {
+        EXPECT_EQ(appIconForName(name, scene.platform).value_or(""), icon) << name;
+    }
+    desktop.files.directories.insert("/folder");
+    desktop.defaultHandlers["/"] = "/x/Files.app";
+    store.addResource(scene.resource("f", "/folder", folder), work.id);
+    EXPECT_EQ(list.rows().back().chips.front().icon, "files") << "of what opens the folder";
+}
+
 TEST_F(ResourceList, aStrayRowChangesNothing) {
     const int saves = scene.saves();
     list.removeRow(9);
