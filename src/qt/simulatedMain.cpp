@@ -58,13 +58,20 @@ std::vector<Workspace> workspaces(const Platform& platform) {
     writing.resources = {
         resource("plan.md", "/home/user/Documents/plan.md", ResourceType::file),
         resource("Postbox", "/Applications/Postbox.app", ResourceType::application),
-        resource("Style guide", "https://example.org/style", ResourceType::url)};
+        resource("Guide", "https://example.org/style", ResourceType::url),
+        resource("Letters", "/home/user/Pictures", ResourceType::folder),
+        resource("Count", "/home/user|wc -w Documents/plan.md", ResourceType::terminal),
+        resource("Quill", "/Applications/Quill.app", ResourceType::application),
+        resource("Words", "https://example.org/words", ResourceType::url),
+        resource("Map", "https://example.org/map", ResourceType::url),
+        resource("Archive", "/home/user/Pictures", ResourceType::folder)};
+    writing.resources[1].launchOnStart = true;
     auto accounts = makeWorkspace("Accounts", "", "chart.bar", now);
     accounts.resources = {
         resource("budget.csv", "/home/user/Documents/budget.csv", ResourceType::file),
         resource("Lost ledger", "/home/user/Documents/lost.csv", ResourceType::file)};
     auto design = makeWorkspace("Design", "Pictures for the autumn brochure", "paintbrush", now);
-    design.resources = {resource("Pictures", "/home/user/Pictures", ResourceType::folder),
+    design.resources = {resource("Pictures of autumn", "/home/user/Pictures", ResourceType::folder),
                         resource("Easel", "/Applications/Easel.app", ResourceType::application),
                         resource("Render", "/home/user|make pictures", ResourceType::terminal)};
     return {writing, accounts, design, makeWorkspace("Someday", "Still empty", "cloud", now)};

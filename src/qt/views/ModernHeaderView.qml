@@ -38,6 +38,9 @@ Rectangle {
             Layout.fillWidth: true
             text: "Workspace Manager"
             elide: Text.ElideRight
+            // The narrowest window has room for it at 20.
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: 16
             font.pixelSize: Theme.largeTitleSize
             font.weight: Font.DemiBold
         }

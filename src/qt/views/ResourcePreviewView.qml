@@ -24,17 +24,29 @@ Item {
         sourceComponent: EmptyPreviewView {}
     }
     Flickable {
+        id: line
+
         visible: !view.isEmpty
-        anchors.fill: parent
-        contentWidth: chips.width + 2 * 20
+        // Within the outline of the card.
+        x: 1
+        width: parent.width - 2
+        height: parent.height
+        contentWidth: chips.width + 2 * chips.x
         flickableDirection: Flickable.HorizontalFlick
         boundsBehavior: Flickable.StopAtBounds
         clip: contentWidth > width
 
+        // Scrolls to what the keyboard has reached.
+        function reveal(chip: Item) {
+            const left = chip.x;
+            const right = left + chip.width + 2 * chips.x;
+            contentX = Math.min(left, Math.max(contentX, right - width));
+        }
+
         Row {
             id: chips
 
-            x: 20
+            x: 19
             y: 12
             spacing: 8
 
@@ -44,6 +56,10 @@ Item {
                 ResourceChipView {
                     card: view.card
                     resource: view.resources[index]
+                    onVisualFocusChanged: {
+                        if (visualFocus)
+                            line.reveal(this);
+                    }
                 }
             }
             BodyText {
