@@ -2,7 +2,7 @@
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME corvane)
-set(CPACK_PACKAGE_CONTACT "Corvane developers <developers@corvane.app>")
+set(CPACK_PACKAGE_CONTACT "Corvane developers <support@corvane.example>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "workspace manager for the desktop")
 set(CPACK_PACKAGE_DESCRIPTION
 "A workspace is a named, ordered group of what one task needs: applications,
