@@ -143,10 +143,16 @@ TEST_F(Views, theMenuAndTheSheetsChangeTheList) {
 
 TEST_F(Views, theListFollowsTheSearchAndTheStore) {
     interface.open({workspace("Garden"), workspace("Office"), workspace("Garage")});
+    ASSERT_TRUE(interface.press("Resources", "Garage"));
     ASSERT_TRUE(interface.press("Search workspaces..."));
     interface.type("GAR");
     EXPECT_TRUE(interface.shows("Garden") && interface.shows("Garage"));
     EXPECT_FALSE(interface.shows("Office"));
+    for (const char letter : {'D', 'A'}) {
+        interface.type({letter});
+        EXPECT_EQ(interface.shows("Add Resource"), letter == 'A') << "cards keep what they are";
+        interface.key(Qt::Key_Backspace);
+    }
     interface.type(" ");
     EXPECT_TRUE(interface.shows("No Results Found"));
     EXPECT_TRUE(interface.shows("No workspaces match \"GAR \""));
