@@ -13,7 +13,6 @@ Sheet {
     height: 580
     // No key gives up what was typed.
     closePolicy: Popup.NoAutoClose
-    onOpened: nameField.forceActiveFocus(Qt.PopupFocusReason)
     onClosed: {
         sheet.cancel();
         destroy();
@@ -70,6 +69,7 @@ Sheet {
         ThemedTextField {
             id: nameField
 
+            focus: true
             Layout.fillWidth: true
             text: popup.sheet.name
             placeholderText: "Enter a name for this resource"
