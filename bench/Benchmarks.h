@@ -12,6 +12,9 @@ namespace corvane::bench {
 /// every call.
 std::vector<Workspace> sampleWorkspaces(std::size_t count, std::size_t resourcesEach);
 
+/// 1,000 of them with 20 resources each.
+const std::vector<Workspace>& manyWorkspaces();
+
 /// What a benchmark is held against: the medians of two benchmarks of one run.
 struct Comparison {
     std::string what;

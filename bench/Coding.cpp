@@ -13,16 +13,8 @@
 namespace corvane::bench {
 namespace {
 
-constexpr std::size_t workspaceCount = 1000;
-constexpr std::size_t resourcesEach = 20;
-
-const std::vector<Workspace>& workspaces() {
-    static const auto list = sampleWorkspaces(workspaceCount, resourcesEach);
-    return list;
-}
-
 const std::string& file() {
-    static const auto bytes = encodeWorkspaces(workspaces());
+    static const auto bytes = encodeWorkspaces(manyWorkspaces());
     return bytes;
 }
 
@@ -40,7 +32,7 @@ void decodeOurs(benchmark::State& state) {
     const auto platform = desktop.platform();
     for (auto _ : state)
         benchmark::DoNotOptimize(decodeWorkspaces(file(), platform.bundles));
-    if (decodeWorkspaces(file(), platform.bundles) != workspaces())
+    if (decodeWorkspaces(file(), platform.bundles) != manyWorkspaces())
         state.SkipWithError("what was decoded isn't what was encoded");
 }
 
@@ -51,7 +43,7 @@ void decodeReference(benchmark::State& state) {
 
 void encodeOurs(benchmark::State& state) {
     for (auto _ : state)
-        benchmark::DoNotOptimize(encodeWorkspaces(workspaces()));
+        benchmark::DoNotOptimize(encodeWorkspaces(manyWorkspaces()));
 }
 
 void encodeReference(benchmark::State& state) {

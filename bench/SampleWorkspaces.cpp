@@ -112,4 +112,9 @@ std::vector<Workspace> sampleWorkspaces(std::size_t count, std::size_t resources
     return workspaces;
 }
 
+const std::vector<Workspace>& manyWorkspaces() {
+    static const auto list = sampleWorkspaces(1000, 20);
+    return list;
+}
+
 } // namespace corvane::bench

@@ -14,11 +14,6 @@
 namespace corvane::bench {
 namespace {
 
-const std::vector<Workspace>& workspaces() {
-    static const auto list = sampleWorkspaces(1000, 20);
-    return list;
-}
-
 void saveOurs(benchmark::State& state) {
     SimulatedDesktop desktop;
     const auto platform = desktop.platform();
@@ -27,8 +22,8 @@ void saveOurs(benchmark::State& state) {
     WorkspacePersistence persistence(files, platform.bundles, platform.mainQueue, platform.alerts,
                                      platform.panels, platform.clock);
     for (auto _ : state)
-        persistence.saveWorkspaces(workspaces());
-    if (*files.readFile(persistence.workspacesFilePath()) != encodeWorkspaces(workspaces()))
+        persistence.saveWorkspaces(manyWorkspaces());
+    if (*files.readFile(persistence.workspacesFilePath()) != encodeWorkspaces(manyWorkspaces()))
         state.SkipWithError("the file isn't what was saved");
 }
 
@@ -38,7 +33,7 @@ void saveReference(benchmark::State& state) {
     const auto target = files.applicationSupportDirectory() + "/reference.json";
     const auto temporary = target + ".new";
     files.createDirectory(files.applicationSupportDirectory());
-    const auto bytes = encodeWorkspaces(workspaces());
+    const auto bytes = encodeWorkspaces(manyWorkspaces());
     for (auto _ : state) {
         const int file = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
         const bool written =
