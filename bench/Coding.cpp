@@ -56,6 +56,39 @@ void encodeReference(benchmark::State& state) {
     }
 }
 
+void decodeMany(benchmark::State& state, std::size_t count) {
+    SimulatedDesktop desktop;
+    const auto platform = desktop.platform();
+    const auto bytes = encodeWorkspaces(sampleWorkspaces(count, 20));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(decodeWorkspaces(bytes, platform.bundles));
+}
+
+void encodeMany(benchmark::State& state, std::size_t count) {
+    const auto workspaces = sampleWorkspaces(count, 20);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(encodeWorkspaces(workspaces));
+}
+
+/// How the time grows with the number of workspaces. Thrice leaves room for caches; a square would
+/// be ten times.
+template <typename Benchmark>
+std::vector<Comparison> registerGrowth(const std::string& verb, Benchmark run) {
+    std::vector<Comparison> growth;
+    for (const std::size_t count : {10, 100, 1000, 10000}) {
+        const auto name = verb + "/" + std::to_string(count);
+        benchmark::RegisterBenchmark(name.c_str(), run, count);
+        if (count == 10) continue;
+        const auto tenth = std::to_string(count / 10);
+        growth.push_back({.what = verb + " " + std::to_string(count) + " | 10 times " + tenth,
+                          .ours = name,
+                          .reference = verb + "/" + tenth,
+                          .factor = 10,
+                          .allowedRatio = 3});
+    }
+    return growth;
+}
+
 } // namespace
 
 std::vector<Comparison> registerCoding() {
@@ -63,14 +96,18 @@ std::vector<Comparison> registerCoding() {
     benchmark::RegisterBenchmark("decode/reference", decodeReference);
     benchmark::RegisterBenchmark("encode/ours", encodeOurs);
     benchmark::RegisterBenchmark("encode/reference", encodeReference);
-    return {{.what = "decode 1,000 workspaces of 20 resources | bare parse",
-             .ours = "decode/ours",
-             .reference = "decode/reference",
-             .allowedRatio = 2},
-            {.what = "encode them | bare write",
-             .ours = "encode/ours",
-             .reference = "encode/reference",
-             .allowedRatio = 1.5}};
+    std::vector<Comparison> all{{.what = "decode 1,000 workspaces of 20 resources | bare parse",
+                                 .ours = "decode/ours",
+                                 .reference = "decode/reference",
+                                 .allowedRatio = 2},
+                                {.what = "encode them | bare write",
+                                 .ours = "encode/ours",
+                                 .reference = "encode/reference",
+                                 .allowedRatio = 1.5}};
+    for (auto& growth :
+         {registerGrowth("decode", decodeMany), registerGrowth("encode", encodeMany)})
+        all.insert(all.end(), growth.begin(), growth.end());
+    return all;
 }
 
 } // namespace corvane::bench
