@@ -69,6 +69,8 @@ Interface::Interface() : platform(withWindows(desktop, windows)), windows(engine
 
 Interface::~Interface() {
     windows.closeAll();
+    // What a list has put aside may still move, which it can't without the engine.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 void Interface::open(const std::vector<Workspace>& workspaces) {

@@ -20,7 +20,10 @@ QtObject {
             spring: 7
             damping: 0.54
             epsilon: 0.005
-            onStopped: theme.changesOver = false
+            onRunningChanged: {
+                if (!running)
+                    theme.changesOver = false;
+            }
         }
     }
 
