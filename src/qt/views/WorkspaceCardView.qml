@@ -21,6 +21,8 @@ Rectangle {
     required property var chips
     required property string counter
     required property WorkspaceListModel workspaces
+    // Not while it waits for its next workspace.
+    property bool isInUse: true
     // Only what a user changes moves; a card that takes another workspace doesn't.
     property string toggledWorkspace: ""
 
@@ -30,6 +32,7 @@ Rectangle {
     }
 
     implicitHeight: header.height + content.height
+    visible: isInUse
     radius: Theme.radius
     color: Theme.controlBackground
     border.width: 1
@@ -90,7 +93,7 @@ Rectangle {
         Loader {
             id: list
 
-            active: card.isExpanded
+            active: card.isExpanded && card.isInUse
             width: card.width
             sourceComponent: ResourceManagementView {
                 resources: card.workspaces.resourcesOf(card.workspaceId)

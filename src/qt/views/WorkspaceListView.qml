@@ -43,8 +43,8 @@ Item {
             onYChanged: Qt.callLater(list.sortCards)
             // A card that waits for its next workspace isn't there for the keyboard nor for screen
             // readers.
-            ListView.onPooled: visible = false
-            ListView.onReused: visible = true
+            ListView.onPooled: isInUse = false
+            ListView.onReused: isInUse = true
         }
 
         function sortCards() {
