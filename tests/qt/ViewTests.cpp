@@ -179,7 +179,7 @@ TEST_F(Views, theHeaderActsOnTheWholeProgram) {
 }
 
 TEST_F(Views, theKeyboardReachesEveryControlInOrder) {
-    interface.open({workspace("Work"), workspace("Home")});
+    interface.open({workspace("Work"), workspace("Home", {note()})});
     std::string order;
     for (int i = 0; i < 9; ++i) {
         interface.key(Qt::Key_Tab);
@@ -187,9 +187,10 @@ TEST_F(Views, theKeyboardReachesEveryControlInOrder) {
     }
     EXPECT_EQ(order, "Search workspaces...|Switch to Dark Mode|Focus Mode|New Workspace|Settings|"
                      "Start|Resources|More|Start|");
-    interface.key(Qt::Key_Space);
+    interface.key(Qt::Key_Return);
     interface.runFor(2);
     EXPECT_EQ(interface.store().activeWorkspace.get()->name, "Home");
+    EXPECT_EQ(interface.focused(), "Finish");
 }
 
 TEST_F(Views, theKeyboardGoesThroughALongListAndBack) {

@@ -26,8 +26,8 @@ AbstractButton {
     Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.description: isRunning ? "Running" : ""
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
     onClicked: card.workspaces.pressChip(card.index, index)
 
     Behavior on lift {
