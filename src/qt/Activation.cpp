@@ -39,7 +39,8 @@ void askAsPager(xcb_connection_t* display, xcb_window_t window) {
 void activateIgnoringOthers(QWindow& window) {
     window.requestActivate();
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (x11 && x11->connection() && window.handle()) askAsPager(x11->connection(), xcb_window_t(window.winId()));
+    if (x11 && x11->connection() && window.handle())
+        askAsPager(x11->connection(), xcb_window_t(window.winId()));
 }
 
 } // namespace corvane
