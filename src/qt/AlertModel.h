@@ -48,7 +48,7 @@ public:
         emit answered(AlertResponse::firstButton + index, checkboxIsOn);
     }
     /// The window went without a press.
-    Q_INVOKABLE void dismiss() { emit answered(0, false); }
+    Q_INVOKABLE void dismiss(bool checkboxIsOn) { emit answered(0, checkboxIsOn); }
 
 signals:
     void answered(int button, bool checkboxIsOn);

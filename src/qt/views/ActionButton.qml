@@ -4,7 +4,7 @@ import Corvane
 
 // A button with a symbol, or a spinner in its place, and a title: white on its tint, or label on
 // its ground.
-AbstractButton {
+PressButton {
     id: button
 
     property string symbol: ""
@@ -23,13 +23,9 @@ AbstractButton {
 
     implicitHeight: 32
     implicitWidth: contentWidth
-    focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.6
-    Accessible.role: Accessible.Button
     Accessible.name: text !== "" ? text : tooltip
     Accessible.description: tooltip
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
 
     OnDemand {
         parent: button

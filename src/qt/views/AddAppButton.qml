@@ -4,17 +4,12 @@ import QtQuick.Shapes
 import Corvane
 
 // Lets one choose an application for a resource.
-AbstractButton {
+PressButton {
     id: button
 
     implicitWidth: row.implicitWidth + 2 * 8
     implicitHeight: 28
     text: "Add App"
-    focusPolicy: Qt.StrongFocus
-    Accessible.role: Accessible.Button
-    Accessible.name: text
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
 
     contentItem: Item {
         Row {

@@ -16,7 +16,7 @@ Window {
     width: 440
     height: texts.height + 18 + 32 + 2 * margin
     color: Theme.windowBackground
-    onClosing: alert.dismiss()
+    onClosing: alert.dismiss(checkbox.checked)
 
     Item {
         anchors.fill: parent
@@ -25,8 +25,14 @@ Window {
         Accessible.role: Accessible.Dialog
         Accessible.name: window.alert.title
         Keys.onEscapePressed: window.close()
-        Keys.onReturnPressed: window.alert.press(0, checkbox.checked)
-        Keys.onEnterPressed: window.alert.press(0, checkbox.checked)
+        Keys.onReturnPressed: event => pressFirst(event)
+        Keys.onEnterPressed: event => pressFirst(event)
+
+        // Not by a key that is still held down from what led here.
+        function pressFirst(event: KeyEvent) {
+            if (!event.isAutoRepeat)
+                window.alert.press(0, checkbox.checked);
+        }
 
         SymbolText {
             id: mark

@@ -3,7 +3,7 @@ import QtQuick.Controls.Basic
 import Corvane
 
 // One symbol among those that one can be picked from.
-AbstractButton {
+PressButton {
     id: tile
 
     required property string symbol
@@ -11,7 +11,6 @@ AbstractButton {
 
     width: 28
     height: 28
-    focusPolicy: Qt.StrongFocus
     Accessible.role: Accessible.RadioButton
     Accessible.name: symbol
     Accessible.checkable: true

@@ -27,12 +27,10 @@ Rectangle {
         }
         spacing: 12
 
-        GradientTile {
+        Drawing {
             implicitWidth: 48
             implicitHeight: 48
-            radius: Theme.radius
-            symbol: "rectangle.3.group"
-            symbolSize: 28
+            source: ":/data/mac.svg"
         }
         BodyText {
             Layout.fillWidth: true

@@ -20,7 +20,7 @@ Rectangle {
         Repeater {
             model: side.panel.shortcuts
 
-            AbstractButton {
+            PressButton {
                 id: place
 
                 required property int index
@@ -30,11 +30,6 @@ Rectangle {
                 width: parent.width
                 height: 30
                 text: modelData.title
-                focusPolicy: Qt.StrongFocus
-                Accessible.role: Accessible.Button
-                Accessible.name: text
-                Keys.onReturnPressed: clicked()
-                Keys.onEnterPressed: clicked()
                 onClicked: side.panel.goToShortcut(index)
 
                 contentItem: Item {

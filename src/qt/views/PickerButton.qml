@@ -3,17 +3,12 @@ import QtQuick.Controls.Basic
 import Corvane
 
 // Shows the path that was picked, and lets one pick another.
-AbstractButton {
+PressButton {
     id: button
 
     required property string symbol
 
     implicitHeight: 34
-    focusPolicy: Qt.StrongFocus
-    Accessible.role: Accessible.Button
-    Accessible.name: text
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
 
     contentItem: Item {
         SymbolText {

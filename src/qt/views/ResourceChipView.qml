@@ -4,7 +4,7 @@ import Corvane
 
 // One resource: a press launches it, or stops it while it runs. Where there is none for it, it is
 // kept for the next workspace of its card.
-AbstractButton {
+PressButton {
     id: chip
 
     required property int index
@@ -20,14 +20,9 @@ AbstractButton {
     implicitHeight: Theme.chipHeight
     visible: resource !== undefined
     text: resource ? resource.name : ""
-    focusPolicy: Qt.StrongFocus
     scale: 1 + 0.02 * lift
     opacity: down ? 0.75 : 1
-    Accessible.role: Accessible.Button
-    Accessible.name: text
     Accessible.description: isRunning ? "Running" : ""
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
     onClicked: card.workspaces.pressChip(card.index, index)
 
     Behavior on lift {
@@ -42,7 +37,7 @@ AbstractButton {
 
         ThemedToolTip {
             // Asked for when it is needed, as the answer takes a look at the installed applications.
-            text: chip.card.workspaces.chipTooltip(chip.card.index, chip.index)
+            text: chip.resource ? chip.card.workspaces.chipTooltip(chip.card.index, chip.index) : ""
             visible: true
         }
     }
@@ -98,7 +93,8 @@ AbstractButton {
         width: 12
         height: parent.height
         symbol: chip.isRunning ? "stop.fill" : "play.fill"
-        size: 12
+        // The symbols fill three quarters of the square that their font gives them.
+        size: 16
         color: Theme.faded(chip.isRunning ? Theme.red : chip.hovered ? Theme.blue : Theme.secondaryLabel, 0.7 + 0.3 * chip.lift)
         scale: 1 + 0.1 * chip.lift
     }

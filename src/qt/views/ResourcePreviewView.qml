@@ -35,6 +35,9 @@ Item {
         flickableDirection: Flickable.HorizontalFlick
         boundsBehavior: Flickable.StopAtBounds
         clip: contentWidth > width
+        // Another workspace is seen from its first chip on.
+        readonly property string workspace: view.card.workspaceId
+        onWorkspaceChanged: contentX = 0
 
         // Scrolls to what the keyboard has reached.
         function reveal(chip: Item) {

@@ -3,7 +3,7 @@ import QtQuick.Controls.Basic
 import Corvane
 
 // The tile of one type.
-AbstractButton {
+PressButton {
     id: tile
 
     required property var modelData
@@ -12,13 +12,9 @@ AbstractButton {
     implicitWidth: 130
     implicitHeight: 80
     text: modelData.title
-    focusPolicy: Qt.StrongFocus
     Accessible.role: Accessible.RadioButton
-    Accessible.name: text
     Accessible.checkable: true
     Accessible.checked: isSelected
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
 
     contentItem: Item {
         Column {

@@ -34,18 +34,13 @@ Item {
             implicitHeight: 1
             color: Theme.faded(Theme.secondaryLabel, 0.3)
         }
-        AbstractButton {
+        PressButton {
             id: title
 
             visible: !content.isEditing
             Layout.fillWidth: true
             Layout.maximumWidth: Math.ceil(implicitWidth)
             text: content.row.separatorTitle
-            focusPolicy: Qt.StrongFocus
-            Accessible.role: Accessible.Button
-            Accessible.name: text
-            Keys.onReturnPressed: clicked()
-            Keys.onEnterPressed: clicked()
             onClicked: {
                 field.text = content.row.name;
                 content.isEditing = true;

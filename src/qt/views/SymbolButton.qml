@@ -3,7 +3,7 @@ import QtQuick.Controls.Basic
 import Corvane
 
 // A symbol that can be pressed, named by its tooltip.
-AbstractButton {
+PressButton {
     id: button
 
     required property string symbol
@@ -15,11 +15,7 @@ AbstractButton {
 
     implicitWidth: 24
     implicitHeight: 24
-    focusPolicy: Qt.StrongFocus
-    Accessible.role: Accessible.Button
     Accessible.name: tooltip
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
 
     ThemedToolTip {
         text: button.tooltip

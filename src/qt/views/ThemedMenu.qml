@@ -4,6 +4,9 @@ import Corvane
 
 Menu {
     padding: 5
+    // A press beside it only closes it, and nothing below scrolls away from it.
+    modal: true
+    dim: false
 
     background: Rectangle {
         implicitWidth: 160

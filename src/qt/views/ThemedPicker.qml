@@ -3,7 +3,7 @@ import QtQuick.Controls.Basic
 import Corvane
 
 // One of a few values, from a menu.
-AbstractButton {
+PressButton {
     id: picker
 
     required property list<string> titles
@@ -15,11 +15,8 @@ AbstractButton {
     signal picked(value: string)
 
     implicitHeight: 28
-    focusPolicy: Qt.StrongFocus
     Accessible.role: Accessible.ComboBox
     Accessible.description: titles[current]
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
     onClicked: menu.open()
 
     contentItem: Item {

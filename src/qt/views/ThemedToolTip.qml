@@ -8,9 +8,12 @@ ToolTip {
 
     delay: 600
     padding: 7
+    width: Math.min(implicitWidth, 420)
 
     contentItem: Text {
         text: tip.text
+        textFormat: Text.PlainText
+        wrapMode: Text.Wrap
         font.pixelSize: 12
         color: Theme.label
         Accessible.ignored: true

@@ -3,7 +3,7 @@ import QtQuick.Controls.Basic
 import Corvane
 
 // A row that acts when pressed.
-AbstractButton {
+PressButton {
     id: button
 
     required property string symbol
@@ -13,12 +13,8 @@ AbstractButton {
 
     width: parent ? parent.width : 0
     text: title
-    focusPolicy: Qt.StrongFocus
-    Accessible.role: Accessible.Button
     Accessible.name: title
     Accessible.description: subtitle
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
 
     contentItem: SettingsRow {
         icon: button.symbol

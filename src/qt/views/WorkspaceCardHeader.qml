@@ -31,25 +31,21 @@ Item {
         }
         height: name.height + (description.visible ? 2 + description.height : 0)
 
-        BodyText {
+        ElidedText {
             id: name
 
             width: parent.width
             text: header.card.name
-            elide: Text.ElideRight
-            maximumLineCount: 1
             font.pixelSize: Theme.titleSize
             font.weight: Font.DemiBold
         }
-        BodyText {
+        ElidedText {
             id: description
 
             anchors.bottom: parent.bottom
             width: parent.width
             visible: text !== ""
             text: header.card.description
-            elide: Text.ElideRight
-            maximumLineCount: 1
             font.pixelSize: Theme.captionSize
             color: Theme.secondaryLabel
         }

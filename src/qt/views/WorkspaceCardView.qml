@@ -31,6 +31,7 @@ Rectangle {
         workspaces.toggleExpanded(index);
     }
 
+    onWorkspaceIdChanged: toggledWorkspace = ""
     implicitHeight: header.height + content.height
     visible: isInUse
     radius: Theme.radius
