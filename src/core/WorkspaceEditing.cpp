@@ -136,17 +136,22 @@ void WorkspaceStore::renameResource(const Uuid& resourceId, std::string newName,
                  [&](Resource& resource) { resource.name = std::move(newName); });
 }
 
+bool WorkspaceStore::acceptsPath(const Url& url) {
+    const bool isText = text::isValidUtf8(url.path());
+    if (!isText) {
+        showInfoAlert("Name Not Supported",
+                      "'" + text::replacingInvalidUtf8(url.lastPathComponent()) +
+                          "' can't be added, since its path isn't valid UTF-8 text.");
+    }
+    return isText;
+}
+
 void WorkspaceStore::addResourceFromURL(const Url& url, const Uuid& workspaceId) {
     const auto extension = url.pathExtension();
     diagnostic({"addResourceFromURL called with URL: ", url.path()});
     diagnostic({"URL pathExtension: '", extension, "'"});
     diagnostic({"URL hasDirectoryPath: ", url.hasDirectoryPath() ? "true" : "false"});
-    if (!text::isValidUtf8(url.path())) {
-        showInfoAlert("Name Not Supported",
-                      "'" + text::replacingInvalidUtf8(url.lastPathComponent()) +
-                          "' can't be added, since its path isn't valid UTF-8 text.");
-        return;
-    }
+    if (!acceptsPath(url)) return;
     const bool isAccessing = platform_.bookmarks.startAccessing(url);
     const auto type = extension.empty() && url.hasDirectoryPath() ? ResourceType::folder
                       : extension == "app"                        ? ResourceType::application

@@ -90,8 +90,9 @@ public:
     void removeAssociatedApp(const Uuid& resourceId, const std::string& appName,
                              const Uuid& workspaceId);
     void renameResource(const Uuid& resourceId, std::string newName, const Uuid& workspaceId);
-    /// Makes a resource of a dropped or chosen file. A path that isn't UTF-8 can't be stored: an
-    /// alert says so.
+    /// Whether the path of a file can be stored. One that isn't UTF-8 can't, and an alert says so.
+    bool acceptsPath(const Url& url);
+    /// Makes a resource of a dropped or chosen file whose path can be stored.
     void addResourceFromURL(const Url& url, const Uuid& workspaceId);
 
     // Import and export, by dialogues that end before these return.

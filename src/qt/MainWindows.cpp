@@ -194,6 +194,10 @@ int MainWindows::openOnboardingWindow(const std::string& title, const Rect& cont
         makeWindow(engine_, "OnboardingWindow", {{"tour", QVariant::fromValue(&tour.model)}});
     tour.view->setTitle(QString::fromStdString(title));
     center(*tour.view, content);
+    // At once, as the program may be on its way out.
+    connect(tour.view.get(), &QWindow::visibleChanged, this, [&tour](bool isVisible) {
+        if (!isVisible) tour.windowWillClose();
+    });
     follow(*tour.view, identifier);
     makeKeyAndOrderFront(identifier);
     return identifier;
@@ -210,8 +214,6 @@ void MainWindows::follow(QQuickWindow& window, int identifier) {
 }
 
 void MainWindows::close(int identifier) {
-    if (const auto tour = tours_.find(identifier); tour != tours_.end())
-        tour->second->windowWillClose();
     std::erase_if(windows_, [&](const auto& window) { return window->identifier == identifier; });
     emptyWindows_.erase(identifier);
     // With no status item nothing would lead back to the program.

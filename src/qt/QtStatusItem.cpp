@@ -16,11 +16,14 @@ bool looksLike(const MenuItem& a, const MenuItem& b) {
            a.image == b.image && a.isSeparator == b.isSeparator;
 }
 
-/// An ampersand would mark the letter behind it; so would an underscore where the menu goes over
-/// the bus, for which the toolkit doesn't care.
+/// An ampersand would mark the letter behind it. Where the menu goes over the bus an underscore
+/// does so, and the toolkit makes one of the first ampersand alone.
 QString menuText(const std::string& title, bool goesOverBus) {
-    auto text = QString::fromStdString(title).replace('&', "&&");
-    return goesOverBus ? text.replace('_', "__") : text;
+    auto text = QString::fromStdString(title);
+    if (!goesOverBus) return text.replace('&', "&&");
+    text.replace('_', "__");
+    if (const auto first = text.indexOf('&'); first >= 0) text.insert(first, '&');
+    return text;
 }
 
 } // namespace

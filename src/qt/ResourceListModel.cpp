@@ -14,7 +14,10 @@ namespace {
 DropInfo dropInfo(const QList<QUrl>& urls, bool hasText = false, const QString& text = {}) {
     DropInfo info;
     for (const auto& url : urls) {
-        if (url.isLocalFile()) info.fileUrls.push_back(url.toEncoded().toStdString());
+        if (!url.isLocalFile()) continue;
+        // The toolkit leaves these two as they are, which no address may hold in its path.
+        const auto encoded = url.toEncoded().replace('[', "%5B").replace(']', "%5D");
+        info.fileUrls.push_back(encoded.toStdString());
     }
     if (hasText) info.text = text.toStdString();
     return info;

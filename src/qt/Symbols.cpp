@@ -17,7 +17,7 @@ constexpr char16_t neutralGlyph = u'\ue3c6';
 /// In the order of the names.
 constexpr Symbol symbols[]{
     {QLatin1StringView("app"), u'\ue5c3'},
-    {QLatin1StringView("app.badge"), u'\ue5c3'},
+    {QLatin1StringView("app.badge"), u'\ue8b9'},
     {QLatin1StringView("app.badge.checkmark"), u'\uef76'},
     {QLatin1StringView("app.icon"), u'\ue5c3'},
     {QLatin1StringView("arrow.clockwise"), u'\ue5d5'},
@@ -67,7 +67,7 @@ constexpr Symbol symbols[]{
     {QLatin1StringView("headphones"), u'\uf01f'},
     {QLatin1StringView("heart"), u'\ue87d'},
     {QLatin1StringView("house"), u'\ue88a'},
-    {QLatin1StringView("info.circle"), u'\ue88e'},
+    {QLatin1StringView("info.circle"), u'\ue88f'},
     {QLatin1StringView("ipad"), u'\ue331'},
     {QLatin1StringView("iphone"), u'\ue325'},
     {QLatin1StringView("key"), u'\ue0da'},

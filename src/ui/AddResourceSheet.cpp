@@ -27,11 +27,10 @@ PanelContent contentOf(ResourceType type) {
     }
 }
 
-/// The host, which between "//" and nothing is the empty text; else the whole address.
-std::string nameFrom(const Url& url) {
-    const auto& address = url.absoluteString();
-    const bool hasHost = address.substr(address.find(':') + 1).starts_with("//");
-    return hasHost ? url.host() : address;
+/// The host, which after a last "//" is the empty text; else what was typed.
+std::string nameFrom(const Url& url, const std::string& typed) {
+    const auto host = url.host();
+    return host.empty() && !url.absoluteString().ends_with("//") ? typed : host;
 }
 
 } // namespace
@@ -53,7 +52,7 @@ void AddResourceSheet::setPath(const std::string& text) {
         return;
     }
     const auto url = Url::parse(text.starts_with("http") ? text : "https://" + text);
-    if (url) resourceName = nameFrom(*url);
+    if (url) resourceName = nameFrom(*url, text);
 }
 
 void AddResourceSheet::pick() {
@@ -66,6 +65,7 @@ void AddResourceSheet::pick() {
 }
 
 void AddResourceSheet::takePicked(const Url& url) {
+    if (!store_.acceptsPath(url)) return;
     resourcePath = url.path();
     if (resourceName->empty()) resourceName = path::stem(url.path());
 }

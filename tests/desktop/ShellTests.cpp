@@ -90,11 +90,11 @@ protected:
 TEST_F(Shell, theTrayStartsAndFinishesAWorkspaceAndLeadsBackToTheWindow) {
     const auto notifications = desktop.start({"dunst", "-print"});
     std::optional<TrayHost> tray(desktop.busAddress());
-    startWithOneNote("R&D <new_1>");
+    startWithOneNote("R&D & Co <new_1>");
     ASSERT_TRUE(hasWindow());
     EXPECT_TRUE(comesTrue([&] {
         return tray->shownMenu() == "(Corvane Workspaces)|-|Show App Window|Help & Tips|-|"
-                                    "R&D <new_1>     ▶|-|[ ] Focus Mode|Quit All Apps|-|"
+                                    "R&D & Co <new_1>     ▶|-|[ ] Focus Mode|Quit All Apps|-|"
                                     "Quit Corvane";
     })) << tray->shownMenu();
     EXPECT_EQ(tray->toolTip(), "Corvane - Workspace Manager");
@@ -102,15 +102,15 @@ TEST_F(Shell, theTrayStartsAndFinishesAWorkspaceAndLeadsBackToTheWindow) {
 
     ASSERT_TRUE(tray->press("R&D"));
     EXPECT_TRUE(opens("mousepad", "note.txt"));
-    EXPECT_TRUE(isTold("'Starting 'R&amp;D &lt;new_1&gt;'...'"));
+    EXPECT_TRUE(isTold("'Starting 'R&amp;D &amp; Co &lt;new_1&gt;'...'"));
     ASSERT_TRUE(closesAndStays());
-    ASSERT_TRUE(tray->press("R&D <new_1>     ⏹"));
+    ASSERT_TRUE(tray->press("R&D & Co <new_1>     ⏹"));
     EXPECT_TRUE(comesTrue([&] { return desktop.processes("mousepad").empty(); }));
-    EXPECT_TRUE(isTold("'Stopping 'R&amp;D &lt;new_1&gt;'...'"));
+    EXPECT_TRUE(isTold("'Stopping 'R&amp;D &amp; Co &lt;new_1&gt;'...'"));
     EXPECT_TRUE(answer("Successfully closed 1 workspace applications!", "OK"));
     ASSERT_TRUE(tray->press("Show App Window"));
     EXPECT_TRUE(hasWindow());
-    EXPECT_TRUE(comes("R&D <new_1>"));
+    EXPECT_TRUE(comes("R&D & Co <new_1>"));
 
     // The panel starts again.
     tray.reset();

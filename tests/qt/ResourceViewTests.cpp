@@ -86,13 +86,13 @@ TEST_F(ResourceViews, aRowHasWhatCanBeDoneWithItsResource) {
 TEST_F(ResourceViews, aDragIsTakenByTheListOrByARow) {
     open({{"a", file}, {"b", file}});
     QMimeData files;
-    files.setUrls(
-        {QUrl("file:///x/note.txt"), QUrl("file:///x/Pictures"), QUrl("file:///x/pad.desktop")});
+    files.setUrls({QUrl::fromLocalFile("/x/note[1].txt"), QUrl("file:///x/Pictures"),
+                   QUrl("file:///x/pad.desktop")});
     files.setText("1");
     interface.drag(files, "b", false);
     EXPECT_EQ(stored(), "a:file b:file ");
     interface.drag(files, "b");
-    EXPECT_EQ(stored(), "a:file b:file note.txt:file Pictures:folder Pad:application ");
+    EXPECT_EQ(stored(), "a:file b:file note[1].txt:file Pictures:folder Pad:application ");
     EXPECT_EQ(resources().back().path, "/Applications/Pad.app");
     QMimeData row;
     row.setText("1");
@@ -101,7 +101,7 @@ TEST_F(ResourceViews, aDragIsTakenByTheListOrByARow) {
     QMimeData page;
     page.setUrls({QUrl("https://site.test/")});
     interface.drag(page, "Resources");
-    EXPECT_EQ(stored(), "b:file a:file note.txt:file Pictures:folder Pad:application ");
+    EXPECT_EQ(stored(), "b:file a:file note[1].txt:file Pictures:folder Pad:application ");
 }
 
 TEST_F(ResourceViews, theAddSheetFollowsItsType) {

@@ -105,6 +105,7 @@ TEST_F(Sheets, aTypedAddressNamesTheResourceOnce) {
         {{"file:///tmp/a"}, "file"},
         {{"https://"}, ""},
         {{"http:a"}, "http:a"},
+        {{"http:///x"}, "http:///x"},
     };
     for (const auto& [typed, name] : cases) {
         add.select(url);
@@ -125,8 +126,11 @@ TEST_F(Sheets, aResourceIsAddedWithABookmarkWhereItsFileExists) {
     add.pick();
     EXPECT_EQ(add.resourcePath.get(), "") << "the panel was cancelled";
     add.select(file);
-    desktop.panels.choices["File Path"] = "/home/user/notes.txt";
-    add.pick();
+    for (const auto* picked : {"/home/user/caf\xe9.txt", "/home/user/notes.txt"}) {
+        EXPECT_EQ(add.resourcePath.get(), "") << "no path that can't be stored";
+        desktop.panels.choices["File Path"] = picked;
+        add.pick();
+    }
     add.add();
     EXPECT_EQ(resources().back().name, "notes");
     EXPECT_EQ(scene.bookmarks->bookmarkCache().count("file:/home/user/notes.txt"), 1u);

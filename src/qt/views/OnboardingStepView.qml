@@ -7,6 +7,9 @@ Item {
 
     required property OnboardingModel tour
     readonly property bool showsApplication: tour.icon === "app.icon"
+    readonly property int shownStep: tour.currentStep
+
+    onShownStepChanged: appear.restart()
 
     Column {
         id: content
@@ -76,18 +79,6 @@ Item {
         }
     }
 
-    Connections {
-        target: view.tour
-
-        property int shown: view.tour.currentStep
-
-        function onChanged() {
-            if (shown === view.tour.currentStep)
-                return;
-            shown = view.tour.currentStep;
-            appear.restart();
-        }
-    }
     NumberAnimation {
         id: appear
 

@@ -52,10 +52,10 @@ Item {
     }
     DropArea {
         anchors.fill: parent
-        onEntered: drag => drag.accepted = row.resources.enterRow(row.index, drag.urls, drag.hasText, drag.text)
+        onEntered: drag => drag.accepted = row.resources.enterRow(row.index, drag.urls, drag.formats.includes("text/plain"), drag.text)
         onExited: row.resources.leaveRow(row.index)
         onDropped: drop => {
-            if (row.resources.dropOnRow(row.index, drop.urls, drop.hasText, drop.text))
+            if (row.resources.dropOnRow(row.index, drop.urls, drop.formats.includes("text/plain"), drop.text))
                 // Where another program dropped its text, a move would take the text away there.
                 drop.accept(drop.source ? Qt.MoveAction : Qt.CopyAction);
         }
