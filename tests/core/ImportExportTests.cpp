@@ -17,10 +17,9 @@ protected:
     Workspace second = scene.workspace("Second");
 
     WorkspaceStore& start() {
-        scene.writeFile({first, second});
         desktop.panels.choices = {{"Import Workspaces", importPath},
                                   {"Export Workspaces", exportPath}};
-        auto& store = scene.start();
+        auto& store = scene.start({first, second});
         desktop.runUntilIdle();
         desktop.shownAlerts.clear();
         desktop.log.clear();

@@ -43,6 +43,11 @@ struct StoreScene {
         store = std::make_unique<WorkspaceStore>(platform, *bookmarks);
         return *store;
     }
+    /// The same with the list in its file.
+    WorkspaceStore& start(const std::vector<Workspace>& workspaces) {
+        writeFile(workspaces);
+        return start();
+    }
 
     /// Writes the list as the workspaces file, without counting as a save.
     void writeFile(const std::vector<Workspace>& workspaces) {

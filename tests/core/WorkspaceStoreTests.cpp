@@ -15,10 +15,7 @@ protected:
         scene.workspace("First", {scene.resource("a"), scene.resource("b"), scene.resource("c")});
     Workspace second = scene.workspace("Second", {scene.resource("d")});
 
-    WorkspaceStore& start() {
-        scene.writeFile({first, second});
-        return scene.start();
-    }
+    WorkspaceStore& start() { return scene.start({first, second}); }
 };
 
 TEST_F(Store, aStartReadsTheFileAndMakesTheFirstWorkspaceActive) {
@@ -45,22 +42,12 @@ TEST_F(Store, oldSampleDescriptionsAreClearedWithOneSave) {
     second.description = "UI/UX design and creative workspaces";
     auto third = scene.workspace("Third");
     third.description = "Frontend and backend workspaces.";
-    scene.writeFile({first, second, third});
-    auto& store = scene.start();
+    auto& store = scene.start({first, second, third});
     EXPECT_EQ(store.workspaces->at(0).description, "");
     EXPECT_EQ(store.workspaces->at(1).description, "");
     EXPECT_EQ(store.workspaces->at(2), third);
     EXPECT_EQ(store.workspaces->at(0).dateModified, first.dateModified);
     EXPECT_EQ(scene.saves(), 1);
-}
-
-TEST_F(Store, anUnreadableFileOutlivesTheSeedingAndIsToldOnce) {
-    desktop.files.contents[workspacesPath] = "{\"not\": \"a list\"}";
-    scene.start();
-    desktop.runUntilIdle();
-    EXPECT_EQ(desktop.logged("alert"), "alert Workspaces File Not Readable");
-    EXPECT_EQ(described(scene.fileContent()), "Personal() Work() Creative()");
-    EXPECT_EQ(desktop.files.contents.size(), 2u);
 }
 
 /// Every edit, with what it leaves in memory and file, how often it saves and fires the change
@@ -158,8 +145,7 @@ TEST_F(Store, theActiveWorkspaceIsACopyThatOnlySomeEditsRenew) {
 TEST_F(Store, ofTwoRecordsWithOneIdentifierEditsReachTheFirstAndADeleteBoth) {
     auto twin = first;
     twin.name = "Twin";
-    scene.writeFile({first, twin, second});
-    auto& store = scene.start();
+    auto& store = scene.start({first, twin, second});
     store.renameResource(first.resources[0].id, "renamed", first.id);
     auto edited = first;
     edited.resources.clear();

@@ -13,8 +13,7 @@ protected:
         return resource(name, path, ResourceType::application);
     }
     void startWith(bool enabled) {
-        writeFile({work, workspace("Other")});
-        start().enableAccessibilityFeatures = enabled;
+        start({work, workspace("Other")}).enableAccessibilityFeatures = enabled;
     }
     void markRunning() {
         store->runningWorkspaces.mutate([&](auto& ids) { ids.insert(work.id); });

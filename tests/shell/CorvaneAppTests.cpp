@@ -40,6 +40,7 @@ TEST_F(App, theStoreIsReadyBeforePermissionIsAskedAndADenialChangesNothing) {
     EXPECT_EQ(app.workspaceStore().workspaces->size(), 3u);
     desktop.runUntilIdle();
     EXPECT_EQ(desktop.logged(), "request authorization\nalert Workspaces File Not Readable");
+    EXPECT_EQ(desktop.files.contents.size(), 2u) << "the broken one is kept beside the new one";
 }
 
 TEST_F(App, reopenBringsTheFirstWindowThatIsNoSheetForward) {

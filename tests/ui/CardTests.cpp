@@ -21,7 +21,7 @@ protected:
                                               scene.resource("line", "", separator),
                                               scene.resource("serve", "serve", terminal)});
     Workspace other = scene.workspace("Other");
-    WorkspaceStore& store = startStore();
+    WorkspaceStore& store = scene.start({other, work});
     std::unique_ptr<WorkspaceListState> list = std::make_unique<WorkspaceListState>(
         store, scene.platform.mainQueue, scene.platform.alerts);
 
@@ -35,12 +35,6 @@ protected:
         return static_cast<std::size_t>(
             std::count_if(desktop.log.begin(), desktop.log.end(),
                           [](const auto& line) { return line.starts_with("script"); }));
-    }
-
-private:
-    WorkspaceStore& startStore() {
-        scene.writeFile({other, work});
-        return scene.start();
     }
 };
 

@@ -37,8 +37,7 @@ private:
     WorkspaceStore& startStore() {
         desktop.install({.path = "/Applications/Pad.app", .bundleIdentifier = "com.example.pad"});
         desktop.defaultHandlers["txt"] = "/Applications/Pad.app";
-        scene.writeFile({work});
-        return scene.start();
+        return scene.start({work});
     }
 };
 

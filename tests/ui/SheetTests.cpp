@@ -16,16 +16,10 @@ protected:
     StoreScene scene;
     SimulatedDesktop& desktop = scene.desktop;
     Workspace work = scene.workspace("Work", {scene.resource("note")});
-    WorkspaceStore& store = startStore();
+    WorkspaceStore& store = scene.start({work});
     AddResourceSheet add{work.id, store, *scene.bookmarks, scene.platform};
 
     const std::vector<Resource>& resources() const { return store.workspaces->at(0).resources; }
-
-private:
-    WorkspaceStore& startStore() {
-        scene.writeFile({work});
-        return scene.start();
-    }
 };
 
 TEST_F(Sheets, aNewWorkspaceComesLastAndOnlyWithAName) {

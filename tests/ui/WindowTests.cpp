@@ -11,7 +11,8 @@ class Window : public testing::Test {
 protected:
     StoreScene scene;
     SimulatedDesktop& desktop = scene.desktop;
-    WorkspaceStore& store = startStore();
+    WorkspaceStore& store = scene.start({scene.workspace("My Workspace", {scene.resource("Mail")}),
+                                         scene.workspace("Homework "), scene.workspace("Écrire")});
 
     ContentState window() { return ContentState(store, scene.platform); }
     static std::string names(const WorkspaceListState& list) {
@@ -19,15 +20,6 @@ protected:
         for (const auto* workspace : list.filteredWorkspaces())
             text += "[" + workspace->name + "]";
         return text;
-    }
-
-private:
-    WorkspaceStore& startStore() {
-        auto described = scene.workspace("Écrire");
-        described.description = "Work";
-        scene.writeFile({scene.workspace("My Workspace", {scene.resource("Mail")}),
-                         scene.workspace("Homework "), described});
-        return scene.start();
     }
 };
 
@@ -121,6 +113,7 @@ TEST_F(Window, theHeaderFollowsFocusModeAndThemeWhereverTheyChange) {
 // List.
 
 TEST_F(Window, theSearchLooksAtNamesOnlyAndKeepsTheOrder) {
+    store.workspaces.mutate([](auto& list) { list.back().description = "Work"; });
     const auto content = std::make_unique<ContentState>(store, scene.platform);
     const struct {
         const char* search;
