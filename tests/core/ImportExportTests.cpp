@@ -26,7 +26,6 @@ protected:
         desktop.files.writes.clear();
         return store;
     }
-    void answerImport(int button) { desktop.alertAnswers["Import Workspaces"] = {button, false}; }
 };
 
 TEST_F(ImportExport, theUserChoosesHowAnImportedListComesIn) {
@@ -39,30 +38,28 @@ TEST_F(ImportExport, theUserChoosesHowAnImportedListComesIn) {
         const char* active;
         const char* success;
     } cases[]{
-        {"replace", 1000, {second}, "Second()", "Second", "Successfully imported 1 workspace(s)!"},
-        {"replace by nothing", 1000, {}, "", nullptr, "Successfully imported 0 workspace(s)!"},
-        {"merge doubles what is there",
+        {"replace", 1000, {second}, "Second()", "Second", "1 workspace(s)!"},
+        {"replace by nothing", 1000, {}, "", nullptr, "0 workspace(s)!"},
+        {"merge doubles",
          1001,
          {second, first},
          "First(a) Second() Second() First(a)",
          "First",
-         "Successfully imported 2 workspace(s)!"},
+         "2 workspace(s)!"},
         {"cancel", third, {second}, "First(a) Second()", "First", nullptr},
         {"no answer", 0, {second}, "First(a) Second()", "First", nullptr},
     };
+    const std::string told = "\nImport Successful | Successfully imported ";
     for (const auto& [name, button, imported, list, active, success] : cases) {
         auto& store = start();
         store.runningWorkspaces = std::set{first.id};
         desktop.files.contents[importPath] = json::prettyPrinted(encodeWorkspaces(imported));
-        answerImport(button);
+        desktop.alertAnswers["Import Workspaces"] = {button, false};
         store.importWorkspaces();
-        EXPECT_EQ(desktop.shownAlerts,
-                  (std::vector<Alert>{{"Import Workspaces",
-                                       "Found " + std::to_string(imported.size()) +
-                                           " workspace(s). How would you like to import them?",
-                                       AlertStyle::warning,
-                                       {"Replace All", "Merge", "Cancel"}}}))
-            << name;
+        const auto question = "Import Workspaces | Found " + std::to_string(imported.size()) +
+                              " workspace(s). How would you like to import them? "
+                              "[Replace All][Merge][Cancel]";
+        EXPECT_EQ(scene.alerts(), question) << name;
         EXPECT_EQ(described(store.workspaces), list) << name;
         EXPECT_EQ(scene.fileContent(), *store.workspaces) << name;
         EXPECT_EQ(scene.saves(), success ? 1 : 0) << name;
@@ -71,11 +68,9 @@ TEST_F(ImportExport, theUserChoosesHowAnImportedListComesIn) {
             << name;
         EXPECT_TRUE(store.runningWorkspaces->contains(first.id)) << name;
         desktop.runUntilIdle();
-        ASSERT_EQ(desktop.shownAlerts.size(), success ? 2u : 1u) << name;
-        if (success) {
-            const Alert told{"Import Successful", success, AlertStyle::informational, {"OK"}};
-            EXPECT_EQ(desktop.shownAlerts.back(), told) << name;
-        }
+        EXPECT_EQ(scene.alerts(),
+                  question + (success ? told + success + " [OK] not a warning" : ""))
+            << name;
     }
     const OpenPanel asked{"Import Workspaces", "Select a Corvane workspaces file to import"};
     EXPECT_EQ(desktop.panels.openPanels.front(), asked);
@@ -99,11 +94,8 @@ TEST_F(ImportExport, aFileThatIsNoListChangesNothingAndTheAlertSaysWhy) {
         store.importWorkspaces();
         EXPECT_TRUE(desktop.shownAlerts.empty()) << "told on a later turn";
         desktop.runUntilIdle();
-        EXPECT_EQ(desktop.shownAlerts,
-                  (std::vector<Alert>{{"Import Failed",
-                                       "Could not import workspaces: " + std::string(why),
-                                       AlertStyle::warning,
-                                       {"OK"}}}));
+        EXPECT_EQ(scene.alerts(),
+                  "Import Failed | Could not import workspaces: " + std::string(why) + " [OK]");
         EXPECT_EQ(described(store.workspaces), "First(a) Second()");
         EXPECT_EQ(scene.saves(), 0);
     }
@@ -115,10 +107,8 @@ TEST_F(ImportExport, anExportHoldsEverythingAndServesAsTheWorkspacesFile) {
     store.searchText = "Second";
     store.exportWorkspaces();
     desktop.runUntilIdle();
-    EXPECT_EQ(desktop.shownAlerts, (std::vector<Alert>{{"Export Successful",
-                                                        "Workspaces exported to: My Export.json",
-                                                        AlertStyle::informational,
-                                                        {"OK"}}}));
+    EXPECT_EQ(scene.alerts(), "Export Successful | Workspaces exported to: My Export.json [OK] not "
+                              "a warning");
     const SavePanel asked{"Export Workspaces", "Choose where to save your Corvane workspaces",
                           "Corvane_Workspaces_Export.json"};
     EXPECT_EQ(desktop.panels.savePanels, std::vector{asked});

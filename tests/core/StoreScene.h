@@ -4,6 +4,7 @@
 #include "core/RecordCoding.h"
 #include "core/WorkspaceStore.h"
 #include "foundation/Diagnostics.h"
+#include "foundation/Text.h"
 #include "simulated/SimulatedDesktop.h"
 
 #include <memory>
@@ -59,6 +60,21 @@ struct StoreScene {
     int saves() const {
         const auto found = desktop.files.writes.find(workspacesPath);
         return found == desktop.files.writes.end() ? 0 : found->second;
+    }
+
+    /// "Title | message [OK][Show in Finder]" of each alert that was shown, a line each; and what
+    /// is special about it.
+    std::string alerts() const {
+        std::vector<std::string> lines;
+        for (const auto& alert : desktop.shownAlerts) {
+            auto line = alert.title + " | " + alert.message + " [" +
+                        text::joined(alert.buttons, "][") + "]";
+            if (alert.style != AlertStyle::warning) line += " not a warning";
+            if (alert.firstButtonIsDestructive) line += " destructive";
+            if (!alert.checkbox.empty()) line += " (" + alert.checkbox + ")";
+            lines.push_back(line);
+        }
+        return text::joined(lines, "\n");
     }
 
     Resource resource(std::string name, std::string path = "/notes.txt",

@@ -41,12 +41,9 @@ TEST_F(Persistence, aFileInDocumentsIsMovedOnce) {
     EXPECT_EQ(persistence.loadWorkspaces(), list);
     EXPECT_EQ(desktop.logged(), "");
     desktop.runUntilIdle();
-    EXPECT_EQ(desktop.shownAlerts,
-              (std::vector<Alert>{{"Workspaces Migrated",
-                                   "Your Corvane workspaces have been moved to a safer location in "
-                                   "Application Support for better data protection.",
-                                   AlertStyle::informational,
-                                   {"OK"}}}));
+    EXPECT_EQ(scene.alerts(), "Workspaces Migrated | Your Corvane workspaces have been moved to a "
+                              "safer location in Application Support for better data protection. "
+                              "[OK] not a warning");
     EXPECT_FALSE(desktop.files.exists(legacyPath));
     EXPECT_EQ(persistence.loadWorkspaces(), list);
     desktop.runUntilIdle();

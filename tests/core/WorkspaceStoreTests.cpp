@@ -284,11 +284,8 @@ TEST_F(Store, theCheckboxOfADismissibleAlertClearsItsFlag) {
         store.showDismissibleAlert("Title", "Text", DismissibleAlertType::applicationsClosed);
         EXPECT_TRUE(desktop.shownAlerts.empty()) << "shown on a later turn";
         desktop.runUntilIdle();
-        EXPECT_EQ(desktop.shownAlerts, (std::vector<Alert>{{"Title",
-                                                            "Text",
-                                                            AlertStyle::informational,
-                                                            {"OK"},
-                                                            "Don't show this message again"}}));
+        EXPECT_EQ(scene.alerts(),
+                  "Title | Text [OK] not a warning (Don't show this message again)");
         EXPECT_EQ(store.showApplicationsClosedAlert, !checked);
         EXPECT_EQ(desktop.defaults.at("CorvaneShowApplicationsClosedAlert"),
                   PropertyList{!checked});
@@ -325,17 +322,10 @@ TEST_F(Store, preferencesAreForgottenOnlyAfterAYesAndTheRunningStoreKeepsThem) {
     desktop.shownAlerts.clear();
     store.resetPreferences();
     EXPECT_EQ(
-        desktop.shownAlerts,
-        (std::vector<Alert>{
-            {"Reset Preferences",
-             "Are you sure you want to reset all preferences to default values? This cannot be "
-             "undone.",
-             AlertStyle::warning,
-             {"Reset", "Cancel"}},
-            {"Preferences Reset",
-             "Preferences have been reset to defaults. Please restart the app.",
-             AlertStyle::informational,
-             {"OK"}}}));
+        scene.alerts(),
+        "Reset Preferences | Are you sure you want to reset all preferences to default "
+        "values? This cannot be undone. [Reset][Cancel]\nPreferences Reset | Preferences have "
+        "been reset to defaults. Please restart the app. [OK] not a warning");
     EXPECT_TRUE(desktop.defaults.empty());
     EXPECT_TRUE(store.focusMode);
     store.showLayoutSavedAlert = false;

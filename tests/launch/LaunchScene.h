@@ -1,7 +1,6 @@
 #pragma once
 
 #include "core/StoreScene.h"
-#include "foundation/Text.h"
 #include "launch/ResourceLauncher.h"
 
 #include <algorithm>
@@ -54,17 +53,7 @@ protected:
         return without(said, {"Searching", "App variations", "Dynamically", "Trying", "Found app",
                               "📚", "Failed to search"});
     }
-    /// "Title | message [OK][Show in Finder]", a line each.
-    std::string alerts() const {
-        std::vector<std::string> lines;
-        for (const auto& alert : desktop.shownAlerts) {
-            auto line = alert.title + " | " + alert.message + " [" +
-                        text::joined(alert.buttons, "][") + "]";
-            if (alert.style != AlertStyle::warning) line += " not a warning";
-            lines.push_back(line);
-        }
-        return text::joined(lines, "\n");
-    }
+    std::string alerts() const { return scene.alerts(); }
     void forget() {
         desktop.log.clear();
         desktop.shownAlerts.clear();

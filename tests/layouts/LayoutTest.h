@@ -1,8 +1,6 @@
 #pragma once
 
 #include "core/StoreScene.h"
-#include "foundation/Diagnostics.h"
-#include "foundation/Text.h"
 #include "layouts/WindowFrame.h"
 
 #include <string>
@@ -15,18 +13,13 @@ namespace corvane {
 /// A test on a desktop with one display of 1440 by 900, with two running applications.
 class LayoutTest : public testing::Test, public StoreScene {
 protected:
-    LayoutTest() {
-        setDiagnosticSink([this](const std::string& line) { diagnostics.push_back(line); });
-    }
-    ~LayoutTest() override { setDiagnosticSink({}); }
-
     SimulatedScreen& screen = desktop.screen;
     RunningApplication pad = run("Pad", 7);
     RunningApplication mail = run("Mail", 8);
-    std::vector<std::string> diagnostics;
+    DiagnosticLog diagnostics;
 
     /// The diagnostics with `part` in them since the last call.
-    std::string told(std::string_view part = "") { return take(diagnostics, part); }
+    std::string told(std::string_view part = "") { return take(diagnostics.lines, part); }
     /// The same of the desktop's log.
     std::string done(std::string_view part = "") { return take(desktop.log, part); }
 

@@ -1,6 +1,5 @@
-#include "foundation/Diagnostics.h"
+#include "core/StoreScene.h"
 #include "quit/RunningApplicationMatching.h"
-#include "simulated/SimulatedDesktop.h"
 
 #include <gtest/gtest.h>
 
@@ -123,7 +122,6 @@ TEST(RunningApplicationMatching, theSystemIsToldByPolicyAndPlace) {
 class FindingTest : public testing::Test {
 protected:
     FindingTest() {
-        setDiagnosticSink([this](const std::string& line) { lines += line; });
         add("Chrome", "com.example.browser", "/opt/chrome/chrome.bin");
         add("Code", "com.example.editor", "/opt/code/electron");
         add("Sticky Notes", "Safari", "/opt/notes/notes");
@@ -133,8 +131,6 @@ protected:
         add("Panel", "com.example.panel", "/usr/bin/panel").activationPolicy = 1;
         add("", "com.example.nameless", "/usr/bin/nameless").localizedName.reset();
     }
-    ~FindingTest() override { setDiagnosticSink({}); }
-
     RunningApplication& add(const std::string& name, const std::string& identifier,
                             const std::string& program) {
         auto application = called(name);
@@ -146,7 +142,7 @@ protected:
 
     SimulatedDesktop desktop;
     Applications& applications = desktop.platform().applications;
-    std::string lines;
+    DiagnosticLog diagnostics;
 };
 
 TEST_F(FindingTest, theStrictestWayOfAnySpellingWins) {
@@ -173,9 +169,8 @@ TEST_F(FindingTest, theStrictestWayOfAnySpellingWins) {
         {"", ""},
     };
     for (const auto& [name, expected] : cases) {
-        lines.clear();
         const auto found = findRunningApplication(applications, name);
-        EXPECT_EQ(lines, expected);
+        EXPECT_EQ(text::joined(diagnostics.take(), "; "), expected);
         EXPECT_EQ(found.has_value(), !expected.empty()) << name;
     }
     EXPECT_EQ(runningApplicationNames(applications, {"Notes", "Nobody", "Electron", "notes"}),
@@ -187,11 +182,11 @@ TEST_F(FindingTest, ofEqualOnesTheFirstInTheListWins) {
     EXPECT_EQ(findRunningApplication(applications, "Code")->bundleIdentifier, "com.example.editor");
     desktop.running[1].isHidden = true;
     EXPECT_EQ(findRunningApplication(applications, "Code")->bundleIdentifier, "com.example.other");
-    lines.clear();
+    diagnostics.take();
     const std::vector<RunningApplication> nameless{desktop.running[7]};
     EXPECT_EQ(matchRunningApplication(nameless, "nameless", false), &nameless[0]);
-    EXPECT_EQ(lines, "Found running app nameless via executable name: 'Unknown' "
-                     "(executable: 'nameless')");
+    EXPECT_EQ(diagnostics.take(), Names{"Found running app nameless via executable name: 'Unknown' "
+                                        "(executable: 'nameless')"});
 }
 
 } // namespace

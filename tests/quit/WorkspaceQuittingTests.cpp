@@ -1,6 +1,4 @@
 #include "core/StoreScene.h"
-#include "foundation/Diagnostics.h"
-#include "foundation/Text.h"
 
 #include <gtest/gtest.h>
 
@@ -10,8 +8,6 @@ namespace {
 /// A desktop on which applications run, and a workspace whose resources name some of them.
 class Quitting : public testing::Test {
 protected:
-    ~Quitting() override { setDiagnosticSink({}); }
-
     std::int32_t run(const std::string& name, const std::string& path = "",
                      QuitBehaviour behaviour = QuitBehaviour::quits,
                      const std::string& identifier = "", int policy = 0) {
@@ -53,14 +49,10 @@ protected:
         if (desktop.shownAlerts.empty()) return "";
         return desktop.shownAlerts.back().title + ": " + desktop.shownAlerts.back().message;
     }
-    void collectDiagnostics() {
-        setDiagnosticSink([this](const std::string& line) { diagnostics += line + "\n"; });
-    }
 
     StoreScene scene;
     SimulatedDesktop& desktop = scene.desktop;
     WorkspaceStore& store = scene.start();
-    std::string diagnostics;
 };
 
 /// Sixteen applications, and a workspace that names some of them, and what it doesn't name too.
@@ -304,9 +296,12 @@ TEST_F(Quitting, whatIsDoneIsToldInOrder) {
     auto note = scene.resource("Note", "/x.none");
     note.associatedApps = {"My Editor", "Rock", "My Editor"};
     const auto desk = scene.workspace("Desk", {note, mail});
-    collectDiagnostics();
+    DiagnosticLog diagnostics;
     store.quitIndividualResource(note, desk);
-    EXPECT_EQ(diagnostics, R"(Quitting individual resource: Note
+    store.quitNonWorkspaceApplications(scene.workspace("Desk", {mail, application("Editor")}));
+    store.finishWorkspace(desk);
+    store.quitIndividualResource(scene.resource("Plain", "/x.none"), desk);
+    EXPECT_EQ(text::joined(diagnostics.lines, "\n"), R"(Quitting individual resource: Note
 Apps to quit for resource 'Note': My Editor, Rock
    Found app by name matching: Editor matches My Editor
    Found app by name matching: Rock matches Rock
@@ -315,10 +310,7 @@ Attempting to quit: Editor
 Attempting to quit: Rock
    Failed to quit Rock
 Quit apps for resource: Note
-)");
-    diagnostics.clear();
-    store.quitNonWorkspaceApplications(scene.workspace("Desk", {mail, application("Editor")}));
-    EXPECT_EQ(diagnostics, R"(Focus mode: Quitting non-workspace applications for 'Desk'...
+Focus mode: Quitting non-workspace applications for 'Desk'...
 Workspace apps to keep: Mailer, Post, Editor
 Workspace bundle IDs to keep: com.example.mail
    Keeping workspace app by name: Editor matches Editor
@@ -332,10 +324,7 @@ Attempting to quit: Rock
 Attempting to quit: Unknown
    Politely quit Unknown
 Focus mode: Successfully quit 1 of 2 non-workspace applications
-)");
-    diagnostics.clear();
-    store.finishWorkspace(desk);
-    EXPECT_EQ(diagnostics, R"(Quitting applications from workspace: Desk
+Quitting applications from workspace: Desk
 Workspace applications to quit: My Editor, Rock, Mailer, Post
    Found app by name matching: Editor
    Found app by bundle ID: Mail (com.example.mail)
@@ -347,12 +336,8 @@ Attempting to quit: Mail
    Force quit Mail
 Attempting to quit: Rock
    Failed to quit Rock
-)");
-    diagnostics.clear();
-    store.quitIndividualResource(scene.resource("Plain", "/x.none"), desk);
-    EXPECT_EQ(diagnostics, R"(Quitting individual resource: Plain
-No applications to quit for resource: Plain
-)");
+Quitting individual resource: Plain
+No applications to quit for resource: Plain)");
 }
 
 } // namespace

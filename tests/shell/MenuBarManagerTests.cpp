@@ -1,4 +1,3 @@
-#include "core/RecordCoding.h"
 #include "core/StoreScene.h"
 #include "shell/CorvaneApp.h"
 
@@ -9,27 +8,22 @@ namespace {
 
 class StatusMenu : public testing::Test {
 protected:
-    SimulatedDesktop desktop;
-    Platform platform = desktop.platform();
+    StoreScene scene;
+    SimulatedDesktop& desktop = scene.desktop;
     SimulatedStatusBar& bar = desktop.statusBar;
     std::unique_ptr<CorvaneApp> app;
 
-    Workspace workspace(std::string name, std::vector<Resource> resources = {}) {
-        auto made = makeWorkspace(std::move(name), "", "star", {});
-        made.resources = std::move(resources);
-        return made;
-    }
     /// A workspace whose one resource is an application that opens, and runs already.
     Workspace editing() {
         desktop.install({.path = "/Applications/Pad.app", .displayName = "Pad"});
         desktop.running = {{.processIdentifier = 7, .localizedName = "Pad"}};
-        return workspace("Editing", {makeResource("Pad", "/Applications/Pad.app",
-                                                  ResourceType::application, platform.bundles)});
+        return scene.workspace(
+            "Editing", {scene.resource("Pad", "/Applications/Pad.app", ResourceType::application)});
     }
     void launch(const std::vector<Workspace>& workspaces) {
         desktop.defaults["HasCompletedOnboarding"] = {true};
-        desktop.files.contents[workspacesPath] = encodeWorkspaces(workspaces);
-        app = std::make_unique<CorvaneApp>(platform);
+        scene.writeFile(workspaces);
+        app = std::make_unique<CorvaneApp>(scene.platform);
         app->setupApp();
         app->appDelegate().applicationDidFinishLaunching();
         settle();
@@ -57,7 +51,7 @@ protected:
 TEST_F(StatusMenu, comesOnceWithTheFirstEventThatFindsItsManager) {
     desktop.defaults["HasCompletedOnboarding"] = {true};
     desktop.isRunning = false;
-    CorvaneApp made(platform);
+    CorvaneApp made(scene.platform);
     made.appDelegate().applicationDidFinishLaunching();
     made.appDelegate().applicationDidBecomeActive();
     made.setupApp();
@@ -83,7 +77,7 @@ TEST_F(StatusMenu, comesOnceWithTheFirstEventThatFindsItsManager) {
 TEST_F(StatusMenu, anActiveApplicationShowsItBeforeItsLoopHasBegun) {
     desktop.isRunning = false;
     desktop.isActive = true;
-    app = std::make_unique<CorvaneApp>(platform);
+    app = std::make_unique<CorvaneApp>(scene.platform);
     app->setupApp();
     app->appDelegate().applicationDidBecomeActive();
     EXPECT_TRUE(bar.hasItem);
@@ -109,7 +103,7 @@ TEST_F(StatusMenu, takesTheFirstIconThatIsThere) {
     for (const auto& [change, button] : cases) {
         change();
         bar.button = {};
-        launch({workspace("A")});
+        launch({scene.workspace("A")});
         EXPECT_EQ(bar.button, button);
         EXPECT_NE(bar.shownMenu(), "");
         app.reset();
@@ -118,7 +112,7 @@ TEST_F(StatusMenu, takesTheFirstIconThatIsThere) {
 }
 
 TEST_F(StatusMenu, showsTheStoreAsItIs) {
-    launch({workspace("Home"), editing()});
+    launch({scene.workspace("Home"), editing()});
     const auto list = store().workspaces.get();
     const std::string head = "(Corvane Workspaces)|-|Show App Window|Help & Tips|-|";
     const std::string tail = "Quit All Apps|-|Quit Corvane";
@@ -155,17 +149,17 @@ TEST_F(StatusMenu, showsTheStoreAsItIs) {
 }
 
 TEST_F(StatusMenu, drawsTheSymbolsThatAreKnown) {
-    auto strange = workspace("Strange");
+    auto strange = scene.workspace("Strange");
     strange.icon = "no.such.symbol";
     bar.unknownSymbols.insert(strange.icon);
-    launch({workspace("Home"), strange});
+    launch({scene.workspace("Home"), strange});
     EXPECT_EQ(bar.menu[5].image,
-              (Image{.name = "star", .accessibilityDescription = "Home", .size = 16}));
+              (Image{.name = "folder", .accessibilityDescription = "Home", .size = 16}));
     EXPECT_EQ(bar.menu[6].image, std::nullopt);
 }
 
 TEST_F(StatusMenu, startsAWorkspaceAsItWasAtTheLastRebuildAndMakesItTheActiveOne) {
-    launch({workspace("Home"), editing()});
+    launch({scene.workspace("Home"), editing()});
     auto renamed = store().workspaces.get()[1];
     renamed.name = "Writing";
     store().updateWorkspace(renamed);
@@ -184,7 +178,7 @@ TEST_F(StatusMenu, startsAWorkspaceAsItWasAtTheLastRebuildAndMakesItTheActiveOne
 }
 
 TEST_F(StatusMenu, finishesARunningWorkspaceAndLeavesTheActiveOneAsItWas) {
-    launch({workspace("Home"), editing()});
+    launch({scene.workspace("Home"), editing()});
     const auto id = store().workspaces.get()[1].id;
     store().runningWorkspaces = {id};
     settle();
@@ -195,7 +189,7 @@ TEST_F(StatusMenu, finishesARunningWorkspaceAndLeavesTheActiveOneAsItWas) {
 }
 
 TEST_F(StatusMenu, switchesPreferencesAndTellsTheNewValue) {
-    launch({workspace("Home")});
+    launch({scene.workspace("Home")});
     store().enableAccessibilityFeatures = true;
     settle();
     for (int i = 0; i < 2; ++i) {
@@ -233,7 +227,7 @@ TEST_F(StatusMenu, savesTheLayoutOfARunningActiveWorkspaceOnly) {
 }
 
 TEST_F(StatusMenu, isMadeAnewAfterEachChangeAndSomeTimeAfterEachAction) {
-    launch({workspace("Home"), editing()});
+    launch({scene.workspace("Home"), editing()});
     store().enableAccessibilityFeatures = true;
     store().activeWorkspace = store().workspaces.get()[1];
     store().runningWorkspaces = {store().workspaces.get()[1].id};
@@ -260,7 +254,7 @@ TEST_F(StatusMenu, quitsAllAndItself) {
     desktop.running = {{.processIdentifier = 9,
                         .localizedName = "Pad",
                         .bundleURL = Url::fromPath("/Applications/Pad.app")}};
-    launch({workspace("Home")});
+    launch({scene.workspace("Home")});
     ASSERT_TRUE(bar.press("Quit All Apps"));
     EXPECT_EQ(desktop.logged(),
               "terminate 9\nnotify Quit All: Closing all workspace applications...");
@@ -272,6 +266,8 @@ TEST_F(StatusMenu, quitsAllAndItself) {
 }
 
 TEST_F(StatusMenu, bringsTheFirstWindowThatIsNoSheetBack) {
+    const auto* asked = "activate\nopen main window\nactivate";
+    const auto* opened = "activate\nopen window Corvane - Workspace Manager 1200x800";
     const struct {
         std::vector<ApplicationWindow> windows;
         const char* first;
@@ -281,14 +277,10 @@ TEST_F(StatusMenu, bringsTheFirstWindowThatIsNoSheetBack) {
          "activate\nfront 2\ndeminiaturize 2\nkey 2",
          "activate"},
         {{{2, false, false}}, "activate\nfront 2\ndeminiaturize 2\nfront 2", "activate"},
-        {{{1, true}},
-         "activate\nopen main window\nactivate",
-         "activate\nopen window Corvane - Workspace Manager 1200x800"},
-        {{},
-         "activate\nopen main window\nactivate",
-         "activate\nopen window Corvane - Workspace Manager 1200x800"},
+        {{{1, true}}, asked, opened},
+        {{}, asked, opened},
     };
-    launch({workspace("Home")});
+    launch({scene.workspace("Home")});
     for (const auto& [windows, first, later] : cases) {
         desktop.windows = windows;
         settle();
