@@ -130,33 +130,29 @@ protected:
         if (access(program_, X_OK) != 0) GTEST_SKIP() << program_ << " is not installed";
         write(place("home/.zshrc"), "\n");
     }
-    /// The typed words don't hold the answer themselves.
-    void expectShell(ShellOnTerminal& shell) {
-        shell.type("echo al''ive-\"$PWD\"\n");
-        EXPECT_TRUE(shell.shows("alive-")) << shell.output();
-    }
 
     const char* program_ = GetParam().program;
 };
 
-TEST_P(ShellTest, staysWhereTheCommandWent) {
-    ShellOnTerminal shell(program_, "cd /usr && echo do''ne");
-    EXPECT_TRUE(shell.shows("done")) << shell.output();
-    shell.type("echo al''ive-\"$PWD\"\n");
-    EXPECT_TRUE(shell.shows("alive-/usr")) << shell.output();
-}
-
-TEST_P(ShellTest, showsAnErrorAndStays) {
-    ShellOnTerminal shell(program_, "echo 'abc");
-    EXPECT_TRUE(shell.shows(GetParam().quoteError)) << shell.output();
-    expectShell(shell);
-}
-
-TEST_P(ShellTest, controlCEndsOnlyTheCommand) {
-    ShellOnTerminal shell(program_, "sh -c 'echo started; exec sleep 1000'");
-    EXPECT_TRUE(shell.shows("started")) << shell.output();
-    shell.type("\x03");
-    expectShell(shell);
+/// The words of the commands don't hold what they show themselves.
+TEST_P(ShellTest, outlivesItsCommandWhereItWentHoweverItEnds) {
+    const struct {
+        const char* command;
+        const char* shown;
+        const char* keys;
+        const char* then;
+    } cases[]{
+        {"cd /usr && echo do''ne", "done", "", "alive-/usr"},
+        {"echo 'abc", GetParam().quoteError, "", "alive-"},
+        {"sh -c 'echo started; exec sleep 1000'", "started", "\x03", "alive-"},
+    };
+    for (const auto& [command, shown, keys, then] : cases) {
+        ShellOnTerminal shell(program_, command);
+        EXPECT_TRUE(shell.shows(shown)) << shell.output();
+        shell.type(keys);
+        shell.type("echo al''ive-\"$PWD\"\n");
+        EXPECT_TRUE(shell.shows(then)) << shell.output();
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Shells, ShellTest,
