@@ -14,6 +14,9 @@ constexpr auto resourceJson =
     R"({"id":"0e0f6a53-6c1a-4a6e-9d6e-2f1a3b4c5d6e","name":"Plan","path":"\/home\/me\/plan.md","type":"file",)"
     R"("associatedApps":["Writer","Writer"]})";
 
+constexpr auto layoutsJson =
+    R"(,"savedWindowLayouts":[{"appName":"A","frame":[[0,0],[1,2]],"ownerPID":0,"recordedAt":1}])";
+
 std::string workspaceJson(const std::string& resources, const std::string& more = "") {
     return R"([{"id":"7C9E6679-7425-40DE-944B-E07FC1F90AE7","name":"Work","description":"","icon":"briefcase","resources":[)" +
            resources + R"(],"dateCreated":757382400,"dateModified":757382400.5)" + more + "}]";
@@ -55,80 +58,66 @@ TEST_F(RecordCoding, absentAndNullKeysReadAsTheirDefaults) {
         EXPECT_EQ(workspace.savedWindowLayouts, std::nullopt);
         EXPECT_EQ(workspace.dateModified.seconds, 757382400.5);
     }
-    const auto layouts =
-        R"(,"savedWindowLayouts":[{"appName":"A","frame":[[0,0],[1,2]],"ownerPID":0,"recordedAt":1}])";
-    const auto workspace = decode(workspaceJson("", layouts)).front();
+    const auto workspace = decode(workspaceJson("", layoutsJson)).front();
     EXPECT_FALSE(workspace.hasLayoutSaved);
     EXPECT_TRUE(workspace.savedWindowLayouts->front().isOnPrimaryScreen);
     EXPECT_FALSE(workspace.savedWindowLayouts->front().isFullscreen);
 }
 
 TEST_F(RecordCoding, aBadValueFailsTheWholeTextAndTheErrorNamesItsPlace) {
-    const auto layout = [](const std::string& fields) {
-        return workspaceJson("", R"(,"savedWindowLayouts":[{)" + fields + "}]");
-    };
-    const std::string frame = R"("appName":"A","ownerPID":0,"recordedAt":1,"frame":)";
-    const auto resourceWith = [](std::string from, std::string to) {
-        return workspaceJson(text::replacingAll(resourceJson, from, to));
-    };
-    const struct {
-        std::string json;
-        std::string error;
-    } cases[]{
+    const std::pair<std::string, std::string> texts[]{
         {"", "not valid JSON"},
         {"[", "not valid JSON"},
         {"[]x", "not valid JSON"},
         {std::string("[]\0[]", 5), "not valid JSON"},
+        {workspaceJson("\"\\ud800\""), "not valid JSON"},
+        {"[\n  {\"id\": \"\xff\"}]", "not UTF-8 at line 2, column 11"},
         {"{}", "workspaces: an array was expected"},
         {"[7]", "workspaces[0]: an object was expected"},
         {"[{}]", "workspaces[0]: \"id\" is missing"},
-        {text::replacingAll(workspaceJson(""), R"("resources":[],)", ""),
-         "workspaces[0]: \"resources\" is missing"},
-        {text::replacingAll(workspaceJson(""), R"("name":"Work")", R"("name":null)"),
-         "workspaces[0]: \"name\" is missing"},
-        {text::replacingAll(workspaceJson(""), "757382400,", R"("2025-01-01T00:00:00Z",)"),
-         "workspaces[0].dateCreated: a number was expected"},
-        {text::replacingAll(workspaceJson(""), "7C9E6679", "7C9E667"),
-         "workspaces[0].id: \"7C9E667-7425-40DE-944B-E07FC1F90AE7\" is not an identifier"},
-        {resourceWith("\"file\"", "\"File\""),
-         "workspaces[0].resources[0].type: \"File\" is not a resource type"},
-        {text::replacingAll(workspaceJson(""), "[]", R"({"0":{}})"),
-         "workspaces[0].resources: an array was expected"},
-        {text::replacingAll(workspaceJson(""), "757382400.5", R"({"seconds":1})"),
-         "workspaces[0].dateModified: a number was expected"},
-        {layout(
-             R"("appName":"A","ownerPID":0,"recordedAt":"2025-01-01T00:00:00Z","frame":[[0,0],[1,1]])"),
-         "workspaces[0].savedWindowLayouts[0].recordedAt: a number was expected"},
-        {resourceWith("\"Plan\"", "\"\\ud800\""), "not valid JSON"},
-        {resourceWith("\"Plan\"", "\"a\\udcda\""),
-         "workspaces[0].resources[0].name: the text has half a surrogate pair"},
-        {resourceWith("\"Plan\"", "3"), "workspaces[0].resources[0].name: a text was expected"},
-        {resourceWith("\"Writer\"]", "null]"),
-         "workspaces[0].resources[0].associatedApps[1]: a text was expected"},
-        {resourceWith("}", ",\"enabled\":1}"),
-         "workspaces[0].resources[0].enabled: true or false was expected"},
-        {resourceWith("}", ",\"bookmarkData\":\"a\"}"),
-         "workspaces[0].resources[0].bookmarkData: a base64 text was expected"},
-        {layout(frame + R"({"x":0,"y":0,"width":1,"height":1})"),
-         "workspaces[0].savedWindowLayouts[0].frame: an array was expected"},
-        {layout(frame + "[0,0,1,1]"),
-         "workspaces[0].savedWindowLayouts[0].frame: [[x, y], [width, height]] was expected"},
-        {layout(frame + "[[0,0],[1,true]]"),
-         "workspaces[0].savedWindowLayouts[0].frame[1][1]: a number was expected"},
-        {text::replacingAll(layout(frame + "[[0,0],[1,1]]"), R"("ownerPID":0)",
-                            R"("ownerPID":2147483648)"),
-         "savedWindowLayouts[0].ownerPID: an integer that fits was expected"},
-        {text::replacingAll(layout(frame + "[[0,0],[1,1]]"), R"("ownerPID":0)",
-                            R"("ownerPID":0.5)"),
-         "savedWindowLayouts[0].ownerPID: an integer that fits was expected"},
-        {layout(frame + R"([[0,0],[1,1]],"screenIndex":1e30)"),
-         "savedWindowLayouts[0].screenIndex: an integer that fits was expected"},
-        {layout(frame + R"([[0,0],[1,1]],"isFullscreen":"true")"),
-         "savedWindowLayouts[0].isFullscreen: true or false was expected"},
-        {"[\n  {\"id\": \"\xff\"}]", "not UTF-8 at line 2, column 11"},
     };
-    for (const auto& [json, error] : cases) {
+    for (const auto& [json, error] : texts)
         EXPECT_NE(errorOf(json).find(error), std::string::npos) << json << "\n" << errorOf(json);
+
+    const auto good = workspaceJson(resourceJson, layoutsJson);
+    EXPECT_EQ(errorOf(good), "no error");
+    const struct {
+        const char* good;
+        const char* bad;
+        const char* error;
+    } changes[]{
+        {"\"resources\"", "\"others\"", ": \"resources\" is missing"},
+        {"\"Work\"", "null", ": \"name\" is missing"},
+        {"757382400,", "\"2025-01-01T00:00:00Z\",", ".dateCreated: a number was expected"},
+        {"757382400.5", "{\"seconds\":1}", ".dateModified: a number was expected"},
+        {"7C9E6679", "7C9E667",
+         ".id: \"7C9E667-7425-40DE-944B-E07FC1F90AE7\" is not an identifier"},
+        {"\"resources\":", "\"resources\":{},\"others\":", ".resources: an array was expected"},
+        {"\"file\"", "\"File\"", ".resources[0].type: \"File\" is not a resource type"},
+        {"\"Plan\"", "3", ".resources[0].name: a text was expected"},
+        {"\"Plan\"", "\"a\\udcda\"", ".resources[0].name: the text has half a surrogate pair"},
+        {"\"Writer\"]", "null]", ".resources[0].associatedApps[1]: a text was expected"},
+        {"\"Plan\"", "\"\",\"enabled\":1", ".resources[0].enabled: true or false was expected"},
+        {"\"Plan\"", "\"\",\"bookmarkData\":\"a\"",
+         ".resources[0].bookmarkData: a base64 text was expected"},
+        {"At\":1", "At\":\"1\"", ".savedWindowLayouts[0].recordedAt: a number was expected"},
+        {"[[0,0],[1,2]]", "{\"x\":0}", ".savedWindowLayouts[0].frame: an array was expected"},
+        {"[[0,0],[1,2]]", "[0,0,1,2]",
+         ".savedWindowLayouts[0].frame: [[x, y], [width, height]] was expected"},
+        {"[1,2]", "[1,true]", ".savedWindowLayouts[0].frame[1][1]: a number was expected"},
+        {"PID\":0", "PID\":2147483648",
+         ".savedWindowLayouts[0].ownerPID: an integer that fits was expected"},
+        {"PID\":0", "PID\":0.5",
+         ".savedWindowLayouts[0].ownerPID: an integer that fits was expected"},
+        {"\"A\"", "\"A\",\"screenIndex\":1e30",
+         ".savedWindowLayouts[0].screenIndex: an integer that fits was expected"},
+        {"\"A\"", "\"A\",\"isFullscreen\":\"true\"",
+         ".savedWindowLayouts[0].isFullscreen: true or false was expected"},
+    };
+    for (const auto& [from, to, error] : changes) {
+        const auto said = errorOf(text::replacingAll(good, from, to));
+        EXPECT_NE(said.find(std::string("workspaces[0]") + error), std::string::npos) << to << "\n"
+                                                                                      << said;
     }
 }
 

@@ -1,6 +1,5 @@
 #include "Windows.h"
 #include "foundation/Text.h"
-#include "linux/ApplicationOpener.h"
 #include "linux/LinuxScriptEngine.h"
 
 #include <csignal>
@@ -119,8 +118,8 @@ TEST_P(WindowManagerTest, givesBackWhatAPersonChanged) {
             if (change == "minimize") {
                 ASSERT_TRUE(runs("wmctrl -i -a " + idOf(window)));
             }
-            EXPECT_TRUE(comesTrue([&] { return listed(id) == wanted; }))
-                << name << " after " << change << ": " << listed(id);
+            SCOPED_TRACE(name + " after " + change);
+            comesToShow(wanted, [&] { return listed(id); });
         }
     }
 }
@@ -131,13 +130,13 @@ TEST_P(WindowManagerTest, fillsTheScreenAndComesBack) {
     EXPECT_EQ(accessibility_.isFullscreen(window), false);
     EXPECT_EQ(accessibility_.setFullscreen(window, true), Accessibility::success);
     EXPECT_EQ(accessibility_.isFullscreen(window), true);
-    EXPECT_TRUE(comesTrue([&] { return frameOf(window) == "0,0 1440x900"; })) << frameOf(window);
+    comesToShow("0,0 1440x900", [&] { return frameOf(window); });
     EXPECT_EQ(accessibility_.setFullscreen(window, true), Accessibility::success);
     // It is there already, so nothing has to move.
     EXPECT_EQ(placed(window, {0, 0, 1440, 900}), "0,0 1440x900");
     EXPECT_EQ(accessibility_.isFullscreen(window), true);
     EXPECT_EQ(accessibility_.setFullscreen(window, false), Accessibility::success);
-    EXPECT_TRUE(comesTrue([&] { return frameOf(window) == before; })) << frameOf(window);
+    comesToShow(before, [&] { return frameOf(window); });
     // The place is right as long as it is fullscreen, and no longer when the size is set.
     EXPECT_EQ(accessibility_.setFullscreen(window, true), Accessibility::success);
     EXPECT_TRUE(comesTrue([&] { return frameOf(window) == "0,0 1440x900"; }));
@@ -229,12 +228,9 @@ TEST_F(AccessibilityTest, knowsWhoseWindowsTheyAre) {
     const auto iconified = makeOwn({0, 0, 100, 100}, {});
     const auto front = makeOwn({0, 0, 100, 100}, {});
     const auto palette = makeOwn({0, 0, 100, 100}, {});
-    const auto type = [&](const AccessibilityWindow& window, const std::string& name) {
-        probe_->setList(static_cast<xcb_window_t>(window.identifier), "_NET_WM_WINDOW_TYPE",
-                        {probe_->atom(name)}, XCB_ATOM_ATOM);
-    };
-    type(palette, "_NET_WM_WINDOW_TYPE_UTILITY");
-    type(front, "_NET_WM_WINDOW_TYPE_DIALOG");
+    for (const auto& [window, type] :
+         {std::pair{palette, "_NET_WM_WINDOW_TYPE_UTILITY"}, {front, "_NET_WM_WINDOW_TYPE_DIALOG"}})
+        probe_->setAtom(static_cast<xcb_window_t>(window.identifier), "_NET_WM_WINDOW_TYPE", type);
     ASSERT_TRUE(runs("xdotool windowminimize " + idOf(iconified)));
     const std::vector<AccessibilityWindow> expected{front, back, iconified};
     EXPECT_TRUE(comesTrue([&] { return accessibility_.windows(getpid()) == expected; }));
@@ -265,10 +261,7 @@ TEST_F(AccessibilityTest, knowsWhoseWindowsTheyAre) {
 }
 
 TEST_F(AccessibilityTest, aScriptFillsTheScreen) {
-    const ApplicationOpener opener(
-        catalogue_, {.list = [this] { return running_.list(); },
-                     .activate = [this](std::int32_t id) { return running_.activate(id); }});
-    LinuxScriptEngine engine(opener, accessibility_);
+    LinuxScriptEngine engine(opener_, accessibility_);
     const Program eyes({"xeyes"});
     const auto window = firstWindowOf(eyes.id());
     const auto name = running_.list().at(0).localizedName.value();

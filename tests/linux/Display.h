@@ -2,6 +2,7 @@
 
 #include "Machine.h"
 #include "foundation/Text.h"
+#include "linux/ApplicationOpener.h"
 #include "linux/RunningApplications.h"
 #include "linux/X11WindowGeometry.h"
 
@@ -95,6 +96,9 @@ public:
             {reinterpret_cast<const char*>(values.data()), values.size() * sizeof values[0]}, 32,
             type);
         xcb_flush(connection_);
+    }
+    void setAtom(xcb_window_t window, const std::string& property, const std::string& value) {
+        setList(window, property, {atom(value)}, XCB_ATOM_ATOM);
     }
     void set(xcb_window_t window, const std::string& property, std::uint32_t value) {
         set(window, property, {reinterpret_cast<const char*>(&value), sizeof value}, 32);
@@ -210,6 +214,10 @@ protected:
     ScopedVariable path_{"PATH", place("emulators") + ":/usr/bin:/bin"};
     Catalogue catalogue_;
     RunningApplications running_{catalogue_};
+    ApplicationOpener opener_{
+        catalogue_,
+        {.list = [this] { return running_.list(); },
+         .activate = [this](std::int32_t id) { return running_.activate(id); }}};
 };
 
 } // namespace corvane::machine

@@ -19,32 +19,22 @@ protected:
         ASSERT_TRUE(runs("xrandr --setmonitor '" + name + "' " + geometry.str() +
                          (name.find("first") == std::string::npos ? " none" : " screen")));
     }
-    std::string frames() {
+    std::string frames(Rect Display::*kind = &Display::frame) {
         std::vector<std::string> texts;
         for (const auto& screen : displays_.screens())
-            texts.push_back(rectText(screen.frame));
-        return text::joined(texts, "; ");
-    }
-    std::string visibleFrames() {
-        std::vector<std::string> texts;
-        for (const auto& screen : displays_.screens())
-            texts.push_back(rectText(screen.visibleFrame));
+            texts.push_back(rectText(screen.*kind));
         return text::joined(texts, "; ");
     }
     xcb_window_t panel(const x11::Frame& frame, const std::vector<std::uint32_t>& strut,
                        const std::string& property = "_NET_WM_STRUT_PARTIAL") {
         const auto window = probe_->make(frame);
-        probe_->setList(window, "_NET_WM_WINDOW_TYPE", {probe_->atom("_NET_WM_WINDOW_TYPE_DOCK")},
-                        XCB_ATOM_ATOM);
+        probe_->setAtom(window, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DOCK");
         probe_->setList(window, property, strut);
         show(window);
         return window;
     }
-    bool visibleFramesBecome(const std::string& expected) {
-        std::string last;
-        const bool came = comesTrue([&] { return (last = visibleFrames()) == expected; });
-        EXPECT_EQ(last, expected);
-        return came;
+    void visibleFramesBecome(const std::string& expected) {
+        comesToShow(expected, [this] { return frames(&Display::visibleFrame); });
     }
 };
 
@@ -84,7 +74,7 @@ TEST_F(DisplaysTest, countUpwardFromThePrimaryOne) {
 }
 
 TEST_F(DisplaysTest, leaveOutWhatPanelsTake) {
-    EXPECT_EQ(visibleFrames(), "0,0 1440x900");
+    EXPECT_EQ(frames(&Display::visibleFrame), "0,0 1440x900");
     const auto top = panel({0, 0, 1440, 24}, {0, 0, 24, 0, 0, 0, 0, 0, 0, 1439, 0, 0});
     const auto old = panel({1400, 0, 40, 900}, {0, 40, 0, 0}, "_NET_WM_STRUT");
     visibleFramesBecome("0,0 1400x876");

@@ -118,6 +118,12 @@ bool comesTrue(const std::function<bool()>& condition) {
     return true;
 }
 
+void comesToShow(const std::string& expected, const std::function<std::string()>& look) {
+    std::string last;
+    comesTrue([&] { return (last = look()) == expected; });
+    EXPECT_EQ(last, expected);
+}
+
 std::vector<std::string> records(const std::string& label, std::size_t count) {
     std::vector<std::string> found;
     comesTrue([&] {

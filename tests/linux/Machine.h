@@ -26,6 +26,8 @@ std::string recording(const std::string& label, const std::string& fieldCodes);
 
 /// Asks again and again, ten seconds at most.
 bool comesTrue(const std::function<bool()>& condition);
+/// Looks until it sees that text, as long; a failure where it doesn't come.
+void comesToShow(const std::string& expected, const std::function<std::string()>& look);
 
 /// Forgets what was recorded.
 void clearRecords();

@@ -26,6 +26,11 @@ protected:
         EXPECT_TRUE(found) << process;
         return result;
     }
+    /// Whether it is neither asked nor ended by force, though both are wanted.
+    bool isSpared(const RunningApplication& application) {
+        const bool asked = running_.terminate(application);
+        return !running_.forceTerminate(application) && !asked;
+    }
 };
 
 std::string thisMachine() {
@@ -34,11 +39,9 @@ std::string thisMachine() {
     return name;
 }
 
-Program client(const std::string& reaction) {
-    return Program({TEST_CLIENT, reaction});
-}
-Program client(const std::string& reaction, const std::string& typeOfSecondWindow) {
-    return Program({TEST_CLIENT, reaction, typeOfSecondWindow});
+/// It takes its reaction, and the type of its second window if it shall have one.
+Program client(const auto&... words) {
+    return Program({TEST_CLIENT, words...});
 }
 
 TEST_F(QuittingTest, eachProcessIsAskedInItsOwnWay) {
@@ -54,8 +57,7 @@ TEST_F(QuittingTest, eachProcessIsAskedInItsOwnWay) {
         EXPECT_TRUE(running_.terminate(application));
     EXPECT_TRUE(closing.ends());
     EXPECT_TRUE(windowsBecome(4)) << "one ignores it, one wasn't asked";
-    EXPECT_FALSE(running_.terminate(c)) << "it isn't there any more";
-    EXPECT_FALSE(running_.forceTerminate(c));
+    EXPECT_TRUE(isSpared(c)) << "it isn't there any more";
 
     EXPECT_TRUE(hiding.isRunning());
     EXPECT_TRUE(running_.terminate(h)) << "with no window left it gets a signal";
@@ -77,8 +79,7 @@ TEST_F(QuittingTest, aProcessThatIsntTheListedOneStays) {
     const RunningApplication withoutDisplay{.processIdentifier = unconnected.id(),
                                             .startTime = *startTimeOf(unconnected.id())};
     for (const auto& application : {later, unknown, withoutDisplay, RunningApplication{}}) {
-        EXPECT_FALSE(running_.terminate(application));
-        EXPECT_FALSE(running_.forceTerminate(application));
+        EXPECT_TRUE(isSpared(application));
     }
     EXPECT_FALSE(sendSignal(process.id(), later.startTime, SIGKILL));
     EXPECT_FALSE(sendSignal(-1, 0, SIGKILL));
@@ -89,8 +90,7 @@ TEST_F(QuittingTest, aProcessThatIsntTheListedOneStays) {
     kill(process.id(), SIGKILL);
     ASSERT_TRUE(windowsBecome(0));
     EXPECT_TRUE(startTimeOf(process.id())) << "it has ended, but nobody has taken note";
-    EXPECT_FALSE(running_.terminate(listedOne));
-    EXPECT_FALSE(running_.forceTerminate(listedOne));
+    EXPECT_TRUE(isSpared(listedOne));
 }
 
 TEST_F(QuittingTest, theSessionIsNeverAsked) {
@@ -100,8 +100,7 @@ TEST_F(QuittingTest, theSessionIsNeverAsked) {
     for (const pid_t process : {getpid(), manager_->id(), server_->id()}) {
         const RunningApplication application{.processIdentifier = process,
                                              .startTime = *startTimeOf(process)};
-        EXPECT_FALSE(running_.terminate(application));
-        EXPECT_FALSE(running_.forceTerminate(application));
+        EXPECT_TRUE(isSpared(application));
     }
     EXPECT_EQ(kill(server_->id(), 0) + kill(manager_->id(), 0), 0);
     EXPECT_EQ(probe_->managed().size(), 1u);
@@ -154,8 +153,7 @@ TEST_F(QuittingWithoutTheServersWordTest, onlyClientsOfThisMachineAreFound) {
 
     probe_->show(probe_->make(server_->id(), thisMachine()));
     const auto server = listed(server_->id());
-    EXPECT_FALSE(running_.terminate(server));
-    EXPECT_FALSE(running_.forceTerminate(server));
+    EXPECT_TRUE(isSpared(server));
 }
 
 TEST_F(QuittingTest, panelsAndDesktopsStay) {
@@ -164,15 +162,13 @@ TEST_F(QuittingTest, panelsAndDesktopsStay) {
     ASSERT_TRUE(windowsBecome(4));
     const auto p = listed(panel.id());
     EXPECT_EQ(p.activationPolicy, 1);
-    EXPECT_FALSE(running_.terminate(p));
-    EXPECT_FALSE(running_.forceTerminate(p));
+    EXPECT_TRUE(isSpared(p));
 
     const auto f = listed(fileManager.id());
     EXPECT_EQ(f.activationPolicy, 0);
     EXPECT_TRUE(running_.terminate(f)) << "its other window goes";
     ASSERT_TRUE(windowsBecome(3));
-    EXPECT_FALSE(running_.terminate(f));
-    EXPECT_FALSE(running_.forceTerminate(f));
+    EXPECT_TRUE(isSpared(f));
     EXPECT_TRUE(panel.isRunning() && fileManager.isRunning());
     EXPECT_EQ(probe_->managed().size(), 3u);
 }
@@ -220,8 +216,7 @@ TEST_F(QuittingTest, nothingIsWaitedForLong) {
 
     kill(server_->id(), SIGSTOP);
     start = Clock::now();
-    EXPECT_FALSE(running_.terminate(application));
-    EXPECT_FALSE(running_.forceTerminate(application)) << "who is who can't be told";
+    EXPECT_TRUE(isSpared(application)) << "who is who can't be told";
     EXPECT_LT(Clock::now() - start, std::chrono::seconds(2));
     kill(server_->id(), SIGCONT);
     EXPECT_TRUE(process.isRunning());

@@ -1,6 +1,5 @@
 #include "Display.h"
 #include "linux/ApplicationIdentity.h"
-#include "linux/ApplicationOpener.h"
 #include "linux/LinuxAccessibility.h"
 #include "linux/LinuxScriptEngine.h"
 #include "linux/RunningProcess.h"
@@ -129,12 +128,9 @@ TEST_F(RunningApplicationsTest, listsProcessesInTheOrderOfTheirStart) {
 
 TEST_F(RunningApplicationsTest, aScriptOpensATerminalThatStays) {
     const ScopedVariable shell("SHELL", "/bin/sh");
-    const ApplicationOpener opener(
-        catalogue_, {.list = [this] { return running_.list(); },
-                     .activate = [this](std::int32_t id) { return running_.activate(id); }});
     x11::Connection connection;
     LinuxAccessibility accessibility(connection);
-    LinuxScriptEngine engine(opener, accessibility);
+    LinuxScriptEngine engine(opener_, accessibility);
     const auto file = place("notes/where");
     const auto outcome = engine.execute("tell application \"Terminal\"\n activate\n do script \"cd "
                                         "'/usr' && pwd > '" +

@@ -23,9 +23,6 @@ protected:
                         XCB_ATOM_WM_SIZE_HINTS);
         return window;
     }
-    void setAtom(xcb_window_t window, const std::string& property, const std::string& value) {
-        probe_->setList(window, property, {probe_->atom(value)}, XCB_ATOM_ATOM);
-    }
     /// Front to back: title, layer and frame.
     std::string all() {
         std::vector<std::string> lines;
@@ -36,23 +33,20 @@ protected:
         }
         return text::joined(lines, "; ");
     }
-    bool becomes(const std::string& expected) {
-        std::string last;
-        const bool came = comesTrue([&] { return (last = all()) == expected; });
-        EXPECT_EQ(last, expected);
-        return came;
+    void becomes(const std::string& expected) {
+        comesToShow(expected, [this] { return all(); });
     }
 };
 
 TEST_F(WindowListTest, showsWhatAPersonSeesFrontToBack) {
     const auto desktop = make("desktop", {0, 0, 1440, 900});
-    setAtom(desktop, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP");
+    probe_->setAtom(desktop, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP");
     const auto dock = make("dock", {0, 870, 1440, 30});
-    setAtom(dock, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DOCK");
+    probe_->setAtom(dock, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DOCK");
     const auto below = make("below", {10, 10, 200, 100});
-    setAtom(below, "_NET_WM_STATE", "_NET_WM_STATE_BELOW");
+    probe_->setAtom(below, "_NET_WM_STATE", "_NET_WM_STATE_BELOW");
     const auto above = make("above", {20, 20, 200, 100});
-    setAtom(above, "_NET_WM_STATE", "_NET_WM_STATE_ABOVE");
+    probe_->setAtom(above, "_NET_WM_STATE", "_NET_WM_STATE_ABOVE");
     const auto shadowed = make("sh\xc3\xa4"
                                "dowed \xff",
                                {30, 30, 200, 100});
