@@ -9,7 +9,6 @@ namespace {
 using Lines = std::vector<std::string>;
 
 TEST(Migrations, ofAVeryOldFileAllRunInOrderAtOneStartAndNeverAgain) {
-    constexpr auto legacyPath = "/home/user/Documents/corvane_workspaces.json";
     StoreScene scene;
     auto& desktop = scene.desktop;
     desktop.files.contents["/plan.txt"] = "";

@@ -13,6 +13,8 @@
 
 namespace corvane {
 
+inline constexpr auto storeFolder = "/home/user/.local/share/Corvane";
+inline constexpr auto legacyPath = "/home/user/Documents/corvane_workspaces.json";
 inline constexpr auto workspacesPath = "/home/user/.local/share/Corvane/corvane_workspaces.json";
 inline constexpr auto bookmarkCachePath = "/home/user/.local/share/Corvane/bookmark_cache.plist";
 

@@ -5,9 +5,6 @@
 namespace corvane {
 namespace {
 
-constexpr auto legacyPath = "/home/user/Documents/corvane_workspaces.json";
-constexpr auto storeFolder = "/home/user/.local/share/Corvane";
-
 class Persistence : public testing::Test {
 protected:
     StoreScene scene;

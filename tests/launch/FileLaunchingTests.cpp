@@ -183,9 +183,6 @@ TEST_F(FileLaunching, anUnknownApplicationIsLeftToTheOpenCommand) {
 TEST_F(FileLaunching, bothEntryPointsGoByTheTypeAndOnlyFilesHeedTheApplication) {
     const std::string web = "https://corvane.example/";
     const std::string inPadByCommand = "task /usr/bin/open -a /Applications/Pad.app ";
-    const std::string script =
-        "script tell application \"Terminal\" /     activate /     do script "
-        "\"ls\" / end tell";
     const struct {
         ResourceType type;
         std::string path;
@@ -197,7 +194,7 @@ TEST_F(FileLaunching, bothEntryPointsGoByTheTypeAndOnlyFilesHeedTheApplication) 
         {application, "/Applications/Web.app", "open file:///Applications/Web.app",
          inPadByCommand + "/Applications/Web.app"},
         {url, web, "open " + web, "open " + web},
-        {terminal, "ls", script, script},
+        {terminal, "ls", terminalScript("ls"), terminalScript("ls")},
         {separator, "", "", ""},
     };
     for (const auto& [type, path, plain, withApp] : cases) {

@@ -44,6 +44,11 @@ protected:
                              [&](const auto& application) { return application.path == path; });
     }
 
+    /// What the log has of a command that runs in Terminal.
+    static std::string terminalScript(const std::string& command) {
+        return "script tell application \"Terminal\" /     activate /     do script \"" + command +
+               "\" / end tell";
+    }
     /// The log, but for the questions of the search for an application.
     std::string openings() const {
         return without(desktop.log, {"task /usr/bin/mdfind", "query "});

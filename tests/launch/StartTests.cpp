@@ -8,9 +8,7 @@ using enum ResourceType;
 class Start : public LaunchScene {
 protected:
     WorkspaceStore& store = scene.start();
-    const std::string script =
-        "script tell application \"Terminal\" /     activate /     do script "
-        "\"make\" / end tell";
+    const std::string script = terminalScript("make");
     const std::string page = "open https://corvane.example/";
 
     Start() { forget(); }

@@ -14,6 +14,12 @@ protected:
     void defaultBrowser(const std::string& name) {
         desktop.defaultHandlers["http:"] = bundle(name);
     }
+    /// Forgets what happened before, and waits for all that comes of it.
+    void openPage(const std::string& address, const std::vector<std::string>& associated = {}) {
+        forget();
+        launcher.launchURLResource(resource(url, address, associated));
+        desktop.runUntilIdle();
+    }
     static std::string chromiumTab(const std::string& browser, const std::string& address) {
         return "/usr/bin/open --new -a " + browser + " --args " + address;
     }
@@ -81,15 +87,13 @@ TEST_F(UrlLaunching, aPageGoesToEachAssociatedBrowserAndThenToTheDefaultOne) {
     desktop.taskResults.insert({brave, Error{"No memory."}});
     const auto applications = desktop.applications;
     for (const auto& [browser, standard, associated, openings, alerts, diagnostics] : cases) {
-        forget();
         desktop.applications = applications;
         if (!browser.empty()) desktop.install({.path = bundle(browser)});
         if (browser == "Damaged") desktop.applications.back().openError = Error{"It's damaged."};
         defaultBrowser(standard);
         const auto names =
             associated.empty() ? std::vector<std::string>() : text::split(associated, ',');
-        launcher.launchURLResource(resource(url, page, names));
-        desktop.runUntilIdle();
+        openPage(page, names);
         EXPECT_EQ(this->openings(), openings);
         EXPECT_EQ(this->alerts(), alerts);
         EXPECT_EQ(this->diagnostics(), diagnostics);
@@ -115,10 +119,8 @@ TEST_F(UrlLaunching, onlyAResultWithoutAnErrorIsATabInSafari) {
                                "\" /     end try / end tell";
     defaultBrowser("Safari");
     for (const auto& [outcome, diagnostics] : cases) {
-        forget();
         desktop.scriptOutcomes["Safari"] = outcome;
-        launcher.launchURLResource(resource(url, page));
-        desktop.runUntilIdle();
+        openPage(page);
         EXPECT_EQ(openings(), script + (diagnostics.empty() ? "" : "\n" + open));
         EXPECT_EQ(this->diagnostics(), diagnostics);
     }
@@ -126,8 +128,7 @@ TEST_F(UrlLaunching, onlyAResultWithoutAnErrorIsATabInSafari) {
 
 TEST_F(UrlLaunching, withNoBrowserAtAllTheUserIsTold) {
     desktop.defaultHandlers.clear();
-    launcher.launchURLResource(resource(url, page));
-    desktop.runUntilIdle();
+    openPage(page);
     EXPECT_EQ(openings(), open + "\nsheet URL Launch Failed");
     EXPECT_EQ(alerts(), "URL Launch Failed | Failed to open the URL '" + page +
                             "' in your default browser. This could be due to:\n\n• No default "
@@ -139,9 +140,7 @@ TEST_F(UrlLaunching, anAddressOfAnyOtherSchemeStillGoesToTheBrowserOfHttp) {
     defaultBrowser("Google Chrome");
     for (const std::string address : {"mailto:me@corvane.example", "file:///docs/notes.txt",
                                       "HTTP://corvane.example", "x-app:go"}) {
-        forget();
-        launcher.launchURLResource(resource(url, address));
-        desktop.runUntilIdle();
+        openPage(address);
         EXPECT_TRUE(openings().starts_with("task " + chromiumTab("Google Chrome", address)));
     }
 }
@@ -159,9 +158,7 @@ TEST_F(UrlLaunching, anAddressThatIsNoneOpensNothing) {
     };
     for (const std::string path : {"", "https://a b/", "http://[::1", "https://x/\"", "ü",
                                    "corvane.example", "/docs/notes.txt", "//corvane.example/a"}) {
-        forget();
-        launcher.launchURLResource(resource(url, path, {"Google Chrome", "Web"}));
-        desktop.runUntilIdle();
+        openPage(path, {"Google Chrome", "Web"});
         const bool parses = path.find("/docs") == 0 || path.find("corvane") != path.npos;
         EXPECT_EQ(openings(), parses ? "sheet Invalid URL Format" : "sheet Invalid URL") << path;
         EXPECT_EQ(alerts(), parses ? noScheme(path) : invalid(path));
@@ -190,9 +187,7 @@ TEST_F(UrlLaunching, aCommandRunsInTerminalWithTheFirstPieceAsItsDirectory) {
         launcher.launchTerminalResource(resource(terminal, path));
         EXPECT_EQ(openings(), "") << "the script waits its turn";
         desktop.runUntilIdle();
-        EXPECT_EQ(openings(), "script tell application \"Terminal\" /     activate /     do script "
-                              "\"" +
-                                  shellText + "\" / end tell");
+        EXPECT_EQ(openings(), terminalScript(shellText));
         EXPECT_EQ(diagnostics(), "Executing terminal command: " + path);
         EXPECT_EQ(alerts(), "");
     }
