@@ -67,43 +67,31 @@ TEST_F(QuittingTest, eachProcessIsAskedInItsOwnWay) {
     EXPECT_TRUE(bystander.isRunning());
 }
 
-TEST_F(QuittingTest, aProcessThatIsntTheListedOneStays) {
+TEST_F(QuittingTest, aProcessThatIsntTheListedOneAndTheSessionStay) {
     auto process = client("close");
-    ASSERT_TRUE(windowsBecome(2));
+    Program unconnected({"sleep", "60"});
+    probe_->show(probe_->make());
+    ASSERT_TRUE(windowsBecome(3));
     const auto listedOne = listed(process.id());
     auto later = listedOne;
     ++later.startTime;
     auto unknown = listedOne;
     unknown.startTime = 0;
-    Program unconnected({"sleep", "60"});
-    const RunningApplication withoutDisplay{.processIdentifier = unconnected.id(),
-                                            .startTime = *startTimeOf(unconnected.id())};
-    for (const auto& application : {later, unknown, withoutDisplay, RunningApplication{}}) {
-        EXPECT_TRUE(isSpared(application));
-    }
+    std::vector<RunningApplication> staying{later, unknown, {}};
+    for (const pid_t id : {unconnected.id(), getpid(), manager_->id(), server_->id()})
+        staying.push_back({.processIdentifier = id, .startTime = *startTimeOf(id)});
+    for (const auto& application : staying)
+        EXPECT_TRUE(isSpared(application)) << application.processIdentifier;
     EXPECT_FALSE(sendSignal(process.id(), later.startTime, SIGKILL));
     EXPECT_FALSE(sendSignal(-1, 0, SIGKILL));
-    EXPECT_TRUE(process.isRunning());
-    EXPECT_TRUE(unconnected.isRunning());
-    EXPECT_EQ(probe_->managed().size(), 2u);
+    EXPECT_TRUE(process.isRunning() && unconnected.isRunning());
+    EXPECT_TRUE(manager_->isRunning() && server_->isRunning());
+    EXPECT_EQ(probe_->managed().size(), 3u);
 
     kill(process.id(), SIGKILL);
-    ASSERT_TRUE(windowsBecome(0));
+    ASSERT_TRUE(windowsBecome(1));
     EXPECT_TRUE(startTimeOf(process.id())) << "it has ended, but nobody has taken note";
     EXPECT_TRUE(isSpared(listedOne));
-}
-
-TEST_F(QuittingTest, theSessionIsNeverAsked) {
-    const auto shown = probe_->make();
-    probe_->show(shown);
-    ASSERT_TRUE(windowsBecome(1));
-    for (const pid_t process : {getpid(), manager_->id(), server_->id()}) {
-        const RunningApplication application{.processIdentifier = process,
-                                             .startTime = *startTimeOf(process)};
-        EXPECT_TRUE(isSpared(application));
-    }
-    EXPECT_EQ(kill(server_->id(), 0) + kill(manager_->id(), 0), 0);
-    EXPECT_EQ(probe_->managed().size(), 1u);
 }
 
 /// A window manager can have windows like anyone's, and one that has gone leaves its word behind.
