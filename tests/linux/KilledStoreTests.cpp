@@ -1,5 +1,6 @@
 #include "Machine.h"
 #include "StoreOnDisk.h"
+#include "core/StoreScene.h"
 
 #include <csignal>
 #include <filesystem>
@@ -66,12 +67,8 @@ std::string firstContent() {
 
 /// What the file holds after each edit.
 std::vector<std::size_t> digestsOfAllStates() {
-    SimulatedDesktop desktop;
-    auto platform = desktop.platform();
-    desktop.files.contents["/home/user/.local/share/Corvane/corvane_workspaces.json"] =
-        firstContent();
-    BookmarkManager bookmarks(desktop.files, desktop.bookmarks, desktop.queue);
-    WorkspaceStore store(platform, bookmarks);
+    StoreScene scene;
+    auto& store = scene.start({workspace(edits)});
     std::vector<std::size_t> states{digest(firstContent())};
     for (std::size_t number = 0; number < edits; ++number) {
         edit(store, number);

@@ -1,5 +1,6 @@
 #include "Machine.h"
 #include "StoreOnDisk.h"
+#include "core/StoreScene.h"
 #include "foundation/Text.h"
 
 #include <algorithm>
@@ -50,14 +51,8 @@ protected:
         disk.add(name);
         disk.bookmarks.resolveResource(folder_ + "/elsewhere/" + name, ResourceType::file);
     }
-    static std::string names(const std::vector<Workspace>& workspaces) {
-        std::string joined;
-        for (const auto& workspace : workspaces)
-            joined += workspace.name + " ";
-        return joined;
-    }
-    std::string storedNames(StoreOnDisk& disk) const {
-        return names(decodeWorkspaces(read(file_), disk.platform.bundles));
+    std::string stored(StoreOnDisk& disk) const {
+        return described(decodeWorkspaces(read(file_), disk.platform.bundles));
     }
     std::size_t storedBookmarks() const {
         const auto list = PropertyList::parse(read(cache_));
@@ -153,12 +148,12 @@ TEST_F(StoreOnDiskTest, whatCannotBeSavedIsKeptInMemoryUntilItCanBe) {
             const auto before = everythingBut(unhindered);
             use(*disk, "b");
             EXPECT_EQ(everythingBut(unhindered), before);
-            EXPECT_EQ(names(disk->store.workspaces), "Personal Work Creative a b ");
+            EXPECT_EQ(described(disk->store.workspaces), "Personal() Work() Creative() a() b()");
             EXPECT_EQ(disk->bookmarks.bookmarkCache().size(), 2u);
             end(file);
             const bool isLink = fs::is_symlink(file);
             use(*disk, "c");
-            EXPECT_EQ(storedNames(*disk), "Personal Work Creative a b c ");
+            EXPECT_EQ(stored(*disk), "Personal() Work() Creative() a() b() c()");
             EXPECT_EQ(storedBookmarks(), 3u);
             EXPECT_EQ(fs::is_symlink(file), isLink);
             EXPECT_EQ(read(folder_ + "/elsewhere/b"), "b");
