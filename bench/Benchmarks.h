@@ -31,5 +31,6 @@ struct Comparison {
 std::vector<Comparison> registerCoding();
 std::vector<Comparison> registerSaving();
 std::vector<Comparison> registerStarting();
+std::vector<Comparison> registerStatusMenu();
 
 } // namespace corvane::bench

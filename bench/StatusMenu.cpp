@@ -1,33 +1,21 @@
+#include "Benchmarks.h"
 #include "core/RecordCoding.h"
 #include "shell/CorvaneApp.h"
 #include "simulated/SimulatedDesktop.h"
 
 #include <benchmark/benchmark.h>
 
-using namespace corvane;
-
+namespace corvane::bench {
 namespace {
 
-std::vector<Workspace> workspaces(const Platform& platform, int count, int resources) {
-    std::vector<Workspace> list;
-    for (int i = 0; i < count; ++i) {
-        list.push_back(makeWorkspace("Workspace " + std::to_string(i), "", "star", {}));
-        for (int k = 0; k < resources; ++k) {
-            const auto name = "document " + std::to_string(k) + ".txt";
-            list.back().resources.push_back(makeResource(name, "/home/user/Documents/" + name,
-                                                         ResourceType::file, platform.bundles));
-        }
-    }
-    return list;
-}
-
 /// From the store's notification to the new menu in the status item.
-void rebuildMenu(benchmark::State& state) {
+void rebuildMenu(benchmark::State& state, std::size_t count) {
     SimulatedDesktop desktop;
     auto platform = desktop.platform();
+    desktop.defaults["HasCompletedOnboarding"] = {true};
     desktop.files.contents[desktop.files.applicationSupportDirectory() +
                            "/Corvane/corvane_workspaces.json"] =
-        encodeWorkspaces(workspaces(platform, int(state.range(0)), 20));
+        encodeWorkspaces(sampleWorkspaces(count, 20));
     CorvaneApp app(platform);
     app.setupApp();
     app.appDelegate().applicationDidFinishLaunching();
@@ -36,8 +24,24 @@ void rebuildMenu(benchmark::State& state) {
         platform.notificationCenter.post("WorkspaceStoreDidChange");
         desktop.runUntilIdle();
     }
-    if (desktop.statusBar.menu.size() < std::size_t(state.range(0))) state.SkipWithError("no menu");
+    if (desktop.statusBar.menu.size() < count) state.SkipWithError("no menu");
 }
-BENCHMARK(rebuildMenu)->Arg(10)->Arg(100)->Unit(benchmark::kMicrosecond);
 
 } // namespace
+
+std::vector<Comparison> registerStatusMenu() {
+    for (const std::size_t count : {10, 100})
+        benchmark::RegisterBenchmark(("menu/" + std::to_string(count)).c_str(), rebuildMenu, count);
+    return {{.what = "rebuild a menu of 100 workspaces | 2 milliseconds",
+             .ours = "menu/100",
+             .reference = "",
+             .factor = 2e-3,
+             .allowedRatio = 1},
+            {.what = "rebuild it | 10 times one of 10 workspaces",
+             .ours = "menu/100",
+             .reference = "menu/10",
+             .factor = 10,
+             .allowedRatio = 3}};
+}
+
+} // namespace corvane::bench

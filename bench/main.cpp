@@ -81,7 +81,8 @@ int main(int count, char** arguments) {
     if (benchmark::ReportUnrecognizedArguments(wordCount, words.data())) return 2;
 
     std::vector<Comparison> comparisons;
-    for (auto& part : {registerCoding(), registerSaving(), registerStarting()})
+    for (auto& part :
+         {registerCoding(), registerSaving(), registerStarting(), registerStatusMenu()})
         comparisons.insert(comparisons.end(), part.begin(), part.end());
     Medians medians;
     benchmark::RunSpecifiedBenchmarks(&medians);
