@@ -211,13 +211,28 @@ bool Desktop::shows(const std::string& text) const {
     return false;
 }
 
-void Desktop::raise() const {
+std::string Desktop::raise() const {
     // The newest window is last, and that is the one to answer first.
     std::string own;
     for (const auto& window : windows()) {
         if (window.pid == corvane_->pid()) own = window.id;
     }
     if (!own.empty()) run({"xdotool", "windowactivate", "--sync", own});
+    return own;
+}
+
+Point Desktop::asShown(Point place, const std::string& id) const {
+    const auto all = controls();
+    const auto frame = std::find_if(all.rbegin(), all.rend(),
+                                    [](const Control& control) { return control.role == "frame"; });
+    const auto shown = run({"xwininfo", "-id", id});
+    const auto corner = [&](const std::string& mark) {
+        return std::atoi(shown.c_str() + shown.find(mark) + mark.size());
+    };
+    if (frame == all.rend() || shown.find("Absolute") == std::string::npos) return place;
+    place.x += corner("Absolute upper-left X:") - int(frame->place.x);
+    place.y += corner("Absolute upper-left Y:") - int(frame->place.y);
+    return place;
 }
 
 std::optional<Rect> Desktop::placeOf(const std::string& name, const std::string& inside) const {
@@ -251,10 +266,10 @@ std::optional<Point> Desktop::middleOf(const std::string& name, const std::strin
 }
 
 bool Desktop::press(const std::string& name, const std::string& inside) const {
-    const auto place = middleOf(name, inside);
-    if (!place) return false;
-    raise();
-    run({"xdotool", "mousemove", std::to_string(place->x), std::to_string(place->y), "click", "1"});
+    const auto told = middleOf(name, inside);
+    if (!told) return false;
+    const auto place = asShown(*told, raise());
+    run({"xdotool", "mousemove", std::to_string(place.x), std::to_string(place.y), "click", "1"});
     return true;
 }
 

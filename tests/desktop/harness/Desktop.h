@@ -90,7 +90,11 @@ private:
     void prepareHome() const;
     void startSession();
     std::optional<Rect> placeOf(const std::string& name, const std::string& inside) const;
-    void raise() const;
+    /// Brings Corvane's newest window to the front, and gives its identifier.
+    std::string raise() const;
+    /// A place in that window as it is on the screen: not every window manager tells a program
+    /// where it put its window.
+    Point asShown(Point place, const std::string& id) const;
 
     std::string root_;
     std::string busAddress_;
