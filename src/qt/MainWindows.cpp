@@ -216,7 +216,7 @@ void MainWindows::follow(QQuickWindow& window, int identifier) {
 void MainWindows::close(int identifier) {
     std::erase_if(windows_, [&](const auto& window) { return window->identifier == identifier; });
     emptyWindows_.erase(identifier);
-    // With no status item nothing would lead back to the program.
+    // With no status item nothing on the screen would show that the program still runs.
     const bool goesOn = !app_->appDelegate().applicationShouldTerminateAfterLastWindowClosed() &&
                         app_->platform().statusBar.isShown();
     if (windows().empty() && !goesOn) terminate();
