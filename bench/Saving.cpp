@@ -1,8 +1,8 @@
 #include "Benchmarks.h"
 #include "core/RecordCoding.h"
 #include "core/WorkspacePersistence.h"
-#include "linux/Catalogue.h"
-#include "linux/LinuxFileSystem.h"
+#include "linux/files/LinuxFileSystem.h"
+#include "linux/installed/InstalledApplications.h"
 #include "simulated/SimulatedDesktop.h"
 
 #include <cstdio>
@@ -17,8 +17,8 @@ namespace {
 void saveOurs(benchmark::State& state) {
     SimulatedDesktop desktop;
     const auto platform = desktop.platform();
-    const Catalogue catalogue;
-    LinuxFileSystem files(catalogue);
+    const InstalledApplications installed;
+    LinuxFileSystem files(installed);
     WorkspacePersistence persistence(files, platform.bundles, platform.mainQueue, platform.alerts,
                                      platform.panels, platform.clock);
     for (auto _ : state)
@@ -28,8 +28,8 @@ void saveOurs(benchmark::State& state) {
 }
 
 void saveReference(benchmark::State& state) {
-    const Catalogue catalogue;
-    LinuxFileSystem files(catalogue);
+    const InstalledApplications installed;
+    LinuxFileSystem files(installed);
     const auto target = files.applicationSupportDirectory() + "/reference.json";
     const auto temporary = target + ".new";
     files.createDirectory(files.applicationSupportDirectory());

@@ -2,10 +2,11 @@
 #include "core/BookmarkManager.h"
 #include "core/RecordCoding.h"
 #include "core/WorkspaceStore.h"
-#include "qt/Face.h"
-#include "qt/HeaderModel.h"
-#include "qt/SettingsModel.h"
-#include "qt/WorkspaceListModel.h"
+#include "qt/models/HeaderModel.h"
+#include "qt/models/SettingsModel.h"
+#include "qt/models/WorkspaceListModel.h"
+#include "qt/toolkit/Startup.h"
+#include "qt/toolkit/Views.h"
 #include "simulated/SimulatedDesktop.h"
 #include "ui/ContentState.h"
 
@@ -166,7 +167,7 @@ private:
 struct RealWindow {
     explicit RealWindow(QQmlEngine& engine, const std::vector<Workspace>& workspaces) {
         store.workspaces = workspaces;
-        view = makeWindow(engine, "MainWindow",
+        view = makeWindow(engine, "window/MainWindow",
                           {{"header", QVariant::fromValue(&header)},
                            {"workspaces", QVariant::fromValue(&list)},
                            {"settings", QVariant::fromValue(&settings)}});

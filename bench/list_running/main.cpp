@@ -1,5 +1,5 @@
-#include "linux/Catalogue.h"
-#include "linux/RunningApplications.h"
+#include "linux/installed/InstalledApplications.h"
+#include "linux/running/RunningApplications.h"
 
 #include <cstdio>
 
@@ -7,8 +7,8 @@ using namespace corvane;
 
 /// Lists the running applications of the display once, a line each, as `wmctrl -lp` lists windows.
 int main() {
-    Catalogue catalogue;
-    for (const auto& application : RunningApplications(catalogue).list()) {
+    InstalledApplications installed;
+    for (const auto& application : RunningApplications(installed).list()) {
         std::printf("%d %d %s\n", application.processIdentifier, application.activationPolicy,
                     application.localizedName.value_or("").c_str());
     }

@@ -1,6 +1,6 @@
-#include "linux/Catalogue.h"
-#include "linux/LinuxWindowList.h"
-#include "linux/RunningApplications.h"
+#include "linux/installed/InstalledApplications.h"
+#include "linux/running/RunningApplications.h"
+#include "linux/screen/LinuxWindowList.h"
 
 #include <cstdio>
 
@@ -9,8 +9,8 @@ using namespace corvane;
 // Prints what `wmctrl -lGp` does: number, process, frame, owner and title of each window.
 
 int main() {
-    const Catalogue catalogue;
-    RunningApplications running(catalogue);
+    const InstalledApplications installed;
+    RunningApplications running(installed);
     x11::Connection connection;
     LinuxWindowList list(connection, running);
     const auto windows = list.onScreenWindows();

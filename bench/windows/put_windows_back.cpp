@@ -1,4 +1,4 @@
-#include "linux/LinuxAccessibility.h"
+#include "linux/screen/LinuxAccessibility.h"
 
 #include <iostream>
 

@@ -1,23 +1,23 @@
 #include "linux/LinuxDesktop.h"
 
-#include "linux/ApplicationOpener.h"
-#include "linux/Catalogue.h"
-#include "linux/LinuxAccessibility.h"
-#include "linux/LinuxApplications.h"
-#include "linux/LinuxBackgroundQueue.h"
-#include "linux/LinuxBookmarks.h"
-#include "linux/LinuxBundles.h"
-#include "linux/LinuxClock.h"
-#include "linux/LinuxDisplays.h"
-#include "linux/LinuxFileIcons.h"
-#include "linux/LinuxFileSystem.h"
-#include "linux/LinuxMetadataQuery.h"
-#include "linux/LinuxScriptEngine.h"
-#include "linux/LinuxTaskRunner.h"
-#include "linux/LinuxUserDefaults.h"
-#include "linux/LinuxUserNotifications.h"
-#include "linux/LinuxWindowList.h"
-#include "linux/RunningApplications.h"
+#include "linux/files/LinuxBookmarks.h"
+#include "linux/files/LinuxFileSystem.h"
+#include "linux/files/LinuxUserDefaults.h"
+#include "linux/installed/InstalledApplications.h"
+#include "linux/installed/LinuxBundles.h"
+#include "linux/installed/LinuxFileIcons.h"
+#include "linux/installed/LinuxMetadataQuery.h"
+#include "linux/running/ApplicationOpener.h"
+#include "linux/running/LinuxApplications.h"
+#include "linux/running/RunningApplications.h"
+#include "linux/screen/LinuxAccessibility.h"
+#include "linux/screen/LinuxDisplays.h"
+#include "linux/screen/LinuxWindowList.h"
+#include "linux/scripts/LinuxScriptEngine.h"
+#include "linux/scripts/LinuxTaskRunner.h"
+#include "linux/session/LinuxUserNotifications.h"
+#include "linux/system/LinuxBackgroundQueue.h"
+#include "linux/system/LinuxClock.h"
 
 namespace corvane {
 
@@ -26,17 +26,17 @@ struct LinuxDesktop::Facilities {
         : toolkit(given), notifications(given.mainQueue, events) {}
 
     const Toolkit toolkit;
-    Catalogue catalogue;
-    RunningApplications running{catalogue};
-    ApplicationOpener opener{catalogue,
+    InstalledApplications installed;
+    RunningApplications running{installed};
+    ApplicationOpener opener{installed,
                              {.list = [this] { return running.list(); },
                               .activate = [this](auto pid) { return running.activate(pid); }}};
     LinuxClock clock;
-    LinuxFileSystem files{catalogue};
+    LinuxFileSystem files{installed};
     LinuxUserDefaults defaults{files, clock};
-    LinuxBundles bundles{catalogue};
-    LinuxFileIcons fileIcons{catalogue};
-    LinuxBookmarks bookmarks{catalogue};
+    LinuxBundles bundles{installed};
+    LinuxFileIcons fileIcons{installed};
+    LinuxBookmarks bookmarks{installed};
     LinuxApplications applications{opener, running};
     LinuxTaskRunner tasks{opener};
     /// Of the main thread.
@@ -45,7 +45,7 @@ struct LinuxDesktop::Facilities {
     LinuxWindowList windowList{display, running};
     LinuxAccessibility accessibility{display};
     LinuxScriptEngine scripts{opener, accessibility};
-    LinuxMetadataQuery metadata{catalogue};
+    LinuxMetadataQuery metadata{installed};
     LinuxUserNotifications notifications;
     NotificationCenter notificationCenter;
     /// Last, so that its work ends before what it uses goes.

@@ -1,9 +1,9 @@
 #include "linux/LinuxSession.h"
 
-#include "linux/EventThread.h"
-#include "linux/SessionEnd.h"
-#include "linux/SingleInstance.h"
-#include "linux/SystemAppearance.h"
+#include "linux/session/SessionEnd.h"
+#include "linux/session/SingleInstance.h"
+#include "linux/session/SystemAppearance.h"
+#include "linux/system/EventThread.h"
 
 #include <cstdio>
 

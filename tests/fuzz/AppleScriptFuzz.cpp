@@ -1,4 +1,4 @@
-#include "linux/AppleScript.h"
+#include "linux/scripts/AppleScript.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "Windows.h"
 #include "foundation/Text.h"
-#include "linux/LinuxScriptEngine.h"
+#include "linux/scripts/LinuxScriptEngine.h"
 
 #include <csignal>
 #include <limits>

@@ -1,9 +1,9 @@
 #include "Machine.h"
 #include "foundation/Text.h"
-#include "linux/AppleScript.h"
-#include "linux/ApplicationOpener.h"
-#include "linux/LinuxAccessibility.h"
-#include "linux/LinuxScriptEngine.h"
+#include "linux/running/ApplicationOpener.h"
+#include "linux/screen/LinuxAccessibility.h"
+#include "linux/scripts/AppleScript.h"
+#include "linux/scripts/LinuxScriptEngine.h"
 
 #include <filesystem>
 
@@ -159,8 +159,8 @@ protected:
     ScopedVariable shell_{"SHELL", "/bin/sh"};
     std::vector<RunningApplication> running_;
     std::vector<int> activated_;
-    Catalogue catalogue_;
-    ApplicationOpener opener_{catalogue_,
+    InstalledApplications installed_;
+    ApplicationOpener opener_{installed_,
                               {.list = [this] { return running_; },
                                .activate =
                                    [this](std::int32_t process) {

@@ -2,9 +2,9 @@
 
 #include "Machine.h"
 #include "foundation/Text.h"
-#include "linux/ApplicationOpener.h"
-#include "linux/RunningApplications.h"
-#include "linux/X11WindowGeometry.h"
+#include "linux/running/ApplicationOpener.h"
+#include "linux/running/RunningApplications.h"
+#include "linux/windows/x11/X11WindowGeometry.h"
 
 #include <algorithm>
 #include <csignal>
@@ -212,10 +212,10 @@ protected:
     /// Stays, as the ids of its windows would be used again.
     std::optional<OwnWindows> probe_;
     ScopedVariable path_{"PATH", place("emulators") + ":/usr/bin:/bin"};
-    Catalogue catalogue_;
-    RunningApplications running_{catalogue_};
+    InstalledApplications installed_;
+    RunningApplications running_{installed_};
     ApplicationOpener opener_{
-        catalogue_,
+        installed_,
         {.list = [this] { return running_.list(); },
          .activate = [this](std::int32_t id) { return running_.activate(id); }}};
 };

@@ -1,6 +1,6 @@
 #include "foundation/Text.h"
-#include "linux/Catalogue.h"
-#include "linux/ExecLine.h"
+#include "linux/installed/ExecLine.h"
+#include "linux/installed/InstalledApplications.h"
 
 #include <gtest/gtest.h>
 

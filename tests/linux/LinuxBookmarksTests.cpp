@@ -1,5 +1,5 @@
 #include "Machine.h"
-#include "linux/LinuxBookmarks.h"
+#include "linux/files/LinuxBookmarks.h"
 
 #include <filesystem>
 
@@ -35,8 +35,8 @@ protected:
     }
 
     const std::string root_ = place("bookmarks");
-    Catalogue catalogue_;
-    LinuxBookmarks bookmarks_{catalogue_};
+    InstalledApplications installed_;
+    LinuxBookmarks bookmarks_{installed_};
 };
 
 TEST_F(LinuxBookmarksTest, followAFileAndAFolderThroughRenamesAndMovesNearby) {

@@ -1,6 +1,6 @@
 #include "Machine.h"
-#include "linux/LinuxFileIcons.h"
-#include "linux/LinuxFileSystem.h"
+#include "linux/files/LinuxFileSystem.h"
+#include "linux/installed/LinuxFileIcons.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -37,8 +37,8 @@ protected:
     }
 
     const std::string folder_ = place("files");
-    Catalogue catalogue_;
-    LinuxFileSystem files_{catalogue_};
+    InstalledApplications installed_;
+    LinuxFileSystem files_{installed_};
 };
 
 TEST_F(LinuxFileSystemTest, knowsTheUsersFoldersAndVirtualBundles) {
@@ -166,7 +166,7 @@ TEST_F(LinuxFileSystemTest, aFolderMayBeClosedToItsUser) {
 }
 
 TEST_F(LinuxFileSystemTest, filesAndFoldersHaveIcons) {
-    const LinuxFileIcons fileIcons(catalogue_);
+    const LinuxFileIcons fileIcons(installed_);
     const struct {
         const char* key;
         std::optional<std::string> icon;

@@ -1,6 +1,6 @@
 #include "Machine.h"
-#include "linux/LinuxFileSystem.h"
-#include "linux/LinuxUserDefaults.h"
+#include "linux/files/LinuxFileSystem.h"
+#include "linux/files/LinuxUserDefaults.h"
 
 #include <filesystem>
 
@@ -25,8 +25,8 @@ protected:
     const std::string folder_ = place("defaults");
     const ScopedVariable variable_{"XDG_CONFIG_HOME", folder_};
     const std::string file_ = folder_ + "/app.corvane.Corvane.plist";
-    Catalogue catalogue_;
-    LinuxFileSystem files_{catalogue_};
+    InstalledApplications installed_;
+    LinuxFileSystem files_{installed_};
     FixedClock clock_;
 };
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "linux/Catalogue.h"
+#include "linux/installed/InstalledApplications.h"
 
 #include <functional>
 #include <string>

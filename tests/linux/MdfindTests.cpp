@@ -1,7 +1,7 @@
 #include "Machine.h"
-#include "linux/LinuxMetadataQuery.h"
-#include "linux/MdfindQuery.h"
-#include "linux/MdfindTool.h"
+#include "linux/installed/LinuxMetadataQuery.h"
+#include "linux/scripts/MdfindQuery.h"
+#include "linux/scripts/MdfindTool.h"
 
 #include <gtest/gtest.h>
 
@@ -36,9 +36,9 @@ TEST(MdfindQuery, readsOneFormAndNothingElse) {
 TEST(MdfindTool, printsTheBundlesOfThatName) {
     machine::install("m.clock", "Alarm Clock", "Name[de]=Wecker\nExec=sh");
     machine::install("m.other", "Wecker", "Exec=sh");
-    const Catalogue catalogue;
+    const InstalledApplications installed;
     const auto run = [&](const std::string& name) {
-        const auto result = runMdfindTool(catalogue, {queryFor(name)});
+        const auto result = runMdfindTool(installed, {queryFor(name)});
         return std::to_string(result.status) + ":" + result.output;
     };
     EXPECT_EQ(run("Alarm Clock"), "0:/Applications/Alarm Clock.app\n");
@@ -46,15 +46,15 @@ TEST(MdfindTool, printsTheBundlesOfThatName) {
     EXPECT_EQ(run("wecker"), "0:");
     EXPECT_EQ(run("Finder"), "0:/System/Library/CoreServices/Finder.app\n");
     EXPECT_EQ(run("Weck'er"), "1:");
-    EXPECT_EQ(runMdfindTool(catalogue, {}).status, 1);
+    EXPECT_EQ(runMdfindTool(installed, {}).status, 1);
     machine::uninstall("m.clock");
     machine::uninstall("m.other");
 }
 
 TEST(MetadataQuery, findsPartsOfNamesIgnoringCaseAndDiacritics) {
     machine::install("q.cafe", "Coffee House", "Name[de]=Kaffee-Café\nExec=sh");
-    const Catalogue catalogue;
-    LinuxMetadataQuery query(catalogue);
+    const InstalledApplications installed;
+    LinuxMetadataQuery query(installed);
     const std::string format =
         "kMDItemKind == 'Application' AND kMDItemDisplayName CONTAINS[cd] %@";
     for (const char* part : {"CAFE", "fée-c", "coffee h"}) {

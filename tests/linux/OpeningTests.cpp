@@ -1,9 +1,9 @@
 #include "Machine.h"
 #include "foundation/Text.h"
-#include "linux/ApplicationOpener.h"
-#include "linux/LinuxApplications.h"
-#include "linux/OpenTool.h"
-#include "linux/RunningApplications.h"
+#include "linux/running/ApplicationOpener.h"
+#include "linux/running/LinuxApplications.h"
+#include "linux/running/RunningApplications.h"
+#include "linux/scripts/OpenTool.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -29,7 +29,7 @@ protected:
     void installVanishing() {
         std::filesystem::copy(place("bin/recorder"), place("bin/vanishing"));
         install("test.vanishing", "Vanishing", "Exec=" + place("bin/vanishing"));
-        ASSERT_TRUE(catalogue_.byDesktopId("test.vanishing.desktop"));
+        ASSERT_TRUE(installed_.byDesktopId("test.vanishing.desktop"));
         std::filesystem::remove(place("bin/vanishing"));
     }
     int openTool(const std::vector<std::string>& arguments) {
@@ -48,15 +48,15 @@ protected:
     const std::string noteUrl_ = Url::fromPath(note_).absoluteString();
     std::vector<RunningApplication> running_;
     std::vector<int> activated_;
-    Catalogue catalogue_;
-    ApplicationOpener opener_{catalogue_,
+    InstalledApplications installed_;
+    ApplicationOpener opener_{installed_,
                               {.list = [this] { return running_; },
                                .activate =
                                    [this](std::int32_t process) {
                                        activated_.push_back(process);
                                        return process != 1;
                                    }}};
-    RunningApplications onDisplay_{catalogue_};
+    RunningApplications onDisplay_{installed_};
     LinuxApplications applications_{opener_, onDisplay_};
 };
 

@@ -1,8 +1,8 @@
 #include "Machine.h"
-#include "linux/ApplicationOpener.h"
-#include "linux/DetachedProcess.h"
-#include "linux/LinuxBackgroundQueue.h"
-#include "linux/LinuxTaskRunner.h"
+#include "linux/running/ApplicationOpener.h"
+#include "linux/scripts/LinuxTaskRunner.h"
+#include "linux/system/DetachedProcess.h"
+#include "linux/system/LinuxBackgroundQueue.h"
 
 #include <atomic>
 #include <chrono>
@@ -62,8 +62,8 @@ TEST(DetachedProcess, tellsWhyAProgramDoesNotStart) {
 }
 
 TEST(LinuxTaskRunner, runsProgramsWithoutAShell) {
-    const Catalogue catalogue;
-    const ApplicationOpener opener(catalogue, {});
+    const InstalledApplications installed;
+    const ApplicationOpener opener(installed, {});
     LinuxTaskRunner tasks(opener);
     EXPECT_EQ(tasks.run("/bin/echo", {"a  b", "$HOME"})->output, "a  b $HOME\n");
     EXPECT_EQ(tasks.run("/bin/sh", {"-c", "exit 3"})->status, 3);

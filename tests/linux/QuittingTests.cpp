@@ -1,5 +1,5 @@
 #include "Display.h"
-#include "linux/RunningProcess.h"
+#include "linux/system/ProcessFacts.h"
 
 #include <chrono>
 #include <cstdlib>

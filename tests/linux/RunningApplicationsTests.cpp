@@ -1,8 +1,8 @@
 #include "Display.h"
-#include "linux/ApplicationIdentity.h"
-#include "linux/LinuxAccessibility.h"
-#include "linux/LinuxScriptEngine.h"
-#include "linux/RunningProcess.h"
+#include "linux/running/ApplicationIdentity.h"
+#include "linux/screen/LinuxAccessibility.h"
+#include "linux/scripts/LinuxScriptEngine.h"
+#include "linux/system/ProcessFacts.h"
 
 #include <chrono>
 #include <cstring>
@@ -37,7 +37,7 @@ TEST(ApplicationIdentityTest, findsTheInstalledApplication) {
 
     struct Case {
         ClientWindow window;
-        RunningProcess process;
+        ProcessFacts process;
         std::string expected;
     };
     const auto ofClass = [](const std::string& instance, const std::string& name) {
@@ -83,15 +83,15 @@ TEST(RunningProcessTest, aScriptIsItsOwnProgram) {
     const Program script({"/bin/bash", "--norc", place("bin/odd) name"), "argument"});
     dup2(before, 0);
     ASSERT_TRUE(comesTrue([&] {
-        const auto process = runningProcess(script.id());
+        const auto process = processFacts(script.id());
         return process && process->commandName == "odd) name";
     }));
-    const auto process = runningProcess(script.id());
+    const auto process = processFacts(script.id());
     EXPECT_EQ(process->executable, place("bin/odd) name"));
-    EXPECT_GE(process->startTime, runningProcess(getpid())->startTime);
-    EXPECT_FALSE(runningProcess(0));
-    EXPECT_FALSE(runningProcess(-1));
-    EXPECT_FALSE(runningProcess(1 << 30));
+    EXPECT_GE(process->startTime, processFacts(getpid())->startTime);
+    EXPECT_FALSE(processFacts(0));
+    EXPECT_FALSE(processFacts(-1));
+    EXPECT_FALSE(processFacts(1 << 30));
     for (const int descriptor : {ends[0], ends[1], before})
         close(descriptor);
 }
@@ -204,7 +204,7 @@ TEST_F(RunningApplicationsTest, neverWaitsLongForTheServer) {
     const Program eyes({"xeyes"});
     ASSERT_TRUE(lists(1));
     kill(server_->id(), SIGSTOP);
-    RunningApplications fresh(catalogue_);
+    RunningApplications fresh(installed_);
     for (auto* each : {&running_, &fresh}) {
         const auto start = Clock::now();
         EXPECT_TRUE(each->list().empty());
@@ -218,7 +218,7 @@ TEST_F(RunningApplicationsTest, neverWaitsLongForTheServer) {
     EXPECT_TRUE(running_.list().empty());
     display_.reset();
     const ScopedVariable none("DISPLAY", "");
-    EXPECT_TRUE(RunningApplications(catalogue_).list().empty());
+    EXPECT_TRUE(RunningApplications(installed_).list().empty());
 }
 
 } // namespace

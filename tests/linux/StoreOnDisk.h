@@ -3,9 +3,9 @@
 #include "core/BookmarkManager.h"
 #include "core/RecordCoding.h"
 #include "core/WorkspaceStore.h"
-#include "linux/Catalogue.h"
-#include "linux/LinuxBookmarks.h"
-#include "linux/LinuxFileSystem.h"
+#include "linux/files/LinuxBookmarks.h"
+#include "linux/files/LinuxFileSystem.h"
+#include "linux/installed/InstalledApplications.h"
 #include "simulated/SimulatedDesktop.h"
 
 #include <string>
@@ -16,9 +16,9 @@ namespace corvane::machine {
 /// The store with the files and the bookmarks of this machine; all else is simulated.
 struct StoreOnDisk {
     SimulatedDesktop desktop;
-    Catalogue catalogue;
-    LinuxFileSystem files{catalogue};
-    LinuxBookmarks linuxBookmarks{catalogue};
+    InstalledApplications installed;
+    LinuxFileSystem files{installed};
+    LinuxBookmarks linuxBookmarks{installed};
     Platform platform = desktop.platform(files, linuxBookmarks);
     BookmarkManager bookmarks{files, linuxBookmarks, platform.clock};
     WorkspaceStore store{platform, bookmarks};

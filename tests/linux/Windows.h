@@ -1,10 +1,10 @@
 #pragma once
 
 #include "Display.h"
-#include "linux/LinuxAccessibility.h"
-#include "linux/LinuxDisplays.h"
-#include "linux/LinuxWindowList.h"
-#include "linux/X11WindowGeometry.h"
+#include "linux/screen/LinuxAccessibility.h"
+#include "linux/screen/LinuxDisplays.h"
+#include "linux/screen/LinuxWindowList.h"
+#include "linux/windows/x11/X11WindowGeometry.h"
 
 #include <chrono>
 #include <sstream>

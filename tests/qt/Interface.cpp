@@ -1,6 +1,6 @@
 #include "qt/Interface.h"
 
-#include "qt/Face.h"
+#include "qt/toolkit/Views.h"
 
 #include <QAccessible>
 #include <QGuiApplication>

@@ -2,7 +2,7 @@
 
 #include "core/RecordCoding.h"
 #include "core/StoreScene.h"
-#include "qt/MainWindows.h"
+#include "qt/toolkit/MainWindows.h"
 #include "shell/CorvaneApp.h"
 #include "simulated/SimulatedDesktop.h"
 

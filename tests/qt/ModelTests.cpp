@@ -1,7 +1,7 @@
 #include "core/StoreScene.h"
-#include "qt/QtMainQueue.h"
-#include "qt/Symbols.h"
-#include "qt/WorkspaceListModel.h"
+#include "qt/items/Symbols.h"
+#include "qt/models/WorkspaceListModel.h"
+#include "qt/toolkit/QtMainQueue.h"
 #include "ui/WorkspaceListState.h"
 
 #include <QAbstractItemModelTester>

@@ -1,5 +1,5 @@
 #include "qt/Interface.h"
-#include "qt/QtPanels.h"
+#include "qt/toolkit/QtPanels.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "qt/Face.h"
+#include "qt/toolkit/Startup.h"
 
 #include <QAccessible>
 #include <QApplication>

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/FileSystem.h"
+
+namespace corvane {
+
+class InstalledApplications;
+
+/// The file system of the machine, in which the installed applications' bundles stand as folders.
+/// Application Support is the XDG data folder. Copies and moves appear whole or not at all.
+class LinuxFileSystem final : public FileSystem {
+public:
+    /// Takes the user's folders from the environment.
+    explicit LinuxFileSystem(const InstalledApplications& installed);
+
+    std::string applicationSupportDirectory() const override { return applicationSupport_; }
+    std::string documentsDirectory() const override { return documents_; }
+    std::string homeDirectory() const override { return home_; }
+    bool exists(const std::string& path) const override;
+    bool isDirectory(const std::string& path) const override;
+    bool isWritable(const std::string& path) const override;
+    Result<std::vector<DirectoryEntry>> contentsOfDirectory(const std::string& path) const override;
+    Result<std::string> readFile(const std::string& path) const override;
+    std::optional<Error> writeFile(const std::string& path, std::string_view bytes) override;
+    std::optional<Error> createDirectory(const std::string& path) override;
+    std::optional<Error> copyItem(const std::string& from, const std::string& to) override;
+    std::optional<Error> moveItem(const std::string& from, const std::string& to) override;
+    std::optional<Error> removeItem(const std::string& path) override;
+
+private:
+    const InstalledApplications& installed_;
+    std::string applicationSupport_;
+    std::string documents_;
+    std::string home_;
+};
+
+} // namespace corvane

@@ -1,0 +1,102 @@
+#include "linux/files/LinuxUserDefaults.h"
+
+#include "foundation/Diagnostics.h"
+#include "foundation/Url.h"
+#include "linux/installed/LinuxBundles.h"
+#include "linux/system/UserFolders.h"
+
+#include <ctime>
+
+namespace corvane {
+namespace {
+
+std::string fileDate(Timestamp moment) {
+    const auto seconds = static_cast<std::time_t>(moment.toUnix());
+    std::tm parts{};
+    gmtime_r(&seconds, &parts);
+    char text[32];
+    return {text, std::strftime(text, sizeof text, "%Y-%m-%d-%H%M%S", &parts)};
+}
+
+} // namespace
+
+LinuxUserDefaults::LinuxUserDefaults(FileSystem& files, const Clock& clock)
+    : files_(files), clock_(clock),
+      path_(path::join(userFolders::config(), std::string(mainBundleIdentifier) + ".plist")) {
+    fileIsUnreadable_ = files_.exists(path_) && !load();
+}
+
+bool LinuxUserDefaults::load() {
+    const auto bytes = files_.readFile(path_);
+    if (!bytes) {
+        diagnostic({"Failed to read preferences: ", bytes.error().localizedDescription});
+        return false;
+    }
+    const auto list = PropertyList::parse(*bytes);
+    const auto* values = list ? list->as<PropertyList::Dictionary>() : nullptr;
+    if (!values) {
+        diagnostic({"Failed to decode preferences: ", path_});
+        return false;
+    }
+    values_ = *values;
+    return true;
+}
+
+std::optional<PropertyList> LinuxUserDefaults::objectForKey(std::string_view key) const {
+    const auto found = values_.find(std::string(key));
+    if (found == values_.end()) return std::nullopt;
+    return found->second;
+}
+
+void LinuxUserDefaults::setObject(std::string_view key, PropertyList value) {
+    const auto [entry, isNew] = values_.try_emplace(std::string(key));
+    if (!isNew && entry->second == value && !isUnstored_) return;
+    entry->second = std::move(value);
+    store();
+}
+
+void LinuxUserDefaults::removeObject(std::string_view key) {
+    if (values_.erase(std::string(key)) == 0 && !isUnstored_) return;
+    store();
+}
+
+void LinuxUserDefaults::removePersistentDomain() {
+    values_.clear();
+    isUnstored_ = false;
+    if (fileIsUnreadable_) {
+        isUnstored_ = !moveUnreadableFileAside();
+    } else if (files_.exists(path_) && files_.removeItem(path_)) {
+        store();
+    }
+}
+
+bool LinuxUserDefaults::moveUnreadableFileAside() {
+    const std::string stem = path_.substr(0, path_.size() - std::string_view(".plist").size()) +
+                             ".unreadable-" + fileDate(clock_.now());
+    std::string kept = stem + ".plist";
+    for (int number = 2; files_.exists(kept); ++number) {
+        kept = stem + "-" + std::to_string(number) + ".plist";
+    }
+    if (files_.exists(path_)) {
+        if (const auto error = files_.moveItem(path_, kept)) {
+            diagnostic({"Failed to move preferences aside: ", error->localizedDescription});
+            return false;
+        }
+    }
+    fileIsUnreadable_ = false;
+    return true;
+}
+
+void LinuxUserDefaults::store() {
+    isUnstored_ = true;
+    if (fileIsUnreadable_ && !moveUnreadableFileAside()) return;
+    auto error = files_.createDirectory(path::parent(path_));
+    if (!error) error = files_.writeFile(path_, PropertyList{values_}.toBinary());
+    if (error) {
+        diagnostic({"Failed to save preferences: ", error->localizedDescription});
+        return;
+    }
+    isUnstored_ = false;
+}
+
+} // namespace corvane

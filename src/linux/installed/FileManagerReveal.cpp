@@ -1,0 +1,37 @@
+#include "linux/installed/FileManagerReveal.h"
+
+#include "foundation/Diagnostics.h"
+#include "linux/installed/EntryLaunching.h"
+#include "linux/system/SessionBus.h"
+
+#include <thread>
+
+namespace corvane {
+namespace {
+
+bool showItem(const Url& item) {
+    const auto bus = sessionBus();
+    if (!bus) return false;
+    const char* const uris[] = {item.absoluteString().c_str(), nullptr};
+    return !callOnBus(bus.get(),
+                      {.name = "org.freedesktop.FileManager1",
+                       .path = "/org/freedesktop/FileManager1",
+                       .interface = "org.freedesktop.FileManager1",
+                       .method = "ShowItems"},
+                      g_variant_new("(^ass)", uris, ""));
+}
+
+} // namespace
+
+void revealInFileManager(const Url& item, std::optional<InstalledApplication> folderHandler) {
+    // The thread owns all that it uses, so it may outlive its caller.
+    std::thread([item, folderHandler = std::move(folderHandler)] {
+        if (showItem(item) || !folderHandler) return;
+        const Url folder = item.deletingLastPathComponent();
+        if (const auto error = launchEntry(*folderHandler, {folder.absoluteString()}, {})) {
+            diagnostic({"Failed to show the folder: ", error->localizedDescription});
+        }
+    }).detach();
+}
+
+} // namespace corvane

@@ -1,0 +1,331 @@
+#include "linux/installed/InstalledApplications.h"
+
+#include "foundation/Text.h"
+#include "foundation/Url.h"
+#include "linux/system/Gio.h"
+#include "linux/system/UserFolders.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <tuple>
+
+#include <sys/stat.h>
+
+namespace corvane {
+namespace {
+
+constexpr std::string_view applicationsFolder = "/Applications/";
+constexpr std::string_view bundleSuffix = ".app";
+constexpr std::string_view entrySuffix = ".desktop";
+
+/// Tells one content of a file from another.
+using Stamp = std::tuple<dev_t, ino_t, off_t, time_t, long>;
+
+struct EntryFile {
+    std::string path;
+    Stamp stamp;
+    bool operator==(const EntryFile&) const = default;
+};
+/// By desktop id.
+using EntryFiles = std::map<std::string, EntryFile, std::less<>>;
+
+std::optional<Stamp> stampOf(const std::string& path) {
+    struct stat info {};
+    if (::stat(path.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return std::nullopt;
+    return Stamp{info.st_dev, info.st_ino, info.st_size, info.st_mtim.tv_sec, info.st_mtim.tv_nsec};
+}
+
+/// When a folder's list of names changed last, by the folder's path; absent where there is none.
+using FolderTimes = std::map<std::string, std::optional<std::int64_t>>;
+
+std::optional<std::int64_t> changeTimeOf(const std::string& folder) {
+    constexpr std::int64_t nanoseconds = 1'000'000'000;
+    struct stat info {};
+    if (::stat(folder.c_str(), &info) != 0) return std::nullopt;
+    return info.st_mtim.tv_sec * nanoseconds + info.st_mtim.tv_nsec;
+}
+
+void collectEntries(const std::string& root, EntryFiles& files, FolderTimes& folders) {
+    namespace fs = std::filesystem;
+    folders.emplace(root, changeTimeOf(root));
+    std::error_code error;
+    fs::recursive_directory_iterator entry(root,
+                                           fs::directory_options::skip_permission_denied |
+                                               fs::directory_options::follow_directory_symlink,
+                                           error);
+    for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
+        // A folder that links to one above it would go on for ever.
+        constexpr int deepest = 8;
+        if (entry.depth() >= deepest) entry.disable_recursion_pending();
+        const std::string path = entry->path();
+        std::error_code notAFolder;
+        if (entry->is_directory(notAFolder)) folders.emplace(path, changeTimeOf(path));
+        if (!path.ends_with(entrySuffix) || !text::isValidUtf8(path)) continue;
+        std::string id = path.substr(root.size() + 1);
+        std::replace(id.begin(), id.end(), '/', '-');
+        if (const auto stamp = stampOf(path)) files.try_emplace(id, EntryFile{path, *stamp});
+    }
+}
+
+/// Nothing for an entry that is deleted, broken, no application, or whose program is missing.
+std::optional<InstalledApplication> readEntry(const std::string& id, const std::string& file) {
+    const gio::Ref<GDesktopAppInfo> entry(g_desktop_app_info_new_from_filename(file.c_str()));
+    if (!entry || g_desktop_app_info_get_is_hidden(entry.get())) return std::nullopt;
+    GAppInfo* info = G_APP_INFO(entry.get());
+    const auto value = [&](const char* key) {
+        return gio::take(g_desktop_app_info_get_string(entry.get(), key));
+    };
+    InstalledApplication found;
+    found.desktopId = id;
+    found.bundleIdentifier = id.substr(0, id.size() - entrySuffix.size());
+    found.desktopFile = file;
+    found.name = value("Name");
+    if (found.name.empty()) found.name = found.bundleIdentifier;
+    found.displayName = gio::text(g_app_info_get_name(info));
+    if (found.displayName.empty()) found.displayName = found.name;
+    found.startupWmClass = value("StartupWMClass");
+    found.exec = value("Exec");
+    found.executable = gio::text(g_app_info_get_executable(info));
+    found.tryExec = value("TryExec");
+    found.icon = value("Icon");
+    found.isShown = g_app_info_should_show(info);
+    found.dbusActivatable = g_desktop_app_info_get_boolean(entry.get(), "DBusActivatable");
+    found.needsTerminal = g_desktop_app_info_get_boolean(entry.get(), "Terminal");
+    const auto categories =
+        text::split(gio::text(g_desktop_app_info_get_categories(entry.get())), ';');
+    found.isTerminalEmulator = std::ranges::count(categories, "TerminalEmulator") > 0;
+    return found;
+}
+
+std::string fileNameOf(const InstalledApplication& application) {
+    return text::replacingAll(application.name, "/", ":");
+}
+
+std::string bracketedPathOf(const InstalledApplication& application) {
+    return std::string(applicationsFolder) + fileNameOf(application) + " [" +
+           application.bundleIdentifier + "]" + std::string(bundleSuffix);
+}
+
+std::string plainPathOf(const InstalledApplication& application) {
+    return std::string(applicationsFolder) + fileNameOf(application) + std::string(bundleSuffix);
+}
+
+/// A hidden entry never takes the plain path from a shown one.
+void nameBundles(std::vector<InstalledApplication>& applications) {
+    std::map<std::string, int> shownOnes;
+    std::map<std::string, int> allOnes;
+    for (const auto& application : applications) {
+        ++allOnes[fileNameOf(application)];
+        if (application.isShown) ++shownOnes[fileNameOf(application)];
+    }
+    for (auto& application : applications) {
+        const auto& others = application.isShown ? shownOnes : allOnes;
+        application.bundlePath = others.at(fileNameOf(application)) > 1
+                                     ? bracketedPathOf(application)
+                                     : plainPathOf(application);
+    }
+}
+
+template <typename Predicate>
+std::optional<InstalledApplication> first(const std::vector<InstalledApplication>& applications,
+                                          Predicate&& matches) {
+    const auto found = std::ranges::find_if(applications, matches);
+    if (found == applications.end()) return std::nullopt;
+    return *found;
+}
+
+} // namespace
+
+struct InstalledApplications::Files {
+    EntryFiles entries;
+};
+
+struct InstalledApplications::Snapshot {
+    EntryFiles files;
+    /// By name, then id.
+    std::vector<InstalledApplication> applications;
+};
+
+/// The last look at every file, and what tells cheaply that another one isn't due.
+struct InstalledApplications::Look {
+    FolderTimes folders;
+    std::chrono::system_clock::time_point moment;
+
+    bool isStillGood() const {
+        using namespace std::chrono;
+        // A file edited in place or a program that comes later changes no folder.
+        constexpr seconds longest(1);
+        // Changes closer together than the file system's clock ticks share a time.
+        constexpr milliseconds tick(20);
+        const auto age = system_clock::now() - moment;
+        if (age < seconds(0) || age > longest) return false;
+        const auto safe = duration_cast<nanoseconds>((moment - tick).time_since_epoch()).count();
+        return std::ranges::all_of(folders, [&](const auto& folder) {
+            const auto& [path, changed] = folder;
+            return changeTimeOf(path) == changed && (!changed || *changed < safe);
+        });
+    }
+};
+
+InstalledApplications::InstalledApplications() {
+    roots_.push_back(userFolders::data() + "/applications");
+    for (const char* const* folder = g_get_system_data_dirs(); *folder; ++folder) {
+        roots_.push_back(gio::text(*folder) + "/applications");
+    }
+}
+
+InstalledApplications::~InstalledApplications() = default;
+
+std::shared_ptr<const InstalledApplications::Snapshot> InstalledApplications::snapshot() const {
+    const std::lock_guard lock(mutex_);
+    if (look_ && look_->isStillGood()) return latest_;
+    auto look = std::make_unique<Look>();
+    look->moment = std::chrono::system_clock::now();
+    Files files;
+    for (const auto& root : roots_)
+        collectEntries(root, files.entries, look->folders);
+    latest_ = read(std::move(files));
+    look_ = std::move(look);
+    return latest_;
+}
+
+std::shared_ptr<const InstalledApplications::Snapshot>
+InstalledApplications::read(Files&& from) const {
+    EntryFiles& files = from.entries;
+    bool changed = !latest_ || latest_->files != files;
+    std::map<std::string_view, const InstalledApplication*> known;
+    if (latest_) {
+        for (const auto& application : latest_->applications) {
+            known.emplace(application.desktopId, &application);
+        }
+    }
+    auto next = std::make_shared<Snapshot>();
+    for (const auto& [id, file] : files) {
+        const auto before = known.find(id);
+        if (before != known.end() && latest_->files.at(id) == file) {
+            next->applications.push_back(*before->second);
+        } else if (auto application = readEntry(id, file.path)) {
+            next->applications.push_back(std::move(*application));
+            changed = true;
+        }
+    }
+    if (!changed) return latest_;
+    next->files = std::move(files);
+    std::ranges::sort(next->applications, {}, [](const InstalledApplication& application) {
+        return std::tie(application.name, application.desktopId);
+    });
+    nameBundles(next->applications);
+    return next;
+}
+
+std::vector<InstalledApplication> InstalledApplications::all() const {
+    return snapshot()->applications;
+}
+
+std::vector<InstalledApplication> InstalledApplications::shown() const {
+    auto applications = all();
+    std::erase_if(applications, [](const auto& application) { return !application.isShown; });
+    return applications;
+}
+
+std::vector<InstalledApplication> InstalledApplications::visible() const {
+    auto applications = shown();
+    if (auto application = terminal()) applications.insert(applications.begin(), *application);
+    if (auto application = finder()) applications.insert(applications.begin(), *application);
+    return applications;
+}
+
+std::optional<InstalledApplication>
+InstalledApplications::byBundlePath(std::string_view path) const {
+    while (path.size() > 1 && path.ends_with('/'))
+        path.remove_suffix(1);
+    if (path == finderPath) return finder();
+    if (path == terminalPath) return terminal();
+    if (!path.starts_with(applicationsFolder) || !path.ends_with(bundleSuffix)) return std::nullopt;
+    const auto present = snapshot();
+    const auto& applications = present->applications;
+    if (auto found = first(applications, [&](const auto& a) { return a.bundlePath == path; })) {
+        return found;
+    }
+    if (auto found = first(applications, [&](const auto& a) { return bracketedPathOf(a) == path; }))
+        return found;
+    return first(applications, [&](const auto& a) { return a.isShown && plainPathOf(a) == path; });
+}
+
+std::optional<InstalledApplication>
+InstalledApplications::byBundleIdentifier(std::string_view identifier) const {
+    if (identifier.empty()) return std::nullopt;
+    if (text::equalsIgnoringCase(identifier, finderIdentifier)) return finder();
+    if (text::equalsIgnoringCase(identifier, terminalIdentifier)) return terminal();
+    const auto present = snapshot();
+    if (auto found = first(present->applications, [&](const InstalledApplication& a) {
+            return a.bundleIdentifier == identifier;
+        })) {
+        return found;
+    }
+    return first(present->applications, [&](const InstalledApplication& a) {
+        return text::equalsIgnoringCase(a.bundleIdentifier, identifier);
+    });
+}
+
+std::optional<InstalledApplication>
+InstalledApplications::byDesktopId(std::string_view desktopId) const {
+    return first(snapshot()->applications,
+                 [&](const auto& application) { return application.desktopId == desktopId; });
+}
+
+std::optional<InstalledApplication>
+InstalledApplications::byEntryFile(const std::string& file) const {
+    const auto stamp = stampOf(file);
+    if (!file.ends_with(entrySuffix) || !stamp) return std::nullopt;
+    const auto present = snapshot();
+    const auto& files = present->files;
+    auto own = first(present->applications,
+                     [&](const auto& a) { return files.at(a.desktopId).stamp == *stamp; });
+    if (own) return own;
+    const auto described = readEntry(path::lastComponent(file), file);
+    if (!described) return std::nullopt;
+    return first(present->applications, [&](const InstalledApplication& a) {
+        return a.name == described->name && a.executable == described->executable;
+    });
+}
+
+std::optional<InstalledApplication>
+InstalledApplications::defaultHandler(const std::string& contentType) const {
+    const gio::Ref<GAppInfo> handler(
+        g_app_info_get_default_for_type(contentType.c_str(), /*must_support_uris=*/FALSE));
+    return handler ? byDesktopId(gio::text(g_app_info_get_id(handler.get()))) : std::nullopt;
+}
+
+std::optional<InstalledApplication> InstalledApplications::finder() const {
+    auto handler = defaultHandler("inode/directory");
+    if (!handler) return std::nullopt;
+    handler->bundleIdentifier = finderIdentifier;
+    handler->bundlePath = finderPath;
+    handler->name = handler->displayName = "Finder";
+    return handler;
+}
+
+std::optional<InstalledApplication> InstalledApplications::terminal() const {
+    // The Debian alternative names a program or a wrapper of it ("gnome-terminal.wrapper").
+    const gio::Chars alternative(g_find_program_in_path("x-terminal-emulator"));
+    if (!alternative) return std::nullopt;
+    std::error_code error;
+    auto program = std::filesystem::canonical(alternative.get(), error).filename();
+    if (program.extension() == ".wrapper") program = program.stem();
+    const auto present = snapshot();
+    auto found = first(present->applications, [&](const InstalledApplication& a) {
+        return a.isTerminalEmulator && path::lastComponent(a.executable) == program;
+    });
+    InstalledApplication emulator = found.value_or(InstalledApplication{});
+    if (!found) emulator.exec = emulator.executable = alternative.get();
+    emulator.bundleIdentifier = terminalIdentifier;
+    emulator.bundlePath = terminalPath;
+    emulator.name = emulator.displayName = "Terminal";
+    emulator.isShown = true;
+    return emulator;
+}
+
+} // namespace corvane

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "linux/installed/InstalledApplication.h"
+
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvane {
+
+/// The installed applications: the desktop entries of the XDG data folders, an entry of an earlier
+/// folder in place of a later one with its id. Every call looks at the folders, so what comes and
+/// goes is seen at once, an edit in place within a second; only changed files are read. Any thread.
+class InstalledApplications {
+public:
+    /// Takes the folders from the environment.
+    InstalledApplications();
+    ~InstalledApplications();
+    InstalledApplications(const InstalledApplications&) = delete;
+    InstalledApplications& operator=(const InstalledApplications&) = delete;
+
+    /// Those that the desktop shows, by name, then id.
+    std::vector<InstalledApplication> shown() const;
+    /// Hidden ones too, as a window can belong to one. The same order.
+    std::vector<InstalledApplication> all() const;
+
+    /// What a user can pick from: Finder and Terminal, where there are such, then the shown ones.
+    std::vector<InstalledApplication> visible() const;
+
+    /// Also Finder's and Terminal's path. A path with the id in brackets is found though the name
+    /// is unique by now; a plain path that several share by now names the first of them.
+    std::optional<InstalledApplication> byBundlePath(std::string_view path) const;
+    /// Also Finder's and Terminal's. Where none is equal, case is ignored.
+    std::optional<InstalledApplication> byBundleIdentifier(std::string_view identifier) const;
+    std::optional<InstalledApplication> byDesktopId(std::string_view desktopId) const;
+    /// The application that an entry's file describes: its own, or, for a copy like those that lie
+    /// on desktops, the one with its name and its program.
+    std::optional<InstalledApplication> byEntryFile(const std::string& file) const;
+
+    /// The default handler of directories under its name Finder.
+    std::optional<InstalledApplication> finder() const;
+    /// The preferred terminal emulator under its name Terminal.
+    std::optional<InstalledApplication> terminal() const;
+    /// The default handler of a content type ("text/plain", "x-scheme-handler/http").
+    std::optional<InstalledApplication> defaultHandler(const std::string& contentType) const;
+
+private:
+    struct Files;
+    struct Snapshot;
+    struct Look;
+    std::shared_ptr<const Snapshot> snapshot() const;
+    std::shared_ptr<const Snapshot> read(Files&& from) const;
+
+    std::vector<std::string> roots_;
+    mutable std::mutex mutex_;
+    mutable std::unique_ptr<const Look> look_;
+    mutable std::shared_ptr<const Snapshot> latest_;
+};
+
+} // namespace corvane

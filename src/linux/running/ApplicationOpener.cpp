@@ -1,0 +1,91 @@
+#include "linux/running/ApplicationOpener.h"
+
+#include "foundation/Text.h"
+#include "linux/installed/EntryLaunching.h"
+#include "linux/installed/FileManagerReveal.h"
+#include "linux/system/DetachedProcess.h"
+#include "linux/system/Gio.h"
+
+#include <sys/stat.h>
+
+namespace corvane {
+namespace {
+
+/// Empty where the file can't be looked at.
+std::string contentTypeOf(const std::string& path) {
+    const gio::Ref<GFile> file(g_file_new_for_path(path.c_str()));
+    const gio::Ref<GFileInfo> info(g_file_query_info(file.get(),
+                                                     G_FILE_ATTRIBUTE_STANDARD_CONTENT_TYPE,
+                                                     G_FILE_QUERY_INFO_NONE, nullptr, nullptr));
+    return info ? gio::text(g_file_info_get_content_type(info.get())) : "";
+}
+
+bool isFolder(const std::string& path) {
+    struct stat info {};
+    return ::stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+}
+
+} // namespace
+
+std::optional<InstalledApplication> ApplicationOpener::handlerOf(const Url& url) const {
+    if (!url.hasScheme()) return std::nullopt;
+    if (!url.isFile()) {
+        return installed_.defaultHandler("x-scheme-handler/" + text::lowercased(url.scheme()));
+    }
+    if (auto bundle = installed_.byBundlePath(url.path())) return bundle;
+    if (isFolder(url.path())) return installed_.finder();
+    const auto type = contentTypeOf(url.path());
+    return type.empty() ? std::nullopt : installed_.defaultHandler(type);
+}
+
+std::optional<Error> ApplicationOpener::open(const Url& url) const {
+    if (url.isFile()) {
+        if (const auto bundle = installed_.byBundlePath(url.path())) {
+            return openApplication(*bundle);
+        }
+    }
+    const auto handler = handlerOf(url);
+    if (!handler) return Error{"No application opens " + url.absoluteString() + "."};
+    return launch(*handler, {url.absoluteString()});
+}
+
+std::optional<Error> ApplicationOpener::open(const Url& url,
+                                             const InstalledApplication& application) const {
+    if (url.isFile() && installed_.byBundlePath(url.path())) return launch(application);
+    return launch(application, {url.absoluteString()});
+}
+
+std::optional<Error>
+ApplicationOpener::openApplication(const InstalledApplication& application) const {
+    if (activate(application)) return std::nullopt;
+    return launch(application);
+}
+
+bool ApplicationOpener::activate(const InstalledApplication& application) const {
+    if (!running_.list || !running_.activate) return false;
+    for (const auto& running : running_.list()) {
+        if (!running.bundleIdentifier) continue;
+        // Finder and Terminal run under their entries' identifiers or under their own.
+        const auto installed = installed_.byBundleIdentifier(*running.bundleIdentifier);
+        if (installed && installed->desktopId == application.desktopId &&
+            running_.activate(running.processIdentifier)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+std::optional<Error> ApplicationOpener::launch(const InstalledApplication& application,
+                                               const std::vector<std::string>& uris,
+                                               const std::vector<std::string>& arguments) const {
+    return launchEntry(application, uris, arguments);
+}
+
+void ApplicationOpener::reveal(const Url& url) const {
+    // A bundle has no place on disk, but its entry has.
+    const auto bundle = installed_.byBundlePath(url.path());
+    const Url item = bundle ? Url::fromPath(bundle->desktopFile) : url;
+    revealInFileManager(item, installed_.finder());
+}
+
+} // namespace corvane

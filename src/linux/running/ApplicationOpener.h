@@ -1,0 +1,55 @@
+#pragma once
+
+#include "foundation/Result.h"
+#include "linux/installed/InstalledApplications.h"
+#include "platform/Applications.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace corvane {
+
+/// The running applications, as the opener needs them.
+struct RunningAccess {
+    std::function<std::vector<RunningApplication>()> list;
+    /// Brings the process's windows forward; false where it has none.
+    std::function<bool(std::int32_t processIdentifier)> activate;
+};
+
+/// Opens things with the installed applications. Failures are told in words. Any thread.
+class ApplicationOpener {
+public:
+    ApplicationOpener(const InstalledApplications& installed, RunningAccess running)
+        : installed_(installed), running_(std::move(running)) {}
+
+    /// What opens the URL by default: for a bundle the application itself, for a folder Finder, for
+    /// files by content type, else by scheme.
+    std::optional<InstalledApplication> handlerOf(const Url& url) const;
+
+    /// Opens with the default handler; brings a bundle's application forward if it runs.
+    std::optional<Error> open(const Url& url) const;
+    /// Opens with that application. A bundle's URL only starts the application.
+    std::optional<Error> open(const Url& url, const InstalledApplication& application) const;
+    /// Brings the application forward, or starts it.
+    std::optional<Error> openApplication(const InstalledApplication& application) const;
+    /// Starts the application with the URIs to open, and with arguments of its own behind them.
+    std::optional<Error> launch(const InstalledApplication& application,
+                                const std::vector<std::string>& uris = {},
+                                const std::vector<std::string>& arguments = {}) const;
+    /// Shows the item selected in the file manager, or else its folder. Returns before that has
+    /// happened.
+    void reveal(const Url& url) const;
+
+    const InstalledApplications& installed() const { return installed_; }
+    const RunningAccess& running() const { return running_; }
+
+private:
+    bool activate(const InstalledApplication& application) const;
+
+    const InstalledApplications& installed_;
+    RunningAccess running_;
+};
+
+} // namespace corvane

@@ -1,0 +1,159 @@
+#include "linux/system/ProcessFacts.h"
+
+#include "foundation/Text.h"
+#include "foundation/Url.h"
+#include "linux/system/FileDescriptor.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <filesystem>
+#include <fstream>
+#include <vector>
+
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+// The header of glibc 2.36 doesn't say that its functions are C.
+extern "C" {
+#include <sys/pidfd.h>
+}
+
+namespace corvane {
+namespace {
+
+std::string contentOf(const std::string& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+std::string linkTarget(const std::string& link) {
+    std::error_code error;
+    return std::filesystem::read_symlink(link, error);
+}
+
+std::string folderOf(pid_t process) {
+    return "/proc/" + std::to_string(process);
+}
+
+/// The folder of a program that keeps others from looking into it, as password managers do, is the
+/// superuser's; who runs it is told all the same.
+bool belongsToThisUser(const std::string& folder) {
+    struct stat info {};
+    if (::stat(folder.c_str(), &info) != 0) return false;
+    if (info.st_uid == ::geteuid()) return true;
+    const std::string status = contentOf(folder + "/status");
+    const auto line = status.find("\nUid:");
+    if (line == std::string::npos) return false;
+    const auto users = text::words(std::string_view(status).substr(line + 5, 100));
+    return users.size() > 1 && users[1] == std::to_string(::geteuid());
+}
+
+std::optional<std::uint64_t> startTimeIn(const std::string& stat) {
+    // The program's name stands in brackets and may hold blanks and brackets itself.
+    const auto bracket = stat.rfind(')');
+    if (bracket == std::string::npos) return std::nullopt;
+    const auto fields = text::words(stat.substr(bracket + 1));
+    constexpr std::size_t startTime = 19;
+    std::uint64_t ticks = 0;
+    if (fields.size() <= startTime) return std::nullopt;
+    const auto& field = fields[startTime];
+    const auto read = std::from_chars(field.data(), field.data() + field.size(), ticks);
+    return read.ec == std::errc() ? std::optional(ticks) : std::nullopt;
+}
+
+std::string programOf(const std::string& folder) {
+    std::string program = linkTarget(folder + "/exe");
+    // An update replaced the file under the running program.
+    constexpr std::string_view deleted = " (deleted)";
+    if (program.ends_with(deleted)) program.resize(program.size() - deleted.size());
+    return program;
+}
+
+/// The first argument that is a file; relative ones are meant from the process's folder.
+std::string scriptOf(const std::string& folder, const std::vector<std::string>& arguments) {
+    for (std::size_t i = 1; i < arguments.size(); ++i) {
+        if (arguments[i].empty() || arguments[i].starts_with('-')) continue;
+        const std::string file = arguments[i].starts_with('/')
+                                     ? arguments[i]
+                                     : path::join(linkTarget(folder + "/cwd"), arguments[i]);
+        std::error_code error;
+        if (std::filesystem::is_regular_file(file, error)) return file;
+    }
+    return {};
+}
+
+std::string launchedFileIn(const std::vector<std::string>& environment, pid_t process) {
+    constexpr std::string_view fileKey = "GIO_LAUNCHED_DESKTOP_FILE=";
+    const std::string owner = "GIO_LAUNCHED_DESKTOP_FILE_PID=" + std::to_string(process);
+    if (std::ranges::count(environment, owner) == 0) return {};
+    for (const auto& variable : environment) {
+        if (variable.starts_with(fileKey)) return variable.substr(fileKey.size());
+    }
+    return {};
+}
+
+std::string sandboxIn(const std::string& folder, const std::vector<std::string>& environment) {
+    constexpr std::string_view nameKey = "name=";
+    for (const auto& line : text::split(contentOf(folder + "/root/.flatpak-info"), '\n')) {
+        if (line.starts_with(nameKey)) return line.substr(nameKey.size());
+    }
+    // Snaps are told by the entry that their launcher names.
+    constexpr std::string_view hintKey = "BAMF_DESKTOP_FILE_HINT=";
+    const bool isSnap = std::ranges::any_of(
+        environment, [](const auto& variable) { return variable.starts_with("SNAP_NAME="); });
+    for (const auto& variable : environment) {
+        if (isSnap && variable.starts_with(hintKey)) return path::stem(variable);
+    }
+    return {};
+}
+
+} // namespace
+
+bool isInterpreter(std::string_view program) {
+    constexpr std::array<std::string_view, 17> interpreters{
+        "env",  "sh",   "bash", "dash", "zsh",     "ksh",  "fish", "python", "perl",
+        "ruby", "java", "mono", "node", "flatpak", "snap", "gjs",  "wish"};
+    const auto version = program.find_first_of("0123456789");
+    if (version != std::string_view::npos && version > 0) program = program.substr(0, version);
+    return std::ranges::count(interpreters, program) > 0;
+}
+
+std::optional<std::uint64_t> startTimeOf(pid_t processIdentifier) {
+    const std::string folder = folderOf(processIdentifier);
+    if (processIdentifier <= 0 || !belongsToThisUser(folder)) return std::nullopt;
+    return startTimeIn(contentOf(folder + "/stat"));
+}
+
+bool sendSignal(pid_t processIdentifier, std::uint64_t startTime, int signal) {
+    // What the descriptor names stays the same process from here on; the check comes after.
+    const FileDescriptor process(::pidfd_open(processIdentifier, 0));
+    if (!process || startTimeOf(processIdentifier) != startTime) return false;
+    pollfd ended{process.get(), POLLIN, 0};
+    if (::poll(&ended, 1, 0) != 0) return false;
+    return ::pidfd_send_signal(process.get(), signal, nullptr, 0) == 0;
+}
+
+std::optional<ProcessFacts> processFacts(pid_t processIdentifier) {
+    const auto startTime = startTimeOf(processIdentifier);
+    if (!startTime) return std::nullopt;
+
+    const std::string folder = folderOf(processIdentifier);
+    ProcessFacts process{.processIdentifier = processIdentifier, .startTime = *startTime};
+    const auto arguments = text::split(contentOf(folder + "/cmdline"), '\0');
+    const auto environment = text::split(contentOf(folder + "/environ"), '\0');
+    process.executable = programOf(folder);
+    process.commandName = path::lastComponent(arguments.front());
+    if (isInterpreter(path::lastComponent(process.executable))) {
+        const std::string script = scriptOf(folder, arguments);
+        if (!script.empty()) {
+            process.executable = script;
+            process.commandName = path::lastComponent(script);
+        }
+    }
+    process.launchedDesktopFile = launchedFileIn(environment, processIdentifier);
+    process.sandboxIdentifier = sandboxIn(folder, environment);
+    return process;
+}
+
+} // namespace corvane

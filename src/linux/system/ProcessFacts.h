@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <sys/types.h>
+
+namespace corvane {
+
+/// What /proc says of a process.
+struct ProcessFacts {
+    pid_t processIdentifier = 0;
+    /// In clock ticks since the machine started.
+    std::uint64_t startTime = 0;
+    /// Path of the program; of the script where an interpreter runs one. Empty where it may not be
+    /// read.
+    std::string executable = {};
+    /// File name of the command as it was called; not a script's interpreter.
+    std::string commandName = {};
+    /// The desktop entry's file that it was started for, itself and not a process above it.
+    std::string launchedDesktopFile = {};
+    /// The application's id in its sandbox; empty outside of one.
+    std::string sandboxIdentifier = {};
+};
+
+/// Nothing for a process that has ended or is another user's. Any thread.
+std::optional<ProcessFacts> processFacts(pid_t processIdentifier);
+
+/// When a process of this user began, as in ProcessFacts; nothing as above.
+std::optional<std::uint64_t> startTimeOf(pid_t processIdentifier);
+
+/// Sends a signal to the process of this user that began then, and never to a later one with the
+/// same identifier. False where it has ended or the signal can't be sent. Any thread.
+bool sendSignal(pid_t processIdentifier, std::uint64_t startTime, int signal);
+
+/// The program runs programs of others, whatever version of it ("python3.11", "sh", "env").
+bool isInterpreter(std::string_view program);
+
+} // namespace corvane

@@ -1,0 +1,30 @@
+#include "linux/system/SessionBus.h"
+
+namespace corvane {
+
+bool hasSessionBus() {
+    const std::string socket = gio::text(g_get_user_runtime_dir()) + "/bus";
+    return !gio::text(g_getenv("DBUS_SESSION_BUS_ADDRESS")).empty() ||
+           g_file_test(socket.c_str(), G_FILE_TEST_EXISTS);
+}
+
+gio::Ref<GDBusConnection> sessionBus() {
+    if (!hasSessionBus()) return nullptr;
+    gio::Ref<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+    // GIO would end the program together with the bus.
+    if (bus) g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
+    return bus;
+}
+
+std::optional<Error> callOnBus(GDBusConnection* bus, const BusCall& call, GVariant* parameters) {
+    constexpr int timeoutInMilliseconds = 5000;
+    GError* failure = nullptr;
+    GVariant* answer = g_dbus_connection_call_sync(
+        bus, call.name.c_str(), call.path.c_str(), call.interface.c_str(), call.method.c_str(),
+        parameters, nullptr, G_DBUS_CALL_FLAGS_NONE, timeoutInMilliseconds, nullptr, &failure);
+    if (!answer) return Error{gio::takeMessage(failure)};
+    g_variant_unref(answer);
+    return std::nullopt;
+}
+
+} // namespace corvane

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "foundation/Result.h"
+#include "linux/system/Gio.h"
+
+#include <optional>
+#include <string>
+
+namespace corvane {
+
+/// Whether the session has a message bus of its own. Connecting where it has none would start one.
+bool hasSessionBus();
+/// The session's message bus, or nothing where the session has none: none is started for us.
+gio::Ref<GDBusConnection> sessionBus();
+
+struct BusCall {
+    std::string name;
+    std::string path;
+    std::string interface;
+    std::string method;
+};
+
+/// Calls and waits for the answer, at most five seconds. Takes over floating `parameters`. Any
+/// thread.
+std::optional<Error> callOnBus(GDBusConnection* bus, const BusCall& call, GVariant* parameters);
+
+} // namespace corvane

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "linux/windows/x11/X11WindowGeometry.h"
+
+#include <optional>
+
+namespace corvane::x11 {
+
+/// What may be asked of a window's visible frame; the rest stays.
+struct Wish {
+    std::optional<int> x = {};
+    std::optional<int> y = {};
+    std::optional<int> width = {};
+    std::optional<int> height = {};
+};
+
+/// What is learnt about the window manager from one talk to the next.
+struct ManagerHabits {
+    bool answersMarks = false;
+};
+
+/// A talk with the window manager about one window. Each operation asks, waits until the window
+/// manager has answered, and looks; where the window isn't as wanted it asks again in other words.
+/// Ends before the deadline in any case.
+class WindowControl {
+public:
+    WindowControl(Server& server, xcb_window_t window, ManagerHabits& habits, Deadline deadline);
+    ~WindowControl();
+    WindowControl(const WindowControl&) = delete;
+
+    enum class Outcome {
+        /// The window manager did it, or as much of it as the window's steps and limits allow.
+        done,
+        windowIsGone,
+        /// The window manager said nothing, or left the window in a state in which it can't.
+        refused
+    };
+    /// Moves and resizes. A window that has to is taken out of fullscreen, maximization and shade
+    /// before.
+    Outcome place(const Wish& wish);
+    Outcome setFullscreen(bool fullscreen);
+    /// Maximizes, or back where it is maximized both ways.
+    Outcome toggleMaximized();
+
+private:
+    bool look();
+    bool approach(const Frame& target);
+    template <typename Reached>
+    bool settle(Reached&& reached, std::chrono::milliseconds quiet);
+    template <typename Reached>
+    Outcome settleState(Reached&& reached);
+    void waitForRest(std::chrono::milliseconds length);
+    bool isAnswer(const xcb_generic_event_t& event);
+    void askManager(xcb_window_t window, xcb_atom_t type, const Server::Message& message);
+    void requestMark();
+    void requestFrame(const Frame& aim);
+    void requestState(bool wanted, xcb_atom_t first, xcb_atom_t second = XCB_NONE);
+    Outcome leaveStates();
+    bool isLate() const;
+
+    Server& server_;
+    const xcb_window_t window_;
+    /// Never shown. Behind every other request the window manager is asked to tell what decorations
+    /// it would have; when it does, most of them have dealt with the request before.
+    const xcb_window_t mark_;
+    int openMarks_ = 0;
+    ManagerHabits& habits_;
+    const Deadline deadline_;
+    /// As last looked at.
+    WindowGeometry now_;
+    bool exists_ = true;
+};
+
+} // namespace corvane::x11

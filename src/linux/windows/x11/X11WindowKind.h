@@ -1,0 +1,19 @@
+#pragma once
+
+#include "linux/windows/x11/X11Connection.h"
+
+namespace corvane::x11 {
+
+enum class WindowKind {
+    /// A normal window or a dialog.
+    ordinary,
+    dock,
+    desktop,
+    /// A menu, a tool bar, a splash screen...
+    other
+};
+
+/// From "_NET_WM_WINDOW_TYPE".
+WindowKind kindOf(const Property& types, const Atoms& atoms);
+
+} // namespace corvane::x11

@@ -1,0 +1,141 @@
+#include "core/RecordCoding.h"
+#include "qt/toolkit/MainWindows.h"
+#include "qt/toolkit/QtAlerts.h"
+#include "qt/toolkit/QtAppearance.h"
+#include "qt/toolkit/QtImages.h"
+#include "qt/toolkit/QtMainQueue.h"
+#include "qt/toolkit/QtPanels.h"
+#include "qt/toolkit/Startup.h"
+#include "qt/toolkit/Views.h"
+#include "qt/tray/QtStatusBar.h"
+#include "shell/CorvaneApp.h"
+#include "simulated/SimulatedDesktop.h"
+
+#include <QApplication>
+#include <QQmlEngine>
+#include <QTimer>
+
+using namespace corvane;
+
+namespace {
+
+struct MadeUp {
+    const char* name;
+    const char* identifier;
+    const char* icon;
+};
+
+constexpr MadeUp applications[]{{"Quill", "com.example.quill", "accessories-text-editor"},
+                                {"Ledger", "com.example.ledger", "x-office-spreadsheet"},
+                                {"Postbox", "com.example.postbox", "emblem-mail"},
+                                {"Atlas Browser", "com.example.atlas", "web-browser"},
+                                {"Easel", "com.example.easel", "applications-graphics"}};
+
+void furnish(SimulatedDesktop& desktop) {
+    for (const auto& [name, identifier, icon] : applications) {
+        const auto path = std::string("/Applications/") + name + ".app";
+        desktop.install(
+            {.path = path, .bundleIdentifier = identifier, .displayName = name, .icon = icon});
+    }
+    desktop.install({.path = "/System/Library/CoreServices/Finder.app",
+                     .bundleIdentifier = "com.apple.finder",
+                     .displayName = "Finder"});
+    desktop.defaultHandlers = {{"md", "/Applications/Quill.app"},
+                               {"csv", "/Applications/Ledger.app"},
+                               {"/", "/System/Library/CoreServices/Finder.app"},
+                               {"https:", "/Applications/Atlas Browser.app"},
+                               {"http:", "/Applications/Atlas Browser.app"}};
+    desktop.files.contents = {{"/home/user/Documents/plan.md", "# Plan"},
+                              {"/home/user/Documents/budget.csv", "1,2,3"}};
+    desktop.files.directories.insert("/home/user/Pictures");
+}
+
+std::vector<Workspace> workspaces(const Platform& platform) {
+    const auto resource = [&](const char* name, const char* path, ResourceType type) {
+        return makeResource(name, path, type, platform.bundles);
+    };
+    const auto now = platform.clock.now();
+    auto writing = makeWorkspace("Writing", "Drafts, notes and the mail about them", "pencil", now);
+    writing.resources = {
+        resource("plan.md", "/home/user/Documents/plan.md", ResourceType::file),
+        resource("Postbox", "/Applications/Postbox.app", ResourceType::application),
+        resource("Guide", "https://example.org/style", ResourceType::url),
+        resource("Letters", "/home/user/Pictures", ResourceType::folder),
+        resource("Count", "/home/user|wc -w Documents/plan.md", ResourceType::terminal),
+        resource("Quill", "/Applications/Quill.app", ResourceType::application),
+        resource("Words", "https://example.org/words", ResourceType::url),
+        resource("Map", "https://example.org/map", ResourceType::url),
+        resource("Archive", "/home/user/Pictures", ResourceType::folder)};
+    writing.resources[1].launchOnStart = true;
+    auto accounts = makeWorkspace("Accounts", "", "chart.bar", now);
+    accounts.resources = {
+        resource("budget.csv", "/home/user/Documents/budget.csv", ResourceType::file),
+        resource("Lost ledger", "/home/user/Documents/lost.csv", ResourceType::file)};
+    auto design = makeWorkspace("Design", "Pictures for the autumn brochure", "paintbrush", now);
+    design.resources = {resource("Pictures of autumn", "/home/user/Pictures", ResourceType::folder),
+                        resource("Easel", "/Applications/Easel.app", ResourceType::application),
+                        resource("Render", "/home/user|make pictures", ResourceType::terminal)};
+    return {writing, accounts, design, makeWorkspace("Someday", "Still empty", "cloud", now)};
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    prepareApplication();
+    QApplication application(argc, argv);
+    nameApplication(application);
+    QtMainQueue mainQueue;
+    QtAppearance appearance;
+    QQmlEngine engine;
+    addViews(engine);
+    MainWindows mainWindows(engine);
+    QtAlerts alerts(engine, mainWindows);
+    QtPanels panels(engine, mainWindows);
+    QtStatusBar statusBar;
+    QtImages images;
+
+    SimulatedDesktop desktop;
+    furnish(desktop);
+    const auto simulated = desktop.platform();
+    desktop.files.contents[desktop.files.applicationSupportDirectory() +
+                           "/Corvane/corvane_workspaces.json"] =
+        encodeWorkspaces(workspaces(simulated));
+    Platform platform{.mainQueue = mainQueue,
+                      .backgroundQueue = simulated.backgroundQueue,
+                      .clock = simulated.clock,
+                      .fileSystem = simulated.fileSystem,
+                      .userDefaults = simulated.userDefaults,
+                      .bundles = simulated.bundles,
+                      .applications = simulated.applications,
+                      .tasks = simulated.tasks,
+                      .scripts = simulated.scripts,
+                      .metadataQuery = simulated.metadataQuery,
+                      .displays = simulated.displays,
+                      .windowList = simulated.windowList,
+                      .accessibility = simulated.accessibility,
+                      .alerts = alerts,
+                      .notificationCenter = simulated.notificationCenter,
+                      .userNotifications = simulated.userNotifications,
+                      .statusBar = statusBar,
+                      .images = images,
+                      .application = mainWindows,
+                      .appearance = appearance,
+                      .bookmarks = simulated.bookmarks,
+                      .panels = panels,
+                      .fileIcons = simulated.fileIcons};
+    panels.serve(platform);
+    // What the desktop itself does later is done in step with the time of the wall.
+    QTimer steps;
+    constexpr int stepInMilliseconds = 20;
+    QObject::connect(&steps, &QTimer::timeout,
+                     [&] { desktop.runFor(stepInMilliseconds / 1000.0); });
+    steps.start(stepInMilliseconds);
+
+    CorvaneApp app(platform);
+    mainWindows.serve(app);
+    mainWindows.openMainWindow();
+    app.appDelegate().applicationDidFinishLaunching();
+    const int status = QApplication::exec();
+    mainWindows.closeAll();
+    return status;
+}

@@ -1,0 +1,46 @@
+#include "qt/toolkit/Startup.h"
+
+#include "qt/items/Pictures.h"
+
+#include <QDir>
+#include <QFont>
+#include <QGuiApplication>
+#include <QIcon>
+#include <QQuickStyle>
+#include <QQuickWindow>
+
+void qml_register_types_Corvane();
+
+namespace corvane {
+
+namespace {
+
+bool hasGraphicsProcessor() {
+    return !QDir("/dev/dri").entryList({"renderD*"}, QDir::System).isEmpty();
+}
+
+} // namespace
+
+void prepareApplication() {
+    QQuickStyle::setStyle("Basic");
+    // A graphics driver that only imitates a processor of its own doubles the time of the start and
+    // the memory. The environment can still ask for it.
+    if (!hasGraphicsProcessor() && !qEnvironmentVariableIsSet("QSG_RHI_BACKEND")) {
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    }
+    qml_register_types_Corvane();
+}
+
+void nameApplication(QGuiApplication& application) {
+    application.setApplicationName("corvane");
+    application.setApplicationDisplayName("Corvane");
+    application.setDesktopFileName("app.corvane.Corvane");
+    application.setWindowIcon(iconOf({.source = Image::Source::applicationIcon}));
+    QFont font("Inter");
+    font.setPixelSize(13);
+    application.setFont(font);
+    // Small desktops name no theme, though its icons are there.
+    QIcon::setFallbackThemeName("Adwaita");
+}
+
+} // namespace corvane

@@ -1,0 +1,162 @@
+#include "Machine.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include <gtest/gtest.h>
+
+using namespace corvane;
+using namespace corvane::machine;
+
+namespace {
+
+std::string bundlePathOf(const InstalledApplications& installed, const std::string& id) {
+    const auto found = installed.byDesktopId(id + ".desktop");
+    return found ? found->bundlePath : "";
+}
+
+bool lists(const std::vector<InstalledApplication>& applications, const std::string& path) {
+    return std::ranges::count(applications, path, &InstalledApplication::bundlePath) == 1;
+}
+
+/// Takes away what a test installed.
+class InstalledApplicationsTest : public testing::Test {
+protected:
+    void add(const std::string& id, const std::string& name, const std::string& keys = "Exec=sh") {
+        install(id, name, keys);
+        added_.push_back(id);
+    }
+    void TearDown() override {
+        for (const auto& id : added_)
+            uninstall(id);
+    }
+    InstalledApplications installed_;
+
+private:
+    std::vector<std::string> added_;
+};
+
+TEST_F(InstalledApplicationsTest, anEntryIsABundleNamedInBothLanguages) {
+    add("org.example.Editor", "Text Editor",
+        "Name[de]=Textbearbeitung\nExec=sh -c x %f\nIcon=pen\nStartupWMClass=Edit");
+    const auto editor = installed_.byBundlePath("/Applications/Text Editor.app/");
+    ASSERT_TRUE(editor);
+    EXPECT_EQ(editor->bundleIdentifier, "org.example.Editor");
+    EXPECT_EQ(editor->name, "Text Editor");
+    EXPECT_EQ(editor->displayName, "Textbearbeitung");
+    EXPECT_EQ(editor->startupWmClass, "Edit");
+    EXPECT_EQ(editor->executable, "sh");
+    EXPECT_EQ(installed_.byBundleIdentifier("ORG.example.editor"), editor);
+    EXPECT_FALSE(installed_.byBundlePath("/Applications/Textbearbeitung.app"));
+    EXPECT_FALSE(installed_.byBundleIdentifier(""));
+}
+
+TEST_F(InstalledApplicationsTest, sharedNamesGetTheIdInBrackets) {
+    add("a.one", "In/Out");
+    EXPECT_EQ(bundlePathOf(installed_, "a.one"), "/Applications/In:Out.app");
+    add("b.hidden", "In/Out", "Exec=sh\nNoDisplay=true");
+    EXPECT_EQ(bundlePathOf(installed_, "a.one"), "/Applications/In:Out.app");
+    EXPECT_EQ(bundlePathOf(installed_, "b.hidden"), "/Applications/In:Out [b.hidden].app");
+    add("c.two", "In:Out");
+    EXPECT_EQ(bundlePathOf(installed_, "a.one"), "/Applications/In:Out [a.one].app");
+    EXPECT_EQ(bundlePathOf(installed_, "c.two"), "/Applications/In:Out [c.two].app");
+    EXPECT_EQ(installed_.byBundlePath("/Applications/In:Out.app")->desktopId, "a.one.desktop")
+        << "a path from before still leads somewhere";
+    uninstall("c.two");
+    EXPECT_EQ(installed_.byBundlePath("/Applications/In:Out [a.one].app")->bundlePath,
+              "/Applications/In:Out.app");
+}
+
+TEST_F(InstalledApplicationsTest, showsOnlyWhatTheDesktopShows) {
+    add("z.shown", "Z Shown");
+    add("z.nodisplay", "Z NoDisplay", "Exec=sh\nNoDisplay=true");
+    add("z.elsewhere", "Z Elsewhere", "Exec=sh\nOnlyShowIn=OTHER;");
+    add("z.deleted", "Z Deleted", "Exec=sh\nHidden=true");
+    add("z.missing", "Z Missing", "Exec=no-such-program-anywhere");
+    write(place("data/applications/z.link.desktop"), "[Desktop Entry]\nType=Link\nName=Z Link\n");
+    write(place("data/applications/z.broken.desktop"), "[Desktop Entry\nName");
+    const auto shown = installed_.shown();
+    const auto all = installed_.all();
+    EXPECT_TRUE(lists(shown, "/Applications/Z Shown.app"));
+    EXPECT_TRUE(std::ranges::is_sorted(shown, {}, &InstalledApplication::name));
+    for (const char* name : {"NoDisplay", "Elsewhere"}) {
+        EXPECT_FALSE(lists(shown, "/Applications/Z " + std::string(name) + ".app")) << name;
+        EXPECT_TRUE(lists(all, "/Applications/Z " + std::string(name) + ".app")) << name;
+    }
+    for (const char* name : {"Deleted", "Missing", "Link", "Broken"}) {
+        EXPECT_FALSE(lists(all, "/Applications/Z " + std::string(name) + ".app")) << name;
+    }
+    uninstall("z.link");
+    uninstall("z.broken");
+}
+
+TEST_F(InstalledApplicationsTest, anEntrysFileIsItsApplicationAndSoIsACopy) {
+    add("x.tool", "X Tool");
+    add("x.internal", "X Internal", "Exec=sh\nNoDisplay=true");
+    add("x.deleted", "X Deleted", "Exec=sh\nHidden=true");
+    const std::string entry = "[Desktop Entry]\nType=Application\nExec=sh\nName=";
+    write(place("Desktop/copied.desktop"), entry + "X Tool\n");
+    write(place("Desktop/own.desktop"), entry + "X Tool of mine\n");
+    write(place("Desktop/broken.desktop"), "[Desktop Entry\nName=X Tool");
+    write(place("Desktop/text.txt"), entry + "X Tool\n");
+    std::filesystem::create_symlink(place("data/applications/x.tool.desktop"),
+                                    place("Desktop/linked.desktop"));
+    const struct {
+        const char* file;
+        const char* name;
+    } cases[]{{"data/applications/x.tool.desktop", "X Tool"},
+              {"data/applications/x.internal.desktop", "X Internal"},
+              {"data/applications/x.deleted.desktop", ""},
+              {"Desktop/copied.desktop", "X Tool"},
+              {"Desktop/linked.desktop", "X Tool"},
+              {"Desktop/own.desktop", ""},
+              {"Desktop/broken.desktop", ""},
+              {"Desktop/text.txt", ""},
+              {"Desktop/missing.desktop", ""}};
+    for (const auto& [file, name] : cases) {
+        const auto found = installed_.byEntryFile(place(file));
+        EXPECT_EQ(found ? found->name : "", name) << file;
+    }
+}
+
+TEST_F(InstalledApplicationsTest, followsChangesOfTheFolders) {
+    add("y.app", "Before");
+    EXPECT_EQ(bundlePathOf(installed_, "y.app"), "/Applications/Before.app");
+    add("y.app", "Afterwards");
+    EXPECT_EQ(bundlePathOf(installed_, "y.app"), "/Applications/Afterwards.app");
+    uninstall("y.app");
+    EXPECT_EQ(bundlePathOf(installed_, "y.app"), "");
+
+    const std::string program = place("bin/comes-later");
+    add("y.later", "Later", "Exec=" + program);
+    EXPECT_EQ(bundlePathOf(installed_, "y.later"), "");
+    std::filesystem::copy(place("bin/recorder"), program);
+    EXPECT_TRUE(comesTrue([&] { return !bundlePathOf(installed_, "y.later").empty(); }));
+
+    write(place("data/applications/y.later.desktop"),
+          "[Desktop Entry]\nType=Application\nName=Edited\nExec=sh\n");
+    EXPECT_TRUE(comesTrue(
+        [&] { return bundlePathOf(installed_, "y.later") == "/Applications/Edited.app"; }));
+}
+
+TEST_F(InstalledApplicationsTest, theUsersEntryStandsBeforeTheSystemsEvenWhenDeleted) {
+    write(place("system/applications/vendor/tool.desktop"),
+          "[Desktop Entry]\nType=Application\nName=System Tool\nExec=sh\n");
+    EXPECT_EQ(bundlePathOf(installed_, "vendor-tool"), "/Applications/System Tool.app");
+    add("vendor-tool", "My Tool");
+    EXPECT_EQ(bundlePathOf(installed_, "vendor-tool"), "/Applications/My Tool.app");
+    add("vendor-tool", "My Tool", "Exec=sh\nHidden=true");
+    EXPECT_EQ(bundlePathOf(installed_, "vendor-tool"), "");
+}
+
+TEST_F(InstalledApplicationsTest, theHandlerOfFoldersIsFinderAndItself) {
+    const auto finder = installed_.byBundleIdentifier("com.apple.finder");
+    ASSERT_TRUE(finder);
+    EXPECT_EQ(finder->desktopId, "test.files.desktop");
+    EXPECT_EQ(finder->displayName, "Finder");
+    EXPECT_EQ(installed_.byBundlePath("/System/Library/CoreServices/Finder.app"), finder);
+    EXPECT_EQ(installed_.byBundlePath("/Applications/Files.app")->bundleIdentifier, "test.files");
+    EXPECT_EQ(installed_.visible().front(), *finder);
+}
+
+} // namespace
