@@ -202,16 +202,6 @@ void writeWorkspace(json::Writer& writer, const Workspace& workspace) {
     writer.endObject();
 }
 
-void writeWindowLayout(json::Writer& writer, const WindowLayout& layout) {
-    writer.startObject();
-    writeText(writer, "appName", layout.appName);
-    writeRect(writer, "frame", layout.frame);
-    writeFlag(writer, "isFullscreen", layout.isFullscreen);
-    writeFlag(writer, "isMinimized", layout.isMinimized);
-    if (layout.screen) writeInteger(writer, "screen", *layout.screen);
-    writer.endObject();
-}
-
 /// About what a list takes when written, so that the buffer seldom grows.
 std::size_t expectedSize(const std::vector<Workspace>& workspaces) {
     constexpr std::size_t bytesOfWorkspace = 300;
@@ -252,16 +242,4 @@ WorkspaceLayout decodeWorkspaceLayout(std::string_view json) {
     layout.savedDate = timestampOf(object.required("savedDate"));
     return layout;
 }
-
-std::string encodeWorkspaceLayout(const WorkspaceLayout& layout) {
-    json::Writer writer;
-    writer.startObject();
-    writeUuid(writer, "workspaceId", layout.workspaceId);
-    writeList(writer, "windowLayouts", layout.windowLayouts,
-              [&](const WindowLayout& window) { writeWindowLayout(writer, window); });
-    writeTimestamp(writer, "savedDate", layout.savedDate);
-    writer.endObject();
-    return writer.take();
-}
-
 } // namespace corvane

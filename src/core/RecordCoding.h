@@ -21,6 +21,5 @@ std::string encodeWorkspaces(const std::vector<Workspace>& workspaces);
 
 /// The form in which earlier versions left layouts in the user defaults.
 WorkspaceLayout decodeWorkspaceLayout(std::string_view json);
-std::string encodeWorkspaceLayout(const WorkspaceLayout& layout);
 
 } // namespace corvane

@@ -127,8 +127,7 @@ void WorkspacePersistence::migrateFromDocumentsIfNeeded(const std::string& file)
         alerts.runModal(
             {.title = "Workspaces Migrated",
              .message =
-                 "Your Corvane workspaces have been moved to a safer location in Application "
-                 "Support for better data protection.",
+                 "Your Corvane workspaces have been moved to a safer location in Application Support for better data protection.",
              .style = AlertStyle::informational,
              .buttons = {"OK"}});
     });
@@ -148,11 +147,11 @@ bool WorkspacePersistence::makeRoomForSaving() {
         return false;
     }
     if (!kept->empty()) {
-        showFailureAlert("Workspaces File Not Readable",
-                         "The workspaces file can't be read: " + *unreadableBecause_ +
-                             "\n\nIt was kept, and Corvane goes on with a new file. The old one "
-                             "is at:\n\n" +
-                             *kept);
+        showFailureAlert(
+            "Workspaces File Not Readable",
+            "The workspaces file can't be read: " + *unreadableBecause_ +
+                "\n\nIt was kept, and Corvane goes on with a new file. The old one is at:\n\n" +
+                *kept);
     }
     unreadableBecause_.reset();
     return true;

@@ -53,8 +53,8 @@ void WorkspaceStore::resetConfirmations() {
 void WorkspaceStore::resetPreferences() {
     const auto response = platform_.alerts.runModal(
         {.title = "Reset Preferences",
-         .message = "Are you sure you want to reset all preferences to default values? This cannot "
-                    "be undone.",
+         .message =
+             "Are you sure you want to reset all preferences to default values? This cannot be undone.",
          .style = AlertStyle::warning,
          .buttons = {"Reset", "Cancel"}});
     if (response.button != AlertResponse::firstButton) return;

@@ -13,8 +13,7 @@ void ResourceLauncher::launchFileResource(const Resource& resource) {
         return showLaunchAlert(
             "Access Error",
             "Failed to access '" + resource.name +
-                "'.\n\nThe file may have been moved, renamed, or you may not have permission to "
-                "access it.\n\nPath: " +
+                "'.\n\nThe file may have been moved, renamed, or you may not have permission to access it.\n\nPath: " +
                 resource.path);
     }
     if (!platform_.fileSystem.exists(url->path())) {
@@ -56,9 +55,7 @@ void ResourceLauncher::openInDefaultHandler(const Resource& resource, const Url&
     showLaunchAlertWithAction(
         "Launch Failed",
         "Failed to open '" + resource.name +
-            "'. This could be due to:\n\n• The file is corrupted or incompatible\n• No "
-            "application is associated with this file type\n• Insufficient permissions\n• The "
-            "application is damaged\n\nFallback: Opening in Finder instead.",
+            "'. This could be due to:\n\n• The file is corrupted or incompatible\n• No application is associated with this file type\n• Insufficient permissions\n• The application is damaged\n\nFallback: Opening in Finder instead.",
         "Show in Finder", "OK", [this, url](int response) {
             if (response == AlertResponse::firstButton) {
                 platform_.applications.activateFileViewerSelecting(url);
@@ -93,8 +90,7 @@ void ResourceLauncher::launchFileResourceWithApp(const Resource& resource,
         return showLaunchAlert(
             "Access Error",
             "Failed to access '" + resource.name + "' with " + appName +
-                ".\n\nThe file may have been moved, renamed, or you may not have permission to "
-                "access it.\n\nPath: " +
+                ".\n\nThe file may have been moved, renamed, or you may not have permission to access it.\n\nPath: " +
                 resource.path);
     }
     if (!platform_.fileSystem.exists(url->path())) {
@@ -161,9 +157,7 @@ void ResourceLauncher::openWithWorkspaceFallback(const Resource& resource, const
                 showLaunchAlert(
                     "Launch Failed",
                     "Failed to open '" + name + "' with " + appName +
-                        ". Tried multiple methods but none worked.\n\nPlease check if:\n• The app "
-                        "is "
-                        "installed\n• The file/folder exists\n• You have permission to access it");
+                        ". Tried multiple methods but none worked.\n\nPlease check if:\n• The app is installed\n• The file/folder exists\n• You have permission to access it");
             });
         });
 }

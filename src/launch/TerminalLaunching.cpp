@@ -29,13 +29,12 @@ void ResourceLauncher::runTerminalScript(const std::string& source, const std::s
     if (!outcome || !outcome->error) return;
     const auto& error = *outcome->error;
     diagnostic({"Failed to execute terminal command: ", error.description});
-    showLaunchAlert("Terminal Command Failed",
-                    "Failed to execute terminal command '" + command +
-                        "'.\n\nError Code: " + std::to_string(error.number.value_or(-1)) +
-                        "\nDetails: " + error.message.value_or("Unknown error") +
-                        "\n\nPossible causes:\n• Terminal.app is not available\n• Command syntax "
-                        "error\n• Permission "
-                        "denied\n• Working directory doesn't exist");
+    showLaunchAlert(
+        "Terminal Command Failed",
+        "Failed to execute terminal command '" + command +
+            "'.\n\nError Code: " + std::to_string(error.number.value_or(-1)) +
+            "\nDetails: " + error.message.value_or("Unknown error") +
+            "\n\nPossible causes:\n• Terminal.app is not available\n• Command syntax error\n• Permission denied\n• Working directory doesn't exist");
 }
 
 } // namespace corvane

@@ -8,20 +8,17 @@ void ResourceLauncher::launchURLResource(const Resource& resource) {
     const auto url = Url::parse(resource.path);
     if (!url) {
         diagnostic({"Invalid URL: ", resource.path});
-        return showLaunchAlert("Invalid URL",
-                               "The URL '" + resource.path +
-                                   "' is not valid.\n\nPlease check the URL format. Examples:"
-                                   "\n• https://www.example.com"
-                                   "\n• http://localhost:3000"
-                                   "\n• file:///path/to/file");
+        return showLaunchAlert(
+            "Invalid URL",
+            "The URL '" + resource.path +
+                "' is not valid.\n\nPlease check the URL format. Examples:\n• https://www.example.com\n• http://localhost:3000\n• file:///path/to/file");
     }
     if (!url->hasScheme()) {
         diagnostic({"URL missing scheme: ", resource.path});
         return showLaunchAlert(
             "Invalid URL Format",
             "The URL '" + resource.path +
-                "' is missing a scheme (http://, https://, etc.).\n\nPlease add a proper scheme to "
-                "the URL.");
+                "' is missing a scheme (http://, https://, etc.).\n\nPlease add a proper scheme to the URL.");
     }
     if (!resource.associatedApps.empty()) {
         diagnostic({"Opening URL in ", std::to_string(resource.associatedApps.size()),
@@ -71,11 +68,10 @@ void ResourceLauncher::openURLInDefaultBrowser(const Url& url) {
     }
     if (browsers_.openURLInNewTab(url, browserName)) return;
     if (platform_.applications.openUrl(url)) return;
-    showLaunchAlert("URL Launch Failed",
-                    "Failed to open the URL '" + url.absoluteString() +
-                        "' in your default browser. This could be due to:\n\n• No default browser "
-                        "is set\n• The URL is "
-                        "malformed\n• Network connectivity issues\n• Browser permissions");
+    showLaunchAlert(
+        "URL Launch Failed",
+        "Failed to open the URL '" + url.absoluteString() +
+            "' in your default browser. This could be due to:\n\n• No default browser is set\n• The URL is malformed\n• Network connectivity issues\n• Browser permissions");
 }
 
 } // namespace corvane

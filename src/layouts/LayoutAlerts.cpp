@@ -13,8 +13,8 @@ void showPermissionAlert(const Platform& platform, std::string message) {
                                   .style = AlertStyle::informational,
                                   .buttons = {"Open System Preferences", "Cancel"}});
     if (response.button != AlertResponse::firstButton) return;
-    const auto url = Url::parse("x-apple.systempreferences:com.apple.preference.security"
-                                "?Privacy_Accessibility");
+    const auto url =
+        Url::parse("x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility");
     if (url) platform.applications.openUrl(*url);
 }
 
@@ -30,23 +30,20 @@ void WorkspaceStore::showAccessibilityPermissionAlert() {
             "2. In Privacy & Security → Accessibility\n"
             "3. Add Corvane to the list and enable it\n"
             "4. Restart Corvane\n\n"
-            "Note: This replaces the need for AppleScript permissions and works better with "
-            "fullscreen windows.");
+            "Note: This replaces the need for AppleScript permissions and works better with fullscreen windows.");
     });
 }
 
 void WorkspaceStore::showAccessibilityRequiredAlert() {
     showPermissionAlert(
         platform_,
-        "Window layout features require Accessibility permission to save and restore window "
-        "positions.\n\n"
+        "Window layout features require Accessibility permission to save and restore window positions.\n\n"
         "To enable this:\n"
         "1. Click 'Open System Preferences'\n"
         "2. In Privacy & Security → Accessibility\n"
         "3. Add Corvane to the list and enable it\n"
         "4. You may need to restart Corvane\n\n"
-        "You can disable this feature anytime in Settings if you prefer not to grant this "
-        "permission.");
+        "You can disable this feature anytime in Settings if you prefer not to grant this permission.");
 }
 
 void WorkspaceStore::accessibilityFeaturesToggled(bool enabled) {
@@ -59,9 +56,9 @@ void WorkspaceStore::showFullscreenLimitationAlert(const WindowLayout& chosen) {
     platform_.mainQueue.async([this, appName = chosen.appName] {
         const auto response = platform_.alerts.runModal(
             {.title = "macOS Fullscreen Limitation",
-             .message = "macOS only allows one app to be fullscreen at a time. '" + appName +
-                        "' will be fullscreen, others will be maximized.\n\nYou can change this "
-                        "behavior in Settings.",
+             .message =
+                 "macOS only allows one app to be fullscreen at a time. '" + appName +
+                 "' will be fullscreen, others will be maximized.\n\nYou can change this behavior in Settings.",
              .style = AlertStyle::informational,
              .buttons = {"OK", "Don't Show Again"}});
         if (response.button == AlertResponse::secondButton) {

@@ -38,19 +38,17 @@ void tellApplications(const Applications& applications, const std::vector<std::s
 void WorkspaceStore::saveWorkspaceLayout(const Workspace& workspace) {
     if (!runningWorkspaces->contains(workspace.id)) {
         diagnostic({"Cannot save layout: workspace '", workspace.name, "' is not running"});
-        showInfoAlert("Cannot Save Layout",
-                      "The workspace '" + workspace.name +
-                          "' must be running to save its layout. Please start the workspace "
-                          "first.");
+        showInfoAlert(
+            "Cannot Save Layout",
+            "The workspace '" + workspace.name +
+                "' must be running to save its layout. Please start the workspace first.");
         return;
     }
     if (!enableAccessibilityFeatures) {
         if (showLayoutsDisabledAlert) {
             showDismissibleAlert(
                 "Window Layouts Disabled",
-                "Window layout features are currently disabled. Enable them in Settings → "
-                "Workspace Management → Window Layout Features to save and restore window "
-                "positions.",
+                "Window layout features are currently disabled. Enable them in Settings → Workspace Management → Window Layout Features to save and restore window positions.",
                 DismissibleAlertType::layoutsDisabled);
         }
         return;
@@ -60,9 +58,9 @@ void WorkspaceStore::saveWorkspaceLayout(const Workspace& workspace) {
     const auto layout = captureLayout(workspace);
     if (layout.windowLayouts.empty()) {
         diagnostic({"No windows found to save for workspace '", workspace.name, "'"});
-        showInfoAlert("No Windows Found",
-                      "No application windows were found to save. Make sure the workspace "
-                      "applications are running and visible.");
+        showInfoAlert(
+            "No Windows Found",
+            "No application windows were found to save. Make sure the workspace applications are running and visible.");
         return;
     }
     persistWorkspaceLayout(layout, workspace);

@@ -74,8 +74,9 @@ std::vector<WindowInfo> WindowCapture::chosenWindows(std::vector<WindowInfo> win
         return fullscreen;
     }
     if (!fullscreen.empty()) {
-        diagnostic({displayName, " has both regular and fullscreen windows - saving only regular "
-                                 "windows to avoid conflicts"});
+        diagnostic(
+            {displayName,
+             " has both regular and fullscreen windows - saving only regular windows to avoid conflicts"});
     }
     return regular;
 }

@@ -5,7 +5,6 @@
 #include "launch/ApplicationLookup.h"
 
 #include <algorithm>
-#include <functional>
 
 namespace corvane {
 
@@ -13,41 +12,6 @@ namespace {
 
 using List = std::vector<RunningApplication>;
 using Names = std::vector<std::string>;
-
-/// A search text, taken apart once for many names.
-class PartialSearch {
-public:
-    explicit PartialSearch(std::string_view searchText)
-        : text_(text::lowercased(searchText)), words_(text::words(text_)),
-          length_(text::characterCount(text_)) {}
-
-    /// The name is in lower case.
-    bool matches(const std::string& name) const {
-        if (text_ == name) return true;
-        constexpr std::size_t shortestPart = 5;
-        if (length_ < shortestPart && text_.find(' ') == std::string::npos) return false;
-        if (words_.empty() || !hasAllWords(name)) return false;
-        if (words_.size() > 1) return true;
-        const auto& word = words_.front();
-        if (text::characterCount(word) > shortestPart) return true;
-        return name.starts_with(word + " ") || name.ends_with(" " + word) || name == word;
-    }
-
-private:
-    bool hasAllWords(const std::string& name) const {
-        // A whole word is a part of the text too, which is found out sooner.
-        for (const auto& word : words_) {
-            if (name.find(word) == std::string::npos) return false;
-        }
-        const auto nameWords = text::words(name);
-        return std::ranges::all_of(
-            words_, [&](const auto& word) { return std::ranges::count(nameWords, word) > 0; });
-    }
-
-    std::string text_;
-    std::vector<std::string> words_;
-    std::size_t length_;
-};
 
 List eligible(List list, bool includingHidden) {
     std::erase_if(list, [&](const RunningApplication& application) {
@@ -57,55 +21,33 @@ List eligible(List list, bool includingHidden) {
     return list;
 }
 
-/// The first of the list that fits the first search that any fits. `textOf` gives what of an
-/// application is compared, or nothing; each text is made once, for all searches.
-template <typename Searches, typename TextOf, typename Fits>
-const RunningApplication* firstFitting(const Searches& searches, const List& list, TextOf&& textOf,
-                                       Fits&& fits) {
-    const RunningApplication* found = nullptr;
-    std::size_t stillBetter = searches.size();
-    for (const auto& application : list) {
-        if (stillBetter == 0) break;
-        const auto& text = textOf(application);
-        if (!text) continue;
-        for (std::size_t i = 0; i < stillBetter; ++i) {
-            if (!fits(searches[i], *text)) continue;
-            found = &application;
-            stillBetter = i;
+/// The first of the list that fits the first spelling that any fits.
+template <typename Fits>
+const RunningApplication* firstFitting(const Names& variations, const List& list, Fits&& fits) {
+    for (const auto& variation : variations) {
+        for (const auto& application : list) {
+            if (fits(application, variation)) return &application;
         }
     }
-    return found;
-}
-
-const RunningApplication* findPartly(const Names& variations, const List& list) {
-    const std::vector<PartialSearch> searches(variations.begin(), variations.end());
-    return firstFitting(
-        searches, list,
-        [](const RunningApplication& application) -> std::optional<std::string> {
-            if (!application.localizedName) return std::nullopt;
-            return text::lowercased(*application.localizedName);
-        },
-        [](const PartialSearch& search, const std::string& name) { return search.matches(name); });
-}
-
-const RunningApplication* findByExecutable(const Names& variations, const List& list) {
-    return firstFitting(
-        variations, list,
-        [](const RunningApplication& application) -> std::optional<std::string> {
-            if (!application.executableURL) return std::nullopt;
-            return path::stem(application.executableURL->path());
-        },
-        [](const std::string& variation, const std::string& program) {
-            return text::equalsIgnoringCase(program, variation);
-        });
+    return nullptr;
 }
 
 const RunningApplication* findEqual(const Names& variations, const List& list,
                                     std::optional<std::string> RunningApplication::*field) {
-    return firstFitting(
-        variations,
-        list, [field](const auto& application) -> const auto& { return application.*field; },
-        std::equal_to());
+    return firstFitting(variations, list, [field](const auto& application, const auto& variation) {
+        return application.*field == variation;
+    });
+}
+
+const RunningApplication* findPartly(const Names& variations, const List& list) {
+    return firstFitting(variations, list, isPartialAppNameMatch);
+}
+
+const RunningApplication* findByExecutable(const Names& variations, const List& list) {
+    return firstFitting(variations, list, [](const auto& application, const auto& variation) {
+        return application.executableURL &&
+               text::equalsIgnoringCase(path::stem(application.executableURL->path()), variation);
+    });
 }
 
 } // namespace
@@ -141,8 +83,22 @@ const RunningApplication* matchRunningApplication(const List& list, const std::s
 }
 
 bool isPartialAppNameMatch(const RunningApplication& application, std::string_view searchText) {
-    return application.localizedName &&
-           PartialSearch(searchText).matches(text::lowercased(*application.localizedName));
+    if (!application.localizedName) return false;
+    const auto search = text::lowercased(searchText);
+    const auto target = text::lowercased(*application.localizedName);
+    if (search == target) return true;
+    constexpr std::size_t shortestPart = 5;
+    const bool isShort = text::characterCount(search) < shortestPart;
+    if (isShort && search.find(' ') == std::string::npos) return false;
+    const auto words = text::words(search);
+    const auto targetWords = text::words(target);
+    const bool hasAll = std::ranges::all_of(
+        words, [&](const auto& word) { return std::ranges::count(targetWords, word) > 0; });
+    if (words.empty() || !hasAll) return false;
+    if (words.size() > 1) return true;
+    const auto& word = words.front();
+    if (text::characterCount(word) > shortestPart) return true;
+    return target.starts_with(word + " ") || target.ends_with(" " + word) || target == word;
 }
 
 std::vector<std::string> runningApplicationNames(const Applications& applications,
@@ -155,8 +111,8 @@ std::vector<std::string> runningApplicationNames(const Applications& application
     return running;
 }
 
-const std::string* findInAppNameSet(const std::vector<std::string>& names,
-                                    std::string_view runningName) {
+const std::string* matchesAppNameSet(const std::vector<std::string>& names,
+                                     std::string_view runningName) {
     for (const auto& name : names) {
         if (text::equalsIgnoringCase(name, runningName)) return &name;
         for (const auto& variation : appNameVariations(name)) {
@@ -164,10 +120,6 @@ const std::string* findInAppNameSet(const std::vector<std::string>& names,
         }
     }
     return nullptr;
-}
-
-bool matchesAppNameSet(const std::vector<std::string>& names, std::string_view runningName) {
-    return findInAppNameSet(names, runningName) != nullptr;
 }
 
 std::string shownName(const RunningApplication& application) {

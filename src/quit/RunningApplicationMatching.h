@@ -33,9 +33,8 @@ std::vector<std::string> runningApplicationNames(const Applications& application
 
 /// The first name of the set that means an application called `runningName`, ignoring case: the
 /// name itself or one of its spellings, never a part. Null where none does.
-const std::string* findInAppNameSet(const std::vector<std::string>& names,
-                                    std::string_view runningName);
-bool matchesAppNameSet(const std::vector<std::string>& names, std::string_view runningName);
+const std::string* matchesAppNameSet(const std::vector<std::string>& names,
+                                     std::string_view runningName);
 
 /// What a person reads as its name.
 std::string shownName(const RunningApplication& application);

@@ -61,7 +61,7 @@ List belonging(List list, const Names& identifiers, const Names& names, bool tel
             return false;
         }
         const auto name = shownName(application);
-        const auto* matched = findInAppNameSet(names, name);
+        const auto* matched = matchesAppNameSet(names, name);
         if (!matched) return true;
         diagnostic({"   Found app by name matching: ", name, tellsMatchedName ? " matches " : "",
                     tellsMatchedName ? *matched : ""});
@@ -103,7 +103,7 @@ List notBelonging(List list, const Names& identifiers, const Names& names) {
             return true;
         }
         const auto name = shownName(application);
-        if (const auto* matched = findInAppNameSet(names, name)) {
+        if (const auto* matched = matchesAppNameSet(names, name)) {
             diagnostic({"   Keeping workspace app by name: ", name, " matches ", *matched});
             return true;
         }

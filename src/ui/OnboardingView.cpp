@@ -8,28 +8,22 @@ namespace {
 
 constexpr OnboardingStep allSteps[]{
     {"Welcome to Corvane", "Your workspace management companion",
-     "Corvane helps you organize and launch groups of applications, files, and folders together as "
-     "workspaces.",
+     "Corvane helps you organize and launch groups of applications, files, and folders together as workspaces.",
      "app.icon"},
     {"Create Your First Workspace", "Group your tools together",
-     "Click the '+' button to create a new workspace. Name it after your project or task (e.g., "
-     "'Development', 'Design', 'Research').",
+     "Click the '+' button to create a new workspace. Name it after your project or task (e.g., 'Development', 'Design', 'Research').",
      "plus.circle"},
     {"Add Resources", "Drag & drop to add items",
-     "Drag applications, files, folders, or even URLs into your workspace. You can also use the "
-     "'+' button to add specific types of resources.",
+     "Drag applications, files, folders, or even URLs into your workspace. You can also use the '+' button to add specific types of resources.",
      "square.and.arrow.down"},
     {"Launch Everything at Once", "One click, all your tools",
-     "Press the 'Start' button to launch all resources in your workspace. Use individual play "
-     "buttons to launch specific items.",
+     "Press the 'Start' button to launch all resources in your workspace. Use individual play buttons to launch specific items.",
      "play.circle"},
     {"Use Focus Mode", "Stay distraction-free",
-     "Enable Focus Mode to automatically quit all other applications when starting a workspace, "
-     "keeping you focused on your current task.",
+     "Enable Focus Mode to automatically quit all other applications when starting a workspace, keeping you focused on your current task.",
      "scope", OnboardingAction::toggleFocusMode},
     {"Access from Menu Bar", "Always available",
-     "Find Corvane in your menu bar to quickly launch workspaces, toggle focus mode, or open this "
-     "help again.",
+     "Find Corvane in your menu bar to quickly launch workspaces, toggle focus mode, or open this help again.",
      "app.icon"},
 };
 

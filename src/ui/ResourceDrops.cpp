@@ -11,10 +11,6 @@ void ResourceDropDelegate::dropEntered(const DropInfo& info) {
     if (info.hasFileURL()) list_.isAddResourceDropTarget = true;
 }
 
-std::optional<DropOperation> ResourceDropDelegate::dropUpdated(const DropInfo& info) const {
-    return info.hasFileURL() ? std::optional(DropOperation::copy) : std::nullopt;
-}
-
 void ResourceDropDelegate::dropExited() {
     list_.isAddResourceDropTarget = false;
 }
@@ -32,10 +28,6 @@ bool ResourceDropDelegate::performDrop(const DropInfo& info) {
 void ResourceReorderDelegate::dropEntered(const DropInfo& info) {
     if (!isReorder(info)) return;
     list_.dropTargetIndexes.mutate([&](auto& indexes) { indexes.insert(targetIndex_); });
-}
-
-std::optional<DropOperation> ResourceReorderDelegate::dropUpdated(const DropInfo& info) const {
-    return isReorder(info) ? std::optional(DropOperation::move) : std::nullopt;
 }
 
 void ResourceReorderDelegate::dropExited() {

@@ -22,8 +22,6 @@ struct DropInfo {
     bool hasText() const { return text.has_value(); }
 };
 
-enum class DropOperation { copy, move };
-
 /// Takes files and applications that are dropped on the list: each becomes a resource at its end.
 /// The list outlives it. Main thread.
 class ResourceDropDelegate {
@@ -32,7 +30,6 @@ public:
 
     bool validateDrop(const DropInfo& info) const { return info.hasFileURL(); }
     void dropEntered(const DropInfo& info);
-    std::optional<DropOperation> dropUpdated(const DropInfo& info) const;
     void dropExited();
     bool performDrop(const DropInfo& info);
 
@@ -49,7 +46,6 @@ public:
 
     bool validateDrop(const DropInfo& info) const { return isReorder(info); }
     void dropEntered(const DropInfo& info);
-    std::optional<DropOperation> dropUpdated(const DropInfo& info) const;
     void dropExited();
     bool performDrop(const DropInfo& info);
 

@@ -66,12 +66,13 @@ void WorkspaceCardState::finish(const Workspace& workspace) {
 
 void WorkspaceCardState::saveLayout(const Workspace& workspace) {
     if (!isRunning()) {
-        alerts_.runModal({.title = "Cannot Save Layout",
-                          .message = "The workspace '" + workspace.name +
-                                     "' must be running to save its layout. Please start the "
-                                     "workspace first, then save the layout.",
-                          .style = AlertStyle::warning,
-                          .buttons = {"OK"}});
+        alerts_.runModal(
+            {.title = "Cannot Save Layout",
+             .message =
+                 "The workspace '" + workspace.name +
+                 "' must be running to save its layout. Please start the workspace first, then save the layout.",
+             .style = AlertStyle::warning,
+             .buttons = {"OK"}});
         return;
     }
     store_.saveWorkspaceLayout(workspace);

@@ -272,7 +272,11 @@ TEST_F(RecordCoding, aBundleIdentifierIsLookedUpOnlyForApplicationBundlesWithout
 TEST_F(RecordCoding, theOlderLayoutFormHasNoDefaultForAFlag) {
     const WorkspaceLayout layout{
         Uuid::random(), {{"Pad", {1, 2, 3, 4}, true, false, 1}, {"Web", {}, false, true, {}}}, {5}};
-    const auto json = encodeWorkspaceLayout(layout);
+    const auto json =
+        R"({"workspaceId":")" + layout.workspaceId.toString() +
+        R"(","windowLayouts":[)"
+        R"({"appName":"Pad","frame":[[1,2],[3,4]],"isFullscreen":true,"isMinimized":false,"screen":1},)"
+        R"({"appName":"Web","frame":[[0,0],[0,0]],"isFullscreen":false,"isMinimized":true}],"savedDate":5})";
     EXPECT_EQ(decodeWorkspaceLayout(json), layout);
     EXPECT_THROW(decodeWorkspaceLayout(text::replacingAll(json, R"("isMinimized":false,)", "")),
                  json::DecodeError);

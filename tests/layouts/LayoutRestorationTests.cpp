@@ -159,7 +159,11 @@ TEST_F(Restoration, storedRecordsCountBeforeALayoutOfAnEarlierVersionAndABadOneS
         EXPECT_TRUE(desktop.defaults.contains(key));
     }
     work.savedWindowLayouts.emplace();
-    EXPECT_EQ(load(encodeWorkspaceLayout(legacy)), legacy) << "an empty list is no layout";
+    const auto json =
+        R"({"workspaceId":")" + work.id.toString() +
+        R"(","windowLayouts":[{"appName":"Pad","frame":[[1,2],[3,4]],"isFullscreen":true,)"
+        R"("isMinimized":true,"screen":7}],"savedDate":500})";
+    EXPECT_EQ(load(json), legacy) << "an empty list is no layout";
     EXPECT_FALSE(desktop.defaults.contains(key));
 
     const SavedWindowLayout record{"Pad", "T", {1, 2, 3, 4}, 12, {900}, true, {}, {}, 2, false};

@@ -121,10 +121,10 @@ TEST_F(Layouts, allResourcesGiveTheirNamesAndTwoNamesOfOneApplicationRecordItTwi
 
 TEST_F(Layouts, aStartPutsTheWindowsBackAfterTwoSecondsAndMovesALayoutOfAnEarlierVersion) {
     startWith(true);
-    const auto json = encodeWorkspaceLayout({Uuid::random(),
-                                             {{"Pad", {720, 90, 144, 450}, false, true, {}},
-                                              {"Mail", {0, 0, 1440, 900}, true, false, {}}},
-                                             {500}});
+    const std::string json =
+        R"({"workspaceId":"0E0F6A53-6C1A-4A6E-9D6E-2F1A3B4C5D6E","savedDate":500,"windowLayouts":[)"
+        R"({"appName":"Pad","frame":[[720,90],[144,450]],"isFullscreen":false,"isMinimized":true},)"
+        R"({"appName":"Mail","frame":[[0,0],[1440,900]],"isFullscreen":true,"isMinimized":false}]})";
     const auto key = "WorkspaceLayout_" + work.id.toString();
     desktop.defaults[key] = {Bytes(json.begin(), json.end())};
     desktop.running.clear();

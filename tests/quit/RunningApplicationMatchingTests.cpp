@@ -83,9 +83,8 @@ TEST(RunningApplicationMatching, aSetMeansItsNamesAndTheirSpellings) {
         {{"  "}, "Mail", ""},
     };
     for (const auto& [names, running, expected] : cases) {
-        const auto* found = findInAppNameSet(names, running);
+        const auto* found = matchesAppNameSet(names, running);
         EXPECT_EQ(found ? *found : "", expected) << running;
-        EXPECT_EQ(matchesAppNameSet(names, running), !expected.empty()) << running;
     }
 }
 
