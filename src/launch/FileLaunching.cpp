@@ -1,10 +1,15 @@
 #include "core/BookmarkManager.h"
 #include "foundation/Diagnostics.h"
 #include "launch/ResourceLauncher.h"
+#include "platform/Alerts.h"
+#include "platform/Applications.h"
+#include "platform/FileSystem.h"
+#include "platform/MainQueue.h"
+#include "platform/TaskRunner.h"
 
 namespace corvane {
 
-// Every piece of scheduled work holds copies; the launcher itself lives as long as the process.
+// Every piece of scheduled work holds copies, and the launcher itself.
 
 void ResourceLauncher::launchFileResource(const Resource& resource) {
     const auto url = bookmarks_.resolveResource(resource.path, resource.type);
@@ -16,21 +21,23 @@ void ResourceLauncher::launchFileResource(const Resource& resource) {
                 "'.\n\nThe file may have been moved, renamed, or you may not have permission to access it.\n\nPath: " +
                 resource.path);
     }
-    if (!platform_.fileSystem.exists(url->path())) {
+    if (!fileSystem_.exists(url->path())) {
         diagnostic({"Resource not found at path: ", url->path()});
         return showLaunchAlertWithAction(
             "File Not Found",
             "Cannot open '" + resource.name + "' because the file no longer exists at:\n\n" +
                 url->path() + "\n\nThe file may have been moved, deleted, or renamed.",
             "OK", "Show in Finder",
-            [this, folder = url->deletingLastPathComponent()](int response) {
+            [this, self = shared_from_this(),
+             folder = url->deletingLastPathComponent()](int response) {
                 if (response == AlertResponse::secondButton) {
-                    platform_.applications.activateFileViewerSelecting(folder);
+                    applications_.activateFileViewerSelecting(folder);
                 }
             });
     }
-    platform_.mainQueue.async(
-        [this, resource, url = *url] { openInDefaultHandler(resource, url); });
+    mainQueue_.async([this, self = shared_from_this(), resource, url = *url] {
+        openInDefaultHandler(resource, url);
+    });
     for (const auto& appName : resource.associatedApps) {
         const auto applicationUrl = lookup_.findApplication(appName);
         if (!applicationUrl) {
@@ -39,15 +46,14 @@ void ResourceLauncher::launchFileResource(const Resource& resource) {
                                 "' could not be found. It may have been uninstalled or moved.");
             continue;
         }
-        platform_.mainQueue.async(
-            [this, resource, url = *url, application = *applicationUrl, appName] {
-                openFileWithApplication(resource, url, application, appName);
-            });
+        mainQueue_.async(
+            [this, self = shared_from_this(), resource, url = *url, application = *applicationUrl,
+             appName] { openFileWithApplication(resource, url, application, appName); });
     }
 }
 
 void ResourceLauncher::openInDefaultHandler(const Resource& resource, const Url& url) {
-    if (platform_.applications.openUrl(url)) {
+    if (applications_.openUrl(url)) {
         diagnostic({"Successfully opened ", resource.name});
         return;
     }
@@ -56,9 +62,9 @@ void ResourceLauncher::openInDefaultHandler(const Resource& resource, const Url&
         "Launch Failed",
         "Failed to open '" + resource.name +
             "'. This could be due to:\n\n• The file is corrupted or incompatible\n• No application is associated with this file type\n• Insufficient permissions\n• The application is damaged\n\nFallback: Opening in Finder instead.",
-        "Show in Finder", "OK", [this, url](int response) {
+        "Show in Finder", "OK", [this, self = shared_from_this(), url](int response) {
             if (response == AlertResponse::firstButton) {
-                platform_.applications.activateFileViewerSelecting(url);
+                applications_.activateFileViewerSelecting(url);
             }
         });
 }
@@ -66,9 +72,10 @@ void ResourceLauncher::openInDefaultHandler(const Resource& resource, const Url&
 void ResourceLauncher::openFileWithApplication(const Resource& resource, const Url& url,
                                                const Url& applicationUrl,
                                                const std::string& appName) {
-    platform_.applications.openUrl(
+    applications_.openUrl(
         url, applicationUrl,
-        [this, name = resource.name, appName](const std::optional<Error>& error) {
+        [this, self = shared_from_this(), name = resource.name,
+         appName](const std::optional<Error>& error) {
             if (!error) {
                 diagnostic({"Successfully opened ", name, " with ", appName});
                 return;
@@ -93,7 +100,7 @@ void ResourceLauncher::launchFileResourceWithApp(const Resource& resource,
                 ".\n\nThe file may have been moved, renamed, or you may not have permission to access it.\n\nPath: " +
                 resource.path);
     }
-    if (!platform_.fileSystem.exists(url->path())) {
+    if (!fileSystem_.exists(url->path())) {
         diagnostic({"Resource not found at path: ", url->path()});
         return showLaunchAlert("File Not Found",
                                "Cannot open '" + resource.name + "' with " + appName +
@@ -107,13 +114,15 @@ void ResourceLauncher::runOpenCommand(const Resource& resource, const Url& url,
                                       const std::string& appName) {
     const std::vector<std::string> arguments{
         "-a", applicationUrl ? applicationUrl->path() : appName, url.path()};
-    platform_.backgroundQueue.async([this, resource, url, applicationUrl, appName, arguments] {
-        const auto task = platform_.tasks.run("/usr/bin/open", arguments);
+    backgroundQueue_.async([this, self = shared_from_this(), resource, url, applicationUrl, appName,
+                            arguments] {
+        const auto task = tasks_.run("/usr/bin/open", arguments);
         if (!task) {
             diagnostic({"Failed to launch process", applicationUrl ? " for " + appName : "", ": ",
                         task.error().localizedDescription});
         }
-        platform_.mainQueue.async([this, resource, url, applicationUrl, appName, task] {
+        mainQueue_.async([this, self = shared_from_this(), resource, url, applicationUrl, appName,
+                          task] {
             if (task && task->status == 0) {
                 diagnostic({"Successfully opened ", resource.name, " with ", appName,
                             applicationUrl ? "" : " (direct)"});
@@ -138,8 +147,9 @@ void ResourceLauncher::openWithWorkspaceFallback(const Resource& resource, const
                                                  const Url& applicationUrl,
                                                  const std::string& appName) {
     const auto& name = resource.name;
-    platform_.applications.openUrl(
-        url, applicationUrl, [this, name, url, appName](const std::optional<Error>& error) {
+    applications_.openUrl(
+        url, applicationUrl,
+        [this, self = shared_from_this(), name, url, appName](const std::optional<Error>& error) {
             if (!error) {
                 diagnostic(
                     {"Successfully opened ", name, " with ", appName, " (NSWorkspace fallback)"});
@@ -148,8 +158,8 @@ void ResourceLauncher::openWithWorkspaceFallback(const Resource& resource, const
             diagnostic({"NSWorkspace fallback failed for ", name, " with ", appName, ": ",
                         error->localizedDescription});
             // The handler runs on any thread; opening belongs to the main one.
-            platform_.mainQueue.async([this, name, url, appName] {
-                if (platform_.applications.openUrl(url)) {
+            mainQueue_.async([this, self = shared_from_this(), name, url, appName] {
+                if (applications_.openUrl(url)) {
                     diagnostic(
                         {"Successfully opened ", name, " with system default (final fallback)"});
                     return;
@@ -163,7 +173,7 @@ void ResourceLauncher::openWithWorkspaceFallback(const Resource& resource, const
 }
 
 void ResourceLauncher::openWithSystemDefault(const Resource& resource, const Url& url) {
-    if (platform_.applications.openUrl(url)) {
+    if (applications_.openUrl(url)) {
         diagnostic({"Successfully opened ", resource.name, " with system default"});
         return;
     }

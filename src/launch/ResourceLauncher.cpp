@@ -1,15 +1,20 @@
 #include "launch/ResourceLauncher.h"
 
 #include "foundation/Diagnostics.h"
+#include "platform/Alerts.h"
+#include "platform/MainQueue.h"
 
 #include <utility>
 
 namespace corvane {
 
-ResourceLauncher::ResourceLauncher(Platform& platform, BookmarkManager& bookmarks)
-    : platform_(platform), bookmarks_(bookmarks),
-      lookup_(platform.applications, platform.bundles, platform.tasks, platform.metadataQuery),
-      browsers_(platform.tasks, platform.scripts) {}
+ResourceLauncher::ResourceLauncher(BookmarkManager& bookmarks, const FileSystem& fileSystem,
+                                   Applications& applications, ApplicationLookup lookup,
+                                   TaskRunner& tasks, ScriptEngine& scripts, Alerts& alerts,
+                                   MainQueue& mainQueue, BackgroundQueue& backgroundQueue)
+    : bookmarks_(bookmarks), fileSystem_(fileSystem), applications_(applications), lookup_(lookup),
+      tasks_(tasks), scripts_(scripts), browsers_(tasks, scripts), alerts_(alerts),
+      mainQueue_(mainQueue), backgroundQueue_(backgroundQueue) {}
 
 void ResourceLauncher::launchResource(const Resource& resource) {
     diagnostic({"Launching resource: ", resource.name, " at ", resource.path});
@@ -44,11 +49,10 @@ void ResourceLauncher::launchResourceWithApp(const Resource& resource, const std
 }
 
 void ResourceLauncher::showAlert(Alert alert, std::function<void(int response)> handler) {
-    platform_.mainQueue.async(
-        [&alerts = platform_.alerts, alert = std::move(alert), handler = std::move(handler)] {
-            const auto answered = [handler](AlertResponse response) { handler(response.button); };
-            if (!alerts.beginSheet(alert, answered)) answered(alerts.runModal(alert));
-        });
+    mainQueue_.async([&alerts = alerts_, alert = std::move(alert), handler = std::move(handler)] {
+        const auto answered = [handler](AlertResponse response) { handler(response.button); };
+        if (!alerts.beginSheet(alert, answered)) answered(alerts.runModal(alert));
+    });
 }
 
 void ResourceLauncher::showLaunchAlert(std::string title, std::string message) {

@@ -4,21 +4,33 @@
 #include "foundation/Url.h"
 #include "launch/ApplicationLookup.h"
 #include "launch/Browsers.h"
-#include "platform/Platform.h"
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 
 namespace corvane {
 
+class Alerts;
+class Applications;
+class BackgroundQueue;
 class BookmarkManager;
+class FileSystem;
+class MainQueue;
+class ScriptEngine;
+class TaskRunner;
+struct Alert;
 
 /// Opens one resource. Holds no state; every operation returns once the work is started or
-/// scheduled, and a failure reaches only the user, as an alert. Main thread.
-class ResourceLauncher {
+/// scheduled, and a failure reaches only the user, as an alert. Scheduled work keeps its launcher;
+/// what is handed over here outlives both. Main thread.
+class ResourceLauncher : public std::enable_shared_from_this<ResourceLauncher> {
 public:
-    ResourceLauncher(Platform& platform, BookmarkManager& bookmarks);
+    ResourceLauncher(BookmarkManager& bookmarks, const FileSystem& fileSystem,
+                     Applications& applications, ApplicationLookup lookup, TaskRunner& tasks,
+                     ScriptEngine& scripts, Alerts& alerts, MainQueue& mainQueue,
+                     BackgroundQueue& backgroundQueue);
 
     /// The way that the resource itself says: its default handler, and each of its associated
     /// applications.
@@ -65,10 +77,16 @@ private:
     void runTerminalScript(const std::string& source, const std::string& command);
     void showAlert(Alert alert, std::function<void(int response)> handler);
 
-    Platform& platform_;
     BookmarkManager& bookmarks_;
+    const FileSystem& fileSystem_;
+    Applications& applications_;
     ApplicationLookup lookup_;
+    TaskRunner& tasks_;
+    ScriptEngine& scripts_;
     Browsers browsers_;
+    Alerts& alerts_;
+    MainQueue& mainQueue_;
+    BackgroundQueue& backgroundQueue_;
 };
 
 } // namespace corvane

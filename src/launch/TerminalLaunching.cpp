@@ -1,6 +1,8 @@
 #include "foundation/Diagnostics.h"
 #include "foundation/Text.h"
 #include "launch/ResourceLauncher.h"
+#include "platform/MainQueue.h"
+#include "platform/ScriptEngine.h"
 
 namespace corvane {
 
@@ -21,11 +23,12 @@ void ResourceLauncher::launchTerminalResource(const Resource& resource) {
     const bool hasDirectory = pieces.size() >= 2 && !pieces.front().empty();
     const auto source =
         terminalScript(hasDirectory ? "cd '" + pieces.front() + "' && " + command : command);
-    platform_.mainQueue.async([this, source, command] { runTerminalScript(source, command); });
+    mainQueue_.async(
+        [this, self = shared_from_this(), source, command] { runTerminalScript(source, command); });
 }
 
 void ResourceLauncher::runTerminalScript(const std::string& source, const std::string& command) {
-    const auto outcome = platform_.scripts.execute(source);
+    const auto outcome = scripts_.execute(source);
     if (!outcome || !outcome->error) return;
     const auto& error = *outcome->error;
     diagnostic({"Failed to execute terminal command: ", error.description});

@@ -1,6 +1,8 @@
 #include "foundation/Diagnostics.h"
 #include "foundation/Text.h"
 #include "launch/ResourceLauncher.h"
+#include "platform/Applications.h"
+#include "platform/MainQueue.h"
 
 namespace corvane {
 
@@ -26,7 +28,8 @@ void ResourceLauncher::launchURLResource(const Resource& resource) {
     }
     for (const auto& browserName : resource.associatedApps)
         launchURLResourceWithApp(resource, browserName);
-    platform_.mainQueue.async([this, url = *url] { openURLInDefaultBrowser(url); });
+    mainQueue_.async(
+        [this, self = shared_from_this(), url = *url] { openURLInDefaultBrowser(url); });
 }
 
 void ResourceLauncher::launchURLResourceWithApp(const Resource& resource,
@@ -36,18 +39,19 @@ void ResourceLauncher::launchURLResourceWithApp(const Resource& resource,
     const auto applicationUrl = lookup_.findApplication(browserName);
     if (!applicationUrl) {
         diagnostic({"Could not find browser '", browserName, "', using system default"});
-        platform_.mainQueue.async([this, url = *url] { openURLInDefaultBrowser(url); });
+        mainQueue_.async(
+            [this, self = shared_from_this(), url = *url] { openURLInDefaultBrowser(url); });
         return;
     }
-    platform_.mainQueue.async([this, url = *url, application = *applicationUrl, browserName] {
-        openURLWithApplication(url, application, browserName);
-    });
+    mainQueue_.async([this, self = shared_from_this(), url = *url, application = *applicationUrl,
+                      browserName] { openURLWithApplication(url, application, browserName); });
 }
 
 void ResourceLauncher::openURLWithApplication(const Url& url, const Url& applicationUrl,
                                               const std::string& browserName) {
-    platform_.applications.openUrl(
-        url, applicationUrl, [this, browserName](const std::optional<Error>& error) {
+    applications_.openUrl(
+        url, applicationUrl,
+        [this, self = shared_from_this(), browserName](const std::optional<Error>& error) {
             if (!error) {
                 diagnostic({"Successfully opened URL with ", browserName, " (new window)"});
                 return;
@@ -62,12 +66,11 @@ void ResourceLauncher::openURLWithApplication(const Url& url, const Url& applica
 
 void ResourceLauncher::openURLInDefaultBrowser(const Url& url) {
     std::optional<std::string> browserName;
-    if (const auto browser =
-            platform_.applications.urlForApplicationToOpen(*Url::parse("http://"))) {
+    if (const auto browser = applications_.urlForApplicationToOpen(*Url::parse("http://"))) {
         browserName = text::replacingAll(browser->lastPathComponent(), ".app", "");
     }
     if (browsers_.openURLInNewTab(url, browserName)) return;
-    if (platform_.applications.openUrl(url)) return;
+    if (applications_.openUrl(url)) return;
     showLaunchAlert(
         "URL Launch Failed",
         "Failed to open the URL '" + url.absoluteString() +

@@ -5,7 +5,11 @@
 namespace corvane {
 
 std::shared_ptr<ResourceLauncher> WorkspaceStore::makeResourceLauncher() const {
-    return std::make_shared<ResourceLauncher>(platform_, bookmarks_);
+    const auto& p = platform_;
+    const ApplicationLookup lookup(p.applications, p.bundles, p.tasks, p.metadataQuery);
+    return std::make_shared<ResourceLauncher>(bookmarks_, p.fileSystem, p.applications, lookup,
+                                              p.tasks, p.scripts, p.alerts, p.mainQueue,
+                                              p.backgroundQueue);
 }
 
 void WorkspaceStore::startWorkspace(const Workspace& workspace) {
@@ -16,17 +20,7 @@ void WorkspaceStore::startWorkspace(const Workspace& workspace) {
     }
     for (const auto& resource : workspace.resources) {
         if (!resource.enabled || resource.type == ResourceType::separator) continue;
-        diagnostic({"Launching resource: ", resource.name, " at ", resource.path});
-        switch (resource.type) {
-        case ResourceType::url:
-            resourceLauncher_->launchURLResource(resource);
-            break;
-        case ResourceType::terminal:
-            resourceLauncher_->launchTerminalResource(resource);
-            break;
-        default:
-            resourceLauncher_->launchFileResource(resource);
-        }
+        resourceLauncher_->launchResource(resource);
         markRunning(resource.id, workspace.id);
     }
     hasLaunchedResources = true;

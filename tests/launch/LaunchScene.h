@@ -28,7 +28,13 @@ protected:
     StoreScene scene;
     SimulatedDesktop& desktop = scene.desktop;
     BookmarkManager bookmarks{desktop.files, desktop.bookmarks, desktop.queue};
-    ResourceLauncher launcher{scene.platform, bookmarks};
+    std::shared_ptr<ResourceLauncher> shared = std::make_shared<ResourceLauncher>(
+        bookmarks, desktop.files, scene.platform.applications,
+        ApplicationLookup(scene.platform.applications, scene.platform.bundles, scene.platform.tasks,
+                          scene.platform.metadataQuery),
+        scene.platform.tasks, scene.platform.scripts, scene.platform.alerts,
+        scene.platform.mainQueue, scene.platform.backgroundQueue);
+    ResourceLauncher& launcher = *shared;
     DiagnosticLog diagnosticLog;
     std::vector<std::string>& said = diagnosticLog.lines;
 
