@@ -1,6 +1,6 @@
 #include "Benchmarks.h"
 #include "core/BookmarkManager.h"
-#include "core/WorkspaceStore.h"
+#include "core/StoreState.h"
 #include "simulated/SimulatedDesktop.h"
 
 #include <ctime>
@@ -38,7 +38,7 @@ struct Scene {
 
     /// One start, without what it schedules for later.
     double secondsOfStart(const Workspace& workspace) {
-        store.runningResources = {};
+        StoreState::set(store.runningResources, {});
         desktop.log.clear();
         const double before = cpuSeconds();
         store.startWorkspace(workspace);

@@ -1,7 +1,7 @@
 #include "Benchmarks.h"
 #include "core/BookmarkManager.h"
 #include "core/RecordCoding.h"
-#include "core/WorkspaceStore.h"
+#include "core/StoreState.h"
 #include "qt/models/HeaderModel.h"
 #include "qt/models/SettingsModel.h"
 #include "qt/models/WorkspaceListModel.h"
@@ -166,7 +166,7 @@ private:
 /// The real main window on a desktop in memory.
 struct RealWindow {
     explicit RealWindow(QQmlEngine& engine, const std::vector<Workspace>& workspaces) {
-        store.workspaces = workspaces;
+        StoreState::set(store.workspaces, workspaces);
         view = makeWindow(engine, "window/MainWindow",
                           {{"header", QVariant::fromValue(&header)},
                            {"workspaces", QVariant::fromValue(&list)},

@@ -29,11 +29,6 @@ std::optional<std::map<std::string, Bytes>> bytesByText(const PropertyList& list
     return map;
 }
 
-bool isOnDisk(ResourceType type) {
-    return type == ResourceType::file || type == ResourceType::folder ||
-           type == ResourceType::application;
-}
-
 } // namespace
 
 BookmarkManager::BookmarkManager(FileSystem& fileSystem, Bookmarks& bookmarks, const Clock& clock)
@@ -106,7 +101,7 @@ std::optional<Url> BookmarkManager::resolveResource(const std::string& path, Res
         saveCache();
     }
     auto url = Url::fromPath(path);
-    if (isOnDisk(type) && !fileSystem_.exists(path)) {
+    if (factsOf(type).isInFileSystem && !fileSystem_.exists(path)) {
         diagnostic({"📚 Failed to resolve resource at path: ", path});
         return std::nullopt;
     }

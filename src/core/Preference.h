@@ -10,13 +10,29 @@
 
 namespace corvane {
 
-/// One preference: an observable field and its key in the user defaults. Assigning fires the change
-/// signal and writes the key at once.
+/// What is stored for a preference. A switch that is off at first reads what the defaults take for
+/// a boolean; one that is on at first is switched off by a stored boolean alone.
+inline bool storedPreference(const UserDefaults& defaults, std::string_view key, bool initial) {
+    if (!initial) return defaults.boolForKey(key);
+    const auto object = defaults.objectForKey(key);
+    const auto* flag = object ? object->as<bool>() : nullptr;
+    return flag ? *flag : true;
+}
+inline std::string storedPreference(const UserDefaults& defaults, std::string_view key,
+                                    const std::string& initial) {
+    return defaults.stringForKey(key).value_or(initial);
+}
+
+/// One preference: an observable field and its key in the user defaults. It reads what is stored
+/// and writes it back, so after a first start every key is there. Assigning fires the change signal
+/// and writes the key at once.
 template <typename T>
 class Preference {
 public:
     Preference(ChangeSignal& signal, UserDefaults& defaults, std::string_view key, T initial)
-        : field_(signal, std::move(initial)), defaults_(defaults), key_(key) {}
+        : field_(signal, storedPreference(defaults, key, initial)), defaults_(defaults), key_(key) {
+        defaults_.setObject(key_, PropertyList{field_.get()});
+    }
 
     const T& get() const { return field_.get(); }
     operator const T&() const { return field_.get(); }
@@ -28,8 +44,6 @@ public:
     }
     Preference(const Preference&) = delete;
     Preference& operator=(const Preference&) = delete;
-
-    std::string_view key() const { return key_; }
 
 private:
     Published<T> field_;

@@ -6,44 +6,6 @@
 
 namespace corvane {
 
-namespace {
-
-struct TypeFacts {
-    std::string_view rawValue;
-    std::string_view symbolName;
-};
-
-/// In the order of the enumeration.
-constexpr std::array<TypeFacts, allResourceTypes.size()> typeFacts{{
-    {"file", "doc.fill"},
-    {"folder", "folder.fill"},
-    {"application", "app.badge"},
-    {"url", "globe"},
-    {"terminal", "terminal.fill"},
-    {"separator", "minus"},
-}};
-
-const TypeFacts& factsOf(ResourceType type) {
-    return typeFacts[static_cast<std::size_t>(type)];
-}
-
-} // namespace
-
-std::string_view rawValue(ResourceType type) {
-    return factsOf(type).rawValue;
-}
-
-std::string_view symbolName(ResourceType type) {
-    return factsOf(type).symbolName;
-}
-
-std::optional<ResourceType> resourceTypeFromRawValue(std::string_view rawValue) {
-    for (const auto type : allResourceTypes) {
-        if (factsOf(type).rawValue == rawValue) return type;
-    }
-    return std::nullopt;
-}
-
 std::optional<std::string> deriveBundleIdentifier(std::string_view path, const Bundles& bundles) {
     if (!path.ends_with(".app")) return std::nullopt;
     const auto bundle = bundles.open(std::string(path));

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "core/ResourceTypes.h"
 #include "foundation/PropertyList.h"
 #include "foundation/Rect.h"
 #include "foundation/Timestamp.h"
 #include "foundation/Uuid.h"
 
-#include <array>
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -15,20 +16,6 @@
 namespace corvane {
 
 class Bundles;
-
-/// What a resource is, and so what its `path` holds and how it opens.
-enum class ResourceType { file, folder, application, url, terminal, separator };
-
-inline constexpr std::array allResourceTypes{ResourceType::file,        ResourceType::folder,
-                                             ResourceType::application, ResourceType::url,
-                                             ResourceType::terminal,    ResourceType::separator};
-
-/// The text of a type in files and in bookmark keys: "file", "folder", ...
-std::string_view rawValue(ResourceType type);
-/// The name of the symbol that every view uses for a type.
-std::string_view symbolName(ResourceType type);
-/// Exact; anything but the six texts gives nothing.
-std::optional<ResourceType> resourceTypeFromRawValue(std::string_view rawValue);
 
 /// One member of a workspace. Plain value.
 struct Resource {
@@ -112,5 +99,13 @@ Workspace makeWorkspace(std::string name, std::string description, std::string i
 /// The identifier of the bundle at a path that ends in ".app"; nothing for other paths and where no
 /// bundle opens.
 std::optional<std::string> deriveBundleIdentifier(std::string_view path, const Bundles& bundles);
+
+/// The first record of a list with that identifier; null where there is none.
+template <typename List>
+auto findById(List& list, const Uuid& id) {
+    const auto found =
+        std::ranges::find_if(list, [&](const auto& record) { return record.id == id; });
+    return found == list.end() ? nullptr : &*found;
+}
 
 } // namespace corvane

@@ -7,26 +7,14 @@
 
 namespace corvane {
 
-namespace {
-
-template <typename List>
-auto findById(List& list, const Uuid& id) {
-    return std::find_if(list.begin(), list.end(),
-                        [&](const auto& record) { return record.id == id; });
-}
-
-} // namespace
-
 void WorkspaceStore::addWorkspace(Workspace workspace) {
     workspaces.mutate([&](auto& list) { list.push_back(std::move(workspace)); });
     saveWorkspaces();
 }
 
 void WorkspaceStore::updateWorkspace(Workspace workspace) {
-    const auto found = findById(*workspaces, workspace.id);
-    if (found == workspaces->end()) return;
-    const auto index = found - workspaces->begin();
-    workspaces.mutate([&](auto& list) { list[static_cast<std::size_t>(index)] = workspace; });
+    if (!find(workspace.id)) return;
+    workspaces.mutate([&](auto& list) { *findById(list, workspace.id) = workspace; });
     if (activeWorkspace.get() && activeWorkspace.get()->id == workspace.id) {
         platform_.mainQueue.async([this, workspace] { activeWorkspace = workspace; });
     }
@@ -53,26 +41,42 @@ void WorkspaceStore::duplicateWorkspace(const Workspace& workspace) {
 
 template <typename Change>
 void WorkspaceStore::editResources(const Uuid& workspaceId, Change change) {
-    const auto found = findById(*workspaces, workspaceId);
-    if (found == workspaces->end()) return;
-    const auto index = static_cast<std::size_t>(found - workspaces->begin());
-    workspaces.mutate([&](auto& list) { change(list[index].resources); });
+    if (!find(workspaceId)) return;
+    workspaces.mutate([&](auto& list) { change(findById(list, workspaceId)->resources); });
     saveWorkspaces();
 }
 
 template <typename Change>
 void WorkspaceStore::editResource(const Uuid& resourceId, const Uuid& workspaceId, Change change) {
-    const auto* resource = findResource(resourceId, workspaceId);
-    if (!resource) return;
+    if (!find(resourceId, workspaceId)) return;
     editResources(workspaceId, [&](auto& resources) { change(*findById(resources, resourceId)); });
 }
 
-const Resource* WorkspaceStore::findResource(const Uuid& resourceId,
-                                             const Uuid& workspaceId) const {
-    const auto workspace = findById(*workspaces, workspaceId);
-    if (workspace == workspaces->end()) return nullptr;
-    const auto resource = findById(workspace->resources, resourceId);
-    return resource == workspace->resources.end() ? nullptr : &*resource;
+const Workspace* WorkspaceStore::find(const Uuid& workspaceId) const {
+    return findById(*workspaces, workspaceId);
+}
+
+const Resource* WorkspaceStore::find(const Uuid& resourceId, const Uuid& workspaceId) const {
+    const auto* workspace = find(workspaceId);
+    return workspace ? findById(workspace->resources, resourceId) : nullptr;
+}
+
+bool WorkspaceStore::isRunning(const Uuid& workspaceId) const {
+    return runningWorkspaces->contains(workspaceId);
+}
+
+bool WorkspaceStore::isRunning(const Uuid& resourceId, const Uuid& workspaceId) const {
+    const auto entry = runningResources->find(workspaceId);
+    return entry != runningResources->end() && entry->second.contains(resourceId);
+}
+
+void WorkspaceStore::activate(const Workspace& workspace) {
+    activeWorkspace = workspace;
+    hasLaunchedResources = false;
+}
+
+void WorkspaceStore::search(std::string text) {
+    searchText = std::move(text);
 }
 
 void WorkspaceStore::addResource(Resource resource, const Uuid& workspaceId) {
@@ -80,13 +84,13 @@ void WorkspaceStore::addResource(Resource resource, const Uuid& workspaceId) {
 }
 
 void WorkspaceStore::removeResource(const Uuid& resourceId, const Uuid& workspaceId) {
-    if (!findResource(resourceId, workspaceId)) return;
+    if (!find(resourceId, workspaceId)) return;
     // The identifiers may be fields of the record that goes now.
     const Uuid id = resourceId;
     const Uuid owner = workspaceId;
     workspaces.mutate([&](auto& list) {
         auto& resources = findById(list, owner)->resources;
-        resources.erase(findById(resources, id));
+        resources.erase(std::ranges::find(resources, id, &Resource::id));
     });
     if (runningResources->contains(owner)) {
         runningResources.mutate([&](auto& running) { running[owner].erase(id); });
@@ -95,8 +99,8 @@ void WorkspaceStore::removeResource(const Uuid& resourceId, const Uuid& workspac
 }
 
 void WorkspaceStore::moveResource(std::size_t from, std::size_t to, const Uuid& workspaceId) {
-    const auto workspace = findById(*workspaces, workspaceId);
-    if (workspace == workspaces->end()) return;
+    const auto* workspace = find(workspaceId);
+    if (!workspace) return;
     const auto count = workspace->resources.size();
     if (from >= count || to >= count) return;
     editResources(workspaceId, [&](auto& resources) {
@@ -119,10 +123,8 @@ void WorkspaceStore::addAssociatedApp(const Uuid& resourceId, const std::string&
 
 void WorkspaceStore::removeAssociatedApp(const Uuid& resourceId, const std::string& appName,
                                          const Uuid& workspaceId) {
-    const auto* resource = findResource(resourceId, workspaceId);
-    if (!resource ||
-        std::count(resource->associatedApps.begin(), resource->associatedApps.end(), appName) == 0)
-        return;
+    const auto* resource = find(resourceId, workspaceId);
+    if (!resource || std::ranges::count(resource->associatedApps, appName) == 0) return;
     const std::string name = appName;
     editResource(resourceId, workspaceId, [&](Resource& edited) {
         auto& apps = edited.associatedApps;

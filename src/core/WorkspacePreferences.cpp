@@ -1,53 +1,25 @@
 #include "core/WorkspaceStore.h"
 
+#include <array>
+
 namespace corvane {
 
 namespace {
 
-/// A show flag that is absent, or stored under another type than a boolean, is on.
-bool showFlag(const UserDefaults& defaults, std::string_view key) {
-    const auto object = defaults.objectForKey(key);
-    if (!object) return true;
-    const auto* flag = object->as<bool>();
-    return flag ? *flag : true;
-}
+/// In the order of the types.
+constexpr std::array showFlags{
+    &WorkspaceStore::showLayoutSavedAlert, &WorkspaceStore::showWorkspaceClosedAlert,
+    &WorkspaceStore::showLayoutsDisabledAlert, &WorkspaceStore::showApplicationsClosedAlert};
 
 } // namespace
 
-void WorkspaceStore::readPreferences() {
-    const auto& defaults = platform_.userDefaults;
-    // Each goes through its setter, so after the first start every key is stored.
-    focusMode = defaults.boolForKey(focusMode.key());
-    autoSaveLayouts = defaults.boolForKey(autoSaveLayouts.key());
-    fullscreenPriority = defaults.stringForKey(fullscreenPriority.key()).value_or("first");
-    hasShownFullscreenLimitationAlert =
-        defaults.boolForKey(hasShownFullscreenLimitationAlert.key());
-    enableAccessibilityFeatures = defaults.boolForKey(enableAccessibilityFeatures.key());
-    for (auto* flag : {&showLayoutSavedAlert, &showWorkspaceClosedAlert, &showLayoutsDisabledAlert,
-                       &showApplicationsClosedAlert}) {
-        *flag = showFlag(defaults, flag->key());
-    }
-}
-
 Preference<bool>& WorkspaceStore::preferenceOf(DismissibleAlertType type) {
-    switch (type) {
-    case DismissibleAlertType::layoutSaved:
-        return showLayoutSavedAlert;
-    case DismissibleAlertType::workspaceClosed:
-        return showWorkspaceClosedAlert;
-    case DismissibleAlertType::layoutsDisabled:
-        return showLayoutsDisabledAlert;
-    case DismissibleAlertType::applicationsClosed:
-        break;
-    }
-    return showApplicationsClosedAlert;
+    return this->*showFlags[static_cast<std::size_t>(type)];
 }
 
 void WorkspaceStore::resetConfirmations() {
-    for (auto* flag : {&showLayoutSavedAlert, &showWorkspaceClosedAlert, &showLayoutsDisabledAlert,
-                       &showApplicationsClosedAlert}) {
-        *flag = true;
-    }
+    for (const auto flag : showFlags)
+        this->*flag = true;
 }
 
 void WorkspaceStore::resetPreferences() {

@@ -25,7 +25,6 @@ WorkspaceStore::WorkspaceStore(Platform& platform, BookmarkManager& bookmarks)
       persistence_(platform.fileSystem, platform.bundles, platform.mainQueue, platform.alerts,
                    platform.panels, platform.clock),
       resourceLauncher_(makeResourceLauncher()) {
-    readPreferences();
     workspaces = persistence_.loadWorkspaces();
     activateFirstWorkspace();
     migrateWorkspaceDescriptions();

@@ -44,19 +44,29 @@ public:
     /// Fires before any field below takes a new value. Declared before them, as they refer to it.
     ChangeSignal objectWillChange;
 
-    // State. Fields are read by everyone; a view assigns only `activeWorkspace`,
-    // `hasLaunchedResources`, `searchText` and the preferences.
+    /// State that everyone reads and the store alone assigns.
+    template <typename T>
+    class Field : public Published<T> {
+    public:
+        using Published<T>::Published;
 
-    Published<std::vector<Workspace>> workspaces{objectWillChange};
+    private:
+        friend class WorkspaceStore;
+        friend struct StoreState;
+        using Published<T>::operator=;
+        using Published<T>::mutate;
+    };
+
+    Field<std::vector<Workspace>> workspaces{objectWillChange};
     /// A copy of one record, taken when it was assigned.
-    Published<std::optional<Workspace>> activeWorkspace{objectWillChange};
-    Published<std::string> searchText{objectWillChange};
+    Field<std::optional<Workspace>> activeWorkspace{objectWillChange};
+    Field<std::string> searchText{objectWillChange};
     /// A start has run to its end since the flag was last cleared.
-    Published<bool> hasLaunchedResources{objectWillChange};
+    Field<bool> hasLaunchedResources{objectWillChange};
     /// The workspaces whose start has run through. What was asked for, never what runs.
-    Published<std::set<Uuid>> runningWorkspaces{objectWillChange};
+    Field<std::set<Uuid>> runningWorkspaces{objectWillChange};
     /// The resources launched for each workspace; an entry may be empty.
-    Published<std::map<Uuid, std::set<Uuid>>> runningResources{objectWillChange};
+    Field<std::map<Uuid, std::set<Uuid>>> runningResources{objectWillChange};
 
     Preference<bool> focusMode;
     Preference<bool> autoSaveLayouts;
@@ -68,6 +78,17 @@ public:
     Preference<bool> showWorkspaceClosedAlert;
     Preference<bool> showLayoutsDisabledAlert;
     Preference<bool> showApplicationsClosedAlert;
+
+    // Looking things up, and what a view says of itself.
+
+    /// Null where there is none; good until the next change.
+    const Workspace* find(const Uuid& workspaceId) const;
+    const Resource* find(const Uuid& resourceId, const Uuid& workspaceId) const;
+    bool isRunning(const Uuid& workspaceId) const;
+    bool isRunning(const Uuid& resourceId, const Uuid& workspaceId) const;
+    /// The workspace that a start is about to be for.
+    void activate(const Workspace& workspace);
+    void search(std::string text);
 
     // Editing. Every operation that changes the list saves it before it returns.
 
@@ -127,6 +148,9 @@ public:
     /// it.
     void launchIndividualResource(const Resource& resource, const Workspace& workspace);
 
+    /// Quits a resource that runs, and launches another.
+    void toggle(const Resource& resource, const Workspace& workspace);
+
     // Quitting. Applications are asked, without waiting for them; one that can't be asked is ended
     // by force. What belongs to a resource is found by name and identifier among what runs now,
     // whoever started it.
@@ -176,13 +200,11 @@ public:
     std::optional<std::string> appNameForResource(const Resource& resource) const;
 
 private:
-    void readPreferences();
     void migrateWorkspaceDescriptions();
     void migrateBookmarksIfNeeded();
     void createDefaultWorkspacesIfNeeded();
     void saveWorkspaces();
     void activateFirstWorkspace();
-    const Resource* findResource(const Uuid& resourceId, const Uuid& workspaceId) const;
     void markRunning(const Uuid& resourceId, const Uuid& workspaceId);
     void markFinished(const Uuid& workspaceId);
     /// Adds the names that stand for a resource and aren't in the list yet.

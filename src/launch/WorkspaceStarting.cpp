@@ -42,6 +42,14 @@ void WorkspaceStore::launchIndividualResource(const Resource& resource,
     markRunning(resource.id, workspace.id);
 }
 
+void WorkspaceStore::toggle(const Resource& resource, const Workspace& workspace) {
+    if (isRunning(resource.id, workspace.id)) {
+        quitIndividualResource(resource, workspace);
+    } else {
+        launchIndividualResource(resource, workspace);
+    }
+}
+
 void WorkspaceStore::markRunning(const Uuid& resourceId, const Uuid& workspaceId) {
     runningResources.mutate([&](auto& running) { running[workspaceId].insert(resourceId); });
 }

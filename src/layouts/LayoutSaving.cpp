@@ -36,7 +36,7 @@ void tellApplications(const Applications& applications, const std::vector<std::s
 } // namespace
 
 void WorkspaceStore::saveWorkspaceLayout(const Workspace& workspace) {
-    if (!runningWorkspaces->contains(workspace.id)) {
+    if (!isRunning(workspace.id)) {
         diagnostic({"Cannot save layout: workspace '", workspace.name, "' is not running"});
         showInfoAlert(
             "Cannot Save Layout",
@@ -69,7 +69,7 @@ void WorkspaceStore::saveWorkspaceLayout(const Workspace& workspace) {
 }
 
 void WorkspaceStore::autoSaveLayout(const Workspace& workspace, std::string_view what) {
-    if (!autoSaveLayouts || !runningWorkspaces->contains(workspace.id)) return;
+    if (!autoSaveLayouts || !isRunning(workspace.id)) return;
     diagnostic({"Auto-saving layout before quitting ", what, ": '", workspace.name, "'"});
     saveWorkspaceLayout(workspace);
 }
@@ -105,13 +105,12 @@ void WorkspaceStore::persistWorkspaceLayout(const WorkspaceLayout& layout,
     std::vector<SavedWindowLayout> saved;
     for (const auto& window : layout.windowLayouts)
         saved.push_back(makeSavedWindowLayout(window, layout.savedDate, screens));
-    const auto found = std::ranges::find(*workspaces, workspace.id, &Workspace::id);
-    if (found == workspaces->end()) return;
-    const auto index = static_cast<std::size_t>(found - workspaces->begin());
-    workspaces.mutate([&](std::vector<Workspace>& list) {
-        list[index].savedWindowLayouts = std::move(saved);
-        list[index].hasLayoutSaved = true;
-        list[index].dateModified = platform_.clock.now();
+    if (!find(workspace.id)) return;
+    workspaces.mutate([&](auto& list) {
+        auto& record = *findById(list, workspace.id);
+        record.savedWindowLayouts = std::move(saved);
+        record.hasLayoutSaved = true;
+        record.dateModified = platform_.clock.now();
     });
     saveWorkspaces();
     diagnostic({"Layout saved to JSON for workspace '", workspace.name, "'"});

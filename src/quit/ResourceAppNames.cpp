@@ -18,7 +18,7 @@ std::optional<std::string> WorkspaceStore::appNameForResource(const Resource& re
     case ResourceType::terminal:
         return "Terminal";
     case ResourceType::separator:
-        break;
+        return std::nullopt;
     }
     return std::nullopt;
 }

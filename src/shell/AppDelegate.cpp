@@ -39,7 +39,7 @@ void AppDelegate::autoSaveRunningLayouts() {
     // A copy, as saving changes the list.
     const auto workspaces = store.workspaces.get();
     for (const auto& workspace : workspaces) {
-        if (!store.runningWorkspaces->contains(workspace.id)) continue;
+        if (!store.isRunning(workspace.id)) continue;
         diagnostic({"Auto-saving layout for running workspace: '", workspace.name, "'"});
         store.saveWorkspaceLayout(workspace);
     }

@@ -105,7 +105,7 @@ void MenuBarManager::addWorkspaces(Menu& menu) {
 
 MenuItem MenuBarManager::workspaceItem(const Workspace& workspace) {
     MenuItem item;
-    if (store_.runningWorkspaces->contains(workspace.id)) {
+    if (store_.isRunning(workspace.id)) {
         item.title = workspace.name + "     ⏹";
         item.action = [this, workspace] { quitWorkspaceFromMenu(workspace); };
     } else {
@@ -129,14 +129,13 @@ void MenuBarManager::addSwitchesAndLayouts(Menu& menu) {
     if (!active) return;
     menu.push_back({.title = "Save Layout",
                     .action = [this] { saveCurrentLayout(); },
-                    .isEnabled = store_.runningWorkspaces->contains(active->id)});
+                    .isEnabled = store_.isRunning(active->id)});
 }
 
 void MenuBarManager::launchWorkspaceFromMenu(const Workspace& workspace) {
     diagnostic({"Launching workspace: ", workspace.name});
     sendUserNotification("Launching Workspace", "Starting '" + workspace.name + "'...");
-    store_.activeWorkspace = workspace;
-    store_.hasLaunchedResources = false;
+    store_.activate(workspace);
     store_.startWorkspace(workspace);
     rebuildMenuAfter(rebuildDelay);
 }
@@ -171,7 +170,7 @@ void MenuBarManager::saveCurrentLayout() {
     if (!active) {
         return sendUserNotification("Save Layout Failed", "No active workspace selected");
     }
-    if (!store_.runningWorkspaces->contains(active->id)) {
+    if (!store_.isRunning(active->id)) {
         return sendUserNotification("Save Layout Failed",
                                     "Start '" + active->name + "' first to save its layout");
     }

@@ -11,20 +11,9 @@ namespace corvane {
 
 namespace {
 
-bool isInFileSystem(ResourceType type) {
-    return type == ResourceType::file || type == ResourceType::folder ||
-           type == ResourceType::application;
-}
-
 PanelContent contentOf(ResourceType type) {
-    switch (type) {
-    case ResourceType::application:
-        return PanelContent::application;
-    case ResourceType::folder:
-        return PanelContent::folder;
-    default:
-        return PanelContent::file;
-    }
+    if (type == ResourceType::application) return PanelContent::application;
+    return type == ResourceType::folder ? PanelContent::folder : PanelContent::file;
 }
 
 /// The host, which after a last "//" is the empty text; else what was typed.
@@ -56,7 +45,7 @@ void AddResourceSheet::setPath(const std::string& text) {
 }
 
 void AddResourceSheet::pick() {
-    if (!isInFileSystem(selectedResourceType)) return;
+    if (!factsOf(selectedResourceType).isInFileSystem) return;
     const auto url = platform_.panels.runOpenPanel(
         {.title = std::string(pathHeading()),
          .content = contentOf(selectedResourceType),
@@ -81,7 +70,7 @@ void AddResourceSheet::add() {
     const ResourceType type = selectedResourceType;
     auto resource = makeResource(resourceName, resourcePath, type, platform_.bundles);
     resource.enabled = enabledByDefault;
-    if (isInFileSystem(type) && platform_.fileSystem.exists(resourcePath)) {
+    if (factsOf(type).isInFileSystem && platform_.fileSystem.exists(resourcePath)) {
         bookmarks_.createBookmark(Url::fromPath(resourcePath.get()),
                                   BookmarkManager::bookmarkKey(resourcePath.get(), type));
     }
@@ -89,18 +78,7 @@ void AddResourceSheet::add() {
 }
 
 std::string_view AddResourceSheet::pathHeading() const {
-    switch (selectedResourceType) {
-    case ResourceType::file:
-        return "File Path";
-    case ResourceType::folder:
-        return "Folder Path";
-    case ResourceType::application:
-        return "Application Path";
-    case ResourceType::url:
-        return "URL";
-    default:
-        return "Terminal Command";
-    }
+    return factsOf(selectedResourceType).pathHeading;
 }
 
 std::string_view AddResourceSheet::pathPrompt() const {
@@ -114,14 +92,7 @@ std::string AddResourceSheet::pickerTitle() const {
 }
 
 std::string_view AddResourceSheet::pickerSymbol() const {
-    switch (selectedResourceType) {
-    case ResourceType::folder:
-        return "folder";
-    case ResourceType::application:
-        return "app.badge";
-    default:
-        return "doc";
-    }
+    return factsOf(selectedResourceType).pickerSymbol;
 }
 
 std::string_view AddResourceSheet::statusText() const {
@@ -145,12 +116,6 @@ bool AddResourceSheet::isValidURL(std::string_view text) {
     if (text.find('.') == std::string_view::npos) return false;
     if (text.find(' ') != std::string_view::npos) return false;
     return Url::parse("https://" + std::string(text)).has_value();
-}
-
-std::string tileTitle(ResourceType type) {
-    std::string title(rawValue(type));
-    title.front() = char(title.front() - 'a' + 'A');
-    return title;
 }
 
 } // namespace corvane

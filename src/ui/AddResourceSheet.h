@@ -66,7 +66,4 @@ private:
     const Platform& platform_;
 };
 
-/// The raw value with its first letter in capitals.
-std::string tileTitle(ResourceType type);
-
 } // namespace corvane

@@ -12,7 +12,7 @@ HeaderState::HeaderState(WorkspaceStore& store, ThemeManager& theme)
 
 void HeaderState::setSearchText(std::string text) {
     searchText_ = std::move(text);
-    store_.searchText = searchText_.get();
+    store_.search(searchText_);
 }
 
 bool HeaderState::isDarkMode() const {

@@ -10,18 +10,11 @@ namespace corvane {
 
 namespace {
 
-const Workspace* find(const Uuid& workspaceId, const WorkspaceStore& store) {
-    const auto found = std::ranges::find(*store.workspaces, workspaceId, &Workspace::id);
-    return found == store.workspaces->end() ? nullptr : &*found;
-}
-
 /// The answer to a panel, which may come when the card has been closed and its list is gone.
 void addApplication(const std::string& appName, const Uuid& resourceId, const Uuid& workspaceId,
                     WorkspaceStore& store, Alerts& alerts) {
-    const auto* workspace = find(workspaceId, store);
-    if (!workspace) return;
-    const auto resource = std::ranges::find(workspace->resources, resourceId, &Resource::id);
-    if (resource == workspace->resources.end()) return;
+    const auto* resource = store.find(resourceId, workspaceId);
+    if (!resource) return;
     if (std::ranges::find(resource->associatedApps, appName) != resource->associatedApps.end()) {
         alerts.runModal({.title = "Duplicate App",
                          .message = appName + " is already associated with this resource.",
@@ -40,7 +33,7 @@ ResourceManagement::ResourceManagement(const Uuid& workspaceId, WorkspaceStore& 
       storeChanges_(store.objectWillChange.subscribe([this] { objectWillChange.fire(); })) {}
 
 const Workspace* ResourceManagement::workspace() const {
-    return find(workspaceId_, store_);
+    return store_.find(workspaceId_);
 }
 
 const Resource* ResourceManagement::resourceAt(std::size_t index) const {
@@ -52,7 +45,6 @@ std::vector<ResourceRow> ResourceManagement::rows() const {
     std::vector<ResourceRow> rows;
     const auto* found = workspace();
     if (!found) return rows;
-    const auto running = store_.runningResources->find(workspaceId_);
     Icons icons;
     for (const auto& resource : found->resources) {
         const bool isApplication = resource.type == ResourceType::application;
@@ -63,8 +55,7 @@ std::vector<ResourceRow> ResourceManagement::rows() const {
                                     ? platform_.fileIcons.iconForFile(resource.path).value_or("")
                                     : "",
                         .enabled = resource.enabled,
-                        .isRunning = running != store_.runningResources->end() &&
-                                     running->second.contains(resource.id),
+                        .isRunning = store_.isRunning(resource.id, workspaceId_),
                         .chips = chipsOf(resource, icons)});
     }
     return rows;
@@ -126,16 +117,8 @@ void ResourceManagement::toggleEnabled(std::size_t index) {
 void ResourceManagement::pressPlay(std::size_t index) {
     const auto* found = resourceAt(index);
     if (!found) return;
-    const Resource resource = *found;
-    const Workspace whole = *workspace();
-    const auto running = store_.runningResources->find(workspaceId_);
-    const bool isRunning =
-        running != store_.runningResources->end() && running->second.contains(resource.id);
-    if (isRunning) {
-        store_.quitIndividualResource(resource, whole);
-    } else {
-        store_.launchIndividualResource(resource, whole);
-    }
+    // Copies, as launching may change the list.
+    store_.toggle(Resource(*found), Workspace(*workspace()));
 }
 
 void ResourceManagement::rename(std::size_t index, const std::string& name) {

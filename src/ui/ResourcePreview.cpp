@@ -8,16 +8,11 @@ namespace {
 
 constexpr std::size_t mostChips = 8;
 
-bool isRunning(const Resource& resource, const Workspace& workspace, const WorkspaceStore& store) {
-    const auto entry = store.runningResources->find(workspace.id);
-    return entry != store.runningResources->end() && entry->second.contains(resource.id);
-}
-
 } // namespace
 
 ResourcePreview resourcePreview(const Workspace& workspace, const WorkspaceStore& store) {
     const auto state = [&](const Resource& resource) {
-        if (isRunning(resource, workspace, store)) return ChipState::running;
+        if (store.isRunning(resource.id, workspace.id)) return ChipState::running;
         return resource.launchOnStart ? ChipState::startMarked : ChipState::plain;
     };
     ResourcePreview preview;
@@ -36,14 +31,6 @@ std::string chipTooltip(const Resource& resource, ChipState state, const Workspa
     const auto& otherwise =
         resource.associatedApps.empty() ? resource.name : resource.associatedApps.front();
     return "Launch " + resource.name + " with " + app.value_or(otherwise);
-}
-
-void pressChip(const Resource& resource, const Workspace& workspace, WorkspaceStore& store) {
-    if (isRunning(resource, workspace, store)) {
-        store.quitIndividualResource(resource, workspace);
-    } else {
-        store.launchIndividualResource(resource, workspace);
-    }
 }
 
 } // namespace corvane

@@ -32,8 +32,6 @@ struct ResourcePreview {
 
 /// What a press on the chip does: "Stop {name}", or "Launch {name} with {app}".
 std::string chipTooltip(const Resource& resource, ChipState state, const WorkspaceStore& store);
-/// Launches the resource, enabled or not, or quits it if it runs.
-void pressChip(const Resource& resource, const Workspace& workspace, WorkspaceStore& store);
 
 ResourcePreview resourcePreview(const Workspace& workspace, const WorkspaceStore& store);
 

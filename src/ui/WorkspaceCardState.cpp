@@ -21,7 +21,7 @@ WorkspaceCardState::WorkspaceCardState(const Uuid& workspaceId, WorkspaceStore& 
     : workspaceId_(workspaceId), store_(store), mainQueue_(mainQueue), alerts_(alerts) {}
 
 bool WorkspaceCardState::isRunning() const {
-    return store_.runningWorkspaces->contains(workspaceId_);
+    return store_.isRunning(workspaceId_);
 }
 
 bool WorkspaceCardState::canSaveLayout() const {
@@ -43,8 +43,7 @@ void WorkspaceCardState::start(const Workspace& workspace) {
     loadingMessage = "Starting...";
     mainQueue_.after(
         startDelay, [&store = store_, &mainQueue = mainQueue_, workspace, card = weak_from_this()] {
-            store.activeWorkspace = workspace;
-            store.hasLaunchedResources = false;
+            store.activate(workspace);
             store.startWorkspace(workspace);
             mainQueue.after(spinnerAfterStart, [card] {
                 if (const auto present = card.lock()) present->isLoading = false;
@@ -102,13 +101,10 @@ std::string finishMessage(const std::string& workspaceName) {
 }
 
 std::size_t runningResourceCount(const Workspace& workspace, const WorkspaceStore& store) {
-    const auto running = store.runningResources->find(workspace.id);
-    if (running == store.runningResources->end()) return 0;
-    return std::count_if(workspace.resources.begin(), workspace.resources.end(),
-                         [&](const Resource& resource) {
-                             return resource.type != ResourceType::separator &&
-                                    running->second.contains(resource.id);
-                         });
+    return std::ranges::count_if(workspace.resources, [&](const Resource& resource) {
+        return resource.type != ResourceType::separator &&
+               store.isRunning(resource.id, workspace.id);
+    });
 }
 
 std::size_t cardGradientIndex(const std::string& workspaceName) {

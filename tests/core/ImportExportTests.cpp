@@ -52,7 +52,7 @@ TEST_F(ImportExport, theUserChoosesHowAnImportedListComesIn) {
     const std::string told = "\nImport Successful | Successfully imported ";
     for (const auto& [name, button, imported, list, active, success] : cases) {
         auto& store = start();
-        store.runningWorkspaces = std::set{first.id};
+        StoreState::set(store.runningWorkspaces, std::set{first.id});
         desktop.files.contents[importPath] = json::prettyPrinted(encodeWorkspaces(imported));
         desktop.alertAnswers["Import Workspaces"] = {button, false};
         store.importWorkspaces();
@@ -104,7 +104,7 @@ TEST_F(ImportExport, aFileThatIsNoListChangesNothingAndTheAlertSaysWhy) {
 TEST_F(ImportExport, anExportHoldsEverythingAndServesAsTheWorkspacesFile) {
     first.resources[0].bookmarkData = Bytes{1};
     auto& store = start();
-    store.searchText = "Second";
+    StoreState::set(store.searchText, "Second");
     store.exportWorkspaces();
     desktop.runUntilIdle();
     EXPECT_EQ(scene.alerts(), "Export Successful | Workspaces exported to: My Export.json [OK] not "

@@ -2,6 +2,7 @@
 
 #include "core/BookmarkManager.h"
 #include "core/RecordCoding.h"
+#include "core/StoreState.h"
 #include "core/WorkspaceStore.h"
 #include "foundation/Diagnostics.h"
 #include "foundation/Text.h"

@@ -104,7 +104,8 @@ TEST_F(Store, eachEditChangesTheListOnceAndSavesIt) {
          1},
         {"remove an app that isn't there", [&](auto& s) { s.removeAssociatedApp(id(0), "Pad", f); },
          "First(a b c) Second(d)", 0, 0},
-        {"search", [&](auto& s) { s.searchText = "x"; }, "First(a b c) Second(d)", 0, 1},
+        {"search", [&](auto& s) { StoreState::set(s.searchText, "x"); }, "First(a b c) Second(d)",
+         0, 1},
     };
     for (const auto& [name, edit, expected, saves, firings] : cases) {
         auto& store = start();
@@ -223,9 +224,9 @@ TEST_F(Store, theSignalComesBeforeTheNewValueCanBeRead) {
     std::vector<std::string> seen;
     const auto subscription =
         store.objectWillChange.subscribe([&] { seen.push_back(store.searchText); });
-    store.searchText = "one";
-    store.searchText = "one";
-    store.searchText = "two";
+    StoreState::set(store.searchText, "one");
+    StoreState::set(store.searchText, "one");
+    StoreState::set(store.searchText, "two");
     EXPECT_EQ(seen, (std::vector<std::string>{"", "one", "one"}));
 }
 

@@ -16,7 +16,7 @@ protected:
         start({work, workspace("Other")}).enableAccessibilityFeatures = enabled;
     }
     void markRunning() {
-        store->runningWorkspaces.mutate([&](auto& ids) { ids.insert(work.id); });
+        StoreState::change(store->runningWorkspaces, [&](auto& ids) { ids.insert(work.id); });
     }
     /// The stored layout of the first workspace, the same in memory and in the file.
     std::string stored() {
@@ -194,7 +194,7 @@ TEST_F(Layouts, quittingSavesTheLayoutFirstWhereTheUserWantsIt) {
         store->autoSaveLayouts = wanted;
         if (running) markRunning();
         for (const char index : launched)
-            store->runningResources.mutate([&](auto& entries) {
+            StoreState::change(store->runningResources, [&](auto& entries) {
                 entries[work.id].insert(work.resources[index == '1' ? 1 : 0].id);
             });
         if (finishes) store->finishWorkspace(work);

@@ -69,7 +69,7 @@ TEST(WorkspaceListModelTest, rowsKeepTheirIdentityWhenTheListChanges) {
         {{}, "", -1},
     };
     for (const auto& [list, names, row] : steps) {
-        store.workspaces = list;
+        StoreState::set(store.workspaces, list);
         QTest::qWait(0);
         QString shown;
         for (int i = 0; i < model.rowCount(); ++i)

@@ -274,7 +274,7 @@ TEST_F(Views, theEndOfTheProgramSavesLayouts) {
     auto& store = interface.store();
     store.autoSaveLayouts = true;
     store.enableAccessibilityFeatures = true;
-    store.runningWorkspaces = {store.workspaces->front().id};
+    StoreState::set(store.runningWorkspaces, {store.workspaces->front().id});
     QTimer::singleShot(0, [this] { interface.windows.terminate(); });
     QCoreApplication::exec();
     interface.desktop.runUntilIdle();

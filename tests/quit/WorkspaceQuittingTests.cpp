@@ -87,10 +87,10 @@ protected:
         desk.resources.back().enabled = false;
         desk.resources.push_back(scene.resource("", "", ResourceType::separator));
         desk.resources.back().associatedApps = {"Asker"};
-        store.activeWorkspace = desk;
-        store.hasLaunchedResources = true;
-        store.runningWorkspaces = {desk.id};
-        store.runningResources = {{desk.id, {}}, {elsewhere, {}}};
+        StoreState::set(store.activeWorkspace, desk);
+        StoreState::set(store.hasLaunchedResources, true);
+        StoreState::set(store.runningWorkspaces, {desk.id});
+        StoreState::set(store.runningResources, {{desk.id, {}}, {elsewhere, {}}});
     }
     bool isMarkedRunning() {
         return store.hasLaunchedResources && store.runningWorkspaces->contains(desk.id) &&
@@ -176,7 +176,7 @@ TEST_F(Quitting, theSummaryOfAFinishCountsAndCanBeSwitchedOff) {
 }
 
 TEST_F(Quitting, aFinishWithNothingToDoSaysSo) {
-    store.activeWorkspace = std::nullopt;
+    StoreState::set(store.activeWorkspace, std::nullopt);
     store.finishWorkspace();
     EXPECT_EQ(alertWithin(0), "No Workspace Selected: Please select a workspace first.");
     store.quitAllApplications();
@@ -197,7 +197,7 @@ TEST_F(Quitting, aFinishWithNothingToDoSaysSo) {
 
     // They name one that doesn't run.
     desk.resources[1] = application("Absent");
-    store.activeWorkspace = scene.workspace("Other");
+    StoreState::set(store.activeWorkspace, scene.workspace("Other"));
     store.finishWorkspace(desk);
     EXPECT_EQ(alertWithin(2), "");
     EXPECT_TRUE(store.runningWorkspaces->empty());
@@ -211,7 +211,7 @@ TEST_F(Quitting, theRunningStateIsClearedBeforeAnythingIsAsked) {
     const auto second = scene.workspace("Second", {application("Editor")});
     store.startWorkspace(first);
     store.startWorkspace(second);
-    store.activeWorkspace = first;
+    StoreState::set(store.activeWorkspace, first);
     const auto subscription = store.objectWillChange.subscribe([&] { EXPECT_EQ(asked(), ""); });
     store.finishWorkspace(first);
     EXPECT_EQ(asked(), "1");
@@ -234,9 +234,9 @@ TEST_F(Quitting, oneResourceQuitsAloneAndItsWorkspaceGoesOn) {
     const auto line = scene.resource("Line", "", ResourceType::separator);
     const auto plain = scene.resource("Plain", "/x.none");
     const auto desk = scene.workspace("Desk", {note, mail, line, plain});
-    store.runningWorkspaces = {desk.id};
-    store.runningResources = {{desk.id, {note.id, mail.id, line.id, plain.id}}};
-    store.hasLaunchedResources = true;
+    StoreState::set(store.runningWorkspaces, {desk.id});
+    StoreState::set(store.runningResources, {{desk.id, {note.id, mail.id, line.id, plain.id}}});
+    StoreState::set(store.hasLaunchedResources, true);
     const auto stillMarked = [&] { return store.runningResources->at(desk.id).size(); };
 
     store.quitIndividualResource(line, desk);
@@ -248,14 +248,14 @@ TEST_F(Quitting, oneResourceQuitsAloneAndItsWorkspaceGoesOn) {
     EXPECT_EQ(asked(), "1 2 2!");
     store.quitIndividualResource(mail, desk);
     EXPECT_EQ(asked(), "1 2 2! 3");
-    store.runningResources.mutate([&](auto& running) { running[desk.id].clear(); });
+    StoreState::change(store.runningResources, [&](auto& running) { running[desk.id].clear(); });
     EXPECT_EQ(stillMarked(), 0u);
     EXPECT_EQ(alertWithin(2), "");
     EXPECT_EQ(stillRunning(), "4");
     EXPECT_TRUE(store.runningWorkspaces->contains(desk.id));
     EXPECT_TRUE(store.hasLaunchedResources);
 
-    store.runningResources = {};
+    StoreState::set(store.runningResources, {});
     store.quitIndividualResource(note, desk);
     EXPECT_TRUE(store.runningResources->empty());
 }

@@ -1,3 +1,4 @@
+#include "core/StoreState.h"
 #include "foundation/Diagnostics.h"
 #include "shell/CorvaneApp.h"
 #include "simulated/SimulatedDesktop.h"
@@ -25,7 +26,7 @@ TEST_F(App, aChangeOfTheStoreIsRelayedOnceEvenAfterASecondSetup) {
     app.setupApp();
     app.setupApp();
     EXPECT_EQ(app.appDelegate().workspaceStore, &app.workspaceStore());
-    app.workspaceStore().searchText = "mail";
+    StoreState::set(app.workspaceStore().searchText, "mail");
     EXPECT_EQ(posted, 0);
     desktop.runUntilIdle();
     EXPECT_EQ(posted, 1);
@@ -111,7 +112,8 @@ TEST_F(App, theEndOfTheProgramSavesTheLayoutsOfRunningWorkspacesInListOrder) {
     for (const auto& [isSetUp, autoSaves, enabled, expected] : cases) {
         CorvaneApp app(platform);
         auto& store = app.workspaceStore();
-        store.runningWorkspaces = {store.workspaces->at(2).id, store.workspaces->at(0).id};
+        StoreState::set(store.runningWorkspaces,
+                        {store.workspaces->at(2).id, store.workspaces->at(0).id});
         store.autoSaveLayouts = autoSaves;
         store.enableAccessibilityFeatures = enabled;
         if (isSetUp) app.setupApp();

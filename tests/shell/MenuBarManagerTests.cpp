@@ -68,7 +68,7 @@ TEST_F(StatusMenu, comesOnceWithTheFirstEventThatFindsItsManager) {
     EXPECT_EQ(bar.rebuilds, 1);
     for (int i = 0; i < 3; ++i)
         made.appDelegate().applicationDidBecomeActive();
-    made.workspaceStore().searchText = "a";
+    StoreState::set(made.workspaceStore().searchText, "a");
     EXPECT_EQ(bar.rebuilds, 1);
     desktop.runUntilIdle();
     EXPECT_EQ(bar.rebuilds, 2);
@@ -122,22 +122,22 @@ TEST_F(StatusMenu, showsTheStoreAsItIs) {
         std::string middle;
     } steps[]{
         {[] {}, two + "[ ] Focus Mode|"},
-        {[&] { store().searchText = "no such name"; }, two + "[ ] Focus Mode|"},
+        {[&] { StoreState::set(store().searchText, "no such name"); }, two + "[ ] Focus Mode|"},
         {[&] { store().autoSaveLayouts = true; }, two + "[ ] Focus Mode|"},
         {[&] { store().enableAccessibilityFeatures = true; },
          two + "[ ] Focus Mode|[x] Auto-Save Layouts|(Save Layout)|"},
-        {[&] { store().runningWorkspaces = {list[1].id}; },
+        {[&] { StoreState::set(store().runningWorkspaces, {list[1].id}); },
          "Home     ▶|Editing     ⏹|-|[ ] Focus Mode|[x] Auto-Save Layouts|(Save Layout)|"},
-        {[&] { store().activeWorkspace = list[1]; },
+        {[&] { StoreState::set(store().activeWorkspace, list[1]); },
          "Home     ▶|Editing     ⏹|-|[ ] Focus Mode|[x] Auto-Save Layouts|Save Layout|"},
         {[&] {
-             store().activeWorkspace = std::nullopt;
+             StoreState::set(store().activeWorkspace, std::nullopt);
              store().focusMode = true;
          },
          "Home     ▶|Editing     ⏹|-|[x] Focus Mode|[x] Auto-Save Layouts|"},
         {[&] {
              store().enableAccessibilityFeatures = false;
-             store().workspaces = {};
+             StoreState::set(store().workspaces, {});
          },
          "(No workspaces found)|-|[x] Focus Mode|"},
     };
@@ -180,7 +180,7 @@ TEST_F(StatusMenu, startsAWorkspaceAsItWasAtTheLastRebuildAndMakesItTheActiveOne
 TEST_F(StatusMenu, finishesARunningWorkspaceAndLeavesTheActiveOneAsItWas) {
     launch({scene.workspace("Home"), editing()});
     const auto id = store().workspaces.get()[1].id;
-    store().runningWorkspaces = {id};
+    StoreState::set(store().runningWorkspaces, {id});
     settle();
     ASSERT_TRUE(bar.press("Editing"));
     EXPECT_EQ(desktop.logged(), "notify Quitting Workspace: Stopping 'Editing'...\nterminate 7");
@@ -211,7 +211,7 @@ TEST_F(StatusMenu, switchesPreferencesAndTellsTheNewValue) {
 TEST_F(StatusMenu, savesTheLayoutOfARunningActiveWorkspaceOnly) {
     launch({editing()});
     store().enableAccessibilityFeatures = true;
-    store().runningWorkspaces = {store().workspaces->front().id};
+    StoreState::set(store().runningWorkspaces, {store().workspaces->front().id});
     settle();
     // The menu offers it, and the state changes behind its back.
     const auto press = [&] {
@@ -220,17 +220,17 @@ TEST_F(StatusMenu, savesTheLayoutOfARunningActiveWorkspaceOnly) {
         return desktop.logged("notify");
     };
     EXPECT_EQ(press(), "notify Layout Saved: Layout saved for 'Editing'");
-    store().runningWorkspaces = {};
+    StoreState::set(store().runningWorkspaces, {});
     EXPECT_EQ(press(), "notify Save Layout Failed: Start 'Editing' first to save its layout");
-    store().activeWorkspace = std::nullopt;
+    StoreState::set(store().activeWorkspace, std::nullopt);
     EXPECT_EQ(press(), "notify Save Layout Failed: No active workspace selected");
 }
 
 TEST_F(StatusMenu, isMadeAnewAfterEachChangeAndSomeTimeAfterEachAction) {
     launch({scene.workspace("Home"), editing()});
     store().enableAccessibilityFeatures = true;
-    store().activeWorkspace = store().workspaces.get()[1];
-    store().runningWorkspaces = {store().workspaces.get()[1].id};
+    StoreState::set(store().activeWorkspace, store().workspaces.get()[1]);
+    StoreState::set(store().runningWorkspaces, {store().workspaces.get()[1].id});
     settle();
     const struct {
         const char* title;

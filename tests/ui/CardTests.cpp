@@ -66,7 +66,7 @@ TEST_F(Card, aStartTakesHalfASecondAndItsSpinnerOneMore) {
 }
 
 TEST_F(Card, theCallerClearsTheLaunchedFlagBeforeAStart) {
-    store.hasLaunchedResources = true;
+    StoreState::set(store.hasLaunchedResources, true);
     list->card(other.id).start(other);
     desktop.runFor(2);
     EXPECT_EQ(store.activeWorkspace.get(), other);
@@ -77,7 +77,7 @@ TEST_F(Card, theCallerClearsTheLaunchedFlagBeforeAStart) {
 
 TEST_F(Card, aStartUnderWayOutlivesItsCard) {
     for (const double gone : {0.2, 0.7}) {
-        store.runningWorkspaces = {};
+        StoreState::set(store.runningWorkspaces, {});
         desktop.log.clear();
         card().start(work);
         desktop.runFor(gone);
@@ -97,7 +97,7 @@ TEST_F(Card, whatRunsIsCountedFromTheStoreWithoutSeparators) {
     EXPECT_EQ(shown(), "Start | 1 resources running");
     store.startWorkspace(work);
     EXPECT_EQ(shown(), "Start | 2 resources running | running");
-    store.runningResources = {{work.id, {work.resources[1].id, Uuid::random()}}};
+    StoreState::set(store.runningResources, {{work.id, {work.resources[1].id, Uuid::random()}}});
     EXPECT_EQ(runningResourceCount(work, store), 0u);
 }
 
@@ -135,9 +135,10 @@ TEST_F(Card, thePreviewShowsEightResourcesAndCountsTheRest) {
     work.resources[0].enabled = false;
     work.resources[2].launchOnStart = true;
     EXPECT_EQ(described(work), "buildserve*");
-    store.runningResources = {{other.id, {work.resources[0].id}}};
+    StoreState::set(store.runningResources, {{other.id, {work.resources[0].id}}});
     EXPECT_EQ(described(work), "buildserve*") << "it runs for another workspace";
-    store.runningResources = {{work.id, {work.resources[0].id, work.resources[2].id}}};
+    StoreState::set(store.runningResources,
+                    {{work.id, {work.resources[0].id, work.resources[2].id}}});
     EXPECT_EQ(described(work), "build!serve!");
     const auto chip = resourcePreview(work, store).chips[1];
     EXPECT_EQ(chip, (PreviewChip{work.resources[2].id, terminal, "serve", ChipState::running}));

@@ -81,7 +81,7 @@ TEST_F(Window, eachKeystrokeReachesTheStoreAsTypedAndNothingComesBack) {
     const auto second = std::make_unique<ContentState>(store, scene.platform);
     EXPECT_EQ(second->header.searchText(), "");
     EXPECT_EQ(names(second->list), "[Homework ]");
-    store.searchText = "other";
+    StoreState::set(store.searchText, "other");
     EXPECT_EQ(first->header.searchText(), "home");
 }
 
@@ -113,7 +113,7 @@ TEST_F(Window, theHeaderFollowsFocusModeAndThemeWhereverTheyChange) {
 // List.
 
 TEST_F(Window, theSearchLooksAtNamesOnlyAndKeepsTheOrder) {
-    store.workspaces.mutate([](auto& list) { list.back().description = "Work"; });
+    StoreState::change(store.workspaces, [](auto& list) { list.back().description = "Work"; });
     const auto content = std::make_unique<ContentState>(store, scene.platform);
     const struct {
         const char* search;
@@ -139,7 +139,7 @@ TEST_F(Window, theSearchLooksAtNamesOnlyAndKeepsTheOrder) {
     content->header.setSearchText("new");
     store.addWorkspace(scene.workspace("Newest"));
     EXPECT_EQ(names(content->list), "[Newest]");
-    store.workspaces = {};
+    StoreState::set(store.workspaces, {});
     EXPECT_EQ(content->list.content(0), ListContent::emptySearch);
     content->header.setSearchText("");
     EXPECT_EQ(content->list.content(0), ListContent::emptyWorkspaces);

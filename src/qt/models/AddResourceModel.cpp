@@ -14,7 +14,7 @@ QVariantList AddResourceModel::tiles() const {
     QVariantList tiles;
     for (const auto type : AddResourceSheet::resourceTypes) {
         tiles.append(QVariantMap{{"type", toQString(rawValue(type))},
-                                 {"title", toQString(tileTitle(type))},
+                                 {"title", toQString(factsOf(type).title)},
                                  {"symbol", toQString(symbolName(type))}});
     }
     return tiles;
@@ -57,8 +57,7 @@ QString AddResourceModel::pathPrompt() const {
 }
 
 bool AddResourceModel::isPicked() const {
-    const ResourceType type = sheet_->selectedResourceType;
-    return type != ResourceType::url && type != ResourceType::terminal;
+    return factsOf(sheet_->selectedResourceType).isInFileSystem;
 }
 
 QString AddResourceModel::pickerTitle() const {

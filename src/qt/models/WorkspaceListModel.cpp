@@ -39,9 +39,7 @@ QVariantList chipsOf(const ResourcePreview& preview) {
 const Resource* resourceOfChip(const Workspace& workspace, const ResourcePreview& preview,
                                int chip) {
     if (chip < 0 || std::size_t(chip) >= preview.chips.size()) return nullptr;
-    const auto& id = preview.chips[std::size_t(chip)].resourceId;
-    const auto found = std::ranges::find(workspace.resources, id, &Resource::id);
-    return found == workspace.resources.end() ? nullptr : &*found;
+    return findById(workspace.resources, preview.chips[std::size_t(chip)].resourceId);
 }
 
 } // namespace
@@ -209,7 +207,7 @@ void WorkspaceListModel::pressChip(int row, int chip) {
     if (!found) return;
     const Workspace workspace = *found;
     if (const auto* resource = resourceOfChip(workspace, rows()[std::size_t(row)].preview, chip)) {
-        corvane::pressChip(*resource, workspace, state_.store());
+        state_.store().toggle(*resource, workspace);
     }
 }
 

@@ -1,0 +1,38 @@
+#include "core/ResourceTypes.h"
+
+namespace corvane {
+
+namespace {
+
+/// In the order of the enumeration.
+constexpr std::array<ResourceTypeFacts, allResourceTypes.size()> facts{{
+    {"file", "File", "doc.fill", "doc", "File Path", true},
+    {"folder", "Folder", "folder.fill", "folder", "Folder Path", true},
+    {"application", "Application", "app.badge", "app.badge", "Application Path", true},
+    {"url", "Url", "globe", "", "URL"},
+    {"terminal", "Terminal", "terminal.fill", "", "Terminal Command"},
+    {"separator", "Separator", "minus", "", ""},
+}};
+
+} // namespace
+
+const ResourceTypeFacts& factsOf(ResourceType type) {
+    return facts[static_cast<std::size_t>(type)];
+}
+
+std::string_view rawValue(ResourceType type) {
+    return factsOf(type).rawValue;
+}
+
+std::string_view symbolName(ResourceType type) {
+    return factsOf(type).symbolName;
+}
+
+std::optional<ResourceType> resourceTypeFromRawValue(std::string_view rawValue) {
+    for (const auto type : allResourceTypes) {
+        if (factsOf(type).rawValue == rawValue) return type;
+    }
+    return std::nullopt;
+}
+
+} // namespace corvane
