@@ -46,6 +46,9 @@ namespace {
 
 using Kind = Node::Kind;
 
+constexpr std::size_t mostBytes = 64 << 20;
+constexpr std::size_t mostLevels = 64;
+
 std::string lineAndColumn(std::string_view text, std::size_t offset) {
     std::size_t line = 1;
     std::size_t lineStart = 0;
@@ -102,10 +105,9 @@ public:
         double number = 0;
         if (const auto read = std::from_chars(text, end, number); !isWhole(read, end)) {
             // Out of range: of the very large and the very small the wider type knows which.
-            long double wide = 0;
-            const auto again = std::from_chars(text, end, wide);
+            long double wide = std::numeric_limits<long double>::infinity();
+            std::from_chars(text, end, wide);
             number = static_cast<double>(wide);
-            if (!isWhole(again, end) || !std::isfinite(number)) return false;
         }
         add(Kind::number).number = number;
         return true;
@@ -136,6 +138,7 @@ private:
         return node;
     }
     bool open(Kind kind) {
+        if (open_.size() == mostLevels) return false;
         open_.push_back(nodes_.size());
         add(kind);
         return true;
@@ -167,11 +170,11 @@ private:
 struct Document::Parsed {
     std::string name;
     Tree tree;
-    std::optional<Value> root;
 };
 
 Document::Document(std::string_view text, std::string name) : parsed_(std::make_unique<Parsed>()) {
     parsed_->name = std::move(name);
+    if (text.size() > mostBytes) throw DecodeError(parsed_->name + ": larger than 64 MiB");
     // Some editors mark UTF-8 with it.
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
@@ -180,18 +183,38 @@ Document::Document(std::string_view text, std::string name) : parsed_(std::make_
     }
     if (const auto result = parsed_->tree.read(text); result.IsError()) {
         const auto* reason = result.Code() == rapidjson::kParseErrorTermination
-                                 ? "Number too big."
+                                 ? "More than 64 levels."
                                  : rapidjson::GetParseError_En(result.Code());
         failParsing(parsed_->name, text, result.Offset(),
                     std::string("not valid JSON (") + reason + ")");
     }
-    parsed_->root = Value(parsed_->tree.root(), nullptr, parsed_->name, 0);
 }
 
 Document::~Document() = default;
 
-const Value& Document::root() const {
-    return *parsed_->root;
+Value Document::root() const {
+    return {parsed_->tree.root(), *this};
+}
+
+std::string Document::placeOf(const Node* node) const {
+    std::string place = parsed_->name;
+    const auto* at = parsed_->tree.root();
+    while (at != node) {
+        const bool isObject = at->kind == Kind::object;
+        const auto* child = at + 1;
+        // The value that holds the node is the first that ends behind it.
+        for (std::size_t i = 0;; ++i) {
+            const auto* value = isObject ? child + 1 : child;
+            if (node < value->next()) {
+                place += isObject ? "." + std::string(child->text, child->size)
+                                  : "[" + std::to_string(i) + "]";
+                at = value;
+                break;
+            }
+            child = value->next();
+        }
+    }
+    return place;
 }
 
 const Node* Value::find(std::string_view key) const {
@@ -199,7 +222,7 @@ const Node* Value::find(std::string_view key) const {
     const auto* member = node_ + 1;
     for (auto left = node_->size; left > 0; --left) {
         const auto* value = member + 1;
-        if (member->isText(key)) return value->kind == Kind::null ? nullptr : value;
+        if (member->isText(key)) return value;
         member = value->next();
     }
     return nullptr;
@@ -207,12 +230,15 @@ const Node* Value::find(std::string_view key) const {
 
 std::optional<Value> Value::optional(std::string_view key) const {
     const auto* node = find(key);
-    return node ? std::optional(Value(node, this, key, 0)) : std::nullopt;
+    if (!node || node->kind == Kind::null) return std::nullopt;
+    return Value(node, *document_);
 }
 
 Value Value::required(std::string_view key) const {
-    if (const auto* node = find(key)) return Value(node, this, key, 0);
-    fail("\"" + std::string(key) + "\" is missing");
+    const auto* node = find(key);
+    if (!node) fail("\"" + std::string(key) + "\" is missing");
+    if (node->kind == Kind::null) fail("\"" + std::string(key) + "\" is null");
+    return {node, *document_};
 }
 
 std::vector<Value> Value::elements() const {
@@ -221,7 +247,7 @@ std::vector<Value> Value::elements() const {
     values.reserve(node_->size);
     const auto* element = node_ + 1;
     for (std::size_t i = 0; i < node_->size; ++i, element = element->next())
-        values.push_back(Value(element, this, {}, i));
+        values.push_back(Value(element, *document_));
     return values;
 }
 
@@ -240,6 +266,7 @@ bool Value::flag() const {
 double Value::number() const {
     if (node_->kind == Kind::integer) return static_cast<double>(node_->integer);
     if (node_->kind != Kind::number) fail("a number was expected");
+    if (!std::isfinite(node_->number)) fail("the number is too large");
     return node_->number;
 }
 
@@ -311,14 +338,8 @@ Rect Value::rect() const {
     return {x, y, width, height};
 }
 
-std::string Value::place() const {
-    if (!parent_) return std::string(key_);
-    if (key_.data()) return parent_->place() + "." + std::string(key_);
-    return parent_->place() + "[" + std::to_string(index_) + "]";
-}
-
 void Value::fail(std::string_view what) const {
-    throw DecodeError(place() + ": " + std::string(what));
+    throw DecodeError(document_->placeOf(node_) + ": " + std::string(what));
 }
 
 } // namespace corvane::json

@@ -30,8 +30,10 @@ public:
 
 struct Node;
 
-/// One value of a Document, valid while the Document and the Value that it came from live. Each
-/// reading throws DecodeError where the value has another form.
+class Document;
+
+/// One value of a Document, valid while the Document lives. Each reading throws DecodeError where
+/// the value has another form.
 class Value {
 public:
     /// The member of that name; missing or null is an error. The first of several counts.
@@ -60,32 +62,33 @@ public:
 
 private:
     friend class Document;
-    Value(const Node* node, const Value* parent, std::string_view key, std::size_t index)
-        : node_(node), parent_(parent), key_(key), index_(index) {}
+    Value(const Node* node, const Document& document) : node_(node), document_(&document) {}
     /// The member that isn't null, or nothing.
     const Node* find(std::string_view key) const;
-    std::string place() const;
     std::int64_t integer(std::int64_t lowest, std::int64_t highest) const;
 
     const Node* node_;
-    const Value* parent_;
-    std::string_view key_;
-    std::size_t index_;
+    const Document* document_;
 };
 
 /// A parsed text.
 class Document {
 public:
     /// Parses UTF-8 JSON, which it checks to be such, with or without a byte order mark; throws
-    /// DecodeError with line and column. `name` is what places start with.
+    /// DecodeError with line and column. A text of more than 64 MiB or 64 levels isn't read, as it
+    /// would take a multiple of its size. `name` is what places start with.
     Document(std::string_view text, std::string name);
     ~Document();
     Document(const Document&) = delete;
     Document& operator=(const Document&) = delete;
 
-    const Value& root() const;
+    Value root() const;
 
 private:
+    friend class Value;
+    /// The name, and the keys and indexes that lead to a node.
+    std::string placeOf(const Node* node) const;
+
     struct Parsed;
     std::unique_ptr<Parsed> parsed_;
 };
@@ -113,17 +116,12 @@ public:
     std::string take();
 
 private:
-    /// Where the value goes, behind a comma if it needs one; that many bytes have room.
-    char* startValue(std::size_t size);
-    void grow(std::size_t size);
-    /// The text goes so far.
-    void finish(const char* end);
+    /// A comma, if the value needs one before it.
+    void startValue();
     void open(char bracket);
     void close(char bracket);
 
-    /// The text so far is the first `size_` bytes.
     std::string buffer_;
-    std::size_t size_ = 0;
     bool needsComma_ = false;
 };
 

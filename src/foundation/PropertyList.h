@@ -30,10 +30,12 @@ struct PropertyList {
     }
     bool operator==(const PropertyList&) const = default;
 
-    /// Reads the binary or the XML format. A list that nests or repeats itself beyond measure is an
-    /// error.
+    /// Reads the binary format, version "00": objects of one marker byte each, then a table of
+    /// their offsets, then a trailer that says where the table is. A few bytes can name the same
+    /// object again and again or nest without an end: a list that would come to a multiple of its
+    /// size when read out, or that is deeper than a hundred levels, is an error.
     static Result<PropertyList> parse(std::string_view bytes);
-    /// The binary format.
+    /// The same format. Text that isn't UTF-8 is written with U+FFFD in place of what is wrong.
     std::string toBinary() const;
 };
 

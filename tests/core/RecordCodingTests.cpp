@@ -72,6 +72,8 @@ TEST_F(RecordCoding, aBadValueFailsTheWholeTextAndTheErrorNamesItsPlace) {
         {std::string("[]\0[]", 5), "not valid JSON"},
         {workspaceJson("\"\\ud800\""), "not valid JSON"},
         {"[\n  {\"id\": \"\xff\"}]", "not UTF-8 at line 2, column 11"},
+        {std::string(64, '[') + std::string(64, ']'), "workspaces[0]: an object was expected"},
+        {std::string(65, '['), "not valid JSON (More than 64 levels.) at line 1, column 65"},
         {"{}", "workspaces: an array was expected"},
         {"[7]", "workspaces[0]: an object was expected"},
         {"[{}]", "workspaces[0]: \"id\" is missing"},
@@ -87,7 +89,7 @@ TEST_F(RecordCoding, aBadValueFailsTheWholeTextAndTheErrorNamesItsPlace) {
         const char* error;
     } changes[]{
         {"\"resources\"", "\"others\"", ": \"resources\" is missing"},
-        {"\"Work\"", "null", ": \"name\" is missing"},
+        {"\"Work\"", "null", ": \"name\" is null"},
         {"757382400,", "\"2025-01-01T00:00:00Z\",", ".dateCreated: a number was expected"},
         {"757382400.5", "{\"seconds\":1}", ".dateModified: a number was expected"},
         {"7C9E6679", "7C9E667",
@@ -172,13 +174,13 @@ TEST_F(RecordCoding, numbersReadAsTheNearestOnes) {
     };
     for (const auto& [number, expected] : cases)
         EXPECT_EQ(dateOf(number), expected) << number;
-    for (const auto* number : {"1e309", "-1e400", "1e5000", "1e99999999999", "01", "1.", ".5", "+1",
-                               "1e", "0x1", "NaN", "-Infinity"}) {
-        EXPECT_NE(errorOf(text::replacingAll(workspaceJson(""), "757382400.5", number))
-                      .find("not valid JSON"),
-                  std::string::npos)
-            << number;
-    }
+    const auto said = [&](const std::string& number) {
+        return errorOf(text::replacingAll(workspaceJson(""), "757382400.5", number));
+    };
+    for (const auto* number : {"1e309", "-1e400", "1e5000", "1e99999999999"})
+        EXPECT_NE(said(number).find("Number too big"), std::string::npos) << number;
+    for (const auto* number : {"01", "1.", ".5", "+1", "1e", "0x1", "NaN", "-Infinity"})
+        EXPECT_NE(said(number).find("not valid JSON"), std::string::npos) << number;
 }
 
 /// The pretty-printed form of the platform that earlier versions ran on, saved again by an editor.

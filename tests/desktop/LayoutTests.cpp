@@ -1,4 +1,6 @@
 #include "desktop/DesktopTest.h"
+#include "foundation/Json.h"
+#include "foundation/PropertyList.h"
 
 #include <algorithm>
 #include <csignal>
@@ -32,15 +34,14 @@ for record in json.load(open(sys.argv[1]))[0].get('savedWindowLayouts', []):
     print(record['appName'], f'{x:g},{y:g} {width:g}x{height:g}',
           *['fullscreen'] * record['isFullscreen'])
 )";
-/// Prints a layout of an earlier version for the preferences.
+/// Prints a layout of an earlier version for the first workspace.
 constexpr auto oldLayout = R"(
-import base64, json, sys
+import json, sys
 id = json.load(open(sys.argv[1]))[0]['id']
 window = {'appName': 'Mousepad', 'frame': [[417, 163], [533, 391]], 'isFullscreen': False,
           'isMinimized': False}
 layout = {'workspaceId': id, 'windowLayouts': [window], 'savedDate': 700000000}
-data = base64.b64encode(json.dumps(layout).encode()).decode()
-print(f'<key>WorkspaceLayout_{id}</key><data>{data}</data>')
+print(json.dumps(layout), end='')
 )";
 
 class Layouts : public DesktopTest {
@@ -54,14 +55,17 @@ protected:
                         "env GTK_CSD=1 mousepad --disable-server --class=Drawn\n"
                         "StartupWMClass=Drawn");
     }
-    void prefer(bool layouts, bool autoSave, const std::string& more = "") {
-        const auto flag = [](const std::string& key, bool on) {
-            return "<key>" + key + "</key>" + (on ? "<true/>" : "<false/>");
-        };
-        writeFile(desktop.preferencesFile(),
-                  "<plist version=\"1.0\"><dict>" + flag("HasCompletedOnboarding", true) +
-                      flag("CorvaneEnableAccessibilityFeatures", layouts) +
-                      flag("CorvaneAutoSaveLayouts", autoSave) + more + "</dict></plist>\n");
+    void prefer(bool layouts, bool autoSave, const std::string& layoutOfDesk = "") {
+        PropertyList::Dictionary preferences{{"HasCompletedOnboarding", {true}},
+                                             {"CorvaneEnableAccessibilityFeatures", {layouts}},
+                                             {"CorvaneAutoSaveLayouts", {autoSave}}};
+        if (!layoutOfDesk.empty()) {
+            const json::Document layout(layoutOfDesk, "layout");
+            preferences["WorkspaceLayout_" +
+                        layout.root().required("workspaceId").uuid().toString()] = {
+                Bytes(layoutOfDesk.begin(), layoutOfDesk.end())};
+        }
+        writeFile(desktop.preferencesFile(), PropertyList{preferences}.toBinary());
     }
     std::string idOf(const std::string& name) {
         const auto window = name == "Terminal" ? desktop.terminalWindow() : desktop.window(name);

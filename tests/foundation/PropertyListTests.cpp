@@ -92,14 +92,6 @@ TEST(PropertyList, thatNestsOrRepeatsItselfBeyondMeasureIsAnError) {
         root += {static_cast<char>(i >> 8), static_cast<char>(i)};
     shortcuts.push_back(root);
 
-    const auto xml = [](int depth) {
-        std::string text = "<?xml version=\"1.0\"?><plist version=\"1.0\">";
-        for (const std::string tag : {"<array>", "</array>"}) {
-            for (int i = 0; i < depth; ++i)
-                text += tag;
-        }
-        return text + "</plist>";
-    };
     const struct {
         const char* name;
         std::string bytes;
@@ -120,10 +112,7 @@ TEST(PropertyList, thatNestsOrRepeatsItselfBeyondMeasureIsAnError) {
         {"a length without an end", binaryList({"\x5f\x13\xff\xff\xff\xff\xff\xff\xff\xff"}),
          false},
         {"no tables", "bplist00", false},
-        {"some XML", xml(50), true},
-        {"deep XML", xml(400'000), false},
-        {"a null character in XML", "<plist><string>a" + std::string(1, '\0') + "</string></plist>",
-         false},
+        {"XML", "<plist version=\"1.0\"><dict/></plist>", false},
         {"nothing", "", false},
     };
     for (const auto& [name, bytes, isRead] : cases)
