@@ -4,15 +4,15 @@
 #include "linux/session/SingleInstance.h"
 #include "linux/session/SystemAppearance.h"
 #include "linux/system/EventThread.h"
+#include "linux/system/UserFolders.h"
 
 #include <cstdio>
 
 namespace corvane {
 
 struct LinuxSession::Parts {
-    SingleInstance instance{gio::text(g_get_user_runtime_dir())};
-    SingleInstance::Start start = instance.begin();
-    SystemAppearance appearance;
+    SingleInstance instance{userFolders::data() + "/Corvane"};
+    std::optional<SystemAppearance> appearance;
     SessionEnd end;
     /// Last, so that nothing is called any more when what it calls goes.
     EventThread events;
@@ -20,7 +20,7 @@ struct LinuxSession::Parts {
 
 LinuxSession::LinuxSession() : parts_(std::make_unique<Parts>()) {
     if (isFirst()) {
-        parts_->appearance.begin(parts_->events);
+        parts_->appearance.emplace(parts_->events);
     } else if (exitStatus() != 0) {
         std::fputs("Corvane is running already, but doesn't answer.\n", stderr);
     }
@@ -29,15 +29,15 @@ LinuxSession::LinuxSession() : parts_(std::make_unique<Parts>()) {
 LinuxSession::~LinuxSession() = default;
 
 bool LinuxSession::isFirst() const {
-    return parts_->start == SingleInstance::Start::first;
+    return parts_->instance.start() == SingleInstance::Start::first;
 }
 
 int LinuxSession::exitStatus() const {
-    return parts_->start == SingleInstance::Start::noAnswer ? 1 : 0;
+    return parts_->instance.start() == SingleInstance::Start::noAnswer ? 1 : 0;
 }
 
 std::optional<bool> LinuxSession::prefersDark() const {
-    return parts_->appearance.isDark();
+    return parts_->appearance ? parts_->appearance->isDark() : std::nullopt;
 }
 
 void LinuxSession::serve(Post post, std::function<void()> reopen, std::function<void()> terminate) {

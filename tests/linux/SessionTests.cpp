@@ -10,6 +10,7 @@
 #include <atomic>
 #include <chrono>
 #include <csignal>
+#include <filesystem>
 #include <future>
 #include <optional>
 
@@ -60,9 +61,9 @@ TEST_F(Session, thePortalTellsWhetherTheUserPrefersDark) {
               {"(<<uint32 0>>,)", {}},   {"(<<uint32 9>>,)", {}},    {"(<'dark'>,)", {}}};
     for (const auto& [answer, isDark] : cases) {
         const auto service = portal(address(), answer);
-        SystemAppearance appearance;
+        std::optional<SystemAppearance> asked;
         EventThread events;
-        appearance.begin(events);
+        const auto& appearance = asked.emplace(events);
         EXPECT_EQ(appearance.isDark(), isDark) << answer;
         EXPECT_EQ(service.calls(),
                   std::vector<std::string>{"Read ('org.freedesktop.appearance', 'color-scheme')"});
@@ -71,16 +72,16 @@ TEST_F(Session, thePortalTellsWhetherTheUserPrefersDark) {
 
 TEST_F(Session, aPortalThatIsLateOrAbsentHoldsNobodyUp) {
     {
-        SystemAppearance appearance;
+        std::optional<SystemAppearance> asked;
         EventThread events;
-        appearance.begin(events);
+        const auto& appearance = asked.emplace(events);
         EXPECT_EQ(appearance.isDark(), std::nullopt);
     }
     const auto service = portal(address(), "(<<uint32 2>>,)", std::chrono::milliseconds(300));
-    SystemAppearance appearance;
+    std::optional<SystemAppearance> asked;
     EventThread events;
     const auto start = Clock::now();
-    appearance.begin(events);
+    const auto& appearance = asked.emplace(events);
     EXPECT_EQ(appearance.isDark(), std::nullopt);
     EXPECT_LT(secondsSince(start), 0.2);
     EXPECT_TRUE(comesTrue([&] { return appearance.isDark() == false; }));
@@ -187,13 +188,13 @@ TEST_F(Session, theEndOfTheSessionAndSignalsAskForTheEnd) {
 
 TEST(SingleInstanceTest, oneIsFirstAndOthersBringItForward) {
     using Start = SingleInstance::Start;
-    const auto folder = place("single");
-    write(folder + "/app.corvane.Corvane.socket", "left by a crash");
+    const auto folder = place("single/" + std::string(200, 'x') + "/new");
     std::atomic<int> rings = 0;
     std::optional<SingleInstance> first(folder);
-    EXPECT_EQ(first->begin(), Start::first);
+    EXPECT_EQ(first->start(), Start::first);
+    EXPECT_EQ(std::filesystem::status(folder).permissions(), std::filesystem::perms::owner_all);
     const auto begins = [&] {
-        return std::async(std::launch::async, [&] { return SingleInstance(folder).begin(); });
+        return std::async(std::launch::async, [&] { return SingleInstance(folder).start(); });
     };
     auto early = begins();
     {
@@ -209,8 +210,19 @@ TEST(SingleInstanceTest, oneIsFirstAndOthersBringItForward) {
     auto waiting = begins();
     first.reset();
     EXPECT_EQ(waiting.get(), Start::first);
-    EXPECT_EQ(SingleInstance(folder).begin(), Start::first);
-    EXPECT_EQ(SingleInstance("/no/such/folder").begin(), Start::first);
+    write(folder + "/app.corvane.Corvane.socket", "left by a crash");
+    EXPECT_EQ(SingleInstance(folder).start(), Start::first);
+    EXPECT_EQ(SingleInstance("/proc/no such folder").start(), Start::first);
+}
+
+/// A folder whose lock can't be had is no reason to take the bell of whoever has it.
+TEST(SingleInstanceTest, whatCannotBeLockedLeavesTheSocketAlone) {
+    const auto folder = place("unlockable");
+    const auto socket = folder + "/app.corvane.Corvane.socket";
+    write(socket, "another's");
+    std::filesystem::create_symlink("elsewhere", folder + "/app.corvane.Corvane.lock");
+    EXPECT_EQ(SingleInstance(folder).start(), SingleInstance::Start::first);
+    EXPECT_EQ(read(socket), "another's");
 }
 
 } // namespace

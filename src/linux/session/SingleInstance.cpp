@@ -4,14 +4,15 @@
 
 #include <cerrno>
 #include <chrono>
-#include <cstring>
-#include <optional>
+#include <cstdio>
+#include <filesystem>
 #include <thread>
 
 #include <fcntl.h>
 #include <glib-unix.h>
 #include <sys/file.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/un.h>
 
 namespace corvane {
@@ -22,12 +23,24 @@ constexpr std::chrono::seconds answerWithin(5);
 constexpr std::chrono::milliseconds pause(50);
 constexpr char cameForward = 'f';
 
-std::optional<sockaddr_un> addressOf(const std::string& path) {
+constexpr auto lockName = "app.corvane.Corvane.lock";
+constexpr auto socketName = "app.corvane.Corvane.socket";
+
+/// By the folder's descriptor, as an address holds fewer letters than a path may have.
+sockaddr_un addressIn(const FileDescriptor& folder) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
-    if (path.size() >= sizeof address.sun_path) return std::nullopt;
-    std::memcpy(address.sun_path, path.data(), path.size());
+    std::snprintf(address.sun_path, sizeof address.sun_path, "/proc/self/fd/%d/%s", folder.get(),
+                  socketName);
     return address;
+}
+
+FileDescriptor openedFolder(const std::string& path) {
+    constexpr mode_t onlyTheUser = 0700;
+    std::error_code error;
+    std::filesystem::create_directories(std::filesystem::path(path).parent_path(), error);
+    ::mkdir(path.c_str(), onlyTheUser);
+    return FileDescriptor(::open(path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
 }
 
 const sockaddr* generic(const sockaddr_un& address) {
@@ -37,21 +50,19 @@ const sockaddr* generic(const sockaddr_un& address) {
 } // namespace
 
 SingleInstance::SingleInstance(const std::string& folder)
-    : lockPath_(folder + "/app.corvane.Corvane.lock"),
-      socketPath_(folder + "/app.corvane.Corvane.socket") {}
+    : folder_(openedFolder(folder)), start_(begin()) {}
 
 SingleInstance::~SingleInstance() {
-    if (socket_) unlink(socketPath_.c_str());
+    if (socket_) unlinkat(folder_.get(), socketName, 0);
 }
 
 SingleInstance::Start SingleInstance::begin() {
     const auto deadline = std::chrono::steady_clock::now() + answerWithin;
     // The first one may just be coming up or going away.
     do {
-        if (lock()) {
-            listen();
-            return Start::first;
-        }
+        const Lock outcome = lock();
+        if (outcome == Lock::held) listen();
+        if (outcome != Lock::heldByAnother) return Start::first;
         if (ringAtFirst()) return Start::cameForward;
         std::this_thread::sleep_for(pause);
     } while (std::chrono::steady_clock::now() < deadline);
@@ -60,31 +71,35 @@ SingleInstance::Start SingleInstance::begin() {
 
 /// The kernel lets go of the lock when the process ends, however it ends. The file stays: were it
 /// removed, two processes could each lock a file of their own.
-bool SingleInstance::lock() {
+SingleInstance::Lock SingleInstance::lock() {
     constexpr mode_t onlyTheUser = 0600;
-    if (!lock_)
-        lock_ = FileDescriptor(open(lockPath_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, onlyTheUser));
-    return !lock_ || flock(lock_.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+    if (!lock_) {
+        lock_ = FileDescriptor(openat(folder_.get(), lockName,
+                                      O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, onlyTheUser));
+    }
+    if (!lock_) return Lock::impossible;
+    if (flock(lock_.get(), LOCK_EX | LOCK_NB) == 0) return Lock::held;
+    return errno == EWOULDBLOCK ? Lock::heldByAnother : Lock::impossible;
 }
 
 void SingleInstance::listen() {
     constexpr int waiting = 8;
-    const auto address = addressOf(socketPath_);
+    const auto address = addressIn(folder_);
     FileDescriptor made(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-    if (!address || !made) return;
+    if (!made) return;
     // What a process that crashed has left.
-    unlink(socketPath_.c_str());
-    if (bind(made.get(), generic(*address), sizeof *address) != 0) return;
+    unlinkat(folder_.get(), socketName, 0);
+    if (bind(made.get(), generic(address), sizeof address) != 0) return;
     if (::listen(made.get(), waiting) == 0) socket_ = std::move(made);
 }
 
 bool SingleInstance::ringAtFirst() const {
-    const auto address = addressOf(socketPath_);
+    const auto address = addressIn(folder_);
     const FileDescriptor call(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    if (!address || !call) return false;
+    if (!call) return false;
     const timeval longest{.tv_sec = answerWithin.count(), .tv_usec = 0};
     setsockopt(call.get(), SOL_SOCKET, SO_RCVTIMEO, &longest, sizeof longest);
-    if (connect(call.get(), generic(*address), sizeof *address) != 0) return false;
+    if (connect(call.get(), generic(address), sizeof address) != 0) return false;
     char said = 0;
     return recv(call.get(), &said, 1, 0) == 1 && said == cameForward;
 }

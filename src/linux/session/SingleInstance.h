@@ -10,20 +10,20 @@ namespace corvane {
 
 class EventThread;
 
-/// Lets one process of a user be the program. The first one holds a lock; a later one rings at its
-/// socket. Needs no session bus.
+/// Lets one process be the program that works on a folder of data. The first one holds a lock in
+/// the folder; a later one rings at the socket beside it. Needs no session bus.
 class SingleInstance {
 public:
-    /// The folder is the user's own, and writable; elsewhere each process is the first one.
+    /// Makes the folder, private to the user, where there is none. Becomes the first process, or
+    /// asks the one that is there to come forward and waits for it to have done so, five seconds at
+    /// most. Where nothing can be locked, each process is the first one, and nobody can ring.
     explicit SingleInstance(const std::string& folder);
-    /// Takes the socket away.
+    /// Takes its own socket away.
     ~SingleInstance();
     SingleInstance(const SingleInstance&) = delete;
 
     enum class Start { first, cameForward, noAnswer };
-    /// Becomes the first process, or asks the one that is there to come forward and waits for it to
-    /// have done so, five seconds at most.
-    Start begin();
+    Start start() const { return start_; }
 
     /// Somebody rang: come forward and call `done`. On the event thread.
     using Ring = std::function<void(std::function<void()> done)>;
@@ -31,16 +31,18 @@ public:
     void serve(EventThread& events, Ring ring);
 
 private:
-    bool lock();
+    enum class Lock { held, heldByAnother, impossible };
+    Start begin();
+    Lock lock();
     void listen();
     bool ringAtFirst() const;
     void answer() const;
 
-    std::string lockPath_;
-    std::string socketPath_;
+    FileDescriptor folder_;
     FileDescriptor lock_;
     FileDescriptor socket_;
     Ring ring_;
+    Start start_;
 };
 
 } // namespace corvane

@@ -21,7 +21,7 @@ using Variant = std::unique_ptr<GVariant, Unref>;
 
 } // namespace
 
-void SystemAppearance::begin(EventThread& events) {
+SystemAppearance::SystemAppearance(EventThread& events) {
     constexpr std::chrono::milliseconds longestWait(100);
     deadline_ = std::chrono::steady_clock::now() + longestWait;
     const BusCall read{portal, portalPath, settings, "Read"};

@@ -14,8 +14,9 @@ class EventThread;
 /// Whether the user prefers dark or light applications, as the desktop's settings portal says.
 class SystemAppearance {
 public:
-    /// Asks, and listens to later changes. Comes once, and before `isDark`.
-    void begin(EventThread& events);
+    /// Asks, and listens to later changes. The events end before this goes.
+    explicit SystemAppearance(EventThread& events);
+    SystemAppearance(const SystemAppearance&) = delete;
     /// What was said last; nothing where there is no portal or no preference. Waits for the first
     /// answer until a tenth of a second after the question. Main thread.
     std::optional<bool> isDark() const;
