@@ -25,7 +25,7 @@ class LinuxDesktop {
 public:
     /// The toolkit's facilities and the session's events outlive the desktop.
     LinuxDesktop(const Toolkit& toolkit, EventThread& events);
-    /// Waits for background work, two seconds at most.
+    /// Waits for background work.
     ~LinuxDesktop();
 
     /// Valid while the desktop lives.

@@ -61,19 +61,12 @@ TEST(DetachedProcess, tellsWhyAProgramDoesNotStart) {
     }
 }
 
-TEST(LinuxTaskRunner, runsProgramsWithoutAShell) {
+TEST(LinuxTaskRunner, runsItsOwnToolsAndNoProgram) {
     const InstalledApplications installed;
     const ApplicationOpener opener(installed, {});
     LinuxTaskRunner tasks(opener);
-    EXPECT_EQ(tasks.run("/bin/echo", {"a  b", "$HOME"})->output, "a  b $HOME\n");
-    EXPECT_EQ(tasks.run("/bin/sh", {"-c", "exit 3"})->status, 3);
-    EXPECT_EQ(tasks.run("/bin/sh", {"-c", "kill -9 $$"})->status, 9);
-    EXPECT_EQ(tasks.run("/bin/cat", {})->output, "") << "standard input is empty";
-    const auto much = tasks.run("/bin/sh", {"-c", "head -c 300000 /dev/zero >&2; "
-                                                  "head -c 300000 /dev/zero"});
-    EXPECT_EQ(much->output.size(), 300'000u);
-    EXPECT_FALSE(tasks.run("/no/such/program", {}));
-    EXPECT_FALSE(tasks.run("", {}));
+    for (const char* program : {"/bin/sh", "/no/such/program", ""})
+        EXPECT_FALSE(tasks.run(program, {"-c", "exit 0"})) << program;
     EXPECT_EQ(tasks.run("/usr/bin/open", {"-a", "nobody"})->status, 1);
     EXPECT_EQ(tasks
                   .run("/usr/bin/mdfind",

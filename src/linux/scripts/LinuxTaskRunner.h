@@ -6,9 +6,8 @@ namespace corvane {
 
 class ApplicationOpener;
 
-/// Runs "/usr/bin/open" and "/usr/bin/mdfind" as tools of its own (OpenTool.h, MdfindTool.h), and
-/// any other launch path as the program that stands there: no shell, standard input empty, standard
-/// error dropped. A program ended by a signal has the signal's number as its status.
+/// Runs "/usr/bin/open" and "/usr/bin/mdfind", tools of its own (OpenTool.h, MdfindTool.h). Nothing
+/// stands at any other path.
 class LinuxTaskRunner final : public TaskRunner {
 public:
     explicit LinuxTaskRunner(const ApplicationOpener& opener) : opener_(opener) {}

@@ -11,37 +11,30 @@ namespace corvane {
 namespace {
 
 struct Options {
-    std::optional<std::string> application;
-    std::optional<std::string> identifier;
+    std::string application;
     bool isNew = false;
-    bool reveals = false;
     std::vector<std::string> items;
-    /// Present, though maybe empty, where "--args" was given.
-    std::optional<std::vector<std::string>> arguments;
+    std::vector<std::string> arguments;
 };
 
-Result<Options> parse(const std::vector<std::string>& arguments) {
+Result<Options> parse(const std::vector<std::string>& words) {
     Options options;
-    for (auto word = arguments.begin(); word != arguments.end(); ++word) {
+    for (auto word = words.begin(); word != words.end(); ++word) {
         if (*word == "--args") {
-            options.arguments.emplace(word + 1, arguments.end());
+            options.arguments.assign(word + 1, words.end());
             break;
         }
-        if (*word == "-a" || *word == "-b") {
-            auto& value = *word == "-a" ? options.application : options.identifier;
-            if (++word == arguments.end()) return Error{"An option needs a value."};
-            value = *word;
-        } else if (*word == "-n" || *word == "--new") {
+        if (*word == "-a") {
+            if (++word == words.end()) return Error{"-a needs an application."};
+            options.application = *word;
+        } else if (*word == "--new") {
             options.isNew = true;
-        } else if (*word == "-R" || *word == "--reveal") {
-            options.reveals = true;
         } else if (word->starts_with('-')) {
             return Error{"Unknown option " + *word + "."};
         } else {
             options.items.push_back(*word);
         }
     }
-    if (options.application && options.identifier) return Error{"-a and -b exclude each other."};
     return options;
 }
 
@@ -78,29 +71,10 @@ std::optional<Error> openWith(const ApplicationOpener& opener,
         const bool isBundle = url.isFile() && opener.installed().byBundlePath(url.path());
         if (!isBundle) uris.push_back(url.absoluteString());
     }
-    const auto arguments = options.arguments.value_or(std::vector<std::string>{});
-    if (uris.empty() && arguments.empty() && !options.isNew) {
+    if (uris.empty() && options.arguments.empty() && !options.isNew) {
         return opener.openApplication(application);
     }
-    return opener.launch(application, uris, arguments);
-}
-
-std::optional<Error> openEach(const ApplicationOpener& opener, const std::vector<Url>& urls,
-                              const Options& options) {
-    if (urls.empty()) return Error{"There is nothing to open."};
-    std::optional<Error> firstError;
-    for (const auto& url : urls) {
-        std::optional<Error> error;
-        if (options.reveals) {
-            opener.reveal(url);
-        } else if (const auto handler = opener.handlerOf(url)) {
-            error = openWith(opener, *handler, {url}, options);
-        } else {
-            error = Error{"No application opens " + url.absoluteString() + "."};
-        }
-        if (error && !firstError) firstError = error;
-    }
-    return firstError;
+    return opener.launch(application, uris, options.arguments);
 }
 
 std::optional<Error> run(const ApplicationOpener& opener,
@@ -110,16 +84,9 @@ std::optional<Error> run(const ApplicationOpener& opener,
     const auto& installed = opener.installed();
     const auto urls = urlsOf(installed, options->items);
     if (!urls) return urls.error();
-    if (!options->application && !options->identifier) return openEach(opener, *urls, *options);
-
-    const auto application = options->application
-                                 ? applicationNamed(installed, *options->application)
-                                 : installed.byBundleIdentifier(*options->identifier);
-    if (!application) {
-        return Error{"Unable to find application named '" +
-                     options->application.value_or(options->identifier.value_or("")) + "'."};
-    }
-    return openWith(opener, *application, *urls, *options);
+    if (const auto application = applicationNamed(installed, options->application))
+        return openWith(opener, *application, *urls, *options);
+    return Error{"Unable to find application named '" + options->application + "'."};
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "linux/system/LinuxBackgroundQueue.h"
 
-#include <chrono>
 #include <condition_variable>
 #include <mutex>
 #include <system_error>
@@ -25,9 +24,8 @@ struct LinuxBackgroundQueue::Running {
 LinuxBackgroundQueue::LinuxBackgroundQueue() : running_(std::make_shared<Running>()) {}
 
 LinuxBackgroundQueue::~LinuxBackgroundQueue() {
-    constexpr std::chrono::seconds longest(2);
     std::unique_lock lock(running_->mutex);
-    running_->ended.wait_for(lock, longest, [this] { return running_->count == 0; });
+    running_->ended.wait(lock, [this] { return running_->count == 0; });
 }
 
 void LinuxBackgroundQueue::async(std::function<void()> work) {

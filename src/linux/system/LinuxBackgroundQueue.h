@@ -10,8 +10,7 @@ namespace corvane {
 class LinuxBackgroundQueue final : public BackgroundQueue {
 public:
     LinuxBackgroundQueue();
-    /// Waits until no work runs, two seconds at most: a piece that waits for a process longer goes
-    /// on, and ends with the program.
+    /// Waits until no work runs, however long, as what the work uses goes next.
     ~LinuxBackgroundQueue() override;
 
     /// Where the system has no thread left, the work runs at once on the calling one.
