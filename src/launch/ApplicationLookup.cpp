@@ -147,7 +147,11 @@ ApplicationLookup::findByBundleNames(const Variations& variations,
 std::optional<Url> ApplicationLookup::findRunning(const Variations& variations) const {
     for (const auto& application : applications_.runningApplications()) {
         if (!application.localizedName || !application.bundleURL) continue;
-        if (!equalsAny(*application.localizedName, variations)) continue;
+        const auto isMeant = [&](const auto& name) { return equalsAny(name, variations); };
+        if (!isMeant(*application.localizedName) &&
+            std::ranges::none_of(application.otherNames, isMeant, &OtherName::name)) {
+            continue;
+        }
         diagnostic({"Found app via running applications: ", application.bundleURL->path()});
         return application.bundleURL;
     }

@@ -11,6 +11,16 @@
 
 namespace corvane {
 
+/// What an application is known by besides its own name, identifier and bundle path; each may be
+/// empty. Whoever looks an application up counts it, a person reads the own name alone.
+struct OtherName {
+    std::string name;
+    std::string bundleIdentifier = {};
+    std::string bundlePath = {};
+
+    bool operator==(const OtherName&) const = default;
+};
+
 /// NSRunningApplication, as it was when it was listed.
 struct RunningApplication {
     std::int32_t processIdentifier = 0;
@@ -21,6 +31,7 @@ struct RunningApplication {
     std::optional<std::string> bundleIdentifier = {};
     std::optional<Url> bundleURL = {};
     std::optional<Url> executableURL = {};
+    std::vector<OtherName> otherNames = {};
     /// 0 is regular: an application with windows of its own that the user switches to.
     int activationPolicy = 0;
     bool isHidden = false;

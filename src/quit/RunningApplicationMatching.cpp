@@ -32,11 +32,40 @@ const RunningApplication* firstFitting(const Names& variations, const List& list
     return nullptr;
 }
 
-const RunningApplication* findEqual(const Names& variations, const List& list,
-                                    std::optional<std::string> RunningApplication::*field) {
-    return firstFitting(variations, list, [field](const auto& application, const auto& variation) {
-        return application.*field == variation;
+const RunningApplication* findAmong(Names (*textsOf)(const RunningApplication&),
+                                    const Names& variations, const List& list) {
+    return firstFitting(variations, list, [&](const auto& application, const auto& variation) {
+        return std::ranges::count(textsOf(application), variation) > 0;
     });
+}
+
+bool meansPartly(const std::string& search, const std::string& target) {
+    if (search == target) return true;
+    constexpr std::size_t shortestPart = 5;
+    const bool isShort = text::characterCount(search) < shortestPart;
+    if (isShort && search.find(' ') == std::string::npos) return false;
+    const auto words = text::words(search);
+    const auto targetWords = text::words(target);
+    const bool hasAll = std::ranges::all_of(
+        words, [&](const auto& word) { return std::ranges::count(targetWords, word) > 0; });
+    if (words.empty() || !hasAll) return false;
+    if (words.size() > 1) return true;
+    const auto& word = words.front();
+    if (text::characterCount(word) > shortestPart) return true;
+    return target.starts_with(word + " ") || target.ends_with(" " + word) || target == word;
+}
+
+bool isSystemPath(const std::string& path) {
+    for (const auto* folder :
+         {"/System/Library/CoreServices/", "/System/Library/Frameworks/", "/usr/"}) {
+        if (path.starts_with(folder)) return true;
+    }
+    for (const auto* part : {"/loginwindow", "/WindowServer", "/Dock.app"}) {
+        if (path.find(part) != std::string::npos) return true;
+    }
+    if (path.starts_with("/Applications/") || path.starts_with("/System/Applications/"))
+        return false;
+    return path.starts_with("/System/");
 }
 
 const RunningApplication* findPartly(const Names& variations, const List& list) {
@@ -68,11 +97,11 @@ const RunningApplication* matchRunningApplication(const List& list, const std::s
         diagnostic({"Found running app ", name, " via ", how, ": '", what, "'", more,
                     includingHidden ? " (including hidden)" : ""});
     };
-    const auto* found = findEqual(variations, list, &RunningApplication::localizedName);
+    const auto* found = findAmong(allNames, variations, list);
     if (found) {
         tell("exact match", shownName(*found));
-    } else if ((found = findEqual(variations, list, &RunningApplication::bundleIdentifier))) {
-        tell("bundle ID", *found->bundleIdentifier);
+    } else if ((found = findAmong(allIdentifiers, variations, list))) {
+        tell("bundle ID", allIdentifiers(*found).front());
     } else if ((found = findPartly(variations, list))) {
         tell("partial match", shownName(*found));
     } else if ((found = findByExecutable(variations, list))) {
@@ -83,22 +112,10 @@ const RunningApplication* matchRunningApplication(const List& list, const std::s
 }
 
 bool isPartialAppNameMatch(const RunningApplication& application, std::string_view searchText) {
-    if (!application.localizedName) return false;
     const auto search = text::lowercased(searchText);
-    const auto target = text::lowercased(*application.localizedName);
-    if (search == target) return true;
-    constexpr std::size_t shortestPart = 5;
-    const bool isShort = text::characterCount(search) < shortestPart;
-    if (isShort && search.find(' ') == std::string::npos) return false;
-    const auto words = text::words(search);
-    const auto targetWords = text::words(target);
-    const bool hasAll = std::ranges::all_of(
-        words, [&](const auto& word) { return std::ranges::count(targetWords, word) > 0; });
-    if (words.empty() || !hasAll) return false;
-    if (words.size() > 1) return true;
-    const auto& word = words.front();
-    if (text::characterCount(word) > shortestPart) return true;
-    return target.starts_with(word + " ") || target.ends_with(" " + word) || target == word;
+    return std::ranges::any_of(allNames(application), [&](const std::string& name) {
+        return meansPartly(search, text::lowercased(name));
+    });
 }
 
 std::vector<std::string> runningApplicationNames(const Applications& applications,
@@ -126,19 +143,27 @@ std::string shownName(const RunningApplication& application) {
     return application.localizedName.value_or("Unknown");
 }
 
+std::vector<std::string> allNames(const RunningApplication& application) {
+    Names names;
+    if (application.localizedName) names.push_back(*application.localizedName);
+    for (const auto& other : application.otherNames)
+        names.push_back(other.name);
+    return names;
+}
+
+std::vector<std::string> allIdentifiers(const RunningApplication& application) {
+    Names identifiers;
+    if (application.bundleIdentifier) identifiers.push_back(*application.bundleIdentifier);
+    for (const auto& other : application.otherNames) {
+        if (!other.bundleIdentifier.empty()) identifiers.push_back(other.bundleIdentifier);
+    }
+    return identifiers;
+}
+
 bool isSystemApplication(const RunningApplication& application) {
     if (!application.isRegular() || !application.bundleURL) return true;
-    const auto& path = application.bundleURL->path();
-    for (const auto* folder :
-         {"/System/Library/CoreServices/", "/System/Library/Frameworks/", "/usr/"}) {
-        if (path.starts_with(folder)) return true;
-    }
-    for (const auto* part : {"/loginwindow", "/WindowServer", "/Dock.app"}) {
-        if (path.find(part) != std::string::npos) return true;
-    }
-    if (path.starts_with("/Applications/") || path.starts_with("/System/Applications/"))
-        return false;
-    return path.starts_with("/System/");
+    return isSystemPath(application.bundleURL->path()) ||
+           std::ranges::any_of(application.otherNames, isSystemPath, &OtherName::bundlePath);
 }
 
 } // namespace corvane

@@ -36,6 +36,10 @@ std::vector<std::string> runningApplicationNames(const Applications& application
 const std::string* matchesAppNameSet(const std::vector<std::string>& names,
                                      std::string_view runningName);
 
+/// All that it is known by, its own first.
+std::vector<std::string> allNames(const RunningApplication& application);
+std::vector<std::string> allIdentifiers(const RunningApplication& application);
+
 /// What a person reads as its name.
 std::string shownName(const RunningApplication& application);
 

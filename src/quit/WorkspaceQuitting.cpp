@@ -45,12 +45,26 @@ List quittableApplications(const Platform& platform) {
 }
 
 bool hasOneOf(const Names& identifiers, const RunningApplication& application) {
-    return application.bundleIdentifier &&
-           std::ranges::count(identifiers, *application.bundleIdentifier) > 0;
+    return std::ranges::any_of(allIdentifiers(application), [&](const auto& identifier) {
+        return std::ranges::count(identifiers, identifier) > 0;
+    });
+}
+
+bool isFinder(const RunningApplication& application) {
+    return std::ranges::count(allIdentifiers(application), finderIdentifier) > 0;
+}
+
+/// The first name of the set that means the application by one of its names.
+const std::string* matchedName(const Names& names, const RunningApplication& application) {
+    if (const auto* matched = matchesAppNameSet(names, shownName(application))) return matched;
+    for (const auto& other : application.otherNames) {
+        if (const auto* matched = matchesAppNameSet(names, other.name)) return matched;
+    }
+    return nullptr;
 }
 
 std::string withIdentifier(const RunningApplication& application) {
-    return shownName(application) + " (" + *application.bundleIdentifier + ")";
+    return shownName(application) + " (" + allIdentifiers(application).front() + ")";
 }
 
 /// Those that an identifier or a name means.
@@ -61,7 +75,7 @@ List belonging(List list, const Names& identifiers, const Names& names, bool tel
             return false;
         }
         const auto name = shownName(application);
-        const auto* matched = matchesAppNameSet(names, name);
+        const auto* matched = matchedName(names, application);
         if (!matched) return true;
         diagnostic({"   Found app by name matching: ", name, tellsMatchedName ? " matches " : "",
                     tellsMatchedName ? *matched : ""});
@@ -97,13 +111,13 @@ QuitCounts quit(const List& list, Applications& applications) {
 /// Those that nothing keeps when a workspace with these names and identifiers starts.
 List notBelonging(List list, const Names& identifiers, const Names& names) {
     std::erase_if(list, [&](const RunningApplication& application) {
-        if (application.bundleIdentifier == finderIdentifier) return true;
+        if (isFinder(application)) return true;
         if (hasOneOf(identifiers, application)) {
             diagnostic({"   Keeping workspace app by bundle ID: ", withIdentifier(application)});
             return true;
         }
         const auto name = shownName(application);
-        if (const auto* matched = matchesAppNameSet(names, name)) {
+        if (const auto* matched = matchedName(names, application)) {
             diagnostic({"   Keeping workspace app by name: ", name, " matches ", *matched});
             return true;
         }
@@ -220,7 +234,7 @@ void WorkspaceStore::quitNonWorkspaceApplications(const Workspace& workspace) {
 void WorkspaceStore::quitAllApplications() {
     auto list = quittableApplications(platform_);
     std::erase_if(list, [](const RunningApplication& application) {
-        return application.bundleIdentifier == finderIdentifier || isSystemApplication(application);
+        return isFinder(application) || isSystemApplication(application);
     });
     if (list.empty()) {
         return showInfoAlert("Quit All Applications", "No user applications found to close.");

@@ -248,8 +248,8 @@ TEST_F(ScriptEngineTest, systemEventsKnowsRunningProcesses) {
 }
 
 TEST_F(ScriptEngineTest, failuresHaveAppleScriptsNumbers) {
-    EXPECT_EQ(errorOf(browserScript("Safari", "http://a")),
-              "-1728 Can’t get application \"Safari\".");
+    EXPECT_EQ(errorOf(browserScript("Nobody", "http://a")),
+              "-1728 Can’t get application \"Nobody\".");
     EXPECT_EQ(errorOf("tell window 2 to activate"), "-1728 Can’t get window 2.");
     EXPECT_EQ(errorOf("tell application \"Test Browser\" to do script \"ls\""),
               "-1708 Test Browser got an error: Can’t continue do script.");

@@ -1,7 +1,11 @@
 #include "Machine.h"
+#include "foundation/Text.h"
+#include "linux/installed/ApplicationNames.h"
+#include "linux/scripts/MdfindTool.h"
 
 #include <algorithm>
 #include <filesystem>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -149,14 +153,63 @@ TEST_F(InstalledApplicationsTest, theUsersEntryStandsBeforeTheSystemsEvenWhenDel
     EXPECT_EQ(bundlePathOf(installed_, "vendor-tool"), "");
 }
 
-TEST_F(InstalledApplicationsTest, theHandlerOfFoldersIsFinderAndItself) {
-    const auto finder = installed_.byBundleIdentifier("com.apple.finder");
-    ASSERT_TRUE(finder);
-    EXPECT_EQ(finder->desktopId, "test.files.desktop");
-    EXPECT_EQ(finder->displayName, "Finder");
-    EXPECT_EQ(installed_.byBundlePath("/System/Library/CoreServices/Finder.app"), finder);
-    EXPECT_EQ(installed_.byBundlePath("/Applications/Files.app")->bundleIdentifier, "test.files");
-    EXPECT_EQ(installed_.visible().front(), *finder);
+TEST_F(InstalledApplicationsTest, finderTerminalAndSafariAreOtherNamesOfWhatStandsForThem) {
+    const auto known = [&](const std::string& id) {
+        const auto found = installed_.byDesktopId(id + ".desktop");
+        std::string names = found ? found->storedName() : "nothing";
+        if (!found) return names;
+        for (const auto& other : otherNames(*found, installed_.roles()))
+            names += ", " + other.name + " " + other.bundleIdentifier + " " + other.bundlePath;
+        return names;
+    };
+    EXPECT_EQ(known("test.files"),
+              "Files, Finder com.apple.finder /System/Library/CoreServices/Finder.app");
+    EXPECT_EQ(known("test.web"), "Web, Safari com.apple.Safari /Applications/Safari.app");
+    EXPECT_EQ(known("test.viewer"), "Viewer");
+    for (const auto& [path, identifier, own] :
+         {std::tuple{finderPath, finderIdentifier, "/Applications/Files.app"},
+          std::tuple{browserPath, browserIdentifier, "/Applications/Web.app"}}) {
+        EXPECT_EQ(installed_.byBundlePath(path)->bundlePath, own);
+        EXPECT_EQ(installed_.byBundleIdentifier(identifier)->bundlePath, own);
+        EXPECT_TRUE(lists(installed_.visible(), own)) << "a picker shows it once";
+    }
+    add("s.real", "Safari");
+    EXPECT_EQ(installed_.byBundlePath(browserPath)->desktopId, "s.real.desktop");
+}
+
+TEST_F(InstalledApplicationsTest, aNameOfBeforeFitsWhereNothingElseIsCalledSo) {
+    add("a.one", "Pad", "Name[de]=Block\nExec=sh");
+    add("b.two", "Notes", "Name[de]=Block\nExec=sh");
+    add("c.three", "Notes", "Name[de]=Zettel\nExec=sh");
+    add("d.four", "In/Out", "Name[de]=Pad\nExec=sh");
+    add("e.hidden", "In/Out", "Name[de]=Innen\nExec=sh\nNoDisplay=true");
+    std::string seen;
+    for (const char* id : {"a.one", "b.two", "c.three", "d.four", "e.hidden"}) {
+        const auto found = installed_.byDesktopId(std::string(id) + ".desktop");
+        seen += found->storedName() + " (" + text::joined(found->formerNames, ", ") + ") ";
+    }
+    EXPECT_EQ(seen, "Pad () Notes [b.two] () Notes [c.three] (Zettel) In:Out (In/Out) "
+                    "In:Out [e.hidden] (Innen) ");
+}
+
+/// What a resource stores is what a running application is called and what a search finds, for
+/// everything that this machine has.
+TEST_F(InstalledApplicationsTest, everyEntryIsFoundByItsStoredNameAlone) {
+    add("t.twin.a", "Twin", "Name[de]=Zwilling\nExec=sh");
+    add("t.twin.b", "Twin", "Name[de]=Zwilling\nExec=sh");
+    const auto visible = installed_.visible();
+    ASSERT_GE(visible.size(), 5u);
+    for (const auto& application : visible) {
+        const auto stored = application.storedName();
+        const auto quoted =
+            text::replacingAll(text::replacingAll(stored, "\\", "\\\\"), "'", "\\'");
+        const auto query = "kMDItemKind == 'Application' && kMDItemDisplayName == '" + quoted + "'";
+        EXPECT_EQ(runMdfindTool(installed_, {query}).output, application.bundlePath + "\n");
+        EXPECT_EQ(installed_.byBundlePath(application.bundlePath), application) << stored;
+        EXPECT_EQ(applicationNamed(installed_, stored), application) << stored;
+        for (const auto& former : application.formerNames)
+            EXPECT_EQ(applicationNamed(installed_, former), application) << former;
+    }
 }
 
 } // namespace

@@ -31,16 +31,18 @@ void provide(const std::string& name, const std::string& linkTarget = {}) {
     }
 }
 
-std::string preferredIn(const std::vector<std::string>& emulators) {
+std::string preferredIn(const std::vector<std::string>& emulators,
+                        const std::vector<InstalledApplication>& installed = {}) {
     fs::remove_all(place("path"));
     for (const auto& emulator : emulators)
         provide(emulator);
     const ScopedVariable path("PATH", place("path"));
-    const auto command = terminalEmulator::preferred();
+    const auto command = terminalEmulator::preferred(installed);
     if (!command) return "none";
     auto words = command->prefix;
     words.front() = fs::path(words.front()).filename();
-    return text::joined(words, " ") + ", is " + fs::path(command->executable).filename().string();
+    return text::joined(words, " ") + ", is " + fs::path(command->executable).filename().string() +
+           (command->entry ? " of " + command->entry->desktopId : "");
 }
 
 TEST(TerminalEmulatorTest, prefersTheUsersChoice) {
@@ -49,9 +51,36 @@ TEST(TerminalEmulatorTest, prefersTheUsersChoice) {
     EXPECT_EQ(preferredIn({"gnome-terminal", "konsole"}), "gnome-terminal --, is gnome-terminal");
     EXPECT_EQ(preferredIn({"xfce4-terminal", "xterm"}), "xfce4-terminal -x, is xfce4-terminal");
     EXPECT_EQ(preferredIn({"xdg-terminal-exec"}), "xdg-terminal-exec, is xdg-terminal-exec");
-    EXPECT_EQ(preferredIn({"xdg-terminal-exec", "foot"}), "xdg-terminal-exec, is foot");
+    EXPECT_EQ(preferredIn({"xdg-terminal-exec", "foot"}),
+              "xdg-terminal-exec, is xdg-terminal-exec");
+    EXPECT_EQ(preferredIn({"wezterm"}), "wezterm start --, is wezterm");
     EXPECT_EQ(preferredIn({"x-terminal-emulator", "konsole"}),
               "x-terminal-emulator -e, is x-terminal-emulator");
+}
+
+TEST(TerminalEmulatorTest, knowsTheEntryOfTheEmulator) {
+    const auto entry = [](const std::string& id, const std::string& program,
+                          const std::string& option = {}) {
+        InstalledApplication application;
+        application.desktopId = id;
+        application.executable = program;
+        application.isShown = application.isTerminalEmulator = true;
+        application.terminalOption = option;
+        return application;
+    };
+    const std::vector<InstalledApplication> installed{
+        entry("a.desktop", "newterm"), entry("b.desktop", "uxterm"), entry("c.desktop", "xterm"),
+        entry("d.desktop", "foot"), entry("e.desktop", "other", "--run")};
+    const auto list = place("config/xdg-terminals.list");
+    EXPECT_EQ(preferredIn({"lxterm", "xterm"}, installed), "xterm -e, is xterm of c.desktop");
+    EXPECT_EQ(preferredIn({"xdg-terminal-exec", "newterm"}, installed),
+              "xdg-terminal-exec, is newterm of a.desktop");
+    write(list, "# mine\nmissing.desktop\nd.desktop:new-window\na.desktop\n");
+    EXPECT_EQ(preferredIn({"xdg-terminal-exec", "foot"}, installed),
+              "xdg-terminal-exec, is foot of d.desktop");
+    fs::remove(list);
+    EXPECT_EQ(preferredIn({"newterm"}, installed), "newterm -e, is newterm of a.desktop");
+    EXPECT_EQ(preferredIn({"other"}, {installed[4]}), "other --run, is other of e.desktop");
 }
 
 TEST(TerminalEmulatorTest, followsTheAlternativesLinks) {

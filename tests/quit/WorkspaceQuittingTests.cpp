@@ -1,4 +1,5 @@
 #include "core/StoreScene.h"
+#include "quit/RunningApplicationMatching.h"
 
 #include <gtest/gtest.h>
 
@@ -132,6 +133,33 @@ TEST_F(QuittingAmongMany, finishingQuitsWhatTheWorkspaceNamesSystemOrNot) {
     EXPECT_TRUE(store.runningWorkspaces->empty());
     EXPECT_EQ(store.runningResources->size(), 1u);
     EXPECT_EQ(store.activeWorkspace.get(), desk);
+}
+
+TEST_F(Quitting, otherNamesAndIdentifiersCountLikeAnApplicationsOwn) {
+    const auto known = [&](const std::string& own, std::vector<OtherName> others) {
+        run(own, "", QuitBehaviour::quits, "org." + own);
+        desktop.running.back().otherNames = std::move(others);
+    };
+    known("Files", {{"Finder", "com.apple.finder", "/System/Library/CoreServices/Finder.app"}});
+    known("XTerm", {{"Terminal", "com.apple.Terminal", "/System/Applications/Terminal.app"}});
+    known("Web", {{"Safari", "com.apple.Safari", "/Applications/Safari.app"}, {"Netz"}});
+    known("Pad", {{"Block"}});
+    known("Notes", {});
+    EXPECT_EQ(findRunningApplication(desktop.platform().applications, "Netz")->localizedName,
+              "Web");
+    EXPECT_EQ(
+        findRunningApplication(desktop.platform().applications, "com.apple.finder")->localizedName,
+        "Files");
+    auto page = scene.resource("Page", "http://x.example", ResourceType::url);
+    auto job = scene.resource("Job", "ls", ResourceType::terminal);
+    auto pad = application("Block");
+    const Workspace workspace = scene.workspace("W", {page, job, pad});
+    store.quitNonWorkspaceApplications(workspace);
+    EXPECT_EQ(asked(), "5") << "the file manager is Finder, the others are the workspace's";
+    store.finishWorkspace(workspace);
+    EXPECT_EQ(asked(), "5 2 3 4");
+    store.quitAllApplications();
+    EXPECT_EQ(asked(), "5 2 3 4 2 3 4 5") << "but never Finder";
 }
 
 TEST_F(Quitting, theSummaryOfAFinishCountsAndCanBeSwitchedOff) {

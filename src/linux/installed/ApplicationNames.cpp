@@ -3,6 +3,7 @@
 #include "foundation/Text.h"
 #include "foundation/Url.h"
 #include "linux/installed/InstalledApplications.h"
+#include "linux/system/ProcessFacts.h"
 
 #include <algorithm>
 #include <array>
@@ -16,20 +17,16 @@ bool same(std::string_view a, std::string_view b) {
     return text::equalsIgnoringCase(a, b);
 }
 
-/// Programs that run something else, so that their name says nothing of the application.
-bool isInterpreter(std::string_view program) {
-    constexpr std::array<std::string_view, 9> interpreters{
-        "env", "sh", "bash", "python3", "perl", "java", "flatpak", "snap", "gjs"};
-    return std::ranges::count(interpreters, program) > 0;
-}
-
-constexpr std::array<Fits, 5> waysToName{
+constexpr std::array<Fits, 6> waysToName{
+    [](const InstalledApplication& a, std::string_view name) {
+        return same(a.storedName(), name) || same(path::lastComponent(a.bundlePath), name);
+    },
+    [](const InstalledApplication& a, std::string_view name) {
+        return std::ranges::any_of(a.formerNames,
+                                   [&](const auto& each) { return same(each, name); });
+    },
     [](const InstalledApplication& a, std::string_view name) { return same(a.displayName, name); },
     [](const InstalledApplication& a, std::string_view name) { return same(a.name, name); },
-    [](const InstalledApplication& a, std::string_view name) {
-        return same(path::stem(a.bundlePath), name) ||
-               same(path::lastComponent(a.bundlePath), name);
-    },
     [](const InstalledApplication& a, std::string_view name) {
         return same(a.desktopId, name) || same(a.bundleIdentifier, name);
     },
@@ -51,6 +48,9 @@ std::optional<InstalledApplication> applicationNamed(const InstalledApplications
                 applications, [&](const auto& application) { return fits(application, name); });
             if (found != applications.end()) return *found;
         }
+    }
+    for (const auto standing : {finderPath, terminalPath, browserPath}) {
+        if (same(path::stem(standing), name)) return installed.byBundlePath(standing);
     }
     return std::nullopt;
 }

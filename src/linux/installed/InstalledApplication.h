@@ -1,7 +1,10 @@
 #pragma once
 
+#include "foundation/Url.h"
+
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace corvane {
 
@@ -9,21 +12,27 @@ inline constexpr std::string_view finderIdentifier = "com.apple.finder";
 inline constexpr std::string_view finderPath = "/System/Library/CoreServices/Finder.app";
 inline constexpr std::string_view terminalIdentifier = "com.apple.Terminal";
 inline constexpr std::string_view terminalPath = "/System/Applications/Utilities/Terminal.app";
+inline constexpr std::string_view browserIdentifier = "com.apple.Safari";
+inline constexpr std::string_view browserPath = "/Applications/Safari.app";
 
 /// One installed desktop entry, seen as an application bundle. A plain value.
 struct InstalledApplication {
     /// "org.xfce.mousepad.desktop"; empty only for a Terminal that has no entry.
     std::string desktopId;
-    /// The same without ".desktop"; "com.apple.finder" and "com.apple.Terminal" for those two.
+    /// The same without ".desktop"; "com.apple.Terminal" for a Terminal that has no entry.
     std::string bundleIdentifier;
     /// Path of the entry's file.
     std::string desktopFile;
-    /// "/Applications/Mousepad.app".
+    /// "/Applications/Mousepad.app": the untranslated name, "/" as ":", with the identifier in
+    /// brackets behind it where two share a name.
     std::string bundlePath;
-    /// Untranslated; "Finder" and "Terminal" for those two.
+    /// Untranslated.
     std::string name;
-    /// Translated.
+    /// Translated, for people.
     std::string displayName;
+    /// The translated name and the one without brackets, where nothing else is called so: texts
+    /// stored elsewhere or before may say those.
+    std::vector<std::string> formerNames;
     std::string startupWmClass;
     /// The command line with its field codes, and its first word.
     std::string exec;
@@ -38,6 +47,12 @@ struct InstalledApplication {
     bool needsTerminal = false;
     /// Is itself a terminal emulator (category TerminalEmulator).
     bool isTerminalEmulator = false;
+    /// Of an emulator, the options behind which a command follows; empty where the entry names
+    /// none.
+    std::string terminalOption;
+
+    /// What a resource stores and what is compared: the bundle's file name without ".app".
+    std::string storedName() const { return path::stem(bundlePath); }
 
     bool operator==(const InstalledApplication&) const = default;
 };

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
+#include <set>
 #include <tuple>
 
 #include <sys/stat.h>
@@ -96,6 +97,8 @@ std::optional<InstalledApplication> readEntry(const std::string& id, const std::
     const auto categories =
         text::split(gio::text(g_desktop_app_info_get_categories(entry.get())), ';');
     found.isTerminalEmulator = std::ranges::count(categories, "TerminalEmulator") > 0;
+    found.terminalOption = value("TerminalArgExec");
+    if (found.terminalOption.empty()) found.terminalOption = value("X-TerminalArgExec");
     return found;
 }
 
@@ -125,6 +128,35 @@ void nameBundles(std::vector<InstalledApplication>& applications) {
         application.bundlePath = others.at(fileNameOf(application)) > 1
                                      ? bracketedPathOf(application)
                                      : plainPathOf(application);
+    }
+}
+
+/// A name of before fits where nothing else is called so; among what is hidden it does only where
+/// nothing at all is.
+void giveFormerNames(std::vector<InstalledApplication>& applications) {
+    struct Bearers {
+        std::set<const InstalledApplication*> shown, all;
+    };
+    std::map<std::string, Bearers> bearers;
+    for (const auto& application : applications) {
+        for (const auto& name : {application.storedName(), application.name,
+                                 application.displayName, fileNameOf(application)}) {
+            if (application.isShown) bearers[name].shown.insert(&application);
+            bearers[name].all.insert(&application);
+        }
+    }
+    for (auto& application : applications) {
+        application.formerNames.clear();
+        const auto stored = application.storedName();
+        for (const auto& name :
+             {application.displayName, application.name, fileNameOf(application)}) {
+            const auto& [shown, all] = bearers.at(name);
+            const bool isOnlyOne = (application.isShown ? shown : all).size() == 1;
+            if (isOnlyOne && name != stored &&
+                std::ranges::count(application.formerNames, name) == 0) {
+                application.formerNames.push_back(name);
+            }
+        }
     }
 }
 
@@ -217,6 +249,7 @@ InstalledApplications::read(Files&& from) const {
         return std::tie(application.name, application.desktopId);
     });
     nameBundles(next->applications);
+    giveFormerNames(next->applications);
     return next;
 }
 
@@ -232,8 +265,12 @@ std::vector<InstalledApplication> InstalledApplications::shown() const {
 
 std::vector<InstalledApplication> InstalledApplications::visible() const {
     auto applications = shown();
-    if (auto application = terminal()) applications.insert(applications.begin(), *application);
-    if (auto application = finder()) applications.insert(applications.begin(), *application);
+    for (auto& standing : {terminal(), finder()}) {
+        if (standing && std::ranges::count(applications, standing->desktopId,
+                                           &InstalledApplication::desktopId) == 0) {
+            applications.insert(applications.begin(), *standing);
+        }
+    }
     return applications;
 }
 
@@ -251,7 +288,11 @@ InstalledApplications::byBundlePath(std::string_view path) const {
     }
     if (auto found = first(applications, [&](const auto& a) { return bracketedPathOf(a) == path; }))
         return found;
-    return first(applications, [&](const auto& a) { return a.isShown && plainPathOf(a) == path; });
+    if (auto found = first(applications,
+                           [&](const auto& a) { return a.isShown && plainPathOf(a) == path; })) {
+        return found;
+    }
+    return path == browserPath ? browser() : std::nullopt;
 }
 
 std::optional<InstalledApplication>
@@ -259,6 +300,7 @@ InstalledApplications::byBundleIdentifier(std::string_view identifier) const {
     if (identifier.empty()) return std::nullopt;
     if (text::equalsIgnoringCase(identifier, finderIdentifier)) return finder();
     if (text::equalsIgnoringCase(identifier, terminalIdentifier)) return terminal();
+    if (text::equalsIgnoringCase(identifier, browserIdentifier)) return browser();
     const auto present = snapshot();
     if (auto found = first(present->applications, [&](const InstalledApplication& a) {
             return a.bundleIdentifier == identifier;
@@ -300,32 +342,51 @@ InstalledApplications::defaultHandler(const std::string& contentType) const {
 }
 
 std::optional<InstalledApplication> InstalledApplications::finder() const {
-    auto handler = defaultHandler("inode/directory");
-    if (!handler) return std::nullopt;
-    handler->bundleIdentifier = finderIdentifier;
-    handler->bundlePath = finderPath;
-    handler->name = handler->displayName = "Finder";
-    return handler;
+    return defaultHandler("inode/directory");
+}
+
+std::optional<InstalledApplication> InstalledApplications::browser() const {
+    return defaultHandler("x-scheme-handler/http");
+}
+
+std::optional<terminalEmulator::TerminalCommand> InstalledApplications::terminalCommand() const {
+    return terminalEmulator::preferred(snapshot()->applications);
 }
 
 std::optional<InstalledApplication> InstalledApplications::terminal() const {
-    // The Debian alternative names a program or a wrapper of it ("gnome-terminal.wrapper").
-    const gio::Chars alternative(g_find_program_in_path("x-terminal-emulator"));
-    if (!alternative) return std::nullopt;
-    std::error_code error;
-    auto program = std::filesystem::canonical(alternative.get(), error).filename();
-    if (program.extension() == ".wrapper") program = program.stem();
-    const auto present = snapshot();
-    auto found = first(present->applications, [&](const InstalledApplication& a) {
-        return a.isTerminalEmulator && path::lastComponent(a.executable) == program;
-    });
-    InstalledApplication emulator = found.value_or(InstalledApplication{});
-    if (!found) emulator.exec = emulator.executable = alternative.get();
+    const auto command = terminalCommand();
+    if (!command) return std::nullopt;
+    if (command->entry) return command->entry;
+    InstalledApplication emulator;
+    emulator.exec = emulator.executable = command->prefix.front();
     emulator.bundleIdentifier = terminalIdentifier;
     emulator.bundlePath = terminalPath;
     emulator.name = emulator.displayName = "Terminal";
-    emulator.isShown = true;
+    emulator.isShown = emulator.isTerminalEmulator = true;
     return emulator;
+}
+
+InstalledApplications::Roles InstalledApplications::roles() const {
+    const auto idOf = [](const auto& application) {
+        return application ? application->desktopId : std::string();
+    };
+    return {idOf(finder()), idOf(terminal()), idOf(browser())};
+}
+
+std::vector<OtherName> otherNames(const InstalledApplication& application,
+                                  const InstalledApplications::Roles& roles) {
+    std::vector<OtherName> names;
+    const auto add = [&](const std::string& id, std::string_view path,
+                         std::string_view identifier) {
+        if (id.empty() || id != application.desktopId) return;
+        names.push_back({path::stem(path), std::string(identifier), std::string(path)});
+    };
+    add(roles.finder, finderPath, finderIdentifier);
+    add(roles.terminal, terminalPath, terminalIdentifier);
+    add(roles.browser, browserPath, browserIdentifier);
+    for (const auto& name : application.formerNames)
+        names.push_back({.name = name});
+    return names;
 }
 
 } // namespace corvane

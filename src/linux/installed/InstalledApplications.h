@@ -1,6 +1,8 @@
 #pragma once
 
 #include "linux/installed/InstalledApplication.h"
+#include "linux/installed/TerminalEmulator.h"
+#include "platform/Applications.h"
 
 #include <map>
 #include <memory>
@@ -28,23 +30,35 @@ public:
     /// Hidden ones too, as a window can belong to one. The same order.
     std::vector<InstalledApplication> all() const;
 
-    /// What a user can pick from: Finder and Terminal, where there are such, then the shown ones.
+    /// What a user can pick from, each once: the shown ones, and before them what stands for Finder
+    /// and Terminal where that isn't shown.
     std::vector<InstalledApplication> visible() const;
 
-    /// Also Finder's and Terminal's path. A path with the id in brackets is found though the name
-    /// is unique by now; a plain path that several share by now names the first of them.
+    /// Also Finder's, Terminal's and Safari's path. A path with the id in brackets is found though
+    /// the name is unique by now; a plain path that several share by now names the first of them.
     std::optional<InstalledApplication> byBundlePath(std::string_view path) const;
-    /// Also Finder's and Terminal's. Where none is equal, case is ignored.
+    /// Also Finder's, Terminal's and Safari's. Where none is equal, case is ignored.
     std::optional<InstalledApplication> byBundleIdentifier(std::string_view identifier) const;
     std::optional<InstalledApplication> byDesktopId(std::string_view desktopId) const;
     /// The application that an entry's file describes: its own, or, for a copy like those that lie
     /// on desktops, the one with its name and its program.
     std::optional<InstalledApplication> byEntryFile(const std::string& file) const;
 
-    /// The default handler of directories under its name Finder.
+    /// What stands for Finder, the default handler of directories; for Terminal, the emulator that
+    /// TerminalEmulator prefers, called so only if it has no entry; for Safari, the default
+    /// browser.
     std::optional<InstalledApplication> finder() const;
-    /// The preferred terminal emulator under its name Terminal.
     std::optional<InstalledApplication> terminal() const;
+    std::optional<InstalledApplication> browser() const;
+    std::optional<terminalEmulator::TerminalCommand> terminalCommand() const;
+
+    /// Which entries stand for those three, by desktop id; empty where none does.
+    struct Roles {
+        std::string finder;
+        std::string terminal;
+        std::string browser;
+    };
+    Roles roles() const;
     /// The default handler of a content type ("text/plain", "x-scheme-handler/http").
     std::optional<InstalledApplication> defaultHandler(const std::string& contentType) const;
 
@@ -60,5 +74,9 @@ private:
     mutable std::unique_ptr<const Look> look_;
     mutable std::shared_ptr<const Snapshot> latest_;
 };
+
+/// The former names, and those of the roles that it has.
+std::vector<OtherName> otherNames(const InstalledApplication& application,
+                                  const InstalledApplications::Roles& roles);
 
 } // namespace corvane

@@ -1,13 +1,15 @@
 #pragma once
 
 #include "foundation/Result.h"
+#include "linux/installed/InstalledApplication.h"
 
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-/// The terminal emulator that stands for Terminal, searched in PATH at each call. Any thread.
+/// Which terminal emulator stands for Terminal, and how it runs a command. PATH and the desktop's
+/// lists are read at each call. Any thread.
 namespace corvane::terminalEmulator {
 
 struct TerminalCommand {
@@ -15,11 +17,14 @@ struct TerminalCommand {
     std::vector<std::string> prefix;
     /// The emulator itself, symbolic links followed.
     std::string executable;
+    /// Its desktop entry, if it has one.
+    std::optional<InstalledApplication> entry = {};
 };
 
-/// The user's choice (xdg-terminal-exec, x-terminal-emulator), else the first well-known emulator;
-/// nothing where there is none.
-std::optional<TerminalCommand> preferred();
+/// The user's choice (xdg-terminal-exec with the entry that its lists name, x-terminal-emulator),
+/// else the first well-known emulator in PATH, else the first installed entry that says that it is
+/// one; nothing where there is none. `installed` are the entries to look among.
+std::optional<TerminalCommand> preferred(const std::vector<InstalledApplication>& installed = {});
 
 /// Which emulator a program is, whatever wrapper or server of it was started: "xterm" for
 /// "/usr/bin/lxterm", "gnome-terminal" for "/usr/libexec/gnome-terminal-server".

@@ -29,17 +29,15 @@ using Windows = std::vector<ClientWindow>;
 /// What the identity of every process is compared with, looked up once for a list.
 struct Known {
     std::vector<InstalledApplication> installed;
-    std::string finderId;
-    std::string terminalId;
+    InstalledApplications::Roles roles;
+    std::optional<InstalledApplication> terminal;
     /// The preferred emulator's name, empty where there is none.
     std::string emulator;
 };
 
 Known lookUp(const InstalledApplications& installed) {
-    const auto finder = installed.finder();
-    const auto terminal = installed.terminal();
-    const auto emulator = terminalEmulator::preferred();
-    return {installed.all(), finder ? finder->desktopId : "", terminal ? terminal->desktopId : "",
+    const auto emulator = installed.terminalCommand();
+    return {installed.all(), installed.roles(), installed.terminal(),
             emulator ? terminalEmulator::nameOf(emulator->executable) : ""};
 }
 
@@ -94,9 +92,8 @@ const InstalledApplication* applicationOf(const Running& running, const Windows&
 /// emulator's window says so by its class.
 bool isTerminal(const InstalledApplication* application, const ProcessFacts& process,
                 const Known& known) {
-    if (application && !known.terminalId.empty() && application->desktopId == known.terminalId) {
-        return true;
-    }
+    const auto& terminalId = known.roles.terminal;
+    if (application && !terminalId.empty() && application->desktopId == terminalId) return true;
     if (known.emulator.empty()) return false;
     if (application && !application->isTerminalEmulator && !application->needsTerminal) {
         return false;
@@ -115,18 +112,13 @@ std::string nameWithoutEntry(const Running& running) {
 
 void setIdentity(RunningApplication& result, const Running& running,
                  const InstalledApplication* application, const Known& known) {
-    const auto set = [&](std::string_view name, std::string_view identifier,
-                         std::string_view bundle) {
-        result.localizedName = name;
-        result.bundleIdentifier = identifier;
-        result.bundleURL = Url::fromPath(bundle);
-    };
-    if (isTerminal(application, running.process, known)) {
-        set("Terminal", terminalIdentifier, terminalPath);
-    } else if (application && application->desktopId == known.finderId) {
-        set("Finder", finderIdentifier, finderPath);
-    } else if (application) {
-        set(application->displayName, application->bundleIdentifier, application->bundlePath);
+    if (known.terminal && isTerminal(application, running.process, known))
+        application = &*known.terminal;
+    if (application) {
+        result.localizedName = application->storedName();
+        result.bundleIdentifier = application->bundleIdentifier;
+        result.bundleURL = Url::fromPath(application->bundlePath);
+        result.otherNames = otherNames(*application, known.roles);
     } else if (const auto name = nameWithoutEntry(running); !name.empty()) {
         result.localizedName = name;
     }

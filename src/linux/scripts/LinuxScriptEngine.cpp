@@ -115,7 +115,7 @@ private:
     Outcome perform(const DoScript& script, Listener listener) {
         if (!listener || listener->kind != Kind::terminal)
             return notUnderstood("do script", listener);
-        const auto emulator = terminalEmulator::preferred();
+        const auto emulator = opener_.installed().terminalCommand();
         if (!emulator) {
             return Failure{errorNumber::notRunning,
                            "Terminal got an error: Application isn’t running."};
@@ -211,14 +211,19 @@ private:
         if (text::equalsIgnoringCase(name, "System Events")) return Told{name, Kind::systemEvents};
         const auto application = applicationNamed(opener_.installed(), name);
         if (!application) return running(name, Kind::running);
-        const bool isTerminal = application->bundleIdentifier == terminalIdentifier;
+        const auto terminal = opener_.installed().terminal();
+        const bool isTerminal = terminal && application->bundlePath == terminal->bundlePath;
         return Told{name, isTerminal ? Kind::terminal : Kind::installed, *application};
     }
 
     std::optional<Told> running(const std::string& name, Kind kind) const {
         if (!opener_.running().list) return std::nullopt;
         for (const auto& application : opener_.running().list()) {
-            if (text::equalsIgnoringCase(application.localizedName.value_or(""), name)) {
+            const auto isName = [&](std::string_view own) {
+                return text::equalsIgnoringCase(own, name);
+            };
+            if (isName(application.localizedName.value_or("")) ||
+                std::ranges::any_of(application.otherNames, isName, &OtherName::name)) {
                 return Told{name, kind, {}, application.processIdentifier};
             }
         }
@@ -230,8 +235,10 @@ private:
         const auto& running = opener_.running();
         if (!running.list || !running.activate) return;
         for (const auto& application : running.list()) {
-            if (application.bundleIdentifier == terminalIdentifier &&
-                running.activate(application.processIdentifier)) {
+            const bool isTerminal = application.bundleIdentifier == terminalIdentifier ||
+                                    std::ranges::count(application.otherNames, terminalIdentifier,
+                                                       &OtherName::bundleIdentifier) > 0;
+            if (isTerminal && running.activate(application.processIdentifier)) {
                 return;
             }
         }

@@ -3,6 +3,8 @@
 #include "linux/installed/InstalledApplications.h"
 #include "linux/scripts/MdfindQuery.h"
 
+#include <algorithm>
+
 namespace corvane {
 
 TaskResult runMdfindTool(const InstalledApplications& installed,
@@ -11,10 +13,17 @@ TaskResult runMdfindTool(const InstalledApplications& installed,
                                             : std::optional<std::string>();
     if (!name) return {.status = 1, .output = ""};
     TaskResult result;
-    for (const auto& application : installed.visible()) {
-        if (application.name == *name || application.displayName == *name) {
-            result.output += application.bundlePath + "\n";
-        }
+    const auto print = [&](const auto& application, bool isMeant) {
+        if (isMeant) result.output += application.bundlePath + "\n";
+    };
+    const auto applications = installed.visible();
+    for (const auto& application : applications)
+        print(application, application.storedName() == *name);
+    if (!result.output.empty()) return result;
+    const auto roles = installed.roles();
+    for (const auto& application : applications) {
+        const auto others = otherNames(application, roles);
+        print(application, std::ranges::count(others, *name, &OtherName::name) > 0);
     }
     return result;
 }

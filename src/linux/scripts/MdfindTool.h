@@ -10,7 +10,8 @@ namespace corvane {
 class InstalledApplications;
 
 /// The mdfind command over the installed applications. Prints the bundle paths, one a line, of
-/// those whose translated or untranslated name is exactly the one in the query (see MdfindQuery.h).
+/// what is called exactly as the query says (see MdfindQuery.h): the applications whose bundle has
+/// that file name, else the ones that are known by that other name.
 /// Status 1 and no output for any other query. Any thread.
 TaskResult runMdfindTool(const InstalledApplications& installed,
                          const std::vector<std::string>& arguments);
