@@ -14,8 +14,22 @@ std::string described(double a, double b) {
     return "(" + text::number(a) + ", " + text::number(b) + ")";
 }
 
-/// The name stands as it is: one with a quotation mark makes a script that can't run.
-std::string fullscreenScript(const std::string& appName) {
+/// The name is a stranger's where the record is: it stays a text, whatever it holds.
+std::string asText(std::string_view name) {
+    std::string result;
+    for (const char c : name) {
+        if (c == '"' || c == '\\') result += '\\';
+        if (c == '\n' || c == '\r') {
+            result += c == '\n' ? "\\n" : "\\r";
+        } else {
+            result += c;
+        }
+    }
+    return result;
+}
+
+std::string fullscreenScript(const std::string& name) {
+    const auto appName = asText(name);
     return "tell application \"" + appName +
            "\"\n"
            "    activate\n"

@@ -49,6 +49,14 @@ TEST_F(Control, aLateWindowIsWaitedForWithFiveTriesHalfASecondApart) {
     }
 }
 
+TEST_F(Control, aRecordsNameStaysATextInAScript) {
+    auto& window = open(pad, 1, {});
+    window.refusals = {{"AXFullScreen", -25205}};
+    control.setWindowFullscreen({7, 1}, "a\"\\\nb");
+    EXPECT_NE(desktop.logged().find("tell application \"a\\\"\\\\\\nb\""), std::string::npos)
+        << desktop.logged();
+}
+
 /// The ways to fullscreen, each with what stands in the way of those before it.
 TEST_F(Control, fullscreenIsTriedNativelyThenByScriptThenByTheMainScreensFrame) {
     const auto failed = [](std::optional<std::string> message) {
