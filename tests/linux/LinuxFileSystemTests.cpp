@@ -167,16 +167,21 @@ TEST_F(LinuxFileSystemTest, aFolderMayBeClosedToItsUser) {
 
 TEST_F(LinuxFileSystemTest, filesAndFoldersHaveIcons) {
     const LinuxFileIcons fileIcons(installed_);
+    const auto picture = place("icons/pen.svg");
+    write(picture, "<svg/>");
+    ::mkfifo(place("icons/pipe").c_str(), 0600);
     const struct {
-        const char* key;
+        std::string key;
         std::optional<std::string> icon;
     } cases[]{{"Icon=pen", "pen"},
               {"Icon=old.name.png", "old.name"},
-              {"Icon=/a/pen.svg", "/a/pen.svg"},
+              {"Icon=" + picture, picture},
+              {"Icon=" + place("icons/pipe"), std::nullopt},
+              {"Icon=/dev/zero", std::nullopt},
               {"Icon=", std::nullopt},
               {"Comment=none", std::nullopt}};
     for (const auto& [key, icon] : cases) {
-        install("f.pen", "Pen", std::string("Exec=sh\n") + key);
+        install("f.pen", "Pen", "Exec=sh\n" + key);
         EXPECT_TRUE(comesTrue([&] {
             return fileIcons.iconForFile("/Applications/Pen.app") == icon;
         })) << key;

@@ -3,15 +3,19 @@
 #include "linux/scripts/LinuxTaskRunner.h"
 #include "linux/system/DetachedProcess.h"
 #include "linux/system/LinuxBackgroundQueue.h"
+#include "linux/system/ProcessFacts.h"
 
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <csignal>
 #include <filesystem>
 #include <mutex>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace corvane;
@@ -59,6 +63,42 @@ TEST(DetachedProcess, tellsWhyAProgramDoesNotStart) {
         EXPECT_FALSE(process);
         EXPECT_FALSE(process.error().localizedDescription.empty());
     }
+}
+
+/// What stands in a process's own root is that process's to choose.
+TEST(ProcessFactsTest, aStrangersFileHoldsNobodyUp) {
+    const auto jail = place("jail/x").substr(0, place("jail").size());
+    const auto info = jail + "/.flatpak-info";
+    int ends[2];
+    ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const bool isIn = ::chroot(jail.c_str()) == 0;
+        [[maybe_unused]] const auto told = ::write(ends[1], &isIn, 1);
+        ::pause();
+        ::_exit(0);
+    }
+    bool isIn = false;
+    ASSERT_EQ(::read(ends[0], &isIn, 1), 1);
+    const auto sandbox = [&](auto&& make) {
+        std::filesystem::remove(info);
+        make();
+        const auto facts = processFacts(child);
+        return facts ? facts->sandboxIdentifier : "no process";
+    };
+    if (isIn) {
+        EXPECT_EQ(sandbox([&] { write(info, "[Application]\nname=org.x\n"); }), "org.x");
+        EXPECT_EQ(sandbox([&] { ::mkfifo(info.c_str(), 0600); }), "");
+        EXPECT_EQ(sandbox([&] { std::filesystem::create_symlink("/dev/zero", info); }), "");
+        EXPECT_EQ(sandbox([&] { std::filesystem::create_symlink(".flatpak-info", info); }), "");
+        EXPECT_EQ(sandbox([&] { write(info, std::string(1 << 20, '\n') + "name=org.x\n"); }), "");
+    }
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+    EXPECT_FALSE(processFacts(child));
+    for (const int end : ends)
+        ::close(end);
+    if (!isIn) GTEST_SKIP() << "this user may not give a process a root of its own";
 }
 
 TEST(LinuxTaskRunner, runsItsOwnToolsAndNoProgram) {

@@ -3,9 +3,18 @@
 #include "linux/installed/InstalledApplications.h"
 #include "linux/system/Gio.h"
 
+#include <sys/stat.h>
+
 namespace corvane {
 
 namespace {
+
+/// Anything may stand at the path that an entry names; a pipe would be waited for without end.
+bool isPicture(const std::string& path) {
+    constexpr off_t largest = 16 << 20;
+    struct stat info {};
+    return ::stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode) && info.st_size <= largest;
+}
 
 /// Old entries name an icon of the theme with the extension of a picture.
 std::string withoutExtension(std::string name) {
@@ -21,7 +30,8 @@ std::optional<std::string> LinuxFileIcons::iconForFile(const std::string& path) 
     if (const auto application = installed_.byBundlePath(path)) {
         const auto& icon = application->icon;
         if (icon.empty()) return std::nullopt;
-        return icon.starts_with('/') ? icon : withoutExtension(icon);
+        if (!icon.starts_with('/')) return withoutExtension(icon);
+        return isPicture(icon) ? std::optional(icon) : std::nullopt;
     }
     const gio::Ref<GFile> file(g_file_new_for_path(path.c_str()));
     const gio::Ref<GFileInfo> info(g_file_query_info(file.get(), G_FILE_ATTRIBUTE_STANDARD_ICON,

@@ -6,11 +6,12 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <charconv>
 #include <filesystem>
-#include <fstream>
 #include <vector>
 
+#include <fcntl.h>
 #include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -22,9 +23,26 @@ extern "C" {
 namespace corvane {
 namespace {
 
-std::string contentOf(const std::string& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
+constexpr std::size_t longestText = 64 << 10;
+/// The kernel's own bound for what a program is started with is larger than any that is met.
+constexpr std::size_t longestStart = 2 << 20;
+
+/// Its beginning. Another process may have put anything in the file's place: what isn't a regular
+/// file is empty, and nothing is waited for.
+std::string contentOf(const std::string& file, std::size_t longest = longestText) {
+    const FileDescriptor opened(::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    struct stat info {};
+    if (!opened || ::fstat(opened.get(), &info) != 0 || !S_ISREG(info.st_mode)) return {};
+    std::string content;
+    std::array<char, 1 << 14> piece;
+    while (content.size() < longest) {
+        const auto wanted = std::min(piece.size(), longest - content.size());
+        const ssize_t got = ::read(opened.get(), piece.data(), wanted);
+        if (got < 0 && errno == EINTR) continue;
+        if (got <= 0) break;
+        content.append(piece.data(), static_cast<std::size_t>(got));
+    }
+    return content;
 }
 
 std::string linkTarget(const std::string& link) {
@@ -140,8 +158,8 @@ std::optional<ProcessFacts> processFacts(pid_t processIdentifier) {
 
     const std::string folder = folderOf(processIdentifier);
     ProcessFacts process{.processIdentifier = processIdentifier, .startTime = *startTime};
-    const auto arguments = text::split(contentOf(folder + "/cmdline"), '\0');
-    const auto environment = text::split(contentOf(folder + "/environ"), '\0');
+    const auto arguments = text::split(contentOf(folder + "/cmdline", longestStart), '\0');
+    const auto environment = text::split(contentOf(folder + "/environ", longestStart), '\0');
     process.executable = programOf(folder);
     process.commandName = path::lastComponent(arguments.front());
     if (isInterpreter(path::lastComponent(process.executable))) {
@@ -153,6 +171,8 @@ std::optional<ProcessFacts> processFacts(pid_t processIdentifier) {
     }
     process.launchedDesktopFile = launchedFileIn(environment, processIdentifier);
     process.sandboxIdentifier = sandboxIn(folder, environment);
+    // It may have ended meanwhile, and what was read be another's.
+    if (startTimeOf(processIdentifier) != startTime) return std::nullopt;
     return process;
 }
 
