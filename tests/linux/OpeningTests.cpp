@@ -198,4 +198,91 @@ TEST_F(OpeningTest, openToolFailsWithStatusOne) {
     }
 }
 
+/// What a stranger names, through entries of every kind: what the program was given, and whether
+/// anything else ran or was made.
+TEST_F(OpeningTest, nothingThatAStrangerNamesRunsOrBecomesAnOption) {
+    const auto world = place("world");
+    const std::string run = "$(touch PWNED)`touch PWNED`;touch PWNED;'\"";
+    const auto evil = place("world/a" + run + ".txt");
+    const auto dashed = place("world/-e");
+    for (const auto& file : {evil, dashed})
+        write(file, "x");
+    const std::string recorder = place("bin/recorder");
+    const std::string uri = Url::fromPath(evil).absoluteString();
+    const struct {
+        const char* line;
+        std::string item;
+        std::string given;
+    } cases[]{
+        {"RECORDER hostile %f", uri, evil},
+        {"RECORDER hostile %u", uri, uri},
+        {"RECORDER hostile --open=%f", uri, "--open=" + evil},
+        {"RECORDER hostile", uri, evil},
+        {"sh -c \"RECORDER hostile %f\"", uri, evil},
+        {"sh -c \"RECORDER hostile '%f'\"", uri, evil},
+        {"sh -c \"RECORDER hostile \\\\\"%f\\\\\"\"", uri, evil},
+        {"sh -c \"RECORDER hostile \\\\\"\\$(printf %%s %f)\\\\\"\"", uri, "refused"},
+        {"env A=b bash -ec \"RECORDER hostile %f\" name", uri, evil},
+        {"python3 -c \"print('%f')\"", uri, "refused"},
+        {"RECORDER hostile %f", Url::fromPath(dashed).absoluteString(), dashed},
+        {"RECORDER hostile %u", "file:+silent!!touch%20PWNED", "refused"},
+        {"RECORDER hostile %f", "file:-e", "refused"},
+        {"RECORDER hostile", "file:-e", "refused"},
+        {"RECORDER hostile %f", "file://otherhost" + evil.substr(0, 5), "refused"},
+        {"RECORDER hostile %f", "http://x.example/$(touch%20PWNED)", "refused"},
+        {"RECORDER hostile %u", "http://x.example/$(touch%20PWNED)",
+         "http://x.example/$(touch%20PWNED)"},
+        {"RECORDER hostile %u", "file:///a%00b", "refused"},
+    };
+    for (const auto& [line, item, given] : cases) {
+        clearRecords();
+        install("test.hostile", "Hostile " + run,
+                "Path=" + world + "\nExec=" + text::replacingAll(line, "RECORDER", recorder));
+        const auto application = installed_.byDesktopId("test.hostile.desktop");
+        const auto url = Url::parse(item);
+        ASSERT_TRUE(application && url) << line;
+        const auto error = opener_.open(*url, *application);
+        EXPECT_EQ(error ? "refused" : text::joined(records("hostile", 1), " + "), given)
+            << line << " for " << item << (error ? ": " + error->localizedDescription : "");
+        EXPECT_EQ(namesIn(world).size(), 2u) << line << " for " << item;
+    }
+    uninstall("test.hostile");
+}
+
+TEST_F(OpeningTest, whatNeedsATerminalGetsOneAndATerminalOpensAFolderByStandingInIt) {
+    std::filesystem::copy_file(place("bin/recorder"), place("terminals/x-terminal-emulator"),
+                               std::filesystem::copy_options::overwrite_existing);
+    install("test.pager", "Pager", recording("pager", "%F") + "\nTerminal=true\nPath=/usr");
+    write(place("bin/where"), "#!/bin/sh\npwd | tr '\\n' '|' > " + place("records/part") + "; mv " +
+                                  place("records/part ") + place("records/where.1\n"));
+    std::filesystem::permissions(place("bin/where"), std::filesystem::perms::owner_all);
+    install("test.emulator", "Emulator",
+            "Exec=" + place("bin/where") + "\nCategories=TerminalEmulator;");
+    const auto pager = Url::fromPath("/Applications/Pager.app");
+    {
+        const ScopedVariable path("PATH", place("terminals") + ":/usr/bin:/bin");
+        EXPECT_EQ(openWith(noteUrl_, pager.path()), "opened");
+        EXPECT_EQ(records("-e", 1), Records{place("bin/recorder") + "|pager|" + note_});
+    }
+    const auto folder = Url::fromPath(place("notes"));
+    EXPECT_EQ(openWith(folder.absoluteString(), "/Applications/Emulator.app"), "opened");
+    EXPECT_EQ(records("where", 1), Records{place("notes")});
+    EXPECT_NE(openWith(noteUrl_, "/Applications/Emulator.app").find("only folders"),
+              std::string::npos);
+    uninstall("test.emulator");
+    uninstall("test.pager");
+}
+
+TEST_F(OpeningTest, anExecutableThatNothingOpensIsRun) {
+    const auto program = place("notes/program");
+    std::filesystem::copy_file("/usr/bin/mktemp", program);
+    const ScopedVariable made("TMPDIR", place("made/any").substr(0, place("made").size()));
+    std::filesystem::permissions(program, std::filesystem::perms::owner_read);
+    EXPECT_FALSE(applications_.openUrl(Url::fromPath(program))) << "it isn't executable yet";
+    std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+    EXPECT_TRUE(applications_.openUrl(Url::fromPath(program)));
+    EXPECT_TRUE(comesTrue([&] { return namesIn(place("made")).size() == 1; }));
+    std::filesystem::remove(program);
+}
+
 } // namespace

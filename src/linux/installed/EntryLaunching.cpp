@@ -1,10 +1,14 @@
 #include "linux/installed/EntryLaunching.h"
 
+#include "foundation/Url.h"
 #include "linux/installed/ExecLine.h"
 #include "linux/installed/InstalledApplications.h"
 #include "linux/system/DetachedProcess.h"
 #include "linux/system/Gio.h"
 #include "linux/system/SessionBus.h"
+
+#include <chrono>
+#include <filesystem>
 
 namespace corvane {
 namespace {
@@ -26,8 +30,15 @@ std::string entryIdentifier(const InstalledApplication& application) {
     return application.desktopId.substr(0, application.desktopId.rfind(".desktop"));
 }
 
+/// An application may take as long as it likes to show its window; asked it is by then.
+constexpr std::chrono::milliseconds longestWait(500);
+
 std::optional<Error> launchOnBus(const InstalledApplication& application,
-                                 const std::vector<std::string>& uris) {
+                                 const std::vector<std::string>& uris,
+                                 const std::vector<std::string>& arguments) {
+    if (!application.dbusActivatable) return cannotOpen(application, "its entry names no program.");
+    if (!arguments.empty())
+        return cannotOpen(application, "it is started over the session bus, with no arguments.");
     const auto bus = sessionBus();
     if (!bus) return cannotOpen(application, "there is no session bus to start it on.");
     const std::string identifier = entryIdentifier(application);
@@ -43,18 +54,38 @@ std::optional<Error> launchOnBus(const InstalledApplication& application,
                       .path = objectPathOf(identifier),
                       .interface = "org.freedesktop.Application",
                       .method = uris.empty() ? "Activate" : "Open"},
-                     parameters);
+                     parameters, longestWait);
 }
 
-std::optional<Error> start(const InstalledApplication& application, const Command& command) {
+/// The entry's own, where it names one.
+std::string folderOf(const InstalledApplication& application) {
     const gio::Ref<GDesktopAppInfo> entry(
         g_desktop_app_info_new_from_filename(application.desktopFile.c_str()));
-    DetachedOptions options{.desktopFile = application.desktopFile};
-    if (entry) {
-        options.workingDirectory = gio::take(g_desktop_app_info_get_string(entry.get(), "Path"));
-    }
+    return entry ? gio::take(g_desktop_app_info_get_string(entry.get(), "Path")) : std::string();
+}
+
+std::optional<Error> start(const InstalledApplication& application, const Command& command,
+                           const std::string& folder) {
+    const DetachedOptions options{.workingDirectory = folder,
+                                  .desktopFile = application.desktopFile};
     const auto started = startDetached(command, options);
     if (!started) return cannotOpen(application, started.error().localizedDescription);
+    return std::nullopt;
+}
+
+/// An emulator would take a folder for a program: it is where the shell starts.
+std::optional<Error> openTerminalIn(const InstalledApplication& application,
+                                    const std::vector<std::string>& uris,
+                                    const std::vector<std::string>& arguments) {
+    const auto command = execCommands(application, {}, arguments);
+    if (!command) return command.error();
+    for (const auto& uri : uris) {
+        const auto url = Url::parse(uri);
+        std::error_code failure;
+        if (!url || !url->isFile() || !std::filesystem::is_directory(url->path(), failure))
+            return cannotOpen(application, "it opens only folders, not " + uri + ".");
+        if (auto error = start(application, command->front(), url->path())) return error;
+    }
     return std::nullopt;
 }
 
@@ -62,12 +93,21 @@ std::optional<Error> start(const InstalledApplication& application, const Comman
 
 std::optional<Error> launchEntry(const InstalledApplication& application,
                                  const std::vector<std::string>& uris,
-                                 const std::vector<std::string>& arguments) {
-    if (application.exec.empty()) return launchOnBus(application, uris);
+                                 const std::vector<std::string>& arguments,
+                                 const std::optional<terminalEmulator::TerminalCommand>& terminal) {
+    if (const auto reason = unopenable(uris)) return reason;
+    if (application.exec.empty()) return launchOnBus(application, uris, arguments);
+    if (application.isTerminalEmulator && !takesItems(application) && !uris.empty())
+        return openTerminalIn(application, uris, arguments);
     const auto commands = execCommands(application, uris, arguments);
     if (!commands) return commands.error();
-    for (const auto& command : *commands) {
-        if (auto error = start(application, command)) return error;
+    if (application.needsTerminal && !terminal)
+        return cannotOpen(application, "it runs in a terminal, and none is installed.");
+    const auto folder = folderOf(application);
+    for (auto command : *commands) {
+        if (application.needsTerminal)
+            command.insert(command.begin(), terminal->prefix.begin(), terminal->prefix.end());
+        if (auto error = start(application, command, folder)) return error;
     }
     return std::nullopt;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/Result.h"
+#include "linux/installed/TerminalEmulator.h"
 
 #include <optional>
 #include <string>
@@ -8,13 +9,14 @@
 
 namespace corvane {
 
-struct InstalledApplication;
-
 /// Starts an installed application with URIs to open and arguments of its own behind them. Its Exec
 /// line is run, as only that tells of a failure; an entry without one is asked for on the session
-/// bus. The error is in words for the user. Any thread.
+/// bus, which takes no arguments, and counts as started after half a second. What needs a terminal
+/// runs in `terminal`; an emulator starts in the folders that it is given. The error is in words
+/// for the user. Any thread.
 std::optional<Error> launchEntry(const InstalledApplication& application,
                                  const std::vector<std::string>& uris,
-                                 const std::vector<std::string>& arguments);
+                                 const std::vector<std::string>& arguments,
+                                 const std::optional<terminalEmulator::TerminalCommand>& terminal);
 
 } // namespace corvane

@@ -1,9 +1,13 @@
 #include "linux/installed/ExecLine.h"
 
+#include "foundation/Text.h"
 #include "foundation/Url.h"
 #include "linux/installed/InstalledApplications.h"
 #include "linux/system/Gio.h"
 
+#include <algorithm>
+#include <array>
+#include <cstring>
 #include <optional>
 
 namespace corvane {
@@ -23,13 +27,110 @@ bool takesOne(char code) {
     return code == 'f' || code == 'u';
 }
 
-/// What stands for a URI behind a code: a path for those of files.
+bool isOfThisMachine(const std::string& host) {
+    return host.empty() || text::equalsIgnoringCase(host, "localhost") ||
+           text::equalsIgnoringCase(host, g_get_host_name());
+}
+
+/// What stands for a URI behind a code: a path for those of files. With a scheme or a slash in
+/// front, neither is ever taken for an option.
 Result<std::string> itemText(char code, const std::string& uri) {
-    if (code == 'u' || code == 'U') return uri;
     const auto url = Url::parse(uri);
-    if (!url || !url->isFile())
+    if (!url || !url->hasScheme()) return Error{uri + " is not an address."};
+    if (url->isFile()) {
+        const auto& path = url->path();
+        if (!path.starts_with('/') || path.find('\0') != path.npos || !isOfThisMachine(url->host()))
+            return Error{uri + " is not a file of this machine."};
+        if (code == 'f' || code == 'F') return path;
+    } else if (code == 'f' || code == 'F') {
         return Error{"The application can open only files, not " + uri + "."};
-    return url->path();
+    }
+    return uri;
+}
+
+using Words = std::vector<std::string>;
+
+bool isItem(const std::string& word) {
+    return word.size() == 2 && itemCode(word);
+}
+
+/// Whether a code is the value of an option ("--file=%f"), where nothing takes the word apart.
+bool isValue(const std::string& word) {
+    const auto plain = [](char c) { return g_ascii_isalnum(c) || std::strchr("-_=:/.,+@%", c); };
+    return std::ranges::all_of(word, plain);
+}
+
+/// Where the script of a shell stands in its command line ("env A=b sh -c script"); 0 for none.
+std::size_t scriptPlace(const Words& words) {
+    std::size_t i = 0;
+    if (path::lastComponent(words.front()) == "env") ++i;
+    while (i > 0 && i < words.size() && words[i].find('=') != std::string::npos)
+        ++i;
+    constexpr std::array<std::string_view, 7> shells{"sh",  "bash", "dash", "zsh",
+                                                     "ksh", "mksh", "ash"};
+    if (i == words.size() || std::ranges::count(shells, path::lastComponent(words[i])) == 0)
+        return 0;
+    while (++i < words.size() && (words[i].starts_with('-') || words[i].starts_with('+'))) {
+        if (words[i].starts_with('-') && !words[i].starts_with("--") && words[i].ends_with('c'))
+            return i + 1 < words.size() ? i + 1 : 0;
+    }
+    return 0;
+}
+
+/// A shell's script with its item handed over as an argument of its own, which no shell reads as
+/// anything but a text; single quotes are left for it. Nothing where a substitution in double
+/// quotes may hold the item, as what is quoted there isn't told so easily.
+std::optional<std::string> withArgument(const std::string& script, std::size_t number) {
+    const std::string name = std::to_string(number);
+    std::string result;
+    bool isSingle = false;
+    bool isDouble = false;
+    for (std::size_t i = 0; i < script.size(); ++i) {
+        const char c = script[i];
+        if (c == '\\' && !isSingle && i + 1 < script.size()) {
+            result += c;
+            result += script[++i];
+            continue;
+        }
+        if (c == '\'' && !isDouble) isSingle = !isSingle;
+        if (c == '"' && !isSingle) isDouble = !isDouble;
+        const bool isCode = c == '%' && itemCode(script.substr(i, 2));
+        if (!isCode) {
+            result += c;
+            if (c == '%' && i + 1 < script.size()) result += script[++i];
+            continue;
+        }
+        ++i;
+        if (isDouble) {
+            const bool mayBeNested = script.find_first_of("`") < i || script.find("$(") < i;
+            if (mayBeNested) return std::nullopt;
+            result += "${" + name + "}";
+        } else {
+            const std::string quote = isSingle ? "'" : "";
+            result += quote + "${" + name + "+\"${" + name + "}\"}" + quote;
+        }
+    }
+    return result;
+}
+
+/// The words in which every code of an item is a word or the value of an option. Inside of a
+/// shell's script it would be read by the shell: "$(...)" in the name of a file would run.
+Result<Words> withItemsApart(Words words, const InstalledApplication& application) {
+    const std::size_t script = scriptPlace(words);
+    if (const char code = script > 0 ? itemCode(words[script]) : 0) {
+        // $0 is the word behind the script.
+        if (script + 1 == words.size()) words.push_back("sh");
+        if (auto text = withArgument(words[script], words.size() - script - 1)) {
+            words[script] = std::move(*text);
+            words.push_back(code == 'f' || code == 'F' ? "%f" : "%u");
+        }
+    }
+    for (const auto& word : words) {
+        if (!itemCode(word) || isItem(word) || isValue(word)) continue;
+        return Error{application.displayName + " can't be started: its entry puts what is to be "
+                                               "opened into the middle of other words."};
+    }
+    return words;
 }
 
 /// A word with its codes replaced; nothing where it was only a code with no value.
@@ -101,8 +202,11 @@ Result<std::vector<Command>> execCommands(const InstalledApplication& applicatio
         return Error{application.displayName + " can't be started: " + gio::takeMessage(failure) +
                      "."};
     }
-    const std::vector<std::string> words(parsed, parsed + count);
+    const Words asWritten(parsed, parsed + count);
     g_strfreev(parsed);
+    const auto apart = withItemsApart(asWritten, application);
+    if (!apart) return apart.error();
+    const Words& words = *apart;
 
     char code = 0;
     for (const auto& word : words) {
@@ -123,6 +227,18 @@ Result<std::vector<Command>> execCommands(const InstalledApplication& applicatio
         commands.push_back(fill(words, application, code, {item}, arguments));
     }
     return commands;
+}
+
+std::optional<Error> unopenable(const std::vector<std::string>& uris) {
+    for (const auto& uri : uris) {
+        const auto item = itemText('U', uri);
+        if (!item) return item.error();
+    }
+    return std::nullopt;
+}
+
+bool takesItems(const InstalledApplication& application) {
+    return itemCode(application.exec) != 0;
 }
 
 } // namespace corvane

@@ -1,7 +1,6 @@
 #include "linux/installed/FileManagerReveal.h"
 
 #include "foundation/Diagnostics.h"
-#include "linux/installed/EntryLaunching.h"
 #include "linux/system/SessionBus.h"
 
 #include <thread>
@@ -23,12 +22,12 @@ bool showItem(const Url& item) {
 
 } // namespace
 
-void revealInFileManager(const Url& item, std::optional<InstalledApplication> folderHandler) {
+void revealInFileManager(const Url& item,
+                         std::function<std::optional<Error>(const Url& folder)> openFolder) {
     // The thread owns all that it uses, so it may outlive its caller.
-    std::thread([item, folderHandler = std::move(folderHandler)] {
-        if (showItem(item) || !folderHandler) return;
-        const Url folder = item.deletingLastPathComponent();
-        if (const auto error = launchEntry(*folderHandler, {folder.absoluteString()}, {})) {
+    std::thread([item, openFolder = std::move(openFolder)] {
+        if (showItem(item)) return;
+        if (const auto error = openFolder(item.deletingLastPathComponent())) {
             diagnostic({"Failed to show the folder: ", error->localizedDescription});
         }
     }).detach();

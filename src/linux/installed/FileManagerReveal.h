@@ -1,14 +1,17 @@
 #pragma once
 
+#include "foundation/Result.h"
 #include "foundation/Url.h"
-#include "linux/installed/InstalledApplications.h"
 
+#include <functional>
 #include <optional>
 
 namespace corvane {
 
 /// Asks the session's file manager to show the item selected (org.freedesktop.FileManager1); where
-/// nobody answers, opens the item's folder with `folderHandler`. Returns at once.
-void revealInFileManager(const Url& item, std::optional<InstalledApplication> folderHandler);
+/// nobody answers, calls `openFolder` on a thread of its own, so that it has to own what it uses.
+/// Returns at once.
+void revealInFileManager(const Url& item,
+                         std::function<std::optional<Error>(const Url& folder)> openFolder);
 
 } // namespace corvane

@@ -2,11 +2,13 @@
 
 #include "foundation/Text.h"
 #include "linux/installed/EntryLaunching.h"
+#include "linux/installed/ExecLine.h"
 #include "linux/installed/FileManagerReveal.h"
 #include "linux/system/DetachedProcess.h"
 #include "linux/system/Gio.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace corvane {
 namespace {
@@ -20,6 +22,19 @@ std::string contentTypeOf(const std::string& path) {
     return info ? gio::text(g_file_info_get_content_type(info.get())) : "";
 }
 
+/// What a file manager would run where no application opens it: AppImages, scripts, own builds.
+bool isExecutable(const Url& url) {
+    struct stat info {};
+    return url.isFile() && ::stat(url.path().c_str(), &info) == 0 && S_ISREG(info.st_mode) &&
+           ::access(url.path().c_str(), X_OK) == 0 &&
+           g_content_type_can_be_executable(contentTypeOf(url.path()).c_str());
+}
+
+std::optional<Error> run(const std::string& program) {
+    const auto started = startDetached({program}, {.workingDirectory = path::parent(program)});
+    return started ? std::nullopt : std::optional(started.error());
+}
+
 bool isFolder(const std::string& path) {
     struct stat info {};
     return ::stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
@@ -29,6 +44,7 @@ bool isFolder(const std::string& path) {
 
 std::optional<InstalledApplication> ApplicationOpener::handlerOf(const Url& url) const {
     if (!url.hasScheme()) return std::nullopt;
+    if (unopenable({url.absoluteString()})) return std::nullopt;
     if (!url.isFile()) {
         return installed_.defaultHandler("x-scheme-handler/" + text::lowercased(url.scheme()));
     }
@@ -44,7 +60,9 @@ std::optional<Error> ApplicationOpener::open(const Url& url) const {
             return openApplication(*bundle);
         }
     }
+    if (auto reason = unopenable({url.absoluteString()})) return reason;
     const auto handler = handlerOf(url);
+    if (!handler && isExecutable(url)) return run(url.path());
     if (!handler) return Error{"No application opens " + url.absoluteString() + "."};
     return launch(*handler, {url.absoluteString()});
 }
@@ -75,17 +93,27 @@ bool ApplicationOpener::activate(const InstalledApplication& application) const 
     return false;
 }
 
+std::optional<terminalEmulator::TerminalCommand>
+ApplicationOpener::terminalFor(const InstalledApplication& application) const {
+    return application.needsTerminal ? installed_.terminalCommand() : std::nullopt;
+}
+
 std::optional<Error> ApplicationOpener::launch(const InstalledApplication& application,
                                                const std::vector<std::string>& uris,
                                                const std::vector<std::string>& arguments) const {
-    return launchEntry(application, uris, arguments);
+    return launchEntry(application, uris, arguments, terminalFor(application));
 }
 
 void ApplicationOpener::reveal(const Url& url) const {
     // A bundle has no place on disk, but its entry has.
     const auto bundle = installed_.byBundlePath(url.path());
     const Url item = bundle ? Url::fromPath(bundle->desktopFile) : url;
-    revealInFileManager(item, installed_.finder());
+    const auto finder = installed_.finder();
+    const auto terminal = finder ? terminalFor(*finder) : std::nullopt;
+    revealInFileManager(item, [finder, terminal](const Url& folder) -> std::optional<Error> {
+        if (!finder) return Error{"No application opens folders."};
+        return launchEntry(*finder, {folder.absoluteString()}, {}, terminal);
+    });
 }
 
 } // namespace corvane

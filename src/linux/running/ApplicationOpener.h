@@ -28,7 +28,8 @@ public:
     /// files by content type, else by scheme.
     std::optional<InstalledApplication> handlerOf(const Url& url) const;
 
-    /// Opens with the default handler; brings a bundle's application forward if it runs.
+    /// Opens with the default handler; brings a bundle's application forward if it runs. An
+    /// executable file that nothing opens is run, in its folder.
     std::optional<Error> open(const Url& url) const;
     /// Opens with that application. A bundle's URL only starts the application.
     std::optional<Error> open(const Url& url, const InstalledApplication& application) const;
@@ -47,6 +48,8 @@ public:
 
 private:
     bool activate(const InstalledApplication& application) const;
+    std::optional<terminalEmulator::TerminalCommand>
+    terminalFor(const InstalledApplication& application) const;
 
     const InstalledApplications& installed_;
     RunningAccess running_;

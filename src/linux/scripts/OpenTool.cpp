@@ -38,16 +38,14 @@ Result<Options> parse(const std::vector<std::string>& words) {
     return options;
 }
 
-/// A path of something that exists, or an address.
+/// The absolute path of something that exists, or an address.
 Result<Url> urlOf(const InstalledApplications& installed, const std::string& item) {
+    const auto url = item.starts_with('/') ? Url::fromPath(item) : Url::parse(item);
+    if (!url || !url->hasScheme()) return Error{item + " is neither a path nor an address."};
     std::error_code error;
-    const auto path = std::filesystem::absolute(item, error).string();
-    if (!error && (std::filesystem::exists(path, error) || installed.byBundlePath(path))) {
-        return Url::fromPath(path);
-    }
-    const auto url = item.starts_with('/') ? std::nullopt : Url::parse(item);
-    if (!url || !url->hasScheme()) return Error{"The file " + path + " does not exist."};
-    if (url->isFile()) return urlOf(installed, url->path());
+    const bool isMissing = url->isFile() && !std::filesystem::exists(url->path(), error) &&
+                           !installed.byBundlePath(url->path());
+    if (isMissing) return Error{"The file " + url->path() + " does not exist."};
     return *url;
 }
 

@@ -16,12 +16,18 @@ gio::Ref<GDBusConnection> sessionBus() {
     return bus;
 }
 
-std::optional<Error> callOnBus(GDBusConnection* bus, const BusCall& call, GVariant* parameters) {
-    constexpr int timeoutInMilliseconds = 5000;
+std::optional<Error> callOnBus(GDBusConnection* bus, const BusCall& call, GVariant* parameters,
+                               std::optional<std::chrono::milliseconds> wait) {
+    constexpr std::chrono::milliseconds longest(5000);
+    const auto timeout = static_cast<int>(wait.value_or(longest).count());
     GError* failure = nullptr;
     GVariant* answer = g_dbus_connection_call_sync(
         bus, call.name.c_str(), call.path.c_str(), call.interface.c_str(), call.method.c_str(),
-        parameters, nullptr, G_DBUS_CALL_FLAGS_NONE, timeoutInMilliseconds, nullptr, &failure);
+        parameters, nullptr, G_DBUS_CALL_FLAGS_NONE, timeout, nullptr, &failure);
+    if (!answer && wait && g_error_matches(failure, G_IO_ERROR, G_IO_ERROR_TIMED_OUT)) {
+        g_clear_error(&failure);
+        return std::nullopt;
+    }
     if (!answer) return Error{gio::takeMessage(failure)};
     g_variant_unref(answer);
     return std::nullopt;

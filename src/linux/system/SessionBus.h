@@ -3,6 +3,7 @@
 #include "foundation/Result.h"
 #include "linux/system/Gio.h"
 
+#include <chrono>
 #include <optional>
 #include <string>
 
@@ -20,8 +21,9 @@ struct BusCall {
     std::string method;
 };
 
-/// Calls and waits for the answer, at most five seconds. Takes over floating `parameters`. Any
-/// thread.
-std::optional<Error> callOnBus(GDBusConnection* bus, const BusCall& call, GVariant* parameters);
+/// Calls and waits for the answer, at most five seconds. With a time to wait of its own, an answer
+/// that is later counts as one without an error. Takes over floating `parameters`. Any thread.
+std::optional<Error> callOnBus(GDBusConnection* bus, const BusCall& call, GVariant* parameters,
+                               std::optional<std::chrono::milliseconds> wait = {});
 
 } // namespace corvane
