@@ -1,10 +1,10 @@
 #include "core/BookmarkManager.h"
 
-#include "core/SafeNames.h"
 #include "foundation/Diagnostics.h"
 #include "platform/Bookmarks.h"
 #include "platform/FileSystem.h"
 #include "platform/MainQueue.h"
+#include "platform/SafeNames.h"
 
 #include <utility>
 
@@ -42,9 +42,9 @@ BookmarkManager::BookmarkManager(FileSystem& fileSystem, Bookmarks& bookmarks, c
 
 void BookmarkManager::loadCache() {
     const auto& file = bookmarkCacheURL_.path();
-    if (!fileSystem_.exists(file)) return;
-    fileIsUnreadable_ = true;
     const auto bytes = fileSystem_.readFile(file);
+    if (!bytes && bytes.error().isMissing) return;
+    fileIsUnreadable_ = true;
     const auto list = bytes ? PropertyList::parse(*bytes) : bytes.error();
     if (!list) {
         diagnostic({"📚 Failed to load bookmark cache: ", list.error().localizedDescription});
@@ -64,7 +64,7 @@ void BookmarkManager::saveCache() {
     const auto& file = bookmarkCacheURL_.path();
     if (const auto error = fileSystem_.createDirectory(path::parent(file))) return failed(*error);
     if (fileIsUnreadable_) {
-        const auto kept = moveUnreadableFileAside(fileSystem_, file, clock_.now());
+        const auto kept = moveFileAside(fileSystem_, file, "unreadable", clock_.now());
         if (!kept) return failed(kept.error());
         fileIsUnreadable_ = false;
     }

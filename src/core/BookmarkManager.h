@@ -32,7 +32,7 @@ struct BookmarkCounts {
 class BookmarkManager {
 public:
     /// Makes the data directory and reads the cache. A cache file that can't be read is moved aside
-    /// (core/SafeNames.h) before the first save takes its place.
+    /// (platform/SafeNames.h) before the first save takes its place.
     BookmarkManager(FileSystem& fileSystem, Bookmarks& bookmarks, const Clock& clock);
 
     /// By the cached bookmark where there is one that works, with access started; otherwise by the

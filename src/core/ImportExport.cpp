@@ -32,6 +32,12 @@ void WorkspaceStore::importWorkspaces() {
         return;
     }
     saveWorkspaces();
+    if (!savingProblem->empty()) {
+        return showInfoAlert(
+            "Import Not Saved",
+            "The " + count +
+                " imported workspace(s) are here, but can't be saved: " + *savingProblem);
+    }
     showInfoAlert("Import Successful", "Successfully imported " + count + " workspace(s)!");
 }
 

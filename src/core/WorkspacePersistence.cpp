@@ -1,7 +1,6 @@
 #include "core/WorkspacePersistence.h"
 
 #include "core/RecordCoding.h"
-#include "core/SafeNames.h"
 #include "foundation/Diagnostics.h"
 #include "foundation/Json.h"
 #include "foundation/Url.h"
@@ -9,7 +8,9 @@
 #include "platform/FileSystem.h"
 #include "platform/MainQueue.h"
 #include "platform/Panels.h"
+#include "platform/SafeNames.h"
 
+#include <new>
 #include <utility>
 
 namespace corvane {
@@ -35,46 +36,71 @@ std::string WorkspacePersistence::workspacesFilePath() const {
     return path::join(dataDirectory(), workspacesFile);
 }
 
-void WorkspacePersistence::saveWorkspaces(const std::vector<Workspace>& workspaces) {
-    const auto failed = [](std::string_view why) {
-        diagnostic({"Failed to save workspaces: ", why});
-    };
-    if (const auto error = fileSystem_.createDirectory(dataDirectory()))
-        return failed(error->localizedDescription);
+Result<void> WorkspacePersistence::saveWorkspaces(const std::vector<Workspace>& workspaces) {
+    const auto saved = write(workspaces);
+    if (saved) {
+        toldOfFailedSaves_ = false;
+        diagnostic({"Workspaces saved to: ", workspacesFilePath()});
+        return saved;
+    }
+    const auto& why = saved.error().localizedDescription;
+    diagnostic({"Failed to save workspaces: ", why});
+    if (!std::exchange(toldOfFailedSaves_, true)) {
+        showFailureAlert(
+            "Workspaces Can't Be Saved",
+            why +
+                "\n\nYour changes are kept while Corvane runs, and saved as soon as that works again.");
+    }
+    return saved;
+}
+
+Result<void> WorkspacePersistence::write(const std::vector<Workspace>& workspaces) {
+    if (const auto error = fileSystem_.createDirectory(dataDirectory())) return *error;
     std::string bytes;
     try {
         bytes = encodeWorkspaces(workspaces);
     } catch (const json::EncodeError& error) {
-        return failed(error.what());
+        return Error{error.what()};
     }
-    if (unreadableBecause_ && !makeRoomForSaving())
-        return failed("the unreadable file can't be moved aside");
     const auto file = workspacesFilePath();
-    if (const auto error = fileSystem_.writeFile(file, bytes))
-        return failed(error->localizedDescription);
-    diagnostic({"Workspaces saved to: ", file});
+    if (const auto room = makeRoomForSaving(file); !room) return room;
+    if (const auto error = fileSystem_.writeFile(file, bytes)) return *error;
+    known_ = stampOf(file);
+    return {};
 }
 
 std::vector<Workspace> WorkspacePersistence::loadWorkspaces() {
     const auto file = workspacesFilePath();
     migrateFromDocumentsIfNeeded(file);
+    fileSystem_.makePrivate(dataDirectory());
     unreadableBecause_.reset();
-    if (!fileSystem_.exists(file)) return {};
-    try {
-        auto workspaces = read(file);
+    known_ = stampOf(file);
+    auto workspaces = read(file);
+    if (workspaces) {
         diagnostic({"Workspaces loaded from: ", file});
-        return workspaces;
-    } catch (const json::DecodeError& error) {
-        unreadableBecause_ = error.what();
-        diagnostic({"Failed to load workspaces: ", *unreadableBecause_});
-        return {};
+        return std::move(*workspaces);
     }
+    if (workspaces.error().isMissing) return {};
+    unreadableBecause_ = workspaces.error().localizedDescription;
+    diagnostic({"Failed to load workspaces: ", *unreadableBecause_});
+    return {};
 }
 
-std::vector<Workspace> WorkspacePersistence::read(const std::string& path) const {
+std::optional<FileStamp> WorkspacePersistence::stampOf(const std::string& file) const {
+    const auto stamp = fileSystem_.stamp(file);
+    return stamp ? std::optional(*stamp) : std::nullopt;
+}
+
+Result<std::vector<Workspace>> WorkspacePersistence::read(const std::string& path) const {
     const auto bytes = fileSystem_.readFile(path);
-    if (!bytes) throw json::DecodeError(bytes.error().localizedDescription);
-    return decodeWorkspaces(*bytes, bundles_);
+    if (!bytes) return bytes.error();
+    try {
+        return decodeWorkspaces(*bytes, bundles_);
+    } catch (const json::DecodeError& error) {
+        return Error{error.what()};
+    } catch (const std::bad_alloc&) {
+        return Error{"The file takes more memory than there is."};
+    }
 }
 
 std::optional<Url>
@@ -103,21 +129,21 @@ std::optional<std::vector<Workspace>> WorkspacePersistence::importWorkspaces() {
     const auto url = panels_.runOpenPanel(
         {.title = "Import Workspaces", .message = "Select a Corvane workspaces file to import"});
     if (!url) return std::nullopt;
-    try {
-        return read(url->path());
-    } catch (const json::DecodeError& error) {
-        diagnostic({"Failed to import workspaces: ", error.what()});
-        showFailureAlert("Import Failed",
-                         std::string("Could not import workspaces: ") + error.what());
-        return std::nullopt;
-    }
+    auto workspaces = read(url->path());
+    if (workspaces) return std::move(*workspaces);
+    const auto& why = workspaces.error().localizedDescription;
+    diagnostic({"Failed to import workspaces: ", why});
+    showFailureAlert("Import Failed", "Could not import workspaces: " + why);
+    return std::nullopt;
 }
 
 void WorkspacePersistence::migrateFromDocumentsIfNeeded(const std::string& file) {
     const auto legacyFile = path::join(fileSystem_.documentsDirectory(), legacyProjectsFile);
     if (!fileSystem_.exists(legacyFile) || fileSystem_.exists(file)) return;
-    auto error = fileSystem_.createDirectory(dataDirectory());
-    if (!error) error = fileSystem_.copyItem(legacyFile, file);
+    // The content moves, as a link would lead nowhere from its new place.
+    const auto bytes = fileSystem_.readFile(legacyFile);
+    auto error = bytes ? fileSystem_.createDirectory(dataDirectory()) : bytes.error();
+    if (!error) error = fileSystem_.writeFile(file, *bytes);
     if (!error) error = fileSystem_.removeItem(legacyFile);
     if (error) {
         diagnostic({"Failed to migrate workspaces: ", error->localizedDescription});
@@ -133,28 +159,37 @@ void WorkspacePersistence::migrateFromDocumentsIfNeeded(const std::string& file)
     });
 }
 
-bool WorkspacePersistence::makeRoomForSaving() {
-    const auto file = workspacesFilePath();
-    const auto kept = moveUnreadableFileAside(fileSystem_, file, clock_.now());
+Result<void> WorkspacePersistence::makeRoomForSaving(const std::string& file) {
+    const auto stamp = fileSystem_.stamp(file);
+    if (!stamp && !stamp.error().isMissing) return stamp.error();
+    const bool isKnown = !stamp || *stamp == known_;
+    if (isKnown && !unreadableBecause_) return {};
+    const auto kept = moveFileAside(fileSystem_, file,
+                                    unreadableBecause_ ? "unreadable" : "changed", clock_.now());
     if (!kept) {
-        if (!std::exchange(toldOfBlockedSaves_, true)) {
-            showFailureAlert("Workspaces Can't Be Saved",
-                             "The workspaces file can't be read (" + *unreadableBecause_ +
-                                 "), and it can't be moved aside either (" +
-                                 kept.error().localizedDescription +
-                                 "). It stays as it is, and changes aren't saved.\n\n" + file);
-        }
-        return false;
+        const auto why = unreadableBecause_ ? "can't be read (" + *unreadableBecause_ + ")"
+                                            : std::string("was changed by another program");
+        return Error{"The workspaces file " + why + ", and it can't be moved aside either (" +
+                     kept.error().localizedDescription + "). It stays as it is.\n\n" + file};
     }
-    if (!kept->empty()) {
+    if (!kept->empty()) tellOfKeptFile(*kept);
+    unreadableBecause_.reset();
+    return {};
+}
+
+void WorkspacePersistence::tellOfKeptFile(const std::string& kept) {
+    if (unreadableBecause_) {
         showFailureAlert(
             "Workspaces File Not Readable",
             "The workspaces file can't be read: " + *unreadableBecause_ +
                 "\n\nIt was kept, and Corvane goes on with a new file. The old one is at:\n\n" +
-                *kept);
+                kept);
+    } else {
+        showFailureAlert(
+            "Workspaces File Changed",
+            "Another program changed the workspaces file.\n\nThat one was kept, and Corvane goes on with the workspaces that it shows. The other one is at:\n\n" +
+                kept);
     }
-    unreadableBecause_.reset();
-    return true;
 }
 
 void WorkspacePersistence::showFailureAlert(std::string title, std::string message) {

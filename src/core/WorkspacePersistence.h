@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Records.h"
+#include "platform/FileSystem.h"
 
 #include <optional>
 #include <string>
@@ -11,7 +12,6 @@ namespace corvane {
 class Alerts;
 class Bundles;
 class Clock;
-class FileSystem;
 class MainQueue;
 class Panels;
 class Url;
@@ -24,11 +24,12 @@ public:
     WorkspacePersistence(FileSystem& fileSystem, const Bundles& bundles, MainQueue& mainQueue,
                          Alerts& alerts, Panels& panels, const Clock& clock);
 
-    /// Replaces the file by the list, whole. A failure reaches only the diagnostics. A file that
-    /// the last load couldn't understand is moved aside first, and one alert says so; where that
-    /// fails nothing is written.
-    void saveWorkspaces(const std::vector<Workspace>& workspaces);
-    /// The list, empty where there is no file or none that can be understood.
+    /// Replaces the file by the list, whole. A file that isn't the one last loaded or saved, or
+    /// that the last load couldn't read or understand, is moved aside first, and an alert says so;
+    /// where that fails, or the file can't be reached, nothing is written. Of failures one alert
+    /// tells, and again only after a save that came through.
+    Result<void> saveWorkspaces(const std::vector<Workspace>& workspaces);
+    /// The list, empty where there is no file or none that can be read and understood.
     std::vector<Workspace> loadWorkspaces();
 
     /// Writes the list to a file that the user names, for reading by people too. The file's URL, or
@@ -46,8 +47,11 @@ public:
 
 private:
     void migrateFromDocumentsIfNeeded(const std::string& workspacesFile);
-    bool makeRoomForSaving();
-    std::vector<Workspace> read(const std::string& path) const;
+    Result<void> write(const std::vector<Workspace>& workspaces);
+    Result<void> makeRoomForSaving(const std::string& file);
+    void tellOfKeptFile(const std::string& kept);
+    std::optional<FileStamp> stampOf(const std::string& file) const;
+    Result<std::vector<Workspace>> read(const std::string& path) const;
 
     FileSystem& fileSystem_;
     const Bundles& bundles_;
@@ -59,7 +63,9 @@ private:
     /// Why the file of the last load couldn't be understood; such a file must outlive the next
     /// save.
     std::optional<std::string> unreadableBecause_;
-    bool toldOfBlockedSaves_ = false;
+    /// The file as it was last loaded or saved; nothing where there was none.
+    std::optional<FileStamp> known_;
+    bool toldOfFailedSaves_ = false;
 };
 
 } // namespace corvane

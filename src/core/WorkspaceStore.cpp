@@ -35,7 +35,9 @@ WorkspaceStore::WorkspaceStore(Platform& platform, BookmarkManager& bookmarks)
 WorkspaceStore::~WorkspaceStore() = default;
 
 void WorkspaceStore::saveWorkspaces() {
-    persistence_.saveWorkspaces(workspaces);
+    const auto saved = persistence_.saveWorkspaces(workspaces);
+    const auto problem = saved ? std::string() : saved.error().localizedDescription;
+    if (problem != *savingProblem) savingProblem = problem;
 }
 
 void WorkspaceStore::activateFirstWorkspace() {

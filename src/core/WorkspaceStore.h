@@ -68,6 +68,9 @@ public:
     /// The resources launched for each workspace; an entry may be empty.
     Field<std::map<Uuid, std::set<Uuid>>> runningResources{objectWillChange};
 
+    /// Why the list differs from the file: the last save failed. Empty while saving works.
+    Field<std::string> savingProblem{objectWillChange};
+
     Preference<bool> focusMode;
     Preference<bool> autoSaveLayouts;
     /// "first" or "last"; any other text counts as "first".
@@ -92,6 +95,7 @@ public:
 
     // Editing. Every operation that changes the list saves it before it returns.
 
+    void saveWorkspaces();
     void addWorkspace(Workspace workspace);
     /// Replaces the record with the same identifier; the caller sets `dateModified`.
     void updateWorkspace(Workspace workspace);
@@ -203,7 +207,6 @@ private:
     void migrateWorkspaceDescriptions();
     void migrateBookmarksIfNeeded();
     void createDefaultWorkspacesIfNeeded();
-    void saveWorkspaces();
     void activateFirstWorkspace();
     void markRunning(const Uuid& resourceId, const Uuid& workspaceId);
     void markFinished(const Uuid& workspaceId);

@@ -2,6 +2,7 @@
 
 #include "foundation/Result.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,6 +27,15 @@ struct DirectoryEntry {
     bool operator==(const DirectoryEntry&) const = default;
 };
 
+/// What changes when another file, or another content, comes to stand at a path.
+struct FileStamp {
+    std::uint64_t device = 0, inode = 0, size = 0;
+    /// In nanoseconds.
+    std::int64_t modified = 0;
+
+    bool operator==(const FileStamp&) const = default;
+};
+
 /// NSFileManager, and the reading and writing of whole files. Paths are absolute. The paths of
 /// installed applications' bundles exist like files. Any thread.
 class FileSystem {
@@ -48,17 +58,22 @@ public:
     virtual Result<std::vector<DirectoryEntry>>
     contentsOfDirectory(const std::string& path) const = 0;
 
+    /// Tells one content of a file from another, and a file that is missing (`isMissing`) from one
+    /// that can't be reached. Symbolic links are followed.
+    virtual Result<FileStamp> stamp(const std::string& path) const = 0;
     /// The whole content. An error for what isn't a readable regular file.
     virtual Result<std::string> readFile(const std::string& path) const = 0;
     /// Replaces the content: on success all of `bytes` is on disk, on failure the old content
     /// stands. A symbolic link is followed, permissions survive.
     virtual std::optional<Error> writeFile(const std::string& path, std::string_view bytes) = 0;
-    /// With the folders above it; one that is there already is fine.
+    /// With the folders above it, each for this user alone; one that is there already is fine.
     virtual std::optional<Error> createDirectory(const std::string& path) = 0;
     /// Both fail where something stands at `to`.
     virtual std::optional<Error> copyItem(const std::string& from, const std::string& to) = 0;
     virtual std::optional<Error> moveItem(const std::string& from, const std::string& to) = 0;
     virtual std::optional<Error> removeItem(const std::string& path) = 0;
+    /// Takes the rights of all other users at an item, where it is this user's.
+    virtual void makePrivate(const std::string& path) = 0;
 };
 
 } // namespace corvane

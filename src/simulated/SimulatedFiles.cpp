@@ -29,8 +29,13 @@ void moveEntries(std::map<std::string, T>& entries, const std::string& from,
     entries = std::move(moved);
 }
 
+Error missing(const std::string& path) {
+    return {.localizedDescription = "There is no file “" + path + "”.", .isMissing = true};
+}
+
 Error refusal(std::string_view what, const std::string& path) {
-    return {"“" + path + "” can't be " + std::string(what) + ": permission denied."};
+    return {.localizedDescription =
+                "“" + path + "” can't be " + std::string(what) + ": permission denied."};
 }
 
 } // namespace
@@ -45,7 +50,7 @@ bool SimulatedFiles::isDirectory(const std::string& path) const {
 }
 
 bool SimulatedFiles::exists(const std::string& path) const {
-    return contents.contains(path) || isDirectory(path);
+    return !covers(unreachable, path) && (contents.contains(path) || isDirectory(path));
 }
 
 bool SimulatedFiles::isWritable(const std::string& path) const {
@@ -79,16 +84,27 @@ SimulatedFiles::contentsOfDirectory(const std::string& path) const {
     return entries;
 }
 
+Result<FileStamp> SimulatedFiles::stamp(const std::string& path) const {
+    if (covers(unreachable, path)) return refusal("reached", path);
+    if (!exists(path)) return missing(path);
+    const auto found = contents.find(path);
+    if (found == contents.end()) return FileStamp{};
+    return FileStamp{.size = found->second.size(),
+                     .modified =
+                         static_cast<std::int64_t>(std::hash<std::string>()(found->second))};
+}
+
 Result<std::string> SimulatedFiles::readFile(const std::string& path) const {
-    if (covers(unreadable, path)) return refusal("read", path);
+    if (covers(unreadable, path) || covers(unreachable, path)) return refusal("read", path);
     const auto found = contents.find(path);
     if (found != contents.end()) return found->second;
-    return Error{isDirectory(path) ? "“" + path + "” is a folder."
-                                   : "There is no file “" + path + "”."};
+    if (isDirectory(path)) return Error{"“" + path + "” is a folder."};
+    return missing(path);
 }
 
 std::optional<Error> SimulatedFiles::writeFile(const std::string& path, std::string_view bytes) {
-    if (covers(unwritable, path) || isDirectory(path)) return refusal("written", path);
+    if (covers(unwritable, path) || covers(unreachable, path) || isDirectory(path))
+        return refusal("written", path);
     contents[path] = bytes;
     ++writes[path];
     return std::nullopt;
@@ -108,7 +124,7 @@ std::optional<Error> SimulatedFiles::copyItem(const std::string& from, const std
 }
 
 std::optional<Error> SimulatedFiles::moveItem(const std::string& from, const std::string& to) {
-    if (!exists(from)) return Error{"There is no file “" + from + "”."};
+    if (!exists(from)) return missing(from);
     if (exists(to)) return Error{"“" + to + "” exists already."};
     if (covers(unremovable, from) || covers(unwritable, to)) return refusal("moved", from);
     std::set<std::string> movedDirectories;
@@ -123,7 +139,7 @@ std::optional<Error> SimulatedFiles::moveItem(const std::string& from, const std
 }
 
 std::optional<Error> SimulatedFiles::removeItem(const std::string& path) {
-    if (!exists(path)) return Error{"There is no file “" + path + "”."};
+    if (!exists(path)) return missing(path);
     if (covers(unremovable, path)) return refusal("removed", path);
     std::erase_if(contents, [&](const auto& entry) { return isWithin(path, entry.first); });
     std::erase_if(identities_, [&](const auto& entry) { return isWithin(path, entry.first); });

@@ -19,6 +19,10 @@ public:
     std::set<std::string> unreadable;
     std::set<std::string> unwritable;
     std::set<std::string> unremovable;
+    /// What lies behind a mount that has gone: it may be there, and nobody can tell.
+    std::set<std::string> unreachable;
+    /// The items that other users have no rights at.
+    std::set<std::string> privateItems;
     /// Writes that came through, by path.
     std::map<std::string, int> writes;
 
@@ -35,12 +39,14 @@ public:
     bool isDirectory(const std::string& path) const override;
     bool isWritable(const std::string& path) const override;
     Result<std::vector<DirectoryEntry>> contentsOfDirectory(const std::string& path) const override;
+    Result<FileStamp> stamp(const std::string& path) const override;
     Result<std::string> readFile(const std::string& path) const override;
     std::optional<Error> writeFile(const std::string& path, std::string_view bytes) override;
     std::optional<Error> createDirectory(const std::string& path) override;
     std::optional<Error> copyItem(const std::string& from, const std::string& to) override;
     std::optional<Error> moveItem(const std::string& from, const std::string& to) override;
     std::optional<Error> removeItem(const std::string& path) override;
+    void makePrivate(const std::string& path) override { privateItems.insert(path); }
 
 private:
     std::map<std::string, int> identities_;

@@ -44,4 +44,13 @@ void HeaderState::toggleFocusMode() {
     store_.focusMode = !store_.focusMode;
 }
 
+std::string HeaderState::savingProblem() const {
+    const auto& problem = *store_.savingProblem;
+    return problem.empty() ? "" : "Changes aren't saved. Press to try again.\n\n" + problem;
+}
+
+void HeaderState::saveAgain() {
+    store_.saveWorkspaces();
+}
+
 } // namespace corvane

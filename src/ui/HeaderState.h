@@ -32,6 +32,10 @@ public:
     std::string focusModeTooltip() const;
     void toggleFocusMode();
 
+    /// Why changes aren't saved, in words for the tool tip of a mark; empty while they are.
+    std::string savingProblem() const;
+    void saveAgain();
+
 private:
     WorkspaceStore& store_;
     ThemeManager& theme_;

@@ -17,7 +17,8 @@ protected:
     std::string keptContent() const {
         std::string kept;
         for (const auto& [path, content] : desktop.files.contents) {
-            if (path.starts_with(std::string(storeFolder) + "/corvane_workspaces.unreadable-"))
+            if (path.starts_with(std::string(storeFolder) + "/corvane_workspaces.") &&
+                !path.starts_with(workspacesPath))
                 kept += path + "=" + content;
         }
         return kept;
@@ -28,7 +29,7 @@ TEST_F(Persistence, aFirstLoadTouchesNothing) {
     EXPECT_TRUE(persistence.loadWorkspaces().empty());
     EXPECT_TRUE(desktop.files.contents.empty());
     EXPECT_TRUE(desktop.files.directories.empty());
-    persistence.saveWorkspaces({});
+    (void)persistence.saveWorkspaces({});
     EXPECT_EQ(desktop.files.contents.at(workspacesPath), "[]");
 }
 
@@ -83,8 +84,8 @@ TEST_F(Persistence, anUnreadableFileIsKeptAsideBeforeTheFirstSaveAndOneAlertName
     EXPECT_TRUE(desktop.shownAlerts.empty()) << "nothing has happened to the file yet";
 
     const std::vector list{scene.workspace("New")};
-    persistence.saveWorkspaces(list);
-    persistence.saveWorkspaces(list);
+    (void)persistence.saveWorkspaces(list);
+    (void)persistence.saveWorkspaces(list);
     desktop.runUntilIdle();
     const std::string kept =
         std::string(storeFolder) + "/corvane_workspaces.unreadable-2026-01-01T12-00-00.json";
@@ -97,7 +98,7 @@ TEST_F(Persistence, anUnreadableFileIsKeptAsideBeforeTheFirstSaveAndOneAlertName
     // A second one in the same second finds a name of its own.
     desktop.files.contents[workspacesPath] = "second";
     persistence.loadWorkspaces();
-    persistence.saveWorkspaces(list);
+    (void)persistence.saveWorkspaces(list);
     EXPECT_EQ(
         desktop.files.contents.at(std::string(storeFolder) +
                                   "/corvane_workspaces.unreadable-2026-01-01T12-00-00 2.json"),
@@ -109,15 +110,15 @@ TEST_F(Persistence, aFileThatCanNeitherBeReadNorMovedIsNeverWrittenOver) {
     desktop.files.unreadable = {workspacesPath};
     desktop.files.unremovable = {workspacesPath};
     EXPECT_TRUE(persistence.loadWorkspaces().empty());
-    persistence.saveWorkspaces({scene.workspace("A")});
-    persistence.saveWorkspaces({scene.workspace("B")});
+    (void)persistence.saveWorkspaces({scene.workspace("A")});
+    (void)persistence.saveWorkspaces({scene.workspace("B")});
     desktop.runUntilIdle();
     EXPECT_EQ(desktop.files.contents.at(workspacesPath), "precious");
     ASSERT_EQ(desktop.shownAlerts.size(), 1u) << "told once";
     EXPECT_EQ(desktop.shownAlerts[0].title, "Workspaces Can't Be Saved");
 
     desktop.files.unremovable.clear();
-    persistence.saveWorkspaces({scene.workspace("C")});
+    (void)persistence.saveWorkspaces({scene.workspace("C")});
     desktop.files.unreadable.clear();
     EXPECT_EQ(described(scene.fileContent()), "C()");
     EXPECT_NE(keptContent().find("=precious"), std::string::npos);
@@ -126,22 +127,74 @@ TEST_F(Persistence, aFileThatCanNeitherBeReadNorMovedIsNeverWrittenOver) {
 TEST_F(Persistence, aFolderInTheFilesPlaceIsKeptAside) {
     desktop.files.contents[std::string(workspacesPath) + "/inside.txt"] = "x";
     EXPECT_TRUE(persistence.loadWorkspaces().empty());
-    persistence.saveWorkspaces({});
+    (void)persistence.saveWorkspaces({});
     EXPECT_EQ(desktop.files.contents.at(workspacesPath), "[]");
     EXPECT_NE(keptContent().find("/inside.txt=x"), std::string::npos);
+}
+
+TEST_F(Persistence, aFileThatCanNotBeReachedIsNeverTakenForMissing) {
+    const auto precious = encodeWorkspaces({scene.workspace("Precious")});
+    const auto saves = [&](const char* name) {
+        const auto saved = persistence.saveWorkspaces({scene.workspace(name)});
+        desktop.runUntilIdle();
+        const auto told = scene.alerts();
+        desktop.shownAlerts.clear();
+        return saved ? told : "failed; " + told;
+    };
+    desktop.files.contents[workspacesPath] = precious;
+    desktop.files.unreachable = {storeFolder};
+    EXPECT_TRUE(persistence.loadWorkspaces().empty());
+    EXPECT_EQ(saves("A"),
+              "failed; Workspaces Can't Be Saved | “" + std::string(workspacesPath) +
+                  "” can't be reached: permission denied.\n\nYour changes are kept while Corvane "
+                  "runs, and saved as soon as that works again. [OK]");
+    EXPECT_EQ(saves("B"), "failed; ") << "told once";
+
+    // The mount comes back.
+    desktop.files.unreachable.clear();
+    EXPECT_NE(saves("C").find("Workspaces File Not Readable"), std::string::npos);
+    EXPECT_EQ(described(scene.fileContent()), "C()");
+    EXPECT_NE(keptContent().find(".unreadable-2026-01-01T12-00-00.json=" + precious),
+              std::string::npos);
+}
+
+TEST_F(Persistence, aFileOfAnotherProgramIsKeptAside) {
+    scene.writeFile({scene.workspace("A")});
+    persistence.loadWorkspaces();
+    const auto saves = [&](const char* name) {
+        EXPECT_TRUE(persistence.saveWorkspaces({scene.workspace(name)}));
+        desktop.runUntilIdle();
+        const auto told = scene.alerts();
+        desktop.shownAlerts.clear();
+        return told;
+    };
+    EXPECT_EQ(saves("B"), "");
+    EXPECT_EQ(saves("C"), "");
+    desktop.files.contents[workspacesPath] = "theirs";
+    EXPECT_EQ(
+        saves("D"),
+        "Workspaces File Changed | Another program changed the workspaces file.\n\nThat one was kept, "
+        "and Corvane goes on with the workspaces that it shows. The other one is at:\n\n" +
+            std::string(storeFolder) + "/corvane_workspaces.changed-2026-01-01T12-00-00.json [OK]");
+    EXPECT_NE(keptContent().find("=theirs"), std::string::npos);
+    EXPECT_EQ(described(scene.fileContent()), "D()");
+    desktop.files.contents.erase(workspacesPath);
+    EXPECT_EQ(saves("E"), "") << "one that was deleted is written anew";
 }
 
 TEST_F(Persistence, aSaveThatFailsLeavesTheFile) {
     scene.writeFile({scene.workspace("A")});
     persistence.loadWorkspaces();
     desktop.files.unwritable = {workspacesPath};
-    persistence.saveWorkspaces({});
+    EXPECT_FALSE(persistence.saveWorkspaces({}));
     EXPECT_EQ(described(scene.fileContent()), "A()");
     desktop.files.unwritable.clear();
-    persistence.saveWorkspaces({scene.workspace("not text \xc3")});
+    EXPECT_FALSE(persistence.saveWorkspaces({scene.workspace("not text \xc3")}));
     EXPECT_EQ(described(scene.fileContent()), "A()");
+    EXPECT_TRUE(persistence.saveWorkspaces({scene.workspace("B")}));
+    EXPECT_FALSE(persistence.saveWorkspaces({scene.workspace("not text \xc3")}));
     desktop.runUntilIdle();
-    EXPECT_TRUE(desktop.shownAlerts.empty());
+    EXPECT_EQ(desktop.shownAlerts.size(), 2u) << "once, and again after a save that came through";
 }
 
 } // namespace

@@ -115,7 +115,7 @@ TEST(KilledStore, leavesTheFileOfItsLastEditOrOfTheOneUnderWay) {
     const auto file = folder + "/Corvane/corvane_workspaces.json";
     const auto states = digestsOfAllStates();
     std::mt19937 random(testing::UnitTest::GetInstance()->random_seed());
-    std::uniform_int_distribution<useconds_t> moment(0, 5'000);
+    std::uniform_int_distribution<useconds_t> moment(0, 15'000);
 
     std::size_t state = edits;
     std::size_t editsMade = 0;

@@ -66,7 +66,7 @@ TEST_F(LinuxUserDefaultsTest, anUnchangedValueIsNotWritten) {
 }
 
 TEST_F(LinuxUserDefaultsTest, anUnreadableFileIsMovedAsideBeforeTheFirstWrite) {
-    const std::string kept = "app.corvane.Corvane.unreadable-2023-11-14-221320";
+    const std::string kept = "app.corvane.Corvane.unreadable-2023-11-14T22-13-20";
     for (const std::string content : {"no property list", "", "<plist><array/></plist>"}) {
         write(file_, content);
         const auto before = namesIn(folder_);
@@ -77,8 +77,8 @@ TEST_F(LinuxUserDefaultsTest, anUnreadableFileIsMovedAsideBeforeTheFirstWrite) {
         EXPECT_TRUE(open().boolForKey("flag"));
     }
     EXPECT_EQ(namesIn(folder_),
-              (std::vector<std::string>{"app.corvane.Corvane.plist", kept + "-2.plist",
-                                        kept + "-3.plist", kept + ".plist"}));
+              (std::vector<std::string>{"app.corvane.Corvane.plist", kept + " 2.plist",
+                                        kept + " 3.plist", kept + ".plist"}));
     EXPECT_EQ(read(folder_ + "/" + kept + ".plist"), "no property list");
 }
 

@@ -126,6 +126,15 @@ LinuxFileSystem::contentsOfDirectory(const std::string& path) const {
     return entries;
 }
 
+Result<FileStamp> LinuxFileSystem::stamp(const std::string& path) const {
+    if (!isUsable(path)) return unusable("look at", path);
+    struct stat info {};
+    if (::stat(path.c_str(), &info) != 0) return fileError("look at", path, errno);
+    constexpr std::int64_t nanoseconds = 1'000'000'000;
+    return FileStamp{info.st_dev, info.st_ino, static_cast<std::uint64_t>(info.st_size),
+                     info.st_mtim.tv_sec * nanoseconds + info.st_mtim.tv_nsec};
+}
+
 Result<std::string> LinuxFileSystem::readFile(const std::string& path) const {
     if (!isUsable(path)) return unusable("read", path);
     // Opening a pipe would wait for its other end, a terminal could become this process's own.
@@ -154,9 +163,13 @@ std::optional<Error> LinuxFileSystem::writeFile(const std::string& path, std::st
 
 std::optional<Error> LinuxFileSystem::createDirectory(const std::string& path) {
     if (!isUsable(path)) return unusable("create the folder", path);
-    std::error_code error;
-    fs::create_directories(path, error);
-    if (error) return fileError("create the folder", path, error.message());
+    std::string folder;
+    for (const auto& part : fs::path(path)) {
+        folder = folder.empty() ? part.string() : path::join(folder, part.string());
+        if (isDirectory(folder)) continue;
+        if (::mkdir(folder.c_str(), S_IRWXU) != 0 && !(errno == EEXIST && isDirectory(folder)))
+            return fileError("create the folder", path, errno);
+    }
     return std::nullopt;
 }
 
@@ -202,6 +215,13 @@ std::optional<Error> LinuxFileSystem::removeItem(const std::string& path) {
     if (fs::remove_all(path, error) == 0 && !error) return fileError("remove", path, ENOENT);
     if (error) return fileError("remove", path, error.message());
     return std::nullopt;
+}
+
+void LinuxFileSystem::makePrivate(const std::string& path) {
+    struct stat info {};
+    if (!isUsable(path) || ::stat(path.c_str(), &info) != 0 || info.st_uid != ::geteuid()) return;
+    constexpr mode_t ofOthers = S_IRWXG | S_IRWXO;
+    if (info.st_mode & ofOthers) ::chmod(path.c_str(), info.st_mode & 07777 & ~ofOthers);
 }
 
 } // namespace corvane

@@ -4,30 +4,19 @@
 #include "foundation/Url.h"
 #include "linux/installed/LinuxBundles.h"
 #include "linux/system/UserFolders.h"
-
-#include <ctime>
+#include "platform/SafeNames.h"
 
 namespace corvane {
-namespace {
-
-std::string fileDate(Timestamp moment) {
-    const auto seconds = static_cast<std::time_t>(moment.toUnix());
-    std::tm parts{};
-    gmtime_r(&seconds, &parts);
-    char text[32];
-    return {text, std::strftime(text, sizeof text, "%Y-%m-%d-%H%M%S", &parts)};
-}
-
-} // namespace
 
 LinuxUserDefaults::LinuxUserDefaults(FileSystem& files, const Clock& clock)
     : files_(files), clock_(clock),
       path_(path::join(userFolders::config(), std::string(mainBundleIdentifier) + ".plist")) {
-    fileIsUnreadable_ = files_.exists(path_) && !load();
+    fileIsUnreadable_ = !load();
 }
 
 bool LinuxUserDefaults::load() {
     const auto bytes = files_.readFile(path_);
+    if (!bytes && bytes.error().isMissing) return true;
     if (!bytes) {
         diagnostic({"Failed to read preferences: ", bytes.error().localizedDescription});
         return false;
@@ -71,17 +60,10 @@ void LinuxUserDefaults::removePersistentDomain() {
 }
 
 bool LinuxUserDefaults::moveUnreadableFileAside() {
-    const std::string stem = path_.substr(0, path_.size() - std::string_view(".plist").size()) +
-                             ".unreadable-" + fileDate(clock_.now());
-    std::string kept = stem + ".plist";
-    for (int number = 2; files_.exists(kept); ++number) {
-        kept = stem + "-" + std::to_string(number) + ".plist";
-    }
-    if (files_.exists(path_)) {
-        if (const auto error = files_.moveItem(path_, kept)) {
-            diagnostic({"Failed to move preferences aside: ", error->localizedDescription});
-            return false;
-        }
+    const auto kept = moveFileAside(files_, path_, "unreadable", clock_.now());
+    if (!kept) {
+        diagnostic({"Failed to move preferences aside: ", kept.error().localizedDescription});
+        return false;
     }
     fileIsUnreadable_ = false;
     return true;

@@ -29,15 +29,10 @@ std::optional<std::string> linkTarget(std::filesystem::path path) {
 
 bool writeAll(int descriptor, std::string_view bytes) {
     constexpr std::size_t piece = 1 << 20;
-    off64_t offset = 0;
     while (!bytes.empty()) {
         const ssize_t written = ::write(descriptor, bytes.data(), std::min(piece, bytes.size()));
         if (written < 0 && errno == EINTR) continue;
         if (written < 0) return false;
-        // The disk begins with it while the next piece is copied. The sync that follows is what
-        // counts, so a failure here doesn't.
-        ::sync_file_range(descriptor, offset, written, SYNC_FILE_RANGE_WRITE);
-        offset += written;
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }
     return true;
@@ -66,7 +61,7 @@ bool fill(int descriptor, std::string_view bytes, const struct stat* old) {
 
 /// Makes the new file; false with errno on failure.
 bool makeFile(const std::string& name, std::string_view bytes, const struct stat* old) {
-    const mode_t mode = old ? 0600 : 0666;
+    constexpr mode_t mode = 0600;
     {
         // It has no name before it is complete: a process that is killed meanwhile leaves nothing
         // behind.
@@ -79,6 +74,15 @@ bool makeFile(const std::string& name, std::string_view bytes, const struct stat
     return file && fill(file.get(), bytes, old) && file.close();
 }
 
+/// Writes over the old content. The disk has room for all of it before the first byte goes.
+bool writeInPlace(const std::string& path, std::string_view bytes) {
+    FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
+    const auto size = static_cast<off_t>(bytes.size());
+    if (!file || (size > 0 && ::posix_fallocate(file.get(), 0, size) != 0)) return false;
+    return writeAll(file.get(), bytes) && ::ftruncate(file.get(), size) == 0 &&
+           ::fsync(file.get()) == 0 && file.close();
+}
+
 } // namespace
 
 Error fileError(const std::string& action, const std::string& path, const std::string& reason) {
@@ -86,7 +90,9 @@ Error fileError(const std::string& action, const std::string& path, const std::s
 }
 
 Error fileError(const std::string& action, const std::string& path, int errorNumber) {
-    return fileError(action, path, std::generic_category().message(errorNumber));
+    auto error = fileError(action, path, std::generic_category().message(errorNumber));
+    error.isMissing = errorNumber == ENOENT || errorNumber == ENOTDIR;
+    return error;
 }
 
 std::string temporaryNameBeside(const std::string& path) {
@@ -115,6 +121,10 @@ std::optional<Error> replaceFile(const std::string& path, std::string_view bytes
         ::rename(temporary.c_str(), target->c_str()) != 0) {
         const int reason = errno;
         ::unlink(temporary.c_str());
+        // A file that is a mount of its own, or in a folder that takes no new file.
+        const bool onlyInPlace =
+            reason == EBUSY || reason == EACCES || reason == EPERM || reason == EXDEV;
+        if (existed && onlyInPlace && writeInPlace(*target, bytes)) return std::nullopt;
         return fileError("write", path, reason);
     }
     syncFolderOf(*target);

@@ -47,4 +47,12 @@ void HeaderModel::toggleFocusMode() {
     state_.toggleFocusMode();
 }
 
+QString HeaderModel::savingProblem() const {
+    return toQString(state_.savingProblem());
+}
+
+void HeaderModel::saveAgain() {
+    state_.saveAgain();
+}
+
 } // namespace corvane

@@ -24,6 +24,7 @@ class HeaderModel : public QObject {
     Q_PROPERTY(QString themeTooltip READ themeTooltip NOTIFY changed)
     Q_PROPERTY(bool focusMode READ focusMode NOTIFY changed)
     Q_PROPERTY(QString focusModeTooltip READ focusModeTooltip NOTIFY changed)
+    Q_PROPERTY(QString savingProblem READ savingProblem NOTIFY changed)
     /// The sheet for a new workspace while it is up, else null.
     Q_PROPERTY(corvane::WorkspaceSheetModel* newSpaceSheet READ newSpaceSheet NOTIFY sheetChanged)
 
@@ -40,10 +41,12 @@ public:
     QString themeTooltip() const;
     bool focusMode() const;
     QString focusModeTooltip() const;
+    QString savingProblem() const;
     WorkspaceSheetModel* newSpaceSheet() const { return sheet_.sheet(); }
 
     Q_INVOKABLE void toggleTheme();
     Q_INVOKABLE void toggleFocusMode();
+    Q_INVOKABLE void saveAgain();
     Q_INVOKABLE void openNewSpaceSheet() { sheet_.open(makeSheet_()); }
 
 signals:

@@ -42,6 +42,16 @@ Rectangle {
             font.pixelSize: Theme.largeTitleSize
             font.weight: Font.DemiBold
         }
+        SymbolButton {
+            visible: header.model.savingProblem !== ""
+            implicitWidth: 32
+            implicitHeight: 32
+            symbol: "exclamationmark.triangle.fill"
+            size: 20
+            tint: Theme.orange
+            tooltip: header.model.savingProblem
+            onClicked: header.model.saveAgain()
+        }
         SearchField {
             model: header.model
         }

@@ -1,4 +1,4 @@
-#include "core/SafeNames.h"
+#include "platform/SafeNames.h"
 
 #include "foundation/Url.h"
 #include "platform/FileSystem.h"
@@ -38,11 +38,14 @@ std::string unusedSiblingPath(const FileSystem& fileSystem, std::string_view fol
     }
 }
 
-Result<std::string> moveUnreadableFileAside(FileSystem& fileSystem, const std::string& path,
-                                            Timestamp now) {
-    if (!fileSystem.exists(path)) return std::string();
+Result<std::string> moveFileAside(FileSystem& fileSystem, const std::string& path,
+                                  std::string_view why, Timestamp now) {
+    if (const auto stamp = fileSystem.stamp(path); !stamp) {
+        if (stamp.error().isMissing) return std::string();
+        return stamp.error();
+    }
     auto kept = unusedSiblingPath(fileSystem, path::parent(path),
-                                  path::stem(path) + ".unreadable-" + fileDate(now),
+                                  path::stem(path) + "." + std::string(why) + "-" + fileDate(now),
                                   "." + path::extension(path));
     if (const auto error = fileSystem.moveItem(path, kept)) return *error;
     return kept;
