@@ -8,6 +8,18 @@ if(CMAKE_UNITY_BUILD)
   # A joined source includes the others, so a type of one of them seems to come from a header.
   target_compile_options(corvane_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
 endif()
+# So that a fault of memory ends the program before it becomes somebody's way in. Control-flow
+# protection is for the processors that have it.
+include(CheckCXXCompilerFlag)
+target_link_options(corvane_flags INTERFACE $<$<CONFIG:Release>:-Wl,-z,relro,-z,now>)
+foreach(flag -fstack-clash-protection -fcf-protection)
+  string(MAKE_C_IDENTIFIER "has${flag}" has)
+  check_cxx_compiler_flag(${flag} ${has})
+  if(${has})
+    target_compile_options(corvane_flags INTERFACE $<$<CONFIG:Release>:${flag}>)
+  endif()
+endforeach()
+target_compile_definitions(corvane_flags INTERFACE $<$<CONFIG:Release>:_GLIBCXX_ASSERTIONS>)
 if(CORVANE_SANITIZE)
   target_compile_options(corvane_flags INTERFACE -fsanitize=address,undefined
     -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
