@@ -68,7 +68,7 @@ protected:
         writeFile(desktop.preferencesFile(), PropertyList{preferences}.toBinary());
     }
     std::string idOf(const std::string& name) {
-        const auto window = name == "Terminal" ? desktop.terminalWindow() : desktop.window(name);
+        const auto window = name == "XTerm" ? desktop.terminalWindow() : desktop.window(name);
         return window ? window->id : "";
     }
     bool startsAll(const Names& names) {
@@ -136,11 +136,11 @@ protected:
 TEST_F(Layouts, savedInTheWindowComeBackToThePixel) {
     prefer(true, false);
     start({{"Desk", "", "star", {notes, drawn, {"Shell", "terminal", "true"}}}});
-    const Names all{"Mousepad", "Drawn", "Terminal"};
+    const Names all{"Mousepad", "Drawn", "XTerm"};
     ASSERT_TRUE(startsAll(all));
     change("Mousepad", "-e 0,417,163,533,391");
     change("Drawn", "-e 0,60,310,611,405");
-    change("Terminal", "-e 0,700,81,467,333");
+    change("XTerm", "-e 0,700,81,467,333");
     // Programs that hang keep no one waiting.
     signal("mousepad", SIGSTOP);
     ASSERT_TRUE(savesInTheWindow());
