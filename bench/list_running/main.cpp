@@ -1,5 +1,6 @@
 #include "linux/installed/InstalledApplications.h"
 #include "linux/running/RunningApplications.h"
+#include "linux/windows/WindowSystems.h"
 
 #include <cstdio>
 
@@ -8,7 +9,8 @@ using namespace corvane;
 /// Lists the running applications of the display once, a line each, as `wmctrl -lp` lists windows.
 int main() {
     InstalledApplications installed;
-    for (const auto& application : RunningApplications(installed).list()) {
+    const auto system = windowSystemHere();
+    for (const auto& application : RunningApplications(installed, *system).list()) {
         std::printf("%d %d %s\n", application.processIdentifier, application.activationPolicy,
                     application.localizedName.value_or("").c_str());
     }

@@ -1,6 +1,8 @@
 #include "linux/installed/InstalledApplications.h"
 #include "linux/running/RunningApplications.h"
 #include "linux/screen/LinuxWindowList.h"
+#include "linux/windows/RecentWindows.h"
+#include "linux/windows/WindowSystems.h"
 
 #include <cstdio>
 
@@ -10,9 +12,10 @@ using namespace corvane;
 
 int main() {
     const InstalledApplications installed;
-    RunningApplications running(installed);
-    x11::Connection connection;
-    LinuxWindowList list(connection, running);
+    const auto system = windowSystemHere();
+    RecentWindows recent(*system);
+    RunningApplications running(installed, recent);
+    LinuxWindowList list(recent, running);
     const auto windows = list.onScreenWindows();
     if (!windows) return 1;
     for (const auto& window : *windows) {

@@ -1,4 +1,8 @@
+#include "linux/installed/InstalledApplications.h"
+#include "linux/running/RunningApplications.h"
 #include "linux/screen/LinuxAccessibility.h"
+#include "linux/windows/RecentWindows.h"
+#include "linux/windows/WindowSystems.h"
 
 #include <iostream>
 
@@ -10,8 +14,11 @@ using namespace corvane;
 int main(int count, char** arguments) {
     if (count < 2) return 1;
     const auto process = static_cast<std::int32_t>(std::atoi(arguments[1]));
-    x11::Connection connection;
-    LinuxAccessibility accessibility(connection);
+    const InstalledApplications installed;
+    const auto system = windowSystemHere();
+    RecentWindows recent(*system);
+    RunningApplications running(installed, recent);
+    LinuxAccessibility accessibility(recent, running);
     std::uint64_t number = 0;
     Point position;
     Size size;

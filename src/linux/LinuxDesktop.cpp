@@ -9,6 +9,7 @@
 #include "linux/installed/LinuxMetadataQuery.h"
 #include "linux/running/ApplicationOpener.h"
 #include "linux/running/LinuxApplications.h"
+#include "linux/running/Quitting.h"
 #include "linux/running/RunningApplications.h"
 #include "linux/screen/LinuxAccessibility.h"
 #include "linux/screen/LinuxDisplays.h"
@@ -18,6 +19,8 @@
 #include "linux/session/LinuxUserNotifications.h"
 #include "linux/system/LinuxBackgroundQueue.h"
 #include "linux/system/LinuxClock.h"
+#include "linux/windows/RecentWindows.h"
+#include "linux/windows/WindowSystems.h"
 
 namespace corvane {
 
@@ -27,23 +30,25 @@ struct LinuxDesktop::Facilities {
 
     const Toolkit toolkit;
     InstalledApplications installed;
-    RunningApplications running{installed};
-    ApplicationOpener opener{installed,
-                             {.list = [this] { return running.list(); },
-                              .activate = [this](auto pid) { return running.activate(pid); }}};
+    const std::unique_ptr<WindowSystem> windows = windowSystemHere();
+    RecentWindows recent{*windows};
+    RunningApplications running{installed, recent};
+    Quitting quitting{*windows, running};
+    ApplicationOpener opener{
+        installed,
+        {.list = [this] { return running.list(); },
+         .activate = [this](const auto& application) { return running.activate(application); }}};
     LinuxClock clock;
     LinuxFileSystem files{installed};
     LinuxUserDefaults defaults{files, clock};
     LinuxBundles bundles{installed};
     LinuxFileIcons fileIcons{installed};
     LinuxBookmarks bookmarks{installed};
-    LinuxApplications applications{opener, running};
+    LinuxApplications applications{opener, running, quitting};
     LinuxTaskRunner tasks{opener};
-    /// Of the main thread.
-    x11::Connection display;
-    LinuxDisplays displays{display};
-    LinuxWindowList windowList{display, running};
-    LinuxAccessibility accessibility{display};
+    LinuxDisplays displays{recent};
+    LinuxWindowList windowList{recent, running};
+    LinuxAccessibility accessibility{recent, running};
     LinuxScriptEngine scripts{opener, accessibility};
     LinuxMetadataQuery metadata{installed};
     LinuxUserNotifications notifications;
@@ -56,6 +61,10 @@ LinuxDesktop::LinuxDesktop(const Toolkit& toolkit, EventThread& events)
     : facilities_(std::make_unique<Facilities>(toolkit, events)) {}
 
 LinuxDesktop::~LinuxDesktop() = default;
+
+void LinuxDesktop::activateOwnWindow(std::uint64_t number, const std::string& title) {
+    facilities_->running.activateOwn(number, title);
+}
 
 Platform LinuxDesktop::platform() {
     auto& facilities = *facilities_;

@@ -2,7 +2,9 @@
 
 #include "platform/Platform.h"
 
+#include <cstdint>
 #include <memory>
+#include <string>
 
 namespace corvane {
 
@@ -19,8 +21,8 @@ struct Toolkit {
     Panels& panels;
 };
 
-/// The desktop that is there: X11, freedesktop entries, processes, files. Everything is found
-/// through the environment of this process.
+/// The desktop that is there: its windows, freedesktop entries, processes, files. Everything is
+/// found through the environment of this process.
 class LinuxDesktop {
 public:
     /// The toolkit's facilities and the session's events outlive the desktop.
@@ -30,6 +32,10 @@ public:
 
     /// Valid while the desktop lives.
     Platform platform();
+
+    /// Gives the keyboard to a window of this program, even where it would be kept where it is.
+    /// The number is the toolkit's; where the display has others, the title tells.
+    void activateOwnWindow(std::uint64_t number, const std::string& title);
 
 private:
     struct Facilities;

@@ -38,6 +38,9 @@ int main(int argc, char** argv) {
                           .appearance = appearance,
                           .panels = panels},
                          session.events());
+    mainWindows.activateWith([&](std::uint64_t number, const std::string& title) {
+        desktop.activateOwnWindow(number, title);
+    });
     auto platform = desktop.platform();
     panels.serve(platform);
     CorvaneApp app(platform);

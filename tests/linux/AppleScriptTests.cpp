@@ -1,9 +1,11 @@
 #include "Machine.h"
 #include "foundation/Text.h"
 #include "linux/running/ApplicationOpener.h"
+#include "linux/running/RunningApplications.h"
 #include "linux/screen/LinuxAccessibility.h"
 #include "linux/scripts/AppleScript.h"
 #include "linux/scripts/LinuxScriptEngine.h"
+#include "linux/windows/WindowSystems.h"
 
 #include <filesystem>
 
@@ -163,12 +165,13 @@ protected:
     ApplicationOpener opener_{installed_,
                               {.list = [this] { return running_; },
                                .activate =
-                                   [this](std::int32_t process) {
-                                       activated_.push_back(process);
+                                   [this](const RunningApplication& process) {
+                                       activated_.push_back(process.processIdentifier);
                                        return true;
                                    }}};
-    x11::Connection display_;
-    LinuxAccessibility accessibility_{display_};
+    const std::unique_ptr<WindowSystem> system_ = windowSystemHere();
+    RunningApplications onDisplay_{installed_, *system_};
+    LinuxAccessibility accessibility_{*system_, onDisplay_};
     LinuxScriptEngine engine_{opener_, accessibility_};
 };
 

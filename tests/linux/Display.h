@@ -3,8 +3,11 @@
 #include "Machine.h"
 #include "foundation/Text.h"
 #include "linux/running/ApplicationOpener.h"
+#include "linux/running/Quitting.h"
 #include "linux/running/RunningApplications.h"
+#include "linux/windows/RecentWindows.h"
 #include "linux/windows/x11/X11WindowGeometry.h"
+#include "linux/windows/x11/X11WindowSystem.h"
 
 #include <algorithm>
 #include <csignal>
@@ -61,13 +64,6 @@ public:
     ~OwnWindows() { xcb_disconnect(connection_); }
     OwnWindows(const OwnWindows&) = delete;
 
-    /// A window that says which process it is of, on which machine.
-    xcb_window_t make(pid_t process, const std::string& machine) {
-        const auto window = make();
-        set(window, "_NET_WM_PID", static_cast<std::uint32_t>(process));
-        set(window, "WM_CLIENT_MACHINE", machine);
-        return window;
-    }
     xcb_window_t make(const x11::Frame& frame = {0, 0, 90, 90}) {
         const auto window = xcb_generate_id(connection_);
         xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window, screen_->root,
@@ -153,7 +149,6 @@ protected:
         std::filesystem::remove(place("emulators/x-terminal-emulator"));
     }
 
-    virtual bool serverTellsProcesses() const { return true; }
     void startServer(const std::string& screen) {
         // Where there is none, programs start one that stays.
         std::filesystem::remove(place("bus"));
@@ -166,7 +161,6 @@ protected:
         std::vector<std::string> command{
             "Xvfb", "-noreset",  "-displayfd", std::to_string(ends[1]), "-screen", "0",
             screen, "-nolisten", "tcp"};
-        if (!serverTellsProcesses()) command.insert(command.end(), {"-extension", "X-Resource"});
         server_.emplace(command);
         close(ends[1]);
         char number[16] = {};
@@ -213,11 +207,14 @@ protected:
     std::optional<OwnWindows> probe_;
     ScopedVariable path_{"PATH", place("emulators") + ":/usr/bin:/bin"};
     InstalledApplications installed_;
-    RunningApplications running_{installed_};
+    x11::X11WindowSystem system_;
+    RecentWindows recent_{system_};
+    RunningApplications running_{installed_, recent_};
+    Quitting quitting_{system_, running_};
     ApplicationOpener opener_{
         installed_,
         {.list = [this] { return running_.list(); },
-         .activate = [this](std::int32_t id) { return running_.activate(id); }}};
+         .activate = [this](const auto& which) { return running_.activate(which); }}};
 };
 
 } // namespace corvane::machine

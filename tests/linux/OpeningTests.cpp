@@ -2,8 +2,10 @@
 #include "foundation/Text.h"
 #include "linux/running/ApplicationOpener.h"
 #include "linux/running/LinuxApplications.h"
+#include "linux/running/Quitting.h"
 #include "linux/running/RunningApplications.h"
 #include "linux/scripts/OpenTool.h"
+#include "linux/windows/WindowSystems.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -52,12 +54,14 @@ protected:
     ApplicationOpener opener_{installed_,
                               {.list = [this] { return running_; },
                                .activate =
-                                   [this](std::int32_t process) {
-                                       activated_.push_back(process);
-                                       return process != 1;
+                                   [this](const RunningApplication& which) {
+                                       activated_.push_back(which.processIdentifier);
+                                       return which.processIdentifier != 1;
                                    }}};
-    RunningApplications onDisplay_{installed_};
-    LinuxApplications applications_{opener_, onDisplay_};
+    const std::unique_ptr<WindowSystem> system_ = windowSystemHere();
+    RunningApplications onDisplay_{installed_, *system_};
+    Quitting quitting_{*system_, onDisplay_};
+    LinuxApplications applications_{opener_, onDisplay_, quitting_};
 };
 
 RunningApplication process(std::int32_t identifier, const std::string& bundleIdentifier) {

@@ -13,8 +13,6 @@ using namespace corvane::machine;
 
 namespace {
 
-using x11::ClientWindow;
-
 TEST(ApplicationIdentityTest, findsTheInstalledApplication) {
     const auto entry = [](const std::string& id, const std::string& program, bool shown = true) {
         InstalledApplication application;
@@ -37,20 +35,17 @@ TEST(ApplicationIdentityTest, findsTheInstalledApplication) {
     installed[4].tryExec = "clock";
 
     struct Case {
-        ClientWindow window;
+        ApplicationHints hints;
         ProcessFacts process;
         std::string expected;
     };
     const auto ofClass = [](const std::string& instance, const std::string& name) {
-        ClientWindow window;
-        window.instanceName = instance;
-        window.className = name;
-        return window;
+        return ApplicationHints{.instanceName = instance, .className = name};
     };
-    ClientWindow hinted = ofClass("crx_1", "Browser");
-    hinted.desktopFileHint = "/apps/gnome-clock.desktop";
-    ClientWindow gtk = ofClass("browser", "browser");
-    gtk.gtkApplicationId = "org.x.Editor";
+    auto hinted = ofClass("crx_1", "Browser");
+    hinted.desktopFile = "/apps/gnome-clock.desktop";
+    auto gtk = ofClass("browser", "browser");
+    gtk.applicationId = "org.x.Editor";
     const std::vector<Case> cases{
         {ofClass("crx_1", "Browser"), {.sandboxIdentifier = "org.x.Editor"}, "org.x.Editor"},
         {hinted, {}, "gnome-clock"},
@@ -68,10 +63,11 @@ TEST(ApplicationIdentityTest, findsTheInstalledApplication) {
         {ofClass("\xff", ""), {.launchedDesktopFile = "/gone.desktop"}, ""},
         {{}, {}, ""},
     };
-    for (const auto& [window, process, expected] : cases) {
-        const auto* found = applicationOf(window, process, installed);
+    for (const auto& [hints, process, expected] : cases) {
+        const auto shares = sharesOf(process, {{.window = {1, 1}, .hints = hints}}, installed);
+        const auto* found = shares.at(0).application;
         EXPECT_EQ(found ? found->bundleIdentifier : "", expected)
-            << window.instanceName << "/" << window.className << " " << process.executable;
+            << hints.instanceName << "/" << hints.className << " " << process.executable;
     }
 }
 
@@ -126,15 +122,14 @@ TEST_F(RunningApplicationsTest, listsProcessesInTheOrderOfTheirStart) {
         EXPECT_EQ(applications[terminal].bundleURL->path(), installed_.terminal()->bundlePath);
     }
     ASSERT_TRUE(comesTrue([&] { return running_.list()[2].isHidden; }));
-    EXPECT_TRUE(running_.activate(second.id()));
+    EXPECT_TRUE(running_.activate(running_.list()[2]));
     EXPECT_TRUE(comesTrue([&] { return !running_.list()[2].isHidden; }));
-    EXPECT_FALSE(running_.activate(manager_->id()));
+    EXPECT_FALSE(running_.activate({.processIdentifier = manager_->id()}));
 }
 
 TEST_F(RunningApplicationsTest, aScriptOpensATerminalThatStays) {
     const ScopedVariable shell("SHELL", "/bin/sh");
-    x11::Connection connection;
-    LinuxAccessibility accessibility(connection);
+    LinuxAccessibility accessibility(recent_, running_);
     LinuxScriptEngine engine(opener_, accessibility);
     const auto file = place("notes/where");
     const auto outcome = engine.execute("tell application \"Terminal\"\n activate\n do script \"cd "
@@ -209,21 +204,23 @@ TEST_F(RunningApplicationsTest, neverWaitsLongForTheServer) {
     const Program eyes({"xeyes"});
     ASSERT_TRUE(lists(1));
     kill(server_->id(), SIGSTOP);
-    RunningApplications fresh(installed_);
+    x11::X11WindowSystem freshSystem;
+    RunningApplications fresh(installed_, freshSystem);
     for (auto* each : {&running_, &fresh}) {
         const auto start = Clock::now();
-        EXPECT_TRUE(each->list().empty());
-        EXPECT_FALSE(each->activate(eyes.id()));
+        EXPECT_TRUE(comesTrue([&] { return each->list().empty(); }));
+        EXPECT_FALSE(each->activate({.processIdentifier = eyes.id()}));
         EXPECT_LT(Clock::now() - start, std::chrono::seconds(2));
     }
     kill(server_->id(), SIGCONT);
     EXPECT_TRUE(lists(1));
     EXPECT_TRUE(comesTrue([&] { return fresh.list().size() == 1; }));
     server_.reset();
-    EXPECT_TRUE(running_.list().empty());
+    EXPECT_TRUE(comesTrue([&] { return running_.list().empty(); }));
     display_.reset();
     const ScopedVariable none("DISPLAY", "");
-    EXPECT_TRUE(RunningApplications(installed_).list().empty());
+    x11::X11WindowSystem nowhere;
+    EXPECT_TRUE(RunningApplications(installed_, nowhere).list().empty());
 }
 
 } // namespace

@@ -60,7 +60,7 @@ protected:
                frameOf(window);
     }
     std::optional<x11::WindowGeometry> geometryOf(xcb_window_t window) {
-        const auto deadline = x11::halfASecondFromNow();
+        const auto deadline = halfASecondFromNow();
         auto* server = connection_.server(deadline);
         return x11::readGeometry(*server, x11::requestGeometry(*server, window), deadline);
     }
@@ -74,10 +74,11 @@ protected:
         return windows && !windows->empty() ? windows->front() : AccessibilityWindow{};
     }
 
+    /// Another eye than the one that is tested.
     x11::Connection connection_;
-    LinuxDisplays displays_{connection_};
-    LinuxWindowList list_{connection_, running_};
-    LinuxAccessibility accessibility_{connection_};
+    LinuxDisplays displays_{recent_};
+    LinuxWindowList list_{recent_, running_};
+    LinuxAccessibility accessibility_{recent_, running_};
 };
 
 } // namespace corvane::machine

@@ -86,7 +86,7 @@ bool ApplicationOpener::activate(const InstalledApplication& application) const 
         // Finder and Terminal run under their entries' identifiers or under their own.
         const auto installed = installed_.byBundleIdentifier(*running.bundleIdentifier);
         if (installed && installed->desktopId == application.desktopId &&
-            running_.activate(running.processIdentifier)) {
+            running_.activate(running)) {
             return true;
         }
     }

@@ -14,8 +14,8 @@ namespace corvane {
 /// The running applications, as the opener needs them.
 struct RunningAccess {
     std::function<std::vector<RunningApplication>()> list;
-    /// Brings the process's windows forward; false where it has none.
-    std::function<bool(std::int32_t processIdentifier)> activate;
+    /// Brings a window of it forward; false where it has none.
+    std::function<bool(const RunningApplication&)> activate;
 };
 
 /// Opens things with the installed applications. Failures are told in words. Any thread.

@@ -2,6 +2,7 @@
 
 #include "foundation/Diagnostics.h"
 #include "linux/running/ApplicationOpener.h"
+#include "linux/running/Quitting.h"
 #include "linux/running/RunningApplications.h"
 
 namespace corvane {
@@ -56,11 +57,11 @@ std::vector<RunningApplication> LinuxApplications::runningApplications() const {
 }
 
 bool LinuxApplications::terminate(const RunningApplication& application) {
-    return running_.terminate(application);
+    return quitting_.terminate(application);
 }
 
 bool LinuxApplications::forceTerminate(const RunningApplication& application) {
-    return running_.forceTerminate(application);
+    return quitting_.forceTerminate(application);
 }
 
 } // namespace corvane

@@ -5,13 +5,15 @@
 namespace corvane {
 
 class ApplicationOpener;
+class Quitting;
 class RunningApplications;
 
-/// NSWorkspace over the installed desktop entries and the clients of the X display.
+/// NSWorkspace over the installed desktop entries and what the display shows.
 class LinuxApplications final : public Applications {
 public:
-    LinuxApplications(const ApplicationOpener& opener, RunningApplications& running)
-        : opener_(opener), running_(running) {}
+    LinuxApplications(const ApplicationOpener& opener, RunningApplications& running,
+                      Quitting& quitting)
+        : opener_(opener), running_(running), quitting_(quitting) {}
 
     bool openUrl(const Url& url) override;
     void openUrl(const Url& url, const Url& applicationUrl, OpenCompletion completion) override;
@@ -26,6 +28,7 @@ public:
 private:
     const ApplicationOpener& opener_;
     RunningApplications& running_;
+    Quitting& quitting_;
 };
 
 } // namespace corvane

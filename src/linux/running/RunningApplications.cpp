@@ -1,18 +1,13 @@
 #include "linux/running/RunningApplications.h"
 
-#include "foundation/Diagnostics.h"
 #include "foundation/Text.h"
 #include "foundation/Url.h"
 #include "linux/installed/InstalledApplications.h"
 #include "linux/installed/LinuxBundles.h"
 #include "linux/installed/TerminalEmulator.h"
 #include "linux/running/ApplicationIdentity.h"
-#include "linux/system/ProcessFacts.h"
 
 #include <algorithm>
-#include <csignal>
-#include <map>
-#include <ranges>
 #include <tuple>
 
 #include <unistd.h>
@@ -20,11 +15,7 @@
 namespace corvane {
 namespace {
 
-using x11::Clients;
-using x11::ClientWindow;
-using x11::halfASecondFromNow;
-using x11::WindowKind;
-using Windows = std::vector<ClientWindow>;
+using Windows = std::vector<ManagedWindow>;
 
 /// What the identity of every process is compared with, looked up once for a list.
 struct Known {
@@ -47,21 +38,10 @@ struct Running {
     Windows windows;
 };
 
-/// A dialog that another process shows for an application, as file choosers are, makes its process
-/// no application of its own.
-bool isMain(const ClientWindow& window, const Windows& all) {
-    if (window.kind != WindowKind::ordinary || window.skipsTaskbar) return false;
-    if (window.transientFor == XCB_NONE) return true;
-    return std::ranges::none_of(all, [&](const ClientWindow& other) {
-        return other.window == window.transientFor &&
-               other.processIdentifier != window.processIdentifier;
-    });
-}
-
 std::vector<Running> processesOf(const Windows& all) {
     std::map<pid_t, Windows> byProcess;
     for (const auto& window : all)
-        byProcess[window.processIdentifier].push_back(window);
+        byProcess[window.window.process].push_back(window);
     std::vector<Running> found;
     for (auto& [identifier, windows] : byProcess) {
         if (auto process = processFacts(identifier)) {
@@ -72,20 +52,6 @@ std::vector<Running> processesOf(const Windows& all) {
         return std::tie(running.process.startTime, running.process.processIdentifier);
     });
     return found;
-}
-
-/// The main windows' word counts more than that of panels and dialogs.
-const InstalledApplication* applicationOf(const Running& running, const Windows& all,
-                                          const Known& known) {
-    for (const bool main : {true, false}) {
-        for (const auto& window : running.windows) {
-            if (isMain(window, all) != main) continue;
-            if (const auto* found = applicationOf(window, running.process, known.installed)) {
-                return found;
-            }
-        }
-    }
-    return nullptr;
 }
 
 /// A program that an emulator was started for doesn't make it another application, unless the
@@ -101,178 +67,135 @@ bool isTerminal(const InstalledApplication* application, const ProcessFacts& pro
     return terminalEmulator::nameOf(process.executable) == known.emulator;
 }
 
-std::string nameWithoutEntry(const Running& running) {
-    for (const auto& window : running.windows) {
-        for (const auto& name : {window.className, window.instanceName}) {
+std::string nameWithoutEntry(const ProcessShare& share, const ProcessFacts& process) {
+    for (const auto& window : share.windows) {
+        const auto& hints = window.hints;
+        for (const auto& name : {hints.className, hints.instanceName, hints.applicationId}) {
             if (!name.empty()) return text::replacingInvalidUtf8(name);
         }
     }
-    return text::replacingInvalidUtf8(running.process.commandName);
+    return text::replacingInvalidUtf8(process.commandName);
 }
 
-void setIdentity(RunningApplication& result, const Running& running,
-                 const InstalledApplication* application, const Known& known) {
-    if (known.terminal && isTerminal(application, running.process, known))
-        application = &*known.terminal;
+void setIdentity(RunningApplication& result, const ProcessShare& share, const ProcessFacts& process,
+                 const Known& known) {
+    const auto* application = share.application;
+    if (known.terminal && isTerminal(application, process, known)) application = &*known.terminal;
     if (application) {
         result.localizedName = application->storedName();
         result.bundleIdentifier = application->bundleIdentifier;
         result.bundleURL = Url::fromPath(application->bundlePath);
         result.otherNames = otherNames(*application, known.roles);
-    } else if (const auto name = nameWithoutEntry(running); !name.empty()) {
+    } else if (const auto name = nameWithoutEntry(share, process); !name.empty()) {
         result.localizedName = name;
     }
     // Also when it runs from a place where it isn't installed.
-    if (result.processIdentifier == ::getpid()) result.bundleIdentifier = mainBundleIdentifier;
+    if (process.processIdentifier == ::getpid()) result.bundleIdentifier = mainBundleIdentifier;
 }
 
-bool contains(const Windows& windows, WindowKind kind) {
-    return std::ranges::any_of(windows, [&](const auto& window) { return window.kind == kind; });
-}
-
-RunningApplication described(const Running& running, const Clients& clients, const Known& known) {
-    const auto& all = clients.windows;
-    RunningApplication result;
-    result.processIdentifier = running.process.processIdentifier;
-    result.startTime = running.process.startTime;
-    setIdentity(result, running, applicationOf(running, all, known), known);
-    const std::string& executable = running.process.executable;
+ShownApplication described(const ProcessShare& share, const ProcessFacts& process,
+                           bool belongsToSession, const Windows& all, const Known& known) {
+    ShownApplication shown{.process = process.processIdentifier,
+                           .windows = share.windows,
+                           .belongsToSession = belongsToSession};
+    auto& result = shown.application;
+    result.startTime = process.startTime;
+    setIdentity(result, share, process, known);
+    const std::string& executable = process.executable;
     if (executable.starts_with('/')) result.executableURL = Url::fromPath(executable);
 
     Windows counting;
-    std::ranges::copy_if(running.windows, std::back_inserter(counting),
-                         [&](const ClientWindow& window) { return isMain(window, all); });
+    std::ranges::copy_if(share.windows, std::back_inserter(counting),
+                         [&](const ManagedWindow& window) { return isMain(window, all); });
     constexpr int regular = 0;
     constexpr int accessory = 1;
-    const bool belongsToSession = contains(running.windows, WindowKind::dock) ||
-                                  result.processIdentifier == clients.windowManager;
     result.activationPolicy = counting.empty() || belongsToSession ? accessory : regular;
-    if (counting.empty()) counting = running.windows;
-    result.isHidden = std::ranges::all_of(counting, &ClientWindow::isIconified);
-    return result;
+    if (counting.empty()) counting = share.windows;
+    result.isHidden = std::ranges::all_of(counting, &ManagedWindow::isMinimized);
+    return shown;
 }
 
-/// What of the display a running application is.
-struct Target {
-    /// Without a desktop that it draws; bottom to top.
-    Windows windows;
-    bool drawsDesktop = false;
-    /// By the server's word, where it can tell.
-    bool isConnected = false;
-};
-
-/// Nothing for what is never asked to quit, and for a process that isn't the one that was listed.
-std::optional<Target> targetOf(const RunningApplication& application, const Clients& clients) {
-    const pid_t process = application.processIdentifier;
-    if (process == ::getpid() || process == clients.windowManager || process == clients.server ||
-        startTimeOf(process) != application.startTime) {
-        return std::nullopt;
+/// Main ones before others, then by their place.
+const ManagedWindow* uppermost(const Windows& windows) {
+    const ManagedWindow* found = nullptr;
+    for (const auto& window : windows) {
+        if (!found || isMain(window, windows) || !isMain(*found, windows)) found = &window;
     }
-    Target target;
-    std::ranges::copy_if(
-        clients.windows, std::back_inserter(target.windows),
-        [&](const ClientWindow& window) { return window.processIdentifier == process; });
-    if (contains(target.windows, WindowKind::dock)) return std::nullopt;
-    target.drawsDesktop = std::erase_if(target.windows, [](const ClientWindow& window) {
-                              return window.kind == WindowKind::desktop;
-                          }) > 0;
-    target.isConnected = clients.processes.empty() ||
-                         std::ranges::any_of(clients.processes, [&](const auto& client) {
-                             return client.second == process;
-                         });
-    return target;
-}
-
-constexpr std::uint32_t fromUser = 2;
-
-/// The window manager treats it as the user's own wish.
-void requestActivation(x11::Server& server, xcb_window_t window) {
-    // A window manager maps an iconified window again on this, whatever it makes of the message.
-    xcb_map_window(server.get(), window);
-    server.sendMessage(x11::Server::Recipient::windowManager, window,
-                       server.atoms().netActiveWindow, {fromUser});
-    xcb_flush(server.get());
-}
-
-void requestClosing(x11::Server& server, xcb_window_t window, bool hasWindowManager) {
-    const auto& atoms = server.atoms();
-    if (hasWindowManager) {
-        server.sendMessage(x11::Server::Recipient::windowManager, window, atoms.netCloseWindow,
-                           {XCB_CURRENT_TIME, fromUser});
-    } else {
-        server.sendMessage(x11::Server::Recipient::client, window, atoms.wmProtocols,
-                           {atoms.wmDeleteWindow});
-    }
+    return found;
 }
 
 } // namespace
 
-std::optional<Clients> RunningApplications::clients(x11::Deadline deadline) {
-    auto found = connection_.answer(
-        deadline, [&](x11::Server& server) { return x11::clients(server, deadline); });
-    wasAnswered_ = found.has_value();
-    if (!found) diagnostic({"The X display doesn't tell its windows"});
-    return found;
+std::int32_t RunningApplications::identifierOf(const ProcessFacts& process,
+                                               const std::string& desktopId) {
+    // As many as fit into the identifier.
+    constexpr std::size_t rounds = 512;
+    const std::lock_guard lock(mutex_);
+    auto& holder = holders_[process.processIdentifier];
+    if (holder.startTime != process.startTime) holder = {process.startTime, {}};
+    auto& applications = holder.applications;
+    auto place = std::ranges::find(applications, desktopId);
+    if (place == applications.end() && applications.size() < rounds)
+        place = applications.insert(place, desktopId);
+    if (place == applications.end()) return 0;
+    return process.processIdentifier +
+           static_cast<std::int32_t>(place - applications.begin()) * processNumbers;
 }
 
-std::vector<RunningApplication> RunningApplications::list() {
-    const auto found = [&] {
-        const std::lock_guard lock(mutex_);
-        return clients(halfASecondFromNow());
-    }();
-    if (!found || found->windows.empty()) return {};
+std::vector<ShownApplication> RunningApplications::shownAmong(const WindowsNow& now) {
+    if (now.windows.empty()) return {};
     const Known known = lookUp(installed_);
-    std::vector<RunningApplication> applications;
-    for (const auto& running : processesOf(found->windows))
-        applications.push_back(described(running, *found, known));
+    std::vector<ShownApplication> applications;
+    for (const auto& [process, windows] : processesOf(now.windows)) {
+        const bool belongsToSession =
+            now.session.contains(process.processIdentifier) ||
+            std::ranges::count(windows, WindowKind::dock, &ManagedWindow::kind) > 0;
+        const auto shares = sharesOf(process, windows, known.installed);
+        for (const auto& share : shares) {
+            auto shown = described(share, process, belongsToSession, now.windows, known);
+            shown.application.processIdentifier = identifierOf(
+                process, share.application ? share.application->desktopId : std::string());
+            shown.isAloneInProcess = shares.size() == 1;
+            applications.push_back(std::move(shown));
+        }
+    }
     return applications;
 }
 
-bool RunningApplications::activate(std::int32_t processIdentifier) {
-    const std::lock_guard lock(mutex_);
-    const auto deadline = halfASecondFromNow();
-    const auto found = clients(deadline);
-    if (!found) return false;
-    const auto& all = found->windows;
-    const ClientWindow* uppermost = nullptr;
-    for (const auto& window : all) {
-        if (window.processIdentifier != processIdentifier) continue;
-        if (!uppermost || isMain(window, all) || !isMain(*uppermost, all)) uppermost = &window;
-    }
-    auto* server = uppermost ? connection_.server(deadline) : nullptr;
-    if (!server) return false;
-    requestActivation(*server, uppermost->window);
-    return !server->failed();
+std::optional<std::vector<ShownApplication>> RunningApplications::shown() {
+    const auto now = recent_.windows(halfASecondFromNow());
+    return now ? std::optional(shownAmong(*now)) : std::nullopt;
 }
 
-bool RunningApplications::terminate(const RunningApplication& application) {
-    const std::lock_guard lock(mutex_);
-    const auto deadline = halfASecondFromNow();
-    const auto found = clients(deadline);
-    const auto target = found ? targetOf(application, *found) : std::nullopt;
-    if (!target) return false;
-    if (target->windows.empty()) {
-        return !target->drawsDesktop && target->isConnected &&
-               sendSignal(application.processIdentifier, application.startTime, SIGTERM);
-    }
-    wasAnswered_ = false;
-    auto* server = connection_.server(deadline);
-    if (!server) return false;
-    // A question is above the window that it belongs to. Closed first, it is asked again; the other
-    // way round it would go and leave its window with no answer.
-    for (const auto& window : target->windows | std::views::reverse)
-        requestClosing(*server, window.window, found->hasWindowManager);
-    wasAnswered_ = server->finish(deadline);
-    return wasAnswered_;
+std::vector<RunningApplication> RunningApplications::list() {
+    std::vector<RunningApplication> applications;
+    for (auto& each : shown().value_or(std::vector<ShownApplication>()))
+        applications.push_back(std::move(each.application));
+    return applications;
 }
 
-bool RunningApplications::forceTerminate(const RunningApplication& application) {
-    const std::lock_guard lock(mutex_);
-    if (!wasAnswered_) return false;
-    const auto found = clients(halfASecondFromNow());
-    const auto target = found ? targetOf(application, *found) : std::nullopt;
-    return target && !target->drawsDesktop && target->isConnected &&
-           sendSignal(application.processIdentifier, application.startTime, SIGKILL);
+bool RunningApplications::activate(const RunningApplication& application) {
+    for (const auto& each : shown().value_or(std::vector<ShownApplication>())) {
+        if (each.application.processIdentifier != application.processIdentifier ||
+            each.application.startTime != application.startTime) {
+            continue;
+        }
+        const auto* window = uppermost(each.windows);
+        return window &&
+               recent_.activate(window->window, halfASecondFromNow()) == WindowAnswer::done;
+    }
+    return false;
+}
+
+void RunningApplications::activateOwn(std::uint64_t number, const std::string& title) {
+    const auto deadline = halfASecondFromNow();
+    if (recent_.activate({number, ::getpid()}, deadline) != WindowAnswer::gone) return;
+    const auto now = recent_.windows(deadline);
+    if (!now) return;
+    const auto found = std::ranges::find_if(now->windows, [&](const ManagedWindow& window) {
+        return window.window.process == ::getpid() && window.title == title;
+    });
+    if (found != now->windows.end()) recent_.activate(found->window, deadline);
 }
 
 } // namespace corvane

@@ -1,51 +1,77 @@
 #pragma once
 
-#include "linux/windows/x11/X11ClientWindows.h"
+#include "linux/system/ProcessFacts.h"
+#include "linux/windows/WindowSystem.h"
 #include "platform/Applications.h"
 
 #include <cstdint>
+#include <map>
 #include <mutex>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace corvane {
 
 class InstalledApplications;
 
-/// The applications that run on the X display: the processes of this user that have a client
-/// window, this program among them. Asks the display anew each time, for half a second at most; a
-/// display that isn't there or doesn't answer shows no applications. Any thread.
+/// No process has a number from there on.
+inline constexpr std::int32_t processNumbers = 1 << 22;
+/// The process that holds the application of that identifier.
+inline pid_t processOf(std::int32_t identifier) {
+    return identifier % processNumbers;
+}
+
+/// A running application with its windows, bottom to top. Its process may hold others.
+struct ShownApplication {
+    RunningApplication application = {};
+    pid_t process = 0;
+    std::vector<ManagedWindow> windows = {};
+    /// Draws panels or manages windows: never asked to quit.
+    bool belongsToSession = false;
+    bool isAloneInProcess = true;
+};
+
+/// The applications that run on the display: each (process of this user, installed application)
+/// with windows, this program among them. Any thread.
 class RunningApplications {
 public:
-    explicit RunningApplications(const InstalledApplications& installed) : installed_(installed) {}
+    /// Both outlive this. `recent` may answer from a reading that is a moment old.
+    RunningApplications(const InstalledApplications& installed, WindowSystem& recent)
+        : installed_(installed), recent_(recent) {}
 
-    /// In order of process start. An application is regular if one of its windows is ordinary and
-    /// in the taskbar; panels and the window manager never are. It is hidden if all such windows
-    /// are iconified. What is no installed application has the name of its window class and no
-    /// bundle.
+    /// In order of process start; empty where the display doesn't answer within half a second. An
+    /// application is regular if one of its windows is ordinary and in the taskbar; panels and the
+    /// window manager never are. It is hidden if all such windows are iconified. What is no
+    /// installed application has the name of its window class and no bundle. The first application
+    /// of a process has the process's identifier, each further one a number above all processes',
+    /// the same for as long as the process lives.
     std::vector<RunningApplication> list();
 
-    /// Brings the uppermost window of the process forward, an iconified one too. True when the
-    /// window manager was asked; false where the process has no window.
-    bool activate(std::int32_t processIdentifier);
+    /// The same with the windows; nothing where the display doesn't answer.
+    std::optional<std::vector<ShownApplication>> shown();
+    std::vector<ShownApplication> shownAmong(const WindowsNow& now);
 
-    /// Asks each of the process's windows to close, those above others first, and sends SIGTERM to
-    /// a process that has none left. A desktop that a file manager draws stays. True when all was
-    /// sent. False for this program, the window manager, the X server and panels, for a process
-    /// that has ended, another one in its place included, and where the display doesn't answer.
-    bool terminate(const RunningApplication& application);
-    /// Kills the process. False as above, for one that draws the desktop, for one that the display
-    /// isn't connected with, and as long as the display left the last question unanswered.
-    bool forceTerminate(const RunningApplication& application);
+    /// Brings the uppermost window of the application forward, an iconified one too. True when the
+    /// display was asked; false where the application has no window.
+    bool activate(const RunningApplication& application);
+    /// The same for a window of this process. Where the display has other numbers than the
+    /// toolkit, the title tells.
+    void activateOwn(std::uint64_t number, const std::string& title);
 
 private:
-    std::optional<x11::Clients> clients(x11::Deadline deadline);
+    std::int32_t identifierOf(const ProcessFacts& process, const std::string& desktopId);
+
+    struct Holder {
+        std::uint64_t startTime = 0;
+        /// Desktop ids in the order in which they were first seen.
+        std::vector<std::string> applications;
+    };
 
     const InstalledApplications& installed_;
+    WindowSystem& recent_;
     std::mutex mutex_;
-    x11::Connection connection_;
-    /// What couldn't be asked to quit because the display was busy may hold unsaved work.
-    bool wasAnswered_ = true;
+    std::map<pid_t, Holder> holders_;
 };
 
 } // namespace corvane

@@ -1,8 +1,7 @@
 #include "linux/screen/LinuxAccessibility.h"
 
-#include "linux/windows/x11/X11ClientWindows.h"
-#include "linux/windows/x11/X11Monitors.h"
-#include "linux/windows/x11/X11WindowKind.h"
+#include "linux/running/RunningApplications.h"
+#include "linux/screen/SeamSpace.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,59 +11,30 @@
 namespace corvane {
 namespace {
 
-using x11::Server;
-
-xcb_window_t idOf(const AccessibilityWindow& window) {
-    return static_cast<xcb_window_t>(window.identifier);
+WindowRef refOf(const AccessibilityWindow& window) {
+    return {window.identifier, window.processIdentifier};
 }
 
-/// The protocol has 16 bits for each coordinate.
-int toPixels(double value, int least) {
-    constexpr double most = 0x7FFF;
-    return static_cast<int>(std::lround(std::clamp(value, double(least), most)));
-}
-
-bool areFinite(double a, double b) {
-    return std::isfinite(a) && std::isfinite(b);
-}
-
-/// The window that a window manager names itself by is its own witness; one that has gone leaves
-/// only its name on the root window.
-bool hasWindowManager(Server& server, x11::Deadline deadline) {
-    const auto check = server.atoms().netSupportingWmCheck;
-    const auto named = [&](xcb_window_t window) {
-        return server.property(server.requestProperty(window, check), deadline)
-            .firstNumber()
-            .value_or(XCB_NONE);
-    };
-    const auto manager = named(server.root());
-    return manager != XCB_NONE && named(manager) == manager;
-}
-
-std::vector<AccessibilityWindow> readWindows(Server& server, std::int32_t processIdentifier,
-                                             x11::Deadline deadline) {
-    struct Request {
-        xcb_window_t window;
-        x11::GeometryRequest geometry;
-        xcb_get_property_cookie_t types;
-    };
-    const auto& atoms = server.atoms();
-    const auto current = server.requestProperty(server.root(), atoms.netCurrentDesktop);
-    std::vector<Request> requests;
-    for (const auto& [window, process] : x11::ownedWindows(server, deadline)) {
-        if (process != processIdentifier) continue;
-        requests.push_back({window, x11::requestGeometry(server, window),
-                            server.requestProperty(window, atoms.netWmWindowType)});
+int codeOf(WindowAnswer answer) {
+    switch (answer) {
+    case WindowAnswer::done:
+        return Accessibility::success;
+    case WindowAnswer::gone:
+        return Accessibility::invalidElement;
+    case WindowAnswer::refused:
+    case WindowAnswer::unanswered:
+        break;
     }
-    const auto currentDesktop = server.property(current, deadline).firstNumber();
+    return Accessibility::cannotComplete;
+}
+
+std::vector<AccessibilityWindow> elementsOf(const ShownApplication& shown) {
     std::vector<AccessibilityWindow> onScreen;
     std::vector<AccessibilityWindow> others;
-    for (const auto& request : requests | std::views::reverse) {
-        const auto types = server.property(request.types, deadline);
-        const auto geometry = x11::readGeometry(server, request.geometry, deadline);
-        if (!geometry || x11::kindOf(types, atoms) != x11::WindowKind::ordinary) continue;
-        auto& group = geometry->isOnScreen(currentDesktop) ? onScreen : others;
-        group.push_back({processIdentifier, request.window});
+    for (const auto& window : shown.windows | std::views::reverse) {
+        if (window.kind != WindowKind::ordinary) continue;
+        auto& group = window.isOnScreen ? onScreen : others;
+        group.push_back({window.window.process, window.window.number});
     }
     onScreen.insert(onScreen.end(), others.begin(), others.end());
     return onScreen;
@@ -73,87 +43,74 @@ std::vector<AccessibilityWindow> readWindows(Server& server, std::int32_t proces
 } // namespace
 
 bool LinuxAccessibility::isProcessTrusted() {
-    const auto deadline = x11::halfASecondFromNow();
-    return connection_
-        .answer(deadline, [&](Server& server) { return hasWindowManager(server, deadline); })
-        .value_or(false);
+    return windows_.isReady(halfASecondFromNow()) || windows_.isReady(halfASecondFromNow());
 }
 
 std::optional<std::vector<AccessibilityWindow>>
 LinuxAccessibility::windows(std::int32_t processIdentifier) {
-    const auto deadline = x11::halfASecondFromNow();
-    // A client on another machine has none that could be told here.
-    if (processIdentifier <= 0) return std::nullopt;
-    return connection_.answer(
-        deadline, [&](Server& server) { return readWindows(server, processIdentifier, deadline); });
+    const auto shown = running_.shown();
+    // What has no process that could be told here has no windows either.
+    if (!shown || processIdentifier <= 0) return std::nullopt;
+    for (const auto& each : *shown) {
+        if (each.application.processIdentifier == processIdentifier) return elementsOf(each);
+    }
+    return std::vector<AccessibilityWindow>();
 }
 
-std::optional<LinuxAccessibility::Look>
-LinuxAccessibility::look(const AccessibilityWindow& window) {
-    const auto deadline = x11::halfASecondFromNow();
-    const auto found = connection_.answer(deadline, [&](Server& server) -> std::optional<Look> {
-        const auto monitors = x11::requestMonitors(server);
-        const auto request = x11::requestGeometry(server, idOf(window));
-        const auto primary = x11::readMonitors(server, monitors, deadline).primary();
-        const auto geometry = x11::readGeometry(server, request, deadline);
-        if (!geometry) return std::nullopt;
-        if (x11::processOf(server, idOf(window), deadline) != window.processIdentifier) {
-            return std::nullopt;
-        }
-        auto frame = geometry->visible();
-        frame.x -= primary.x;
-        frame.y -= primary.y;
-        return Look{frame, geometry->states.fullscreen};
-    });
-    return found.value_or(std::nullopt);
+std::optional<Rect> LinuxAccessibility::frame(const AccessibilityWindow& window) {
+    const auto deadline = halfASecondFromNow();
+    const auto monitors = windows_.monitors(deadline);
+    const auto found = monitors ? windows_.window(refOf(window), deadline) : std::nullopt;
+    if (!found) return std::nullopt;
+    return SeamSpace(*monitors).toSeam(found->frame);
 }
 
 std::optional<Point> LinuxAccessibility::position(const AccessibilityWindow& window) {
-    const auto found = look(window);
-    if (!found) return std::nullopt;
-    return Point{double(found->frame.x), double(found->frame.y)};
+    const auto found = frame(window);
+    return found ? std::optional(Point{found->x, found->y}) : std::nullopt;
 }
 
 std::optional<Size> LinuxAccessibility::size(const AccessibilityWindow& window) {
-    const auto found = look(window);
-    if (!found) return std::nullopt;
-    return Size{double(found->frame.width), double(found->frame.height)};
+    const auto found = frame(window);
+    return found ? std::optional(Size{found->width, found->height}) : std::nullopt;
 }
 
 std::optional<bool> LinuxAccessibility::isFullscreen(const AccessibilityWindow& window) {
-    const auto found = look(window);
-    if (!found) return std::nullopt;
-    return found->isFullscreen;
+    const auto found = windows_.window(refOf(window), halfASecondFromNow());
+    return found ? std::optional(found->isFullscreen) : std::nullopt;
+}
+
+WindowAnswer LinuxAccessibility::place(const AccessibilityWindow& window,
+                                       std::optional<Point> position, std::optional<Size> size) {
+    const auto deadline = halfASecondFromNow();
+    FrameWish wish;
+    if (position) {
+        const auto monitors = windows_.monitors(deadline);
+        if (!monitors) return WindowAnswer::unanswered;
+        wish.origin = SeamSpace(*monitors).fromSeam(*position);
+    }
+    if (size) wish.size = PixelSize{size->width, size->height};
+    return windows_.place(refOf(window), wish, deadline);
 }
 
 int LinuxAccessibility::setPosition(const AccessibilityWindow& window, Point position) {
-    if (!areFinite(position.x, position.y)) return cannotComplete;
+    if (!std::isfinite(position.x) || !std::isfinite(position.y)) return cannotComplete;
     lastPlaced_ = {window, position};
-    return control(window, [&](auto& control, const auto& primary) {
-        return control.place({.x = primary.x + toPixels(position.x, -0x7FFF),
-                              .y = primary.y + toPixels(position.y, -0x7FFF)});
-    });
+    return codeOf(place(window, position, std::nullopt));
 }
 
 int LinuxAccessibility::setSize(const AccessibilityWindow& window, Size size) {
-    if (!areFinite(size.width, size.height)) return cannotComplete;
+    if (!std::isfinite(size.width) || !std::isfinite(size.height)) return cannotComplete;
     const auto placed = std::exchange(lastPlaced_, std::nullopt);
-    return control(window, [&](auto& control, const auto& primary) {
-        x11::Wish wish{.width = toPixels(size.width, 1), .height = toPixels(size.height, 1)};
-        if (placed && placed->window == window) {
-            wish.x = primary.x + toPixels(placed->position.x, -0x7FFF);
-            wish.y = primary.y + toPixels(placed->position.y, -0x7FFF);
-        }
-        return control.place(wish);
-    });
+    const bool isSame = placed && placed->window == window;
+    return codeOf(place(window, isSame ? std::optional(placed->position) : std::nullopt, size));
 }
 
 int LinuxAccessibility::setFullscreen(const AccessibilityWindow& window, bool fullscreen) {
-    const int result = control(
-        window, [&](auto& control, const auto&) { return control.setFullscreen(fullscreen); });
+    const auto answer = windows_.setFullscreen(refOf(window), fullscreen, halfASecondFromNow());
     unanswered_.reset();
-    if (fullscreen && result == cannotComplete) unanswered_ = window;
-    return result;
+    if (fullscreen && answer == WindowAnswer::unanswered) unanswered_ = window;
+    return codeOf(answer);
 }
 
 int LinuxAccessibility::toggleFullscreen(const AccessibilityWindow& window) {
@@ -164,40 +121,11 @@ int LinuxAccessibility::toggleFullscreen(const AccessibilityWindow& window) {
 }
 
 int LinuxAccessibility::zoom(const AccessibilityWindow& window) {
-    const bool wasFullscreen = isFullscreen(window).value_or(false);
+    const auto deadline = halfASecondFromNow();
+    const auto before = windows_.window(refOf(window), deadline);
     const int result = toggleFullscreen(window);
-    if (result != cannotComplete || wasFullscreen) return result;
-    return control(window, [](auto& control, const auto&) { return control.toggleMaximized(); });
-}
-
-int LinuxAccessibility::control(const AccessibilityWindow& window, const Act& act) {
-    const auto deadline = x11::halfASecondFromNow();
-    struct Found {
-        bool isOwned = false;
-        x11::Frame primary = {};
-    };
-    const auto found = connection_.answer(deadline, [&](Server& server) {
-        const auto monitors = x11::requestMonitors(server);
-        const bool isOwned =
-            x11::processOf(server, idOf(window), deadline) == window.processIdentifier;
-        return Found{isOwned, x11::readMonitors(server, monitors, deadline).primary()};
-    });
-    Server* const server = found ? connection_.server(deadline) : nullptr;
-    if (!server) return cannotComplete;
-    if (!found->isOwned) return invalidElement;
-    const auto outcome = [&] {
-        x11::WindowControl control(*server, idOf(window), habits_, deadline);
-        return act(control, found->primary);
-    }();
-    if (server->failed()) return cannotComplete;
-    switch (outcome) {
-    case Outcome::done:
-        return success;
-    case Outcome::windowIsGone:
-        return invalidElement;
-    default:
-        return cannotComplete;
-    }
+    if (result != cannotComplete || !before || before->isFullscreen) return result;
+    return codeOf(windows_.setMaximized(refOf(window), !before->isMaximized, halfASecondFromNow()));
 }
 
 } // namespace corvane

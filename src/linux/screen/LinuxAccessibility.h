@@ -1,24 +1,26 @@
 #pragma once
 
-#include "linux/windows/x11/X11Connection.h"
-#include "linux/windows/x11/X11WindowControl.h"
+#include "foundation/Rect.h"
+#include "linux/windows/WindowSystem.h"
 #include "platform/Accessibility.h"
-
-#include <functional>
 
 namespace corvane {
 
-/// The Accessibility interface over the client windows of the X display and its window manager. An
-/// element names its window by the X id; where another process has that id by now, the element is
+class RunningApplications;
+
+/// The Accessibility interface over the window system. An element names its window by the system's
+/// number and the process behind it; where another process has that number by now, the element is
 /// invalid.
 class LinuxAccessibility final : public Accessibility {
 public:
-    /// The connection is one of the main thread and outlives this.
-    explicit LinuxAccessibility(x11::Connection& connection) : connection_(connection) {}
+    /// Both outlive this.
+    LinuxAccessibility(WindowSystem& windows, RunningApplications& running)
+        : windows_(windows), running_(running) {}
 
-    /// There is an X display with a window manager that keeps to EWMH.
+    /// The window system is ready. One that doesn't answer in time is asked once more.
     bool isProcessTrusted() override;
-    /// Ordinary windows and dialogs. Iconified ones and those of other desktops come last.
+    /// Of the running application with that identifier: ordinary windows and dialogs. Iconified
+    /// ones and those of other workspaces come last.
     std::optional<std::vector<AccessibilityWindow>>
     windows(std::int32_t processIdentifier) override;
 
@@ -26,8 +28,9 @@ public:
     std::optional<Size> size(const AccessibilityWindow& window) override;
     std::optional<bool> isFullscreen(const AccessibilityWindow& window) override;
 
-    /// A window that is to change leaves fullscreen, maximization and shade first. The size is set
-    /// at the position that was set last, which a window manager may have kept from it till then.
+    /// A window that is to change leaves maximization and shade first; a fullscreen or tiled one
+    /// stays as it is. The size is set at the position that was set last, which a window manager
+    /// may have kept from it till then.
     int setPosition(const AccessibilityWindow& window, Point position) override;
     int setSize(const AccessibilityWindow& window, Size size) override;
     int setFullscreen(const AccessibilityWindow& window, bool fullscreen) override;
@@ -35,28 +38,21 @@ public:
     /// To fullscreen and back. A window that only was late to become fullscreen stays so.
     int toggleFullscreen(const AccessibilityWindow& window);
     /// A click on the button that makes the window as large as it gets: fullscreen, or maximized
-    /// where the window manager knows no fullscreen; and back.
+    /// where the window system does no fullscreen; and back.
     int zoom(const AccessibilityWindow& window);
 
 private:
-    struct Look {
-        x11::Frame frame;
-        bool isFullscreen = false;
-    };
-    std::optional<Look> look(const AccessibilityWindow& window);
-
-    using Outcome = x11::WindowControl::Outcome;
-    /// `act` gets the window, and where the seam's coordinates begin on the root window.
-    using Act = std::function<Outcome(x11::WindowControl&, const x11::Frame& primary)>;
-    int control(const AccessibilityWindow& window, const Act& act);
+    std::optional<Rect> frame(const AccessibilityWindow& window);
+    WindowAnswer place(const AccessibilityWindow& window, std::optional<Point> position,
+                       std::optional<Size> size);
 
     struct Placed {
         AccessibilityWindow window;
         Point position;
     };
 
-    x11::Connection& connection_;
-    x11::ManagerHabits habits_;
+    WindowSystem& windows_;
+    RunningApplications& running_;
     std::optional<Placed> lastPlaced_;
     /// Was to become fullscreen, without an answer in time.
     std::optional<AccessibilityWindow> unanswered_;

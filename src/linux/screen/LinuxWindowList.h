@@ -1,25 +1,25 @@
 #pragma once
 
-#include "linux/windows/x11/X11Connection.h"
+#include "linux/windows/WindowSystem.h"
 #include "platform/WindowList.h"
 
 namespace corvane {
 
 class RunningApplications;
 
-/// CGWindowListCopyWindowInfo over the client windows of the X display: those of the current
-/// desktop that are mapped and not hidden. Asks the display anew each time, in a fixed number of
-/// round trips, for half a second at most.
+/// CGWindowListCopyWindowInfo over the window system: the windows of the current workspace that
+/// are neither hidden nor minimized. An owner is told by the identifier of its running
+/// application. Waits half a second at most.
 class LinuxWindowList final : public WindowList {
 public:
-    /// Both outlive the list; the connection is one of the main thread.
-    LinuxWindowList(x11::Connection& connection, RunningApplications& running)
-        : connection_(connection), running_(running) {}
+    /// Both outlive the list.
+    LinuxWindowList(WindowSystem& windows, RunningApplications& running)
+        : windows_(windows), running_(running) {}
 
     std::optional<std::vector<WindowInfo>> onScreenWindows() override;
 
 private:
-    x11::Connection& connection_;
+    WindowSystem& windows_;
     RunningApplications& running_;
 };
 

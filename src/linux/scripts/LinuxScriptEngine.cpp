@@ -40,8 +40,8 @@ struct Told {
     std::string name;
     Kind kind = Kind::installed;
     InstalledApplication application = {};
-    /// Of a running application and of a process.
-    std::int32_t processIdentifier = 0;
+    /// Of a process too.
+    RunningApplication running = {};
 };
 /// Null outside of every "tell".
 using Listener = const Told*;
@@ -105,7 +105,7 @@ private:
         case Kind::installed:
             return launched(*listener, opener_.openApplication(listener->application));
         case Kind::running:
-            opener_.running().activate(listener->processIdentifier);
+            opener_.running().activate(listener->running);
             return std::nullopt;
         default:
             return std::nullopt;
@@ -172,7 +172,7 @@ private:
     }
 
     std::optional<AccessibilityWindow> windowOf(const Told& process, int index) {
-        const auto windows = accessibility_.windows(process.processIdentifier);
+        const auto windows = accessibility_.windows(process.running.processIdentifier);
         if (!windows || index < 1 || static_cast<std::size_t>(index) > windows->size()) {
             return std::nullopt;
         }
@@ -224,7 +224,7 @@ private:
             };
             if (isName(application.localizedName.value_or("")) ||
                 std::ranges::any_of(application.otherNames, isName, &OtherName::name)) {
-                return Told{name, kind, {}, application.processIdentifier};
+                return Told{name, kind, {}, application};
             }
         }
         return std::nullopt;
@@ -238,7 +238,7 @@ private:
             const bool isTerminal = application.bundleIdentifier == terminalIdentifier ||
                                     std::ranges::count(application.otherNames, terminalIdentifier,
                                                        &OtherName::bundleIdentifier) > 0;
-            if (isTerminal && running.activate(application.processIdentifier)) {
+            if (isTerminal && running.activate(application)) {
                 return;
             }
         }

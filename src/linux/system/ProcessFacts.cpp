@@ -54,16 +54,21 @@ std::string folderOf(pid_t process) {
     return "/proc/" + std::to_string(process);
 }
 
+/// The words behind a key of the process's status, which everyone may read.
+std::vector<std::string> statusWords(const std::string& folder, const std::string& key) {
+    for (const auto& line : text::split(contentOf(folder + "/status"), '\n')) {
+        if (line.starts_with(key)) return text::words(line.substr(key.size()));
+    }
+    return {};
+}
+
 /// The folder of a program that keeps others from looking into it, as password managers do, is the
 /// superuser's; who runs it is told all the same.
 bool belongsToThisUser(const std::string& folder) {
     struct stat info {};
     if (::stat(folder.c_str(), &info) != 0) return false;
     if (info.st_uid == ::geteuid()) return true;
-    const std::string status = contentOf(folder + "/status");
-    const auto line = status.find("\nUid:");
-    if (line == std::string::npos) return false;
-    const auto users = text::words(std::string_view(status).substr(line + 5, 100));
+    const auto users = statusWords(folder, "Uid:");
     return users.size() > 1 && users[1] == std::to_string(::geteuid());
 }
 
@@ -141,6 +146,10 @@ std::optional<std::uint64_t> startTimeOf(pid_t processIdentifier) {
     const std::string folder = folderOf(processIdentifier);
     if (processIdentifier <= 0 || !belongsToThisUser(folder)) return std::nullopt;
     return startTimeIn(contentOf(folder + "/stat"));
+}
+
+std::size_t processSpacesOf(pid_t processIdentifier) {
+    return processIdentifier > 0 ? statusWords(folderOf(processIdentifier), "NSpid:").size() : 0;
 }
 
 bool sendSignal(pid_t processIdentifier, std::uint64_t startTime, int signal) {

@@ -35,6 +35,10 @@ std::optional<std::uint64_t> startTimeOf(pid_t processIdentifier);
 /// same identifier. False where it has ended or the signal can't be sent. Any thread.
 bool sendSignal(pid_t processIdentifier, std::uint64_t startTime, int signal);
 
+/// In how many process spaces it is, counted from this one downward: 1 for a process beside this
+/// one, more for one in a container, 0 for one that can't be seen from here.
+std::size_t processSpacesOf(pid_t processIdentifier);
+
 /// The program runs programs of others, whatever version of it ("python3.11", "sh", "env").
 bool isInterpreter(std::string_view program);
 

@@ -14,6 +14,10 @@ namespace corvane {
 
 /// A call ends by then, also where the server, the manager or a client has stopped.
 using Deadline = std::chrono::steady_clock::time_point;
+/// As long as an operation of the seam waits.
+inline Deadline halfASecondFromNow() {
+    return std::chrono::steady_clock::now() + std::chrono::milliseconds(500);
+}
 
 /// In the window system's own space: pixels or logical pixels, fractions kept, y downward, one
 /// space over all monitors. Only SeamSpace converts.
@@ -33,6 +37,7 @@ struct PixelRect {
 
 /// A window for as long as it lives. Where another process has the number by now, it is gone.
 struct WindowRef {
+    /// A later window of a process has a greater number.
     std::uint64_t number = 0;
     /// By the server's or compositor's word; 0 where that isn't a process of this machine and
     /// process space, or where only the client says it.
@@ -45,22 +50,23 @@ enum class WindowLayer { below, normal, above };
 
 /// What a client says of its application: any text, of any length a client may send, and no proof.
 struct ApplicationHints {
-    std::string applicationId, instanceName, className, desktopFile, sandboxId;
+    std::string applicationId = {}, instanceName = {}, className = {}, desktopFile = {};
+    std::string sandboxId = {};
     bool operator==(const ApplicationHints&) const = default;
 };
 
 struct ManagedWindow {
-    WindowRef window;
+    WindowRef window = {};
     /// The window that this one belongs to, as a dialog does.
-    std::optional<std::uint64_t> owner;
-    std::optional<std::string> title;
-    ApplicationHints hints;
+    std::optional<std::uint64_t> owner = {};
+    std::optional<std::string> title = {};
+    ApplicationHints hints = {};
     WindowKind kind = WindowKind::ordinary;
     WindowLayer layer = WindowLayer::normal;
     /// What a person sees: decorations in, client-side shadows out.
-    PixelRect frame;
+    PixelRect frame = {};
     /// The system's own name of the virtual desktop; empty where it is on all, or there are none.
-    std::string workspace;
+    std::string workspace = {};
     bool isOnScreen = false, isMinimized = false, isFullscreen = false, isMaximized = false;
     bool isTiled = false, skipsTaskbar = false;
     /// It takes a polite request to close; one that doesn't would be cut off.
@@ -88,8 +94,8 @@ struct Monitor {
 
 /// What of a frame shall change; what isn't named stays.
 struct FrameWish {
-    std::optional<PixelPoint> origin;
-    std::optional<PixelSize> size;
+    std::optional<PixelPoint> origin = {};
+    std::optional<PixelSize> size = {};
 };
 
 enum class WindowAnswer {

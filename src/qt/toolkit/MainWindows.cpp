@@ -4,7 +4,6 @@
 #include "qt/models/OnboardingModel.h"
 #include "qt/models/SettingsModel.h"
 #include "qt/models/WorkspaceListModel.h"
-#include "qt/toolkit/Activation.h"
 #include "qt/toolkit/Views.h"
 #include "shell/CorvaneApp.h"
 #include "ui/AddResourceSheet.h"
@@ -116,7 +115,19 @@ void MainWindows::activate() {
     if (!window) return;
     auto& view = *find(window->identifier);
     view.raise();
-    activateIgnoringOthers(view);
+    giveKeyboard(view);
+}
+
+void MainWindows::activateWith(Activation activation) {
+    activation_ = std::move(activation);
+}
+
+void MainWindows::giveKeyboard(QQuickWindow& window) {
+    window.requestActivate();
+    if (!activation_ || !window.handle()) return;
+    // Whoever shows the windows hears of this one before it is asked for it.
+    QGuiApplication::sync();
+    activation_(std::uint64_t(window.winId()), window.title().toStdString());
 }
 
 QQuickWindow* MainWindows::front() const {
@@ -148,7 +159,7 @@ QQuickWindow* MainWindows::find(int identifier) const {
 void MainWindows::makeKeyAndOrderFront(int windowIdentifier) {
     deminiaturize(windowIdentifier);
     orderFront(windowIdentifier);
-    if (auto* window = find(windowIdentifier)) activateIgnoringOthers(*window);
+    if (auto* window = find(windowIdentifier)) giveKeyboard(*window);
 }
 
 void MainWindows::orderFront(int windowIdentifier) {

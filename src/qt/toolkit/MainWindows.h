@@ -3,8 +3,11 @@
 #include "platform/ApplicationObject.h"
 
 #include <QObject>
+#include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
+#include <string>
 #include <vector>
 
 class QQmlEngine;
@@ -23,6 +26,10 @@ public:
     /// Whom later windows show, and who hears of the program's events. Comes before the first
     /// window; outlives them all.
     void serve(CorvaneApp& app);
+    /// What gives the keyboard to a window, by its number and title, where the toolkit alone may
+    /// not. Without one the toolkit's request stands alone.
+    using Activation = std::function<void(std::uint64_t number, const std::string& title)>;
+    void activateWith(Activation activation);
     /// The user started the program again.
     void reopen();
     /// What the windows show is about to go.
@@ -48,12 +55,14 @@ private:
     struct Window;
     struct Tour;
     QQuickWindow* find(int identifier) const;
+    void giveKeyboard(QQuickWindow& window);
     /// Lets a window go once it was closed; a tour is kept.
     void follow(QQuickWindow& window, int identifier);
     void close(int identifier);
 
     QQmlEngine& engine_;
     CorvaneApp* app_ = nullptr;
+    Activation activation_;
     std::vector<std::unique_ptr<Window>> windows_;
     std::map<int, std::unique_ptr<QQuickWindow>> emptyWindows_;
     std::map<int, std::unique_ptr<Tour>> tours_;

@@ -1,12 +1,14 @@
 #include "linux/windows/x11/X11ClientWindows.h"
 
 #include "linux/windows/x11/X11StackingOrder.h"
+#include "linux/windows/x11/X11WindowGeometry.h"
+#include "linux/windows/x11/X11WindowKind.h"
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <optional>
 
-#include <unistd.h>
 #include <xcb/res.h>
 
 namespace corvane::x11 {
@@ -18,10 +20,11 @@ bool contains(const std::vector<std::uint32_t>& values, std::uint32_t value) {
     return std::ranges::count(values, value) > 0;
 }
 
-/// One question for all clients; a client's words about itself can be wrong, the server's aren't.
-xcb_res_query_client_ids_cookie_t requestProcesses(const Server& server) {
-    const xcb_res_client_id_spec_t everyClient{XCB_NONE, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-    return xcb_res_query_client_ids(server.get(), 1, &everyClient);
+/// Of a window's client, or one question for all clients. A client's words about itself can be
+/// wrong, the server's aren't.
+xcb_res_query_client_ids_cookie_t requestProcesses(const Server& server, xcb_window_t window) {
+    const xcb_res_client_id_spec_t which{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
+    return xcb_res_query_client_ids(server.get(), 1, &which);
 }
 
 /// The processes by client.
@@ -96,8 +99,6 @@ std::vector<xcb_window_t> listedWindows(Server& server, const Property& byAge,
 }
 
 enum Field {
-    processIdentifier,
-    machine,
     windowClass,
     gtkApplication,
     bamfFile,
@@ -106,165 +107,187 @@ enum Field {
     windowType,
     netState,
     wmState,
+    protocols,
+    title,
+    oldTitle,
     fieldCount
 };
-using Cookies = std::array<xcb_get_property_cookie_t, fieldCount>;
+struct Request {
+    std::array<xcb_get_property_cookie_t, fieldCount> fields;
+    GeometryRequest geometry;
+};
 
-Cookies requestFields(const Server& server, xcb_window_t window) {
+Request requestWindow(const Server& server, xcb_window_t window) {
     const auto& atoms = server.atoms();
-    Cookies cookies;
-    const auto request = [&](Field field, xcb_atom_t atom) {
-        cookies[field] = server.requestProperty(window, atom);
-    };
-    request(processIdentifier, atoms.netWmPid);
-    request(machine, XCB_ATOM_WM_CLIENT_MACHINE);
-    request(windowClass, XCB_ATOM_WM_CLASS);
-    request(gtkApplication, atoms.gtkApplicationId);
-    request(bamfFile, atoms.bamfDesktopFile);
-    request(kdeFile, atoms.kdeDesktopFile);
-    request(transientFor, XCB_ATOM_WM_TRANSIENT_FOR);
-    request(windowType, atoms.netWmWindowType);
-    request(netState, atoms.netWmState);
-    request(wmState, atoms.wmState);
-    return cookies;
+    const std::array<xcb_atom_t, fieldCount> names{
+        XCB_ATOM_WM_CLASS,         atoms.gtkApplicationId,
+        atoms.bamfDesktopFile,     atoms.kdeDesktopFile,
+        XCB_ATOM_WM_TRANSIENT_FOR, atoms.netWmWindowType,
+        atoms.netWmState,          atoms.wmState,
+        atoms.wmProtocols,         atoms.netWmName,
+        XCB_ATOM_WM_NAME};
+    Request request;
+    for (std::size_t field = 0; field < fieldCount; ++field)
+        request.fields[field] = server.requestProperty(window, names[field]);
+    request.geometry = requestGeometry(server, window);
+    return request;
 }
 
-bool isThisMachine(const std::string& name) {
-    char own[256] = {};
-    return ::gethostname(own, sizeof own - 1) == 0 && name == own;
+std::string fromLatin1(const std::string& text) {
+    std::string result;
+    for (const unsigned char letter : text) {
+        if (letter < 0x80) {
+            result += static_cast<char>(letter);
+        } else {
+            result += static_cast<char>(0xC0 | letter >> 6);
+            result += static_cast<char>(0x80 | (letter & 0x3F));
+        }
+    }
+    return result;
+}
+
+std::optional<std::string> titleIn(const Property& title, const Property& oldTitle,
+                                   const Atoms& atoms) {
+    if (title.exists()) return title.bytes;
+    if (!oldTitle.exists()) return std::nullopt;
+    return oldTitle.type == atoms.utf8String ? oldTitle.bytes : fromLatin1(oldTitle.bytes);
+}
+
+WindowLayer layerOf(const WindowStates& states) {
+    if (states.above) return WindowLayer::above;
+    return states.below ? WindowLayer::below : WindowLayer::normal;
 }
 
 /// Nothing for a window that is gone by now.
-std::optional<ClientWindow> readWindow(Server& server, xcb_window_t window, const Cookies& cookies,
-                                       Deadline deadline) {
+std::optional<ManagedWindow> readWindow(Server& server, const WindowRef& window,
+                                        const Request& request,
+                                        std::optional<std::uint32_t> currentDesktop,
+                                        Deadline deadline) {
     std::array<Property, fieldCount> fields;
     for (std::size_t field = 0; field < fieldCount; ++field)
-        fields[field] = server.property(cookies[field], deadline);
-    if (fields[wmState].windowIsGone) return std::nullopt;
+        fields[field] = server.property(request.fields[field], deadline);
+    const auto geometry = readGeometry(server, request.geometry, deadline);
+    if (!geometry) return std::nullopt;
 
-    ClientWindow result{.window = window};
-    if (isThisMachine(fields[machine].text())) {
-        result.processIdentifier =
-            static_cast<pid_t>(fields[processIdentifier].firstNumber().value_or(0));
-    }
+    const auto& atoms = server.atoms();
+    ManagedWindow result{.window = window};
     const auto names = fields[windowClass].texts();
-    if (!names.empty()) result.instanceName = names[0];
-    if (names.size() > 1) result.className = names[1];
-    result.gtkApplicationId = fields[gtkApplication].text();
-    result.desktopFileHint = fields[bamfFile].text();
-    if (result.desktopFileHint.empty()) result.desktopFileHint = fields[kdeFile].text();
-    const auto owner = fields[transientFor].firstNumber().value_or(0);
-    if (owner != server.root()) result.transientFor = owner;
-    result.kind = kindOf(fields[windowType], server.atoms());
-    const auto states = fields[netState].numbers();
+    if (!names.empty()) result.hints.instanceName = names[0];
+    if (names.size() > 1) result.hints.className = names[1];
+    result.hints.applicationId = fields[gtkApplication].text();
+    result.hints.desktopFile = fields[bamfFile].text();
+    if (result.hints.desktopFile.empty()) result.hints.desktopFile = fields[kdeFile].text();
+    const auto owner = fields[transientFor].firstNumber().value_or(XCB_NONE);
+    if (owner != XCB_NONE && owner != server.root()) result.owner = owner;
+    result.title = titleIn(fields[title], fields[oldTitle], atoms);
+    result.kind = kindOf(fields[windowType], atoms);
     constexpr std::uint32_t iconic = 3;
-    result.skipsTaskbar = contains(states, server.atoms().stateSkipTaskbar);
-    result.isIconified = contains(states, server.atoms().stateHidden) ||
-                         fields[wmState].firstNumber().value_or(0) == iconic;
+    const auto& states = geometry->states;
+    result.layer = layerOf(states);
+    result.frame = geometry->visible().rect();
+    if (geometry->desktop && geometry->desktop != everyDesktop)
+        result.workspace = std::to_string(*geometry->desktop);
+    result.isOnScreen = geometry->isOnScreen(currentDesktop);
+    result.isMinimized = states.hidden || fields[wmState].firstNumber() == iconic;
+    result.isFullscreen = states.fullscreen;
+    result.isMaximized = states.maximizedHorizontally && states.maximizedVertically;
+    result.skipsTaskbar = contains(fields[netState].numbers(), atoms.stateSkipTaskbar);
+    result.canBeAskedToClose = contains(fields[protocols].numbers(), atoms.wmDeleteWindow);
     return result;
 }
 
-/// Only windows whose client the server can't tell the process of are asked themselves.
-std::vector<OwnedWindow> withProcesses(Server& server, const std::vector<xcb_window_t>& windows,
-                                       const Processes& processes, Deadline deadline) {
-    struct Request {
-        std::size_t index;
-        xcb_get_property_cookie_t processIdentifier;
-        xcb_get_property_cookie_t machine;
-    };
-    std::vector<OwnedWindow> result;
-    std::vector<Request> requests;
-    for (const auto window : windows) {
-        const auto process = processes.find(server.clientOf(window));
-        if (process != processes.end()) {
-            result.push_back({window, process->second});
-            continue;
-        }
-        requests.push_back({result.size(), server.requestProperty(window, server.atoms().netWmPid),
-                            server.requestProperty(window, XCB_ATOM_WM_CLIENT_MACHINE)});
-        result.push_back({window});
-    }
-    for (const auto& request : requests) {
-        const auto process = server.property(request.processIdentifier, deadline).numbers();
-        const auto machine = server.property(request.machine, deadline).text();
-        if (process.empty() || !isThisMachine(machine)) continue;
-        result[request.index].processIdentifier = static_cast<pid_t>(process.front());
-    }
-    return result;
+pid_t processIn(const Processes& processes, const Server& server, xcb_window_t window) {
+    const auto process = processes.find(server.clientOf(window));
+    return process == processes.end() ? 0 : process->second;
+}
+
+struct ListRequest {
+    xcb_get_property_cookie_t byAge, stacking;
+};
+
+ListRequest requestList(const Server& server) {
+    const auto& atoms = server.atoms();
+    return {server.requestProperty(server.root(), atoms.netClientList, mostWindows),
+            server.requestProperty(server.root(), atoms.netClientListStacking, mostWindows)};
+}
+
+std::vector<xcb_window_t> readList(Server& server, const ListRequest& request, Deadline deadline) {
+    const Property age = server.property(request.byAge, deadline);
+    auto windows =
+        listedWindows(server, age, server.property(request.stacking, deadline), deadline);
+    if (windows.size() > mostWindows) windows.resize(mostWindows);
+    return windows;
 }
 
 } // namespace
 
-Clients clients(Server& server, Deadline deadline) {
-    constexpr std::uint32_t longestList = 4096;
-    const auto& atoms = server.atoms();
-    const auto byAge = server.requestProperty(server.root(), atoms.netClientList, longestList);
-    const auto stacking =
-        server.requestProperty(server.root(), atoms.netClientListStacking, longestList);
-    const auto check = server.requestProperty(server.root(), atoms.netSupportingWmCheck);
-    std::optional<xcb_res_query_client_ids_cookie_t> processIds;
-    if (server.tellsProcesses()) processIds = requestProcesses(server);
-
-    const Property age = server.property(byAge, deadline);
-    const auto windows = listedWindows(server, age, server.property(stacking, deadline), deadline);
-    const auto manager = server.property(check, deadline).firstNumber().value_or(0);
-    const auto managersCheck = server.requestProperty(manager, atoms.netSupportingWmCheck);
-    const auto managersProcess = server.requestProperty(manager, atoms.netWmPid);
-    std::vector<Cookies> cookies;
-    for (const auto window : windows)
-        cookies.push_back(requestFields(server, window));
-
-    Clients result;
-    if (processIds) result.processes = readProcesses(server, *processIds, deadline);
-    const auto processOf = [&](std::uint32_t client, pid_t itsOwnWord) {
-        const auto process = result.processes.find(client);
-        return process == result.processes.end() ? itsOwnWord : process->second;
+xcb_window_t windowManager(Server& server, Deadline deadline) {
+    const auto check = server.atoms().netSupportingWmCheck;
+    const auto named = [&](xcb_window_t window) {
+        return server.property(server.requestProperty(window, check), deadline)
+            .firstNumber()
+            .value_or(XCB_NONE);
     };
-    result.server = server.processIdentifier();
-    const auto managersWord =
-        static_cast<pid_t>(server.property(managersProcess, deadline).firstNumber().value_or(0));
-    // One that has gone leaves its word on the root window.
-    if (manager != XCB_NONE &&
-        server.property(managersCheck, deadline).firstNumber().value_or(0) == manager) {
-        result.hasWindowManager = true;
-        result.windowManager = processOf(server.clientOf(manager), managersWord);
+    const auto manager = named(server.root());
+    // One that has gone leaves only its name on the root window.
+    return manager != XCB_NONE && named(manager) == manager ? manager : XCB_NONE;
+}
+
+WindowsNow readWindows(Server& server, Deadline deadline) {
+    const auto& atoms = server.atoms();
+    const auto list = requestList(server);
+    const auto active = server.requestProperty(server.root(), atoms.netActiveWindow);
+    const auto desktop = server.requestProperty(server.root(), atoms.netCurrentDesktop);
+    std::optional<xcb_res_query_client_ids_cookie_t> processIds;
+    if (server.tellsProcesses()) processIds = requestProcesses(server, XCB_NONE);
+
+    const auto windows = readList(server, list, deadline);
+    std::vector<Request> requests;
+    for (const auto window : windows)
+        requests.push_back(requestWindow(server, window));
+
+    WindowsNow result;
+    const auto activeWindow = server.property(active, deadline).firstNumber().value_or(XCB_NONE);
+    if (activeWindow != XCB_NONE) result.active = activeWindow;
+    const auto currentDesktop = server.property(desktop, deadline).firstNumber();
+    Processes processes;
+    if (processIds) {
+        processes = readProcesses(server, *processIds, deadline);
+        auto& connected = result.connected.emplace();
+        for (const auto& [client, process] : processes)
+            connected.insert(process);
     }
     for (std::size_t i = 0; i < windows.size(); ++i) {
-        auto window = readWindow(server, windows[i], cookies[i], deadline);
-        if (!window) continue;
-        window->processIdentifier =
-            processOf(server.clientOf(windows[i]), window->processIdentifier);
-        result.windows.push_back(std::move(*window));
+        const WindowRef reference{windows[i], processIn(processes, server, windows[i])};
+        auto window = readWindow(server, reference, requests[i], currentDesktop, deadline);
+        if (window) result.windows.push_back(std::move(*window));
+    }
+    const auto manager = processIn(processes, server, windowManager(server, deadline));
+    for (const auto process : {manager, server.processIdentifier()}) {
+        if (process > 0) result.session.insert(process);
     }
     return result;
 }
 
+std::optional<ManagedWindow> readWindow(Server& server, const WindowRef& window,
+                                        Deadline deadline) {
+    const auto desktop = server.requestProperty(server.root(), server.atoms().netCurrentDesktop);
+    const auto request = requestWindow(server, idOf(window));
+    const bool isThere = exists(server, window, deadline);
+    const auto currentDesktop = server.property(desktop, deadline).firstNumber();
+    auto result = readWindow(server, window, request, currentDesktop, deadline);
+    return isThere ? result : std::nullopt;
+}
+
 std::vector<xcb_window_t> clientWindowIds(Server& server, Deadline deadline) {
-    constexpr std::uint32_t longestList = 4096;
-    const auto& atoms = server.atoms();
-    const auto byAge = server.requestProperty(server.root(), atoms.netClientList, longestList);
-    const auto stacking =
-        server.requestProperty(server.root(), atoms.netClientListStacking, longestList);
-    const Property age = server.property(byAge, deadline);
-    return listedWindows(server, age, server.property(stacking, deadline), deadline);
+    return readList(server, requestList(server), deadline);
 }
 
-std::vector<OwnedWindow> ownedWindows(Server& server, Deadline deadline) {
-    std::optional<xcb_res_query_client_ids_cookie_t> processIds;
-    if (server.tellsProcesses()) processIds = requestProcesses(server);
-    const auto windows = clientWindowIds(server, deadline);
-    const auto processes = processIds ? readProcesses(server, *processIds, deadline) : Processes();
-    return withProcesses(server, windows, processes, deadline);
-}
-
-pid_t processOf(Server& server, xcb_window_t window, Deadline deadline) {
-    Processes processes;
-    if (server.tellsProcesses()) {
-        const xcb_res_client_id_spec_t client{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-        const auto cookie = xcb_res_query_client_ids(server.get(), 1, &client);
-        processes = readProcesses(server, cookie, deadline);
-    }
-    return withProcesses(server, {window}, processes, deadline).front().processIdentifier;
+bool exists(Server& server, const WindowRef& window, Deadline deadline) {
+    if (!server.tellsProcesses()) return window.process == 0;
+    const auto cookie = requestProcesses(server, idOf(window));
+    return processIn(readProcesses(server, cookie, deadline), server, idOf(window)) ==
+           window.process;
 }
 
 } // namespace corvane::x11

@@ -1,5 +1,7 @@
 #include "linux/windows/x11/X11Connection.h"
 
+#include "linux/system/ProcessFacts.h"
+
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -23,7 +25,6 @@ constexpr std::pair<std::string_view, xcb_atom_t Atoms::*> atomNames[]{
     {"_NET_CLOSE_WINDOW", &Atoms::netCloseWindow},
     {"WM_PROTOCOLS", &Atoms::wmProtocols},
     {"WM_DELETE_WINDOW", &Atoms::wmDeleteWindow},
-    {"_NET_WM_PID", &Atoms::netWmPid},
     {"_NET_WM_WINDOW_TYPE", &Atoms::netWmWindowType},
     {"_NET_WM_WINDOW_TYPE_NORMAL", &Atoms::typeNormal},
     {"_NET_WM_WINDOW_TYPE_DIALOG", &Atoms::typeDialog},
@@ -63,6 +64,15 @@ constexpr std::pair<std::string_view, xcb_atom_t Atoms::*> atomNames[]{
 /// The first version whose QueryClientIds there is.
 constexpr std::uint32_t resMajor = 1;
 constexpr std::uint32_t resMinor = 2;
+
+/// The process at the other end; 0 where it isn't of this machine and process space. One below has
+/// a number here too, but tells its clients by the numbers that they have there.
+pid_t processBehind(int socket) {
+    ucred peer{};
+    socklen_t size = sizeof peer;
+    if (::getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &size) != 0) return 0;
+    return processSpacesOf(peer.pid) == 1 ? peer.pid : 0;
+}
 
 } // namespace
 
@@ -123,8 +133,9 @@ bool Server::prepare(int screen) {
         if (!atom) return false;
         atoms_.*atomNames[i].second = atom->atom;
     }
+    process_ = processBehind(xcb_get_file_descriptor(get()));
     const auto* extension = xcb_get_extension_data(get(), &xcb_res_id);
-    if (extension && extension->present) {
+    if (process_ > 0 && extension && extension->present) {
         const Reply<xcb_res_query_version_reply_t> version(xcb_res_query_version_reply(
             get(), xcb_res_query_version(get(), resMajor, resMinor), nullptr));
         tellsProcesses_ =
@@ -134,13 +145,6 @@ bool Server::prepare(int screen) {
     const auto* randr = xcb_get_extension_data(get(), &xcb_randr_id);
     tellsMonitors_ = randr && randr->present;
     return !failed();
-}
-
-pid_t Server::processIdentifier() const {
-    ucred peer{};
-    socklen_t size = sizeof peer;
-    const int socket = xcb_get_file_descriptor(get());
-    return ::getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 ? peer.pid : 0;
 }
 
 xcb_get_property_cookie_t Server::requestProperty(xcb_window_t window, xcb_atom_t atom,

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "linux/windows/WindowSystem.h"
+
 #include <array>
 #include <chrono>
 #include <cstdint>
@@ -15,15 +17,9 @@
 #include <sys/types.h>
 #include <xcb/xcb.h>
 
-/// The X server, with no wait that lasts longer than its deadline. Not thread-safe.
+/// The X server, asked so that nothing but `Server::open` outlasts its deadline. Of one thread at a
+/// time.
 namespace corvane::x11 {
-
-using Deadline = std::chrono::steady_clock::time_point;
-
-/// As long as any operation of the seam waits.
-inline Deadline halfASecondFromNow() {
-    return std::chrono::steady_clock::now() + std::chrono::milliseconds(500);
-}
 
 struct Free {
     void operator()(void* memory) const { std::free(memory); }
@@ -40,7 +36,6 @@ struct Atoms {
     xcb_atom_t netCloseWindow = 0;
     xcb_atom_t wmProtocols = 0;
     xcb_atom_t wmDeleteWindow = 0;
-    xcb_atom_t netWmPid = 0;
     xcb_atom_t netWmWindowType = 0;
     xcb_atom_t typeNormal = 0;
     xcb_atom_t typeDialog = 0;
@@ -104,10 +99,11 @@ public:
     xcb_connection_t* get() const { return connection_.get(); }
     xcb_window_t root() const { return root_; }
     const Atoms& atoms() const { return atoms_; }
-    /// The extension that tells the process of a client is there.
+    /// It tells the processes of its clients, and by the numbers that they have here: it runs on
+    /// this machine and in this process space.
     bool tellsProcesses() const { return tellsProcesses_; }
-    /// Of the process that listens for clients on this machine; 0 for a server on another one.
-    pid_t processIdentifier() const;
+    /// Of the process that listens for clients; 0 for a server of another machine or space.
+    pid_t processIdentifier() const { return process_; }
     /// The extension that tells the monitors is there.
     bool tellsMonitors() const { return tellsMonitors_; }
     /// What of a window's id tells its client.
@@ -153,6 +149,7 @@ private:
     std::unique_ptr<xcb_connection_t, Disconnect> connection_;
     xcb_window_t root_ = XCB_NONE;
     std::uint32_t idMask_ = 0;
+    pid_t process_ = 0;
     Atoms atoms_;
     bool tellsProcesses_ = false;
     bool tellsMonitors_ = false;

@@ -1,8 +1,9 @@
 #include "linux/windows/x11/X11WindowControl.h"
 
+#include "linux/windows/Approach.h"
+
 #include <algorithm>
-#include <array>
-#include <cstdlib>
+#include <cmath>
 
 namespace corvane::x11 {
 namespace {
@@ -22,15 +23,16 @@ constexpr auto reserveForMove = 150ms;
 
 constexpr std::uint32_t fromPager = 2;
 
-Frame wished(const Wish& wish, const WindowGeometry& geometry) {
-    const Frame now = geometry.visible();
-    return {wish.x.value_or(now.x), wish.y.value_or(now.y), wish.width.value_or(now.width),
-            wish.height.value_or(now.height)};
+/// The protocol has 16 bits for each number.
+int inPixels(double value, int least) {
+    constexpr double most = 0x7FFF;
+    return static_cast<int>(std::lround(std::clamp(value, double(least), most)));
 }
 
-int distance(const Frame& a, const Frame& b) {
-    return std::abs(a.x - b.x) + std::abs(a.y - b.y) + std::abs(a.width - b.width) +
-           std::abs(a.height - b.height);
+Frame inPixels(const PixelRect& rect) {
+    constexpr int leastPlace = -0x7FFF;
+    return {inPixels(rect.origin.x, leastPlace), inPixels(rect.origin.y, leastPlace),
+            inPixels(rect.size.width, 1), inPixels(rect.size.height, 1)};
 }
 
 /// What to ask a window manager for, so that the visible frame becomes that one by the margins of
@@ -44,8 +46,7 @@ Frame aimAt(const Frame& visible, const WindowGeometry& geometry) {
 }
 
 bool isBound(const WindowStates& states) {
-    return states.fullscreen || states.maximizedHorizontally || states.maximizedVertically ||
-           states.shaded;
+    return states.maximizedHorizontally || states.maximizedVertically || states.shaded;
 }
 
 } // namespace
@@ -69,100 +70,73 @@ WindowControl::~WindowControl() {
     xcb_flush(server_.get());
 }
 
-WindowControl::Outcome WindowControl::place(const Wish& wish) {
-    if (!look()) return Outcome::windowIsGone;
-    if (wished(wish, now_) == now_.visible() && !now_.states.shaded) return Outcome::done;
+WindowAnswer WindowControl::place(const FrameWish& wish) {
+    if (!look()) return WindowAnswer::gone;
+    const Frame now = now_.visible();
+    if (inPixels(wishedFrame(wish, now.rect())) == now && !now_.states.shaded)
+        return WindowAnswer::done;
+    if (now_.states.fullscreen) return WindowAnswer::refused;
     if (isBound(now_.states)) {
-        if (const auto outcome = leaveStates(); outcome != Outcome::done) return outcome;
+        if (const auto answer = leaveStates(); answer != WindowAnswer::done) return answer;
     }
-    // What isn't asked for stays as it is from here on, however often the rest is tried.
-    const Frame target = wished(wish, now_);
-    const Frame start = now_.visible();
-    const bool isHeard = approach(target);
-    if (!exists_) return Outcome::windowIsGone;
-    const Frame end = now_.visible();
-    if (end == target) return Outcome::done;
-    // Steps and limits of a window's size are its own, but a place that isn't taken is refused.
-    const bool hasWishedSize =
-        wish.width && end.width == target.width && end.height == target.height;
-    const bool isIgnored =
-        end == start && (target.x != end.x || target.y != end.y) && !hasWishedSize;
-    return isHeard && !isIgnored ? Outcome::done : Outcome::refused;
+    return askFor(wish);
 }
 
-/// Asks for the frame until it is there, or as near as it gets. False where there was no answer.
-bool WindowControl::approach(const Frame& target) {
-    struct Attempt {
-        Frame aim;
-        Frame frame;
-    };
-    std::optional<Attempt> best;
+WindowAnswer WindowControl::askFor(const FrameWish& wish) {
+    using Asked = ApproachSteps::Asked;
+    const Frame target = inPixels(wishedFrame(wish, now_.visible().rect()));
+    FrameWish whole;
+    if (wish.origin) whole.origin = target.rect().origin;
+    if (wish.size) whole.size = target.rect().size;
     std::optional<Frame> lastAim;
-    const auto tryAim = [&](const Frame& aim) {
+    const auto ask = [&](const PixelRect& frame) {
+        const Frame aim = aimAt(inPixels(frame), now_);
+        if (aim == lastAim) return Asked::nothingNew;
         lastAim = aim;
         requestFrame(aim);
-        return settle([&] { return now_.visible() == target; }, quietAfterMove);
+        const bool isAnswered = settle([&] { return now_.visible() == target; }, quietAfterMove);
+        return isAnswered ? Asked::answered : Asked::unanswered;
     };
-    int offsetX = 0;
-    int offsetY = 0;
-    constexpr int mostTries = 4;
-    for (int tries = 0; tries < mostTries; ++tries) {
-        const Frame before = now_.visible();
-        if (before == target) return true;
-        if (isLate()) return false;
-        Frame aim = aimAt(target, now_);
-        aim.x += offsetX;
-        aim.y += offsetY;
-        if (aim == lastAim) break;
-        if (!tryAim(aim)) return false;
-        if (!exists_) return true;
-        const Frame after = now_.visible();
-        if (!best || distance(target, after) < distance(target, best->frame)) best = {aim, after};
-        // Some window managers take the first request for another one, so the second shows.
-        if (tries > 0 && after == before) break;
-        offsetX += target.x - after.x;
-        offsetY += target.y - after.y;
-    }
-    if (best && now_.visible() != best->frame && !isLate()) tryAim(best->aim);
-    return true;
+    const auto seen = [&] { return exists_ ? std::optional(now_.visible().rect()) : std::nullopt; };
+    return approach(whole, {ask, seen, [&] { return isLate(); }});
 }
 
-WindowControl::Outcome WindowControl::setFullscreen(bool fullscreen) {
-    if (!look()) return Outcome::windowIsGone;
-    if (now_.states.fullscreen == fullscreen) return Outcome::done;
-    requestState(fullscreen, server_.atoms().stateFullscreen);
-    return settleState([&] { return now_.states.fullscreen == fullscreen; });
+WindowAnswer WindowControl::setFullscreen(bool on) {
+    if (!look()) return WindowAnswer::gone;
+    if (now_.states.fullscreen == on) return WindowAnswer::done;
+    requestState(on, server_.atoms().stateFullscreen);
+    return settleState([&] { return now_.states.fullscreen == on; });
 }
 
-WindowControl::Outcome WindowControl::toggleMaximized() {
-    if (!look()) return Outcome::windowIsGone;
-    const auto isMaximized = [&] {
-        return now_.states.maximizedHorizontally && now_.states.maximizedVertically;
+WindowAnswer WindowControl::setMaximized(bool on) {
+    if (!look()) return WindowAnswer::gone;
+    const auto isThere = [&] {
+        return now_.states.maximizedHorizontally == on && now_.states.maximizedVertically == on;
     };
-    const bool wanted = !isMaximized();
-    requestState(wanted, server_.atoms().stateMaximizedVert, server_.atoms().stateMaximizedHorz);
-    return settleState([&] { return isMaximized() == wanted; });
+    if (isThere()) return WindowAnswer::done;
+    requestState(on, server_.atoms().stateMaximizedVert, server_.atoms().stateMaximizedHorz);
+    return settleState(isThere);
 }
 
-WindowControl::Outcome WindowControl::leaveStates() {
+WindowAnswer WindowControl::leaveStates() {
     const auto& atoms = server_.atoms();
     const auto states = now_.states;
-    if (states.fullscreen) requestState(false, atoms.stateFullscreen);
     if (states.maximizedHorizontally || states.maximizedVertically) {
         requestState(false, atoms.stateMaximizedVert, atoms.stateMaximizedHorz);
     }
     if (states.shaded) requestState(false, atoms.stateShaded);
     // Moved in such a state, a window would come back to another place when it leaves it.
-    const auto outcome = settleState([&] { return !isBound(now_.states); });
-    if (outcome == Outcome::done) waitForRest(now_.shadows ? restWithShadows : rest);
-    return exists_ ? outcome : Outcome::windowIsGone;
+    const auto answer = settleState([&] { return !isBound(now_.states); });
+    if (answer == WindowAnswer::done) waitForRest(now_.shadows ? restWithShadows : rest);
+    return exists_ ? answer : WindowAnswer::gone;
 }
 
 template <typename Reached>
-WindowControl::Outcome WindowControl::settleState(Reached&& reached) {
-    settle(reached, quietAfterState);
-    if (!exists_) return Outcome::windowIsGone;
-    return reached() ? Outcome::done : Outcome::refused;
+WindowAnswer WindowControl::settleState(Reached&& reached) {
+    const bool isAnswered = settle(reached, quietAfterState);
+    if (!exists_) return WindowAnswer::gone;
+    if (reached()) return WindowAnswer::done;
+    return isAnswered ? WindowAnswer::refused : WindowAnswer::unanswered;
 }
 
 bool WindowControl::look() {

@@ -6,14 +6,6 @@
 
 namespace corvane::x11 {
 
-/// What may be asked of a window's visible frame; the rest stays.
-struct Wish {
-    std::optional<int> x = {};
-    std::optional<int> y = {};
-    std::optional<int> width = {};
-    std::optional<int> height = {};
-};
-
 /// What is learnt about the window manager from one talk to the next.
 struct ManagerHabits {
     bool answersMarks = false;
@@ -28,34 +20,25 @@ public:
     ~WindowControl();
     WindowControl(const WindowControl&) = delete;
 
-    enum class Outcome {
-        /// The window manager did it, or as much of it as the window's steps and limits allow.
-        done,
-        windowIsGone,
-        /// The window manager said nothing, or left the window in a state in which it can't.
-        refused
-    };
-    /// Moves and resizes. A window that has to is taken out of fullscreen, maximization and shade
-    /// before.
-    Outcome place(const Wish& wish);
-    Outcome setFullscreen(bool fullscreen);
-    /// Maximizes, or back where it is maximized both ways.
-    Outcome toggleMaximized();
+    /// The operations of the same names of `WindowSystem`.
+    WindowAnswer place(const FrameWish& wish);
+    WindowAnswer setFullscreen(bool on);
+    WindowAnswer setMaximized(bool on);
 
 private:
     bool look();
-    bool approach(const Frame& target);
+    WindowAnswer askFor(const FrameWish& wish);
     template <typename Reached>
     bool settle(Reached&& reached, std::chrono::milliseconds quiet);
     template <typename Reached>
-    Outcome settleState(Reached&& reached);
+    WindowAnswer settleState(Reached&& reached);
     void waitForRest(std::chrono::milliseconds length);
     bool isAnswer(const xcb_generic_event_t& event);
     void askManager(xcb_window_t window, xcb_atom_t type, const Server::Message& message);
     void requestMark();
     void requestFrame(const Frame& aim);
     void requestState(bool wanted, xcb_atom_t first, xcb_atom_t second = XCB_NONE);
-    Outcome leaveStates();
+    WindowAnswer leaveStates();
     bool isLate() const;
 
     Server& server_;

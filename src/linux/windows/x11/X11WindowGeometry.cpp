@@ -34,7 +34,6 @@ WindowStates statesIn(const Property& property, const Atoms& atoms) {
 
 // Some window managers leave windows that are iconified or on another desktop mapped.
 bool WindowGeometry::isOnScreen(std::optional<std::uint32_t> currentDesktop) const {
-    constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
     const bool isHere =
         !desktop || !currentDesktop || desktop == everyDesktop || desktop == currentDesktop;
     return isViewable && isHere && !states.hidden;

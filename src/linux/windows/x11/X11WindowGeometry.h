@@ -14,6 +14,7 @@ struct Frame {
     int height = 0;
 
     bool operator==(const Frame&) const = default;
+    PixelRect rect() const { return {{double(x), double(y)}, {double(width), double(height)}}; }
 };
 
 /// The widths of something around a window.
@@ -38,6 +39,9 @@ struct WindowStates {
 
     bool operator==(const WindowStates&) const = default;
 };
+
+/// The number of a window that is on all desktops.
+inline constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
 
 /// How a client window stands on the display.
 struct WindowGeometry {

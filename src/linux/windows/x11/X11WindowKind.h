@@ -4,15 +4,6 @@
 
 namespace corvane::x11 {
 
-enum class WindowKind {
-    /// A normal window or a dialog.
-    ordinary,
-    dock,
-    desktop,
-    /// A menu, a tool bar, a splash screen...
-    other
-};
-
 /// From "_NET_WM_WINDOW_TYPE".
 WindowKind kindOf(const Property& types, const Atoms& atoms);
 

@@ -1,0 +1,71 @@
+#include "linux/windows/RecentWindows.h"
+
+#include <algorithm>
+
+namespace corvane {
+
+template <typename Value>
+bool RecentWindows::Reading<Value>::isRecent() const {
+    constexpr auto lifetime = std::chrono::milliseconds(50);
+    return value && std::chrono::steady_clock::now() - came < lifetime;
+}
+
+template <typename Value, typename Read>
+std::optional<Value> RecentWindows::recent(Reading<Value>& reading, Read&& read) {
+    const std::lock_guard lock(mutex_);
+    if (!reading.isRecent()) {
+        reading.value = read();
+        reading.came = std::chrono::steady_clock::now();
+    }
+    return reading.value;
+}
+
+/// What was read while the request was on its way may be from before it.
+WindowAnswer RecentWindows::requested(WindowAnswer answer) {
+    const std::lock_guard lock(mutex_);
+    windows_ = {};
+    monitors_ = {};
+    return answer;
+}
+
+std::optional<WindowsNow> RecentWindows::windows(Deadline by) {
+    return recent(windows_, [&] { return system_.windows(by); });
+}
+
+std::optional<ManagedWindow> RecentWindows::window(const WindowRef& window, Deadline by) {
+    {
+        const std::lock_guard lock(mutex_);
+        if (windows_.isRecent()) {
+            const auto& all = windows_.value->windows;
+            const auto found = std::ranges::find(all, window, &ManagedWindow::window);
+            if (found != all.end()) return *found;
+        }
+    }
+    return system_.window(window, by);
+}
+
+std::optional<std::vector<Monitor>> RecentWindows::monitors(Deadline by) {
+    return recent(monitors_, [&] { return system_.monitors(by); });
+}
+
+WindowAnswer RecentWindows::place(const WindowRef& window, const FrameWish& wish, Deadline by) {
+    return requested(system_.place(window, wish, by));
+}
+
+WindowAnswer RecentWindows::setFullscreen(const WindowRef& window, bool on, Deadline by) {
+    return requested(system_.setFullscreen(window, on, by));
+}
+
+WindowAnswer RecentWindows::setMaximized(const WindowRef& window, bool on, Deadline by) {
+    return requested(system_.setMaximized(window, on, by));
+}
+
+WindowAnswer RecentWindows::activate(const WindowRef& window, Deadline by) {
+    return requested(system_.activate(window, by));
+}
+
+WindowAnswer RecentWindows::askToClose(std::span<const WindowRef> windows, Deadline by) {
+    return requested(system_.askToClose(windows, by));
+}
+
+} // namespace corvane

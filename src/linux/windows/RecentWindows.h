@@ -1,0 +1,46 @@
+#pragma once
+
+#include "linux/windows/WindowSystem.h"
+
+#include <mutex>
+
+namespace corvane {
+
+/// A window system that is asked anew only where its last answer is older than 50 ms or something
+/// has been requested since, for those who put many questions in one go. Whoever decides over the
+/// end of a process asks the bare system.
+class RecentWindows final : public WindowSystem {
+public:
+    /// The system outlives this.
+    explicit RecentWindows(WindowSystem& system) : system_(system) {}
+
+    bool isReady(Deadline by) override { return system_.isReady(by); }
+    Abilities abilities(Deadline by) override { return system_.abilities(by); }
+    std::optional<WindowsNow> windows(Deadline by) override;
+    std::optional<ManagedWindow> window(const WindowRef& window, Deadline by) override;
+    std::optional<std::vector<Monitor>> monitors(Deadline by) override;
+    WindowAnswer place(const WindowRef& window, const FrameWish& wish, Deadline by) override;
+    WindowAnswer setFullscreen(const WindowRef& window, bool on, Deadline by) override;
+    WindowAnswer setMaximized(const WindowRef& window, bool on, Deadline by) override;
+    WindowAnswer activate(const WindowRef& window, Deadline by) override;
+    WindowAnswer askToClose(std::span<const WindowRef> windows, Deadline by) override;
+
+private:
+    template <typename Value>
+    struct Reading {
+        std::optional<Value> value;
+        std::chrono::steady_clock::time_point came;
+
+        bool isRecent() const;
+    };
+    template <typename Value, typename Read>
+    std::optional<Value> recent(Reading<Value>& reading, Read&& read);
+    WindowAnswer requested(WindowAnswer answer);
+
+    WindowSystem& system_;
+    std::mutex mutex_;
+    Reading<WindowsNow> windows_;
+    Reading<std::vector<Monitor>> monitors_;
+};
+
+} // namespace corvane
