@@ -5,6 +5,7 @@
 #include "desktop/harness/Desktop.h"
 #include "desktop/harness/Scene.h"
 #include "desktop/harness/TrayHost.h"
+#include "foundation/PropertyList.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -80,10 +81,11 @@ void endure(int rounds) {
         resources.push_back({program, "application", "/Applications/" + program + ".app"});
     }
     writeFile(desktop.preferencesFile(),
-              "<plist version=\"1.0\"><dict><key>HasCompletedOnboarding</key><true/>"
-              "<key>CorvaneEnableAccessibilityFeatures</key><true/>"
-              "<key>CorvaneAutoSaveLayouts</key><true/>"
-              "<key>CorvaneShowWorkspaceClosedAlert</key><false/></dict></plist>\n");
+              PropertyList{PropertyList::Dictionary{{"HasCompletedOnboarding", {true}},
+                                                    {"CorvaneEnableAccessibilityFeatures", {true}},
+                                                    {"CorvaneAutoSaveLayouts", {true}},
+                                                    {"CorvaneShowWorkspaceClosedAlert", {false}}}}
+                  .toBinary());
     writeFile(desktop.workspacesFile(), workspacesJson({{"Work", "", "star", resources}}));
     const TrayHost tray(desktop.busAddress());
     const auto process = desktop.startCorvane().pid();

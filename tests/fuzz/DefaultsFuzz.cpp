@@ -24,13 +24,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     auto platform = desktop.platform();
     BookmarkManager bookmarks(desktop.files, desktop.bookmarks, desktop.queue);
     const WorkspaceStore store(platform, bookmarks);
-    for (const auto* flag :
-         {&store.focusMode, &store.autoSaveLayouts, &store.hasShownFullscreenLimitationAlert,
-          &store.enableAccessibilityFeatures, &store.showLayoutSavedAlert,
-          &store.showWorkspaceClosedAlert, &store.showLayoutsDisabledAlert,
-          &store.showApplicationsClosedAlert}) {
-        if (desktop.defaults.find(flag->key())->second != PropertyList{flag->get()})
-            __builtin_trap();
+    const std::pair<const char*, const Preference<bool>&> flags[]{
+        {"CorvaneFocusMode", store.focusMode},
+        {"CorvaneAutoSaveLayouts", store.autoSaveLayouts},
+        {"CorvaneHasShownFullscreenAlert", store.hasShownFullscreenLimitationAlert},
+        {"CorvaneEnableAccessibilityFeatures", store.enableAccessibilityFeatures},
+        {"CorvaneShowLayoutSavedAlert", store.showLayoutSavedAlert},
+        {"CorvaneShowWorkspaceClosedAlert", store.showWorkspaceClosedAlert},
+        {"CorvaneShowLayoutsDisabledAlert", store.showLayoutsDisabledAlert},
+        {"CorvaneShowApplicationsClosedAlert", store.showApplicationsClosedAlert}};
+    for (const auto& [key, flag] : flags) {
+        if (desktop.defaults.find(key)->second != PropertyList{flag.get()}) __builtin_trap();
     }
     return 0;
 }

@@ -1,6 +1,7 @@
 #include "desktop/harness/Desktop.h"
 
 #include "desktop/harness/Scene.h"
+#include "foundation/PropertyList.h"
 #include "foundation/Text.h"
 
 #include <algorithm>
@@ -107,8 +108,9 @@ void Desktop::prepareHome() const {
 }
 
 void Desktop::skipIntroduction() const {
-    writeFile(preferencesFile(), "<plist version=\"1.0\"><dict>"
-                                 "<key>HasCompletedOnboarding</key><true/></dict></plist>\n");
+    writeFile(
+        preferencesFile(),
+        PropertyList{PropertyList::Dictionary{{"HasCompletedOnboarding", {true}}}}.toBinary());
 }
 
 void Desktop::install(const std::string& id, const std::string& name,
