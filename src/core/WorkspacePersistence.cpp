@@ -139,7 +139,9 @@ std::optional<std::vector<Workspace>> WorkspacePersistence::importWorkspaces() {
 
 void WorkspacePersistence::migrateFromDocumentsIfNeeded(const std::string& file) {
     const auto legacyFile = path::join(fileSystem_.documentsDirectory(), legacyProjectsFile);
-    if (!fileSystem_.exists(legacyFile) || fileSystem_.exists(file)) return;
+    // Only where there is none for certain: one that can't be reached may be the user's newest.
+    const auto present = fileSystem_.stamp(file);
+    if (present || !present.error().isMissing || !fileSystem_.exists(legacyFile)) return;
     // The content moves, as a link would lead nowhere from its new place.
     const auto bytes = fileSystem_.readFile(legacyFile);
     auto error = bytes ? fileSystem_.createDirectory(dataDirectory()) : bytes.error();

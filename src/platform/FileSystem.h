@@ -64,7 +64,8 @@ public:
     /// The whole content. An error for what isn't a readable regular file.
     virtual Result<std::string> readFile(const std::string& path) const = 0;
     /// Replaces the content: on success all of `bytes` is on disk, on failure the old content
-    /// stands. A symbolic link is followed, permissions survive.
+    /// stands. A file that can be written but not replaced is written in place, and a crash or a
+    /// failing disk may leave a part of either. A symbolic link is followed, permissions survive.
     virtual std::optional<Error> writeFile(const std::string& path, std::string_view bytes) = 0;
     /// With the folders above it, each for this user alone; one that is there already is fine.
     virtual std::optional<Error> createDirectory(const std::string& path) = 0;

@@ -49,8 +49,14 @@ bool SimulatedFiles::isDirectory(const std::string& path) const {
     return file != contents.end() && file->first.starts_with(below);
 }
 
+bool SimulatedFiles::isReachable(const std::string& path) const {
+    const auto failing = failingLooks.find(path);
+    if (failing != failingLooks.end() && failing->second-- > 0) return false;
+    return !covers(unreachable, path);
+}
+
 bool SimulatedFiles::exists(const std::string& path) const {
-    return !covers(unreachable, path) && (contents.contains(path) || isDirectory(path));
+    return isReachable(path) && (contents.contains(path) || isDirectory(path));
 }
 
 bool SimulatedFiles::isWritable(const std::string& path) const {
@@ -85,8 +91,8 @@ SimulatedFiles::contentsOfDirectory(const std::string& path) const {
 }
 
 Result<FileStamp> SimulatedFiles::stamp(const std::string& path) const {
-    if (covers(unreachable, path)) return refusal("reached", path);
-    if (!exists(path)) return missing(path);
+    if (!isReachable(path)) return refusal("reached", path);
+    if (!contents.contains(path) && !isDirectory(path)) return missing(path);
     const auto found = contents.find(path);
     if (found == contents.end()) return FileStamp{};
     return FileStamp{.size = found->second.size(),

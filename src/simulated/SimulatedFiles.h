@@ -21,6 +21,8 @@ public:
     std::set<std::string> unremovable;
     /// What lies behind a mount that has gone: it may be there, and nobody can tell.
     std::set<std::string> unreachable;
+    /// How often a look at a path fails before it is within reach.
+    mutable std::map<std::string, int> failingLooks;
     /// The items that other users have no rights at.
     std::set<std::string> privateItems;
     /// Writes that came through, by path.
@@ -49,6 +51,8 @@ public:
     void makePrivate(const std::string& path) override { privateItems.insert(path); }
 
 private:
+    bool isReachable(const std::string& path) const;
+
     std::map<std::string, int> identities_;
     /// Where each item was last; it may be gone from there.
     std::map<int, std::string> places_;

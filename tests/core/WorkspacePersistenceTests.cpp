@@ -142,6 +142,13 @@ TEST_F(Persistence, aFileThatCanNotBeReachedIsNeverTakenForMissing) {
         return saved ? told : "failed; " + told;
     };
     desktop.files.contents[workspacesPath] = precious;
+    desktop.files.contents[legacyPath] = encodeWorkspaces({scene.workspace("Old")});
+    // Out of reach for the look at it alone.
+    desktop.files.failingLooks[workspacesPath] = 1;
+    persistence.loadWorkspaces();
+    EXPECT_EQ(desktop.files.contents.at(workspacesPath), precious)
+        << "the legacy file took its place";
+    EXPECT_TRUE(desktop.files.exists(legacyPath));
     desktop.files.unreachable = {storeFolder};
     EXPECT_TRUE(persistence.loadWorkspaces().empty());
     EXPECT_EQ(saves("A"),
