@@ -1,6 +1,6 @@
 #include "linux/windows/x11/X11Connection.h"
 
-#include "linux/system/ProcessFacts.h"
+#include "linux/system/UnixSocket.h"
 
 #include <algorithm>
 #include <array>
@@ -9,7 +9,6 @@
 #include <utility>
 
 #include <poll.h>
-#include <sys/socket.h>
 #include <xcb/randr.h>
 #include <xcb/res.h>
 #include <xcb/xcbext.h>
@@ -65,13 +64,26 @@ constexpr std::pair<std::string_view, xcb_atom_t Atoms::*> atomNames[]{
 constexpr std::uint32_t resMajor = 1;
 constexpr std::uint32_t resMinor = 2;
 
-/// The process at the other end; 0 where it isn't of this machine and process space. One below has
-/// a number here too, but tells its clients by the numbers that they have there.
-pid_t processBehind(int socket) {
-    ucred peer{};
-    socklen_t size = sizeof peer;
-    if (::getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &size) != 0) return 0;
-    return processSpacesOf(peer.pid) == 1 ? peer.pid : 0;
+/// It says so itself from version 23.1 on, and calls its outputs so before that.
+bool isXwayland(const Server& server) {
+    constexpr std::string_view name = "XWAYLAND";
+    const Reply<xcb_query_extension_reply_t> extension(xcb_query_extension_reply(
+        server.get(), xcb_query_extension(server.get(), name.size(), name.data()), nullptr));
+    if (extension && extension->present) return true;
+    if (!server.tellsMonitors()) return false;
+    const auto screen = xcb_randr_get_screen_resources_current(server.get(), server.root());
+    const Reply<xcb_randr_get_screen_resources_current_reply_t> resources(
+        xcb_randr_get_screen_resources_current_reply(server.get(), screen, nullptr));
+    if (!resources || resources->num_outputs == 0) return false;
+    const auto first = *xcb_randr_get_screen_resources_current_outputs(resources.get());
+    const Reply<xcb_randr_get_output_info_reply_t> output(xcb_randr_get_output_info_reply(
+        server.get(), xcb_randr_get_output_info(server.get(), first, resources->config_timestamp),
+        nullptr));
+    if (!output) return false;
+    const auto* letters =
+        reinterpret_cast<const char*>(xcb_randr_get_output_info_name(output.get()));
+    return std::string_view(letters, xcb_randr_get_output_info_name_length(output.get()))
+        .starts_with(name);
 }
 
 } // namespace
@@ -144,6 +156,7 @@ bool Server::prepare(int screen) {
     }
     const auto* randr = xcb_get_extension_data(get(), &xcb_randr_id);
     tellsMonitors_ = randr && randr->present;
+    isXwayland_ = x11::isXwayland(*this);
     return !failed();
 }
 

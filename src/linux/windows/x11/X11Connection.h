@@ -104,6 +104,8 @@ public:
     bool tellsProcesses() const { return tellsProcesses_; }
     /// Of the process that listens for clients; 0 for a server of another machine or space.
     pid_t processIdentifier() const { return process_; }
+    /// It shows the X11 clients of a Wayland session.
+    bool isXwayland() const { return isXwayland_; }
     /// The extension that tells the monitors is there.
     bool tellsMonitors() const { return tellsMonitors_; }
     /// What of a window's id tells its client.
@@ -152,6 +154,7 @@ private:
     pid_t process_ = 0;
     Atoms atoms_;
     bool tellsProcesses_ = false;
+    bool isXwayland_ = false;
     bool tellsMonitors_ = false;
     bool late_ = false;
 };

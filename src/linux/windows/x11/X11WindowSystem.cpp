@@ -43,6 +43,11 @@ void requestActivation(Server& server, xcb_window_t window, Deadline deadline) {
 
 } // namespace
 
+std::optional<bool> X11WindowSystem::isXwayland(Deadline by) {
+    const std::lock_guard lock(mutex_);
+    return connection_.answer(by, [](Server& server) { return server.isXwayland(); });
+}
+
 bool X11WindowSystem::isReady(Deadline by) {
     const std::lock_guard lock(mutex_);
     const auto manager =

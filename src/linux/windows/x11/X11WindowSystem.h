@@ -13,6 +13,9 @@ namespace corvane::x11 {
 /// are all 0.
 class X11WindowSystem final : public WindowSystem {
 public:
+    /// Its windows are only the X11 part of a Wayland session. Nothing where it doesn't answer.
+    std::optional<bool> isXwayland(Deadline by);
+
     bool isReady(Deadline by) override;
     Abilities abilities(Deadline by) override;
     std::optional<WindowsNow> windows(Deadline by) override;
