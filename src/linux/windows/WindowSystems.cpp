@@ -1,50 +1,99 @@
 #include "linux/windows/WindowSystems.h"
 
+#include "linux/windows/WaylandSession.h"
+#include "linux/windows/sway/SwayWindowSystem.h"
 #include "linux/windows/x11/X11WindowSystem.h"
 
 #include <cstdlib>
-#include <string_view>
+#include <mutex>
 
 namespace corvane {
 namespace {
-
-/// Stands for a session that nobody here knows.
-class UnknownWindowSystem final : public WindowSystem {
-    bool isReady(Deadline) override { return false; }
-    Abilities abilities(Deadline) override {
-        return {.whatToDoFirst = "Corvane can't see the windows of this desktop: log in to an X11 "
-                                 "session of it."};
-    }
-    std::optional<WindowsNow> windows(Deadline) override { return std::nullopt; }
-    std::optional<ManagedWindow> window(const WindowRef&, Deadline) override {
-        return std::nullopt;
-    }
-    std::optional<std::vector<Monitor>> monitors(Deadline) override { return std::nullopt; }
-    WindowAnswer place(const WindowRef&, const FrameWish&, Deadline) override {
-        return WindowAnswer::unanswered;
-    }
-    WindowAnswer setFullscreen(const WindowRef&, bool, Deadline) override {
-        return WindowAnswer::unanswered;
-    }
-    WindowAnswer setMaximized(const WindowRef&, bool, Deadline) override {
-        return WindowAnswer::unanswered;
-    }
-    WindowAnswer activate(const WindowRef&, Deadline) override { return WindowAnswer::unanswered; }
-    WindowAnswer askToClose(std::span<const WindowRef>, Deadline) override {
-        return WindowAnswer::unanswered;
-    }
-};
 
 bool isSet(const char* variable) {
     const char* value = std::getenv(variable);
     return value && *value;
 }
 
+std::unique_ptr<WindowSystem> xServerHere() {
+    return isSet("DISPLAY") ? std::make_unique<x11::X11WindowSystem>() : nullptr;
+}
+
+/// Null where nobody answers that is known.
+std::unique_ptr<WindowSystem> compositorHere(Deadline by) {
+    auto sway = std::make_unique<sway::SwayWindowSystem>(xServerHere());
+    return sway->isReady(by) ? std::move(sway) : nullptr;
+}
+
+/// Chooses once, as soon as somebody answers.
+class SystemHere final : public WindowSystem {
+public:
+    bool isReady(Deadline by) override {
+        auto* const system = find(by);
+        return system && system->isReady(by);
+    }
+    Abilities abilities(Deadline by) override {
+        auto* const system = find(by);
+        if (system) return system->abilities(by);
+        return {.whatToDoFirst = "Corvane can't see the windows of this desktop: log in to an X11 "
+                                 "session of it."};
+    }
+    std::optional<WindowsNow> windows(Deadline by) override {
+        auto* const system = find(by);
+        return system ? system->windows(by) : std::nullopt;
+    }
+    std::optional<ManagedWindow> window(const WindowRef& window, Deadline by) override {
+        auto* const system = find(by);
+        return system ? system->window(window, by) : std::nullopt;
+    }
+    std::optional<std::vector<Monitor>> monitors(Deadline by) override {
+        auto* const system = find(by);
+        return system ? system->monitors(by) : std::nullopt;
+    }
+    WindowAnswer place(const WindowRef& window, const FrameWish& wish, Deadline by) override {
+        auto* const system = find(by);
+        return system ? system->place(window, wish, by) : WindowAnswer::unanswered;
+    }
+    WindowAnswer setFullscreen(const WindowRef& window, bool on, Deadline by) override {
+        auto* const system = find(by);
+        return system ? system->setFullscreen(window, on, by) : WindowAnswer::unanswered;
+    }
+    WindowAnswer setMaximized(const WindowRef& window, bool on, Deadline by) override {
+        auto* const system = find(by);
+        return system ? system->setMaximized(window, on, by) : WindowAnswer::unanswered;
+    }
+    WindowAnswer activate(const WindowRef& window, Deadline by) override {
+        auto* const system = find(by);
+        return system ? system->activate(window, by) : WindowAnswer::unanswered;
+    }
+    WindowAnswer askToClose(std::span<const WindowRef> windows, Deadline by) override {
+        auto* const system = find(by);
+        return system ? system->askToClose(windows, by) : WindowAnswer::unanswered;
+    }
+
+private:
+    WindowSystem* find(Deadline by) {
+        const std::lock_guard lock(mutex_);
+        if (chosen_) return chosen_;
+        const bool isWayland = isSet("WAYLAND_DISPLAY");
+        const auto isXwayland = isWayland ? true : xServer_.isXwayland(by);
+        if (isXwayland == true) compositor_ = compositorHere(by);
+        if (isXwayland == false) chosen_ = &xServer_;
+        if (compositor_) chosen_ = compositor_.get();
+        return chosen_;
+    }
+
+    std::mutex mutex_;
+    x11::X11WindowSystem xServer_;
+    std::unique_ptr<WindowSystem> compositor_;
+    /// One of both; null until somebody answers.
+    WindowSystem* chosen_ = nullptr;
+};
+
 } // namespace
 
 std::unique_ptr<WindowSystem> windowSystemHere() {
-    if (!isSet("WAYLAND_DISPLAY")) return std::make_unique<x11::X11WindowSystem>();
-    return std::make_unique<UnknownWindowSystem>();
+    return std::make_unique<SystemHere>();
 }
 
 } // namespace corvane

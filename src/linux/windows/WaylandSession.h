@@ -1,0 +1,32 @@
+#pragma once
+
+#include "linux/windows/WindowSystem.h"
+
+#include <span>
+
+/// What all compositors have in common.
+namespace corvane {
+
+/// The process that listens at the session's Wayland display: WAYLAND_DISPLAY, or "wayland-0".
+/// Nothing where nobody listens; 0 where it isn't of this machine and process space.
+std::optional<pid_t> waylandCompositor();
+
+/// Puts the monitor at the origin in front, for compositors that have no primary one: a place to
+/// count from that stays the same from day to day.
+void putPrimaryFirst(std::vector<Monitor>& monitors);
+
+/// An X11 client in a compositor's list.
+struct XClient {
+    ManagedWindow* window;
+    /// Its number at the X server; 0 where the compositor doesn't tell it.
+    std::uint32_t number;
+};
+
+/// Asks the X server of the session for what a compositor doesn't know or gets wrong: the client's
+/// process, and whether it takes a polite request to close. What isn't of that server, or has
+/// another process there, has no process that could be told and takes no request. False where the
+/// server doesn't answer by then; `server` may be null.
+bool checkXClients(std::span<const XClient> clients, WindowSystem* server, pid_t compositor,
+                   Deadline by);
+
+} // namespace corvane

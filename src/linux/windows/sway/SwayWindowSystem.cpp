@@ -1,0 +1,226 @@
+#include "linux/windows/sway/SwayWindowSystem.h"
+
+#include "linux/windows/Approach.h"
+#include "linux/windows/WaylandSession.h"
+#include "linux/windows/sway/SwaySocket.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <thread>
+#include <utility>
+
+namespace corvane::sway {
+namespace {
+
+using std::chrono::steady_clock;
+
+std::optional<std::string> askHere(Question question, std::string_view words, Deadline by) {
+    const auto compositor = waylandCompositor();
+    return compositor ? ask(question, words, *compositor, by) : std::nullopt;
+}
+
+std::string criteria(const WindowRef& window) {
+    return "[con_id=" + std::to_string(window.number) + "] ";
+}
+
+std::string placing(const WindowRef& window, const PixelRect& frame) {
+    const auto pixels = [](double length) { return std::to_string(std::lround(length)) + " px "; };
+    return criteria(window) + "resize set width " + pixels(frame.size.width) + "height " +
+           pixels(frame.size.height) + ", move absolute position " + pixels(frame.origin.x) +
+           pixels(frame.origin.y);
+}
+
+bool contains(const PixelRect& area, const PixelRect& frame) {
+    const double x = frame.origin.x + frame.size.width / 2 - area.origin.x;
+    const double y = frame.origin.y + frame.size.height / 2 - area.origin.y;
+    return x >= 0 && y >= 0 && x < area.size.width && y < area.size.height;
+}
+
+/// Only a name that begins with a number can become part of a command: sway has words that mean
+/// other workspaces, and signs that end a command.
+bool canBeNamed(const std::string& workspace) {
+    constexpr std::string_view others = "_-:. ";
+    return !workspace.empty() && std::isdigit(static_cast<unsigned char>(workspace.front())) &&
+           std::ranges::all_of(workspace, [&](char letter) {
+               return std::isalnum(static_cast<unsigned char>(letter)) ||
+                      others.find(letter) != others.npos;
+           });
+}
+
+} // namespace
+
+SwayWindowSystem::SwayWindowSystem(std::unique_ptr<WindowSystem> xServer)
+    : xServer_(std::move(xServer)) {}
+
+bool SwayWindowSystem::isReady(Deadline by) {
+    const std::lock_guard lock(mutex_);
+    return askHere(Question::version, "", by).has_value();
+}
+
+Abilities SwayWindowSystem::abilities(Deadline by) {
+    if (!isReady(by)) return {.whatToDoFirst = "Sway doesn't answer at the moment."};
+    return {.placesWindows = true,
+            .tellsProcesses = waylandCompositor().value_or(0) > 0,
+            .whatToDoFirst = ""};
+}
+
+std::optional<Tree> SwayWindowSystem::tree(Deadline by) {
+    const auto answer = askHere(Question::tree, "", by);
+    auto tree = answer ? readTree(*answer) : std::nullopt;
+    if (!tree) return std::nullopt;
+    const auto compositor = waylandCompositor().value_or(0);
+    std::vector<XClient> clients;
+    for (auto& each : tree->windows) {
+        if (compositor == 0) each.window.window.process = 0;
+        if (each.xWindow) clients.push_back({&each.window, each.xWindow});
+    }
+    if (!checkXClients(clients, xServer_.get(), compositor, by)) return std::nullopt;
+    return tree;
+}
+
+WindowAnswer SwayWindowSystem::look(const WindowRef& window, TreeWindow& now, Deadline by) {
+    auto all = tree(by);
+    if (!all) return WindowAnswer::unanswered;
+    const auto found = std::ranges::find(all->windows, window,
+                                         [](const TreeWindow& each) { return each.window.window; });
+    if (found == all->windows.end()) return WindowAnswer::gone;
+    now = std::move(*found);
+    return WindowAnswer::done;
+}
+
+std::optional<WindowsNow> SwayWindowSystem::windows(Deadline by) {
+    const std::lock_guard lock(mutex_);
+    auto all = tree(by);
+    if (!all) return std::nullopt;
+    WindowsNow now{.windows = {}, .active = all->active, .session = {}, .connected = {}};
+    for (auto& each : all->windows)
+        now.windows.push_back(std::move(each.window));
+    if (const auto compositor = waylandCompositor().value_or(0)) now.session.insert(compositor);
+    return now;
+}
+
+std::optional<ManagedWindow> SwayWindowSystem::window(const WindowRef& window, Deadline by) {
+    const std::lock_guard lock(mutex_);
+    TreeWindow now;
+    if (look(window, now, by) != WindowAnswer::done) return std::nullopt;
+    return std::move(now.window);
+}
+
+std::optional<std::vector<Monitor>> SwayWindowSystem::monitors(Deadline by) {
+    const std::lock_guard lock(mutex_);
+    const auto outputs = askHere(Question::outputs, "", by);
+    const auto workspaces = outputs ? askHere(Question::workspaces, "", by) : std::nullopt;
+    auto monitors = workspaces ? readMonitors(*outputs, *workspaces) : std::nullopt;
+    if (monitors) putPrimaryFirst(*monitors);
+    return monitors;
+}
+
+WindowAnswer SwayWindowSystem::place(const WindowRef& window, const FrameWish& wish, Deadline by) {
+    const std::lock_guard lock(mutex_);
+    TreeWindow start;
+    const auto answer = look(window, start, by);
+    if (answer != WindowAnswer::done) return answer;
+    const auto& now = start.window;
+    if (now.isFullscreen || now.isTiled || now.isMinimized) return WindowAnswer::refused;
+    return moveTo(start, wish, by);
+}
+
+WindowAnswer SwayWindowSystem::moveTo(const TreeWindow& start, const FrameWish& wish, Deadline by) {
+    const auto& window = start.window.window;
+    PixelRect last;
+    std::string words;
+    const auto placed = approach(
+        wish,
+        {.ask =
+             [&](const PixelRect& aim) {
+                 auto next = placing(window, aim);
+                 if (next == words) return ApproachSteps::Asked::nothingNew;
+                 words = std::move(next);
+                 last = aim;
+                 return askHere(Question::run, words, by) ? ApproachSteps::Asked::answered
+                                                          : ApproachSteps::Asked::unanswered;
+             },
+         .look = [&] { return words.empty() ? start.window.frame : frameAtRest(window, last, by); },
+         .isLate = [&] { return steady_clock::now() >= by; }});
+    // Sway shows what it moves: a window of a hidden workspace is on another one then.
+    TreeWindow end;
+    const auto& workspace = start.window.workspace;
+    if (placed == WindowAnswer::done && look(window, end, by) == WindowAnswer::done &&
+        end.window.workspace != workspace && canBeNamed(workspace) &&
+        contains(start.workspaceArea, end.window.frame)) {
+        askHere(Question::run, criteria(window) + "move container to workspace " + workspace, by);
+    }
+    return placed;
+}
+
+/// Nothing tells that a frame changed. One that stays another than the aim for a while stands.
+std::optional<PixelRect> SwayWindowSystem::frameAtRest(const WindowRef& window,
+                                                       const PixelRect& aim, Deadline by) {
+    constexpr auto quiet = std::chrono::milliseconds(60);
+    constexpr auto pause = std::chrono::milliseconds(1);
+    std::optional<PixelRect> last;
+    auto until = steady_clock::now() + quiet;
+    for (;;) {
+        TreeWindow now;
+        const auto answer = look(window, now, by);
+        if (answer == WindowAnswer::gone) return std::nullopt;
+        if (answer != WindowAnswer::done) return last.value_or(PixelRect());
+        const auto& frame = now.window.frame;
+        if (last != frame) until = steady_clock::now() + quiet;
+        last = frame;
+        if (frame == aim || steady_clock::now() >= std::min(until, by)) return last;
+        std::this_thread::sleep_for(pause);
+    }
+}
+
+WindowAnswer SwayWindowSystem::setFullscreen(const WindowRef& window, bool on, Deadline by) {
+    const std::lock_guard lock(mutex_);
+    TreeWindow now;
+    auto answer = look(window, now, by);
+    if (answer != WindowAnswer::done || now.window.isFullscreen == on) return answer;
+    if (now.window.isMinimized) return WindowAnswer::refused;
+    askHere(Question::run, criteria(window) + (on ? "fullscreen enable" : "fullscreen disable"),
+            by);
+    answer = look(window, now, by);
+    const bool isMissed = answer == WindowAnswer::done && now.window.isFullscreen != on;
+    return isMissed ? WindowAnswer::refused : answer;
+}
+
+WindowAnswer SwayWindowSystem::setMaximized(const WindowRef& window, bool, Deadline by) {
+    const std::lock_guard lock(mutex_);
+    TreeWindow now;
+    const auto answer = look(window, now, by);
+    return answer == WindowAnswer::done ? WindowAnswer::refused : answer;
+}
+
+WindowAnswer SwayWindowSystem::activate(const WindowRef& window, Deadline by) {
+    const std::lock_guard lock(mutex_);
+    TreeWindow now;
+    const auto answer = look(window, now, by);
+    if (answer != WindowAnswer::done) return answer;
+    const auto done = askHere(Question::run, criteria(window) + "focus", by);
+    if (!done) return WindowAnswer::unanswered;
+    return readSuccess(*done) ? WindowAnswer::done : WindowAnswer::refused;
+}
+
+WindowAnswer SwayWindowSystem::askToClose(std::span<const WindowRef> windows, Deadline by) {
+    const std::lock_guard lock(mutex_);
+    const auto all = tree(by);
+    if (!all) return WindowAnswer::unanswered;
+    auto answer = WindowAnswer::gone;
+    std::string words;
+    for (const auto& window : windows) {
+        const auto found = std::ranges::find(
+            all->windows, window, [](const TreeWindow& each) { return each.window.window; });
+        if (found == all->windows.end()) continue;
+        const bool canBeAsked = found->window.canBeAskedToClose;
+        if (canBeAsked) words += criteria(window) + "kill; ";
+        if (!canBeAsked) answer = WindowAnswer::refused;
+        if (answer == WindowAnswer::gone) answer = WindowAnswer::done;
+    }
+    if (words.empty()) return answer;
+    return askHere(Question::run, words, by) ? answer : WindowAnswer::unanswered;
+}
+
+} // namespace corvane::sway
