@@ -152,6 +152,14 @@ std::size_t processSpacesOf(pid_t processIdentifier) {
     return processIdentifier > 0 ? statusWords(folderOf(processIdentifier), "NSpid:").size() : 0;
 }
 
+pid_t parentOf(pid_t processIdentifier) {
+    if (processIdentifier <= 0) return 0;
+    const auto words = statusWords(folderOf(processIdentifier), "PPid:");
+    pid_t parent = 0;
+    if (!words.empty()) std::from_chars(words[0].data(), words[0].data() + words[0].size(), parent);
+    return parent;
+}
+
 bool sendSignal(pid_t processIdentifier, std::uint64_t startTime, int signal) {
     // What the descriptor names stays the same process from here on; the check comes after.
     const FileDescriptor process(::pidfd_open(processIdentifier, 0));

@@ -39,6 +39,9 @@ bool sendSignal(pid_t processIdentifier, std::uint64_t startTime, int signal);
 /// one, more for one in a container, 0 for one that can't be seen from here.
 std::size_t processSpacesOf(pid_t processIdentifier);
 
+/// The process above it; 0 where there is none that can be seen.
+pid_t parentOf(pid_t processIdentifier);
+
 /// The program runs programs of others, whatever version of it ("python3.11", "sh", "env").
 bool isInterpreter(std::string_view program);
 

@@ -9,20 +9,13 @@
 namespace corvane {
 namespace {
 
-/// What the X server says of a client; nothing where it doesn't vouch for it. Without the window's
-/// number, all windows of the process have to take requests.
-std::optional<WindowRef> vouchedFor(const XClient& client, const WindowsNow& server,
-                                    bool& takesRequests) {
-    std::optional<WindowRef> found;
-    takesRequests = true;
-    for (const auto& window : server.windows) {
-        const bool isMeant = client.number ? window.window.number == client.number
-                                           : window.window.process == client.window->window.process;
-        if (!isMeant) continue;
-        found = window.window;
-        takesRequests = takesRequests && window.canBeAskedToClose;
-    }
-    return found;
+/// Of a client whose number isn't told, all windows of its process have to take requests.
+bool takesRequests(const XClient& client, const ManagedWindow* found,
+                   const std::vector<ManagedWindow>& windows) {
+    if (!found || client.number) return found && found->canBeAskedToClose;
+    return std::ranges::all_of(windows, [&](const ManagedWindow& window) {
+        return window.window.process != found->window.process || window.canBeAskedToClose;
+    });
 }
 
 } // namespace
@@ -53,11 +46,15 @@ bool checkXClients(std::span<const XClient> clients, WindowSystem* server, pid_t
     // The environment may name another session's server. This one's is managed by the compositor.
     if (!now->session.contains(compositor)) now->windows.clear();
     for (const auto& client : clients) {
-        bool takesRequests = false;
         auto& window = *client.window;
-        const auto found = vouchedFor(client, *now, takesRequests);
-        window.window.process = found ? found->process : 0;
-        window.canBeAskedToClose = window.canBeAskedToClose && found && takesRequests;
+        const auto found = std::ranges::find_if(now->windows, [&](const ManagedWindow& other) {
+            return client.number ? other.window.number == client.number
+                                 : other.window.process == window.window.process;
+        });
+        const auto* const its = found == now->windows.end() ? nullptr : &*found;
+        window.window.process = its ? its->window.process : 0;
+        if (its && client.number) window.hints = its->hints;
+        if (!takesRequests(client, its, now->windows)) window.canBeAskedToClose = false;
     }
     return true;
 }

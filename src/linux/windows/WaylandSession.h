@@ -22,10 +22,10 @@ struct XClient {
     std::uint32_t number;
 };
 
-/// Asks the X server of the session for what a compositor doesn't know or gets wrong: the client's
-/// process, and whether it takes a polite request to close. What isn't of that server, or has
-/// another process there, has no process that could be told and takes no request. False where the
-/// server doesn't answer by then; `server` may be null.
+/// Asks the X server of the session for what compositors don't know or get wrong: a client's
+/// process, what it says of its application, and whether it takes a polite request to close. What
+/// that server doesn't vouch for has no process that could be told, and takes no request. False
+/// where it doesn't answer by then. `server` is null where there is none.
 bool checkXClients(std::span<const XClient> clients, WindowSystem* server, pid_t compositor,
                    Deadline by);
 

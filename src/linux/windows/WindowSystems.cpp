@@ -1,6 +1,7 @@
 #include "linux/windows/WindowSystems.h"
 
 #include "linux/windows/WaylandSession.h"
+#include "linux/windows/kwin/KWinWindowSystem.h"
 #include "linux/windows/sway/SwayWindowSystem.h"
 #include "linux/windows/x11/X11WindowSystem.h"
 
@@ -17,12 +18,6 @@ bool isSet(const char* variable) {
 
 std::unique_ptr<WindowSystem> xServerHere() {
     return isSet("DISPLAY") ? std::make_unique<x11::X11WindowSystem>() : nullptr;
-}
-
-/// Null where nobody answers that is known.
-std::unique_ptr<WindowSystem> compositorHere(Deadline by) {
-    auto sway = std::make_unique<sway::SwayWindowSystem>(xServerHere());
-    return sway->isReady(by) ? std::move(sway) : nullptr;
 }
 
 /// Chooses once, as soon as somebody answers.
@@ -77,16 +72,17 @@ private:
         if (chosen_) return chosen_;
         const bool isWayland = isSet("WAYLAND_DISPLAY");
         const auto isXwayland = isWayland ? true : xServer_.isXwayland(by);
-        if (isXwayland == true) compositor_ = compositorHere(by);
         if (isXwayland == false) chosen_ = &xServer_;
-        if (compositor_) chosen_ = compositor_.get();
+        if (isXwayland == true && sway_.isReady(by)) chosen_ = &sway_;
+        if (isXwayland == true && !chosen_ && kwin_.isReady(by)) chosen_ = &kwin_;
         return chosen_;
     }
 
     std::mutex mutex_;
     x11::X11WindowSystem xServer_;
-    std::unique_ptr<WindowSystem> compositor_;
-    /// One of both; null until somebody answers.
+    sway::SwayWindowSystem sway_{xServerHere()};
+    kwin::KWinWindowSystem kwin_{xServerHere()};
+    /// One of these; null until somebody answers.
     WindowSystem* chosen_ = nullptr;
 };
 

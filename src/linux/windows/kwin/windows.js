@@ -1,0 +1,213 @@
+// What Corvane asks of KWin. In front of this text stand `bus` and `path`, who is told; behind it one
+// call of `ask` with one of the questions. It runs in Plasma 5.27 and 6: where they differ, what is
+// there decides.
+
+const isSix = workspace.windowList !== undefined;
+// So long nothing may change before a window counts as standing; longer for a client that hasn't
+// answered at all yet.
+const quiet = 60;
+const silence = 250;
+
+function tell(answer) {
+    callDBus(bus, path, "app.corvane.Answer", "Tell", JSON.stringify(answer));
+}
+
+function guarded(work) {
+    return function () {
+        try {
+            work();
+        } catch (error) {
+            tell({error: String(error)});
+        }
+    };
+}
+
+function ask(question) {
+    guarded(question)();
+}
+
+function everyWindow() {
+    return isSix ? workspace.windowList() : workspace.clientList();
+}
+
+function find(id) {
+    return everyWindow().filter(window => String(window.internalId) === id)[0];
+}
+
+function pairs(box) {
+    return [[box.x, box.y], [box.width, box.height]];
+}
+
+// What KWin hands out follows the window as it moves.
+function copied(box) {
+    return {x: box.x, y: box.y, width: box.width, height: box.height};
+}
+
+function isSame(one, other) {
+    return ["x", "y", "width", "height"].every(key => Math.abs(one[key] - other[key]) < 0.01);
+}
+
+function kindOf(window) {
+    // Panels of Wayland say that they are normal windows.
+    if (window.dock || String(window).startsWith("KWin::LayerShell")) return "dock";
+    if (window.desktopWindow) return "desktop";
+    return window.normalWindow || window.dialog ? "ordinary" : "other";
+}
+
+function isOnCurrentDesktop(window) {
+    if (window.onAllDesktops) return true;
+    const current = workspace.currentDesktop;
+    return isSix ? window.desktops.some(desktop => desktop.id === current.id) : window.desktop === current;
+}
+
+function desktopOf(window) {
+    if (window.onAllDesktops) return "";
+    return isSix ? window.desktops.map(desktop => desktop.name).join(" ") : String(window.desktop);
+}
+
+function described(window) {
+    const area = workspace.clientArea(KWin.MaximizeArea, window);
+    return {
+        id: String(window.internalId),
+        owner: window.transientFor ? String(window.transientFor.internalId) : null,
+        pid: window.pid,
+        isXClient: /^KWin::X(11|wayland)/.test(String(window)),
+        xNumber: window.windowId || 0,
+        resourceName: String(window.resourceName),
+        resourceClass: String(window.resourceClass),
+        desktopFile: String(window.desktopFileName || ""),
+        title: String(window.captionNormal === undefined ? window.caption : window.captionNormal),
+        kind: kindOf(window),
+        layer: (window.keepAbove ? 1 : 0) - (window.keepBelow ? 1 : 0),
+        stacking: window.stackingOrder,
+        frame: pairs(window.frameGeometry),
+        desktop: desktopOf(window),
+        isOnScreen: isOnCurrentDesktop(window) && !window.minimized && !window.hidden,
+        isMinimized: window.minimized,
+        isFullscreen: window.fullScreen,
+        isMaximized: window.maximizeMode === 3,
+        // Where it isn't told, only a window of about that size can be.
+        mayBeMaximized: window.maximizeMode === undefined && window.frameGeometry.width > area.width - 64
+            && window.frameGeometry.height > area.height - 64,
+        skipsTaskbar: window.skipTaskbar,
+        closeable: window.closeable
+    };
+}
+
+function tellWindows(windows) {
+    const active = isSix ? workspace.activeWindow : workspace.activeClient;
+    tell({windows: windows.map(described), active: active ? String(active.internalId) : null});
+}
+
+function list() {
+    tellWindows(everyWindow());
+}
+
+function screens() {
+    if (workspace.screens) return workspace.screens;
+    return Array.from({length: workspace.numScreens}, (_, number) => number);
+}
+
+function areaOf(kind, screen) {
+    return workspace.clientArea(kind, screen, workspace.currentDesktop);
+}
+
+function monitors() {
+    tell({monitors: screens().map(screen => ({
+        frame: pairs(areaOf(KWin.ScreenArea, screen)),
+        workArea: pairs(areaOf(KWin.MaximizeArea, screen))
+    }))});
+}
+
+// Tells the window as soon as it is as wanted, or when nothing has changed for a while.
+function settle(window, isThere) {
+    const timer = new QTimer();
+    let isTold = false;
+    const end = guarded(() => {
+        if (isTold) return;
+        isTold = true;
+        timer.stop();
+        tellWindows([window]);
+    });
+    const look = pause => guarded(() => isThere() ? end() : timer.start(pause));
+    timer.singleShot = true;
+    timer.timeout.connect(end);
+    window.frameGeometryChanged.connect(look(quiet));
+    window.fullScreenChanged.connect(look(silence));
+    look(silence)();
+}
+
+function nearest(value, least, most) {
+    return Math.max(least, Math.min(value, most));
+}
+
+function overlap(one, other) {
+    return one.x < other.x + other.width && other.x < one.x + one.width
+        && one.y < other.y + other.height && other.y < one.y + one.height;
+}
+
+// A window of Wayland that is put beyond all screens can't be brought back from there, and nobody
+// would find it: it goes to the screen that is nearest.
+function withinScreens(box) {
+    const areas = screens().map(screen => areaOf(KWin.ScreenArea, screen));
+    if (areas.length === 0 || areas.some(area => overlap(area, box))) return box;
+    const moves = areas.map(area => ({
+        x: nearest(box.x, area.x, area.x + Math.max(0, area.width - box.width)),
+        y: nearest(box.y, area.y, area.y + Math.max(0, area.height - box.height)),
+        width: box.width, height: box.height
+    }));
+    const way = move => Math.abs(move.x - box.x) + Math.abs(move.y - box.y);
+    return moves.reduce((best, move) => way(move) < way(best) ? move : best);
+}
+
+// Plasma 6 would make a window smaller than its client can be.
+function atLeast(window, key, length) {
+    const client = window.clientGeometry;
+    const around = client ? window.frameGeometry[key] - client[key] : 0;
+    return window.minSize ? Math.max(length, window.minSize[key] + around) : length;
+}
+
+function place(id, x, y, width, height) {
+    const window = find(id);
+    if (!window || window.fullScreen) return tellWindows(window ? [window] : []);
+    if (window.maximizeMode !== 0) window.setMaximize(false, false);
+    if (window.tile) window.tile = null;
+    if (window.shade) window.shade = false;
+    const target = withinScreens({
+        x: x, y: y, width: atLeast(window, "width", width), height: atLeast(window, "height", height)
+    });
+    window.frameGeometry = target;
+    settle(window, () => isSame(window.frameGeometry, target));
+}
+
+function setFullscreen(id, on) {
+    const window = find(id);
+    if (!window) return tellWindows([]);
+    if (on && !window.fullScreenable) return tellWindows([window]);
+    window.fullScreen = on;
+    settle(window, () => window.fullScreen === on);
+}
+
+function setMaximized(id, on) {
+    const window = find(id);
+    if (!window) return tellWindows([]);
+    const before = copied(window.frameGeometry);
+    window.setMaximize(on, on);
+    settle(window, () => window.maximizeMode === undefined ? !isSame(window.frameGeometry, before)
+                                                           : window.maximizeMode === (on ? 3 : 0));
+}
+
+function activate(id) {
+    const window = find(id);
+    if (!window) return tellWindows([]);
+    window.minimized = false;
+    if (isSix) workspace.activeWindow = window;
+    else workspace.activeClient = window;
+    tellWindows([window]);
+}
+
+function close(ids) {
+    const windows = ids.map(find).filter(window => window && window.closeable);
+    windows.forEach(window => window.closeWindow());
+    tellWindows(windows);
+}
