@@ -6,26 +6,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace corvane {
-
-enum class EntryKind {
-    file,
-    folder,
-    /// The bundle of an installed application.
-    application,
-    /// A pipe, a device, or a symbolic link to nothing.
-    other,
-};
-
-/// What stands in a folder. Symbolic links are followed.
-struct DirectoryEntry {
-    std::string name;
-    EntryKind kind = EntryKind::file;
-
-    bool operator==(const DirectoryEntry&) const = default;
-};
 
 /// What changes when another file, or another content, comes to stand at a path.
 struct FileStamp {
@@ -42,22 +24,14 @@ class FileSystem {
 public:
     virtual ~FileSystem() = default;
 
-    /// URLsForDirectory: Application Support and Documents of the user, and NSHomeDirectory. No
-    /// trailing "/"; the folders needn't exist.
+    /// URLsForDirectory: Application Support and Documents of the user. No trailing "/"; the folders
+    /// needn't exist.
     virtual std::string applicationSupportDirectory() const = 0;
     virtual std::string documentsDirectory() const = 0;
-    virtual std::string homeDirectory() const = 0;
 
     /// Whether something stands at the path, symbolic links followed.
     virtual bool exists(const std::string& path) const = 0;
     virtual bool isDirectory(const std::string& path) const = 0;
-    /// isWritableFileAtPath: of a folder, whether something can be made in it.
-    virtual bool isWritable(const std::string& path) const = 0;
-    /// contentsOfDirectoryAtPath: in no order, hidden entries included. The folder "/Applications"
-    /// can always be read, and holds the installed applications that the desktop shows.
-    virtual Result<std::vector<DirectoryEntry>>
-    contentsOfDirectory(const std::string& path) const = 0;
-
     /// Tells one content of a file from another, and a file that is missing (`isMissing`) from one
     /// that can't be reached. Symbolic links are followed.
     virtual Result<FileStamp> stamp(const std::string& path) const = 0;

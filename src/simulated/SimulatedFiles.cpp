@@ -59,37 +59,6 @@ bool SimulatedFiles::exists(const std::string& path) const {
     return isReachable(path) && (contents.contains(path) || isDirectory(path));
 }
 
-bool SimulatedFiles::isWritable(const std::string& path) const {
-    return exists(path) && !covers(unwritable, path);
-}
-
-Result<std::vector<DirectoryEntry>>
-SimulatedFiles::contentsOfDirectory(const std::string& path) const {
-    constexpr auto applications = "/Applications";
-    if (covers(unreadable, path)) return refusal("read", path);
-    if (!isDirectory(path) && path != applications)
-        return Error{"There is no folder “" + path + "”."};
-    const auto below = path::join(path, "");
-    std::set<std::string> names;
-    const auto add = [&](const std::string& other) {
-        if (other.size() <= below.size() || !other.starts_with(below)) return;
-        names.insert(other.substr(below.size(), other.find('/', below.size()) - below.size()));
-    };
-    for (const auto& [file, content] : contents)
-        add(file);
-    for (const auto& directory : directories)
-        add(directory);
-    std::vector<DirectoryEntry> entries;
-    for (const auto& name : names) {
-        const bool isFolder = isDirectory(path::join(path, name));
-        const bool isBundle = isFolder && path == applications && name.ends_with(".app");
-        entries.push_back({name, isBundle   ? EntryKind::application
-                                 : isFolder ? EntryKind::folder
-                                            : EntryKind::file});
-    }
-    return entries;
-}
-
 Result<FileStamp> SimulatedFiles::stamp(const std::string& path) const {
     if (!isReachable(path)) return refusal("reached", path);
     if (!contents.contains(path) && !isDirectory(path)) return missing(path);

@@ -36,11 +36,8 @@ public:
 
     std::string applicationSupportDirectory() const override { return "/home/user/.local/share"; }
     std::string documentsDirectory() const override { return "/home/user/Documents"; }
-    std::string homeDirectory() const override { return "/home/user"; }
     bool exists(const std::string& path) const override;
     bool isDirectory(const std::string& path) const override;
-    bool isWritable(const std::string& path) const override;
-    Result<std::vector<DirectoryEntry>> contentsOfDirectory(const std::string& path) const override;
     Result<FileStamp> stamp(const std::string& path) const override;
     Result<std::string> readFile(const std::string& path) const override;
     std::optional<Error> writeFile(const std::string& path, std::string_view bytes) override;

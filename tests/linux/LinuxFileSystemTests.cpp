@@ -24,18 +24,6 @@ protected:
     }
     std::string in(const std::string& name) const { return folder_ + "/" + name; }
 
-    /// "name kind|" of each entry, in the order of the names; or the error.
-    std::string listed(const std::string& path) const {
-        auto found = files_.contentsOfDirectory(path);
-        if (!found) return found.error().localizedDescription;
-        std::ranges::sort(*found, {}, &DirectoryEntry::name);
-        constexpr const char* kinds[]{"file", "folder", "application", "other"};
-        std::string text;
-        for (const auto& [name, kind] : *found)
-            text += name + " " + kinds[std::size_t(kind)] + "|";
-        return text;
-    }
-
     const std::string folder_ = place("files");
     InstalledApplications installed_;
     LinuxFileSystem files_{installed_};
@@ -129,40 +117,6 @@ TEST_F(LinuxFileSystemTest, copiesAndMovesNeverReplace) {
     EXPECT_FALSE(files_.createDirectory(in("p/q/r")));
     EXPECT_FALSE(files_.createDirectory(in("p/q/r")));
     EXPECT_TRUE(files_.isDirectory(in("p/q/r")));
-}
-
-TEST_F(LinuxFileSystemTest, aFolderHoldsWhatStandsInItBehindItsLinks) {
-    write(folder_ + "/.hidden", "");
-    write(folder_ + "/Not an.app/file", "");
-    write(folder_ + "/b\xff", "");
-    fs::create_symlink("Not an.app", folder_ + "/link");
-    fs::create_symlink("nowhere", folder_ + "/lost");
-    ASSERT_EQ(::mkfifo((folder_ + "/pipe").c_str(), 0600), 0);
-    EXPECT_EQ(listed(folder_), ".hidden file|Not an.app folder|b\xff file|link folder|lost other|"
-                               "pipe other|");
-    EXPECT_EQ(listed(folder_ + "/link/"), "file file|");
-    for (const char* name : {"/.hidden", "/nowhere", "/lost"})
-        EXPECT_TRUE(listed(folder_ + name).starts_with("Could not read " + folder_ + name));
-}
-
-TEST_F(LinuxFileSystemTest, theFolderOfApplicationsHoldsThoseThatTheDesktopShows) {
-    install("f.background", "Background", "Exec=sh\nNoDisplay=true");
-    const auto found = listed("/Applications");
-    EXPECT_NE(found.find("Viewer.app application|"), std::string::npos) << found;
-    EXPECT_EQ(found.find("Background"), std::string::npos);
-    EXPECT_EQ(found, listed("/Applications/"));
-    uninstall("f.background");
-}
-
-TEST_F(LinuxFileSystemTest, aFolderMayBeClosedToItsUser) {
-    const AsOrdinaryUser user(folder_);
-    EXPECT_TRUE(files_.isWritable(folder_));
-    EXPECT_FALSE(files_.isWritable(folder_ + "/missing"));
-    EXPECT_FALSE(files_.isWritable("/etc"));
-    fs::permissions(folder_, fs::perms::owner_write | fs::perms::owner_read);
-    EXPECT_FALSE(files_.isWritable(folder_)) << "can't be entered";
-    fs::permissions(folder_, fs::perms::none);
-    EXPECT_EQ(listed(folder_), "Could not read " + folder_ + ": Permission denied.");
 }
 
 TEST_F(LinuxFileSystemTest, filesAndFoldersHaveIcons) {

@@ -77,17 +77,11 @@ void syncTree(const std::string& root) {
     sync(root);
 }
 
-EntryKind kindOf(const fs::directory_entry& entry) {
-    std::error_code error;
-    if (entry.is_directory(error)) return EntryKind::folder;
-    return entry.is_regular_file(error) ? EntryKind::file : EntryKind::other;
-}
-
 } // namespace
 
 LinuxFileSystem::LinuxFileSystem(const InstalledApplications& installed)
     : installed_(installed), applicationSupport_(userFolders::data()),
-      documents_(userFolders::documents()), home_(userFolders::home()) {}
+      documents_(userFolders::documents()) {}
 
 bool LinuxFileSystem::exists(const std::string& path) const {
     struct stat info {};
@@ -100,30 +94,6 @@ bool LinuxFileSystem::isDirectory(const std::string& path) const {
     if (!isUsable(path)) return false;
     if (::stat(path.c_str(), &info) == 0) return S_ISDIR(info.st_mode);
     return installed_.byBundlePath(path).has_value();
-}
-
-bool LinuxFileSystem::isWritable(const std::string& path) const {
-    const int modes = isDirectory(path) ? W_OK | X_OK : W_OK;
-    return isUsable(path) && ::faccessat(AT_FDCWD, path.c_str(), modes, AT_EACCESS) == 0;
-}
-
-Result<std::vector<DirectoryEntry>>
-LinuxFileSystem::contentsOfDirectory(const std::string& path) const {
-    if (!isUsable(path)) return unusable("read", path);
-    std::vector<DirectoryEntry> entries;
-    const bool isApplications = path == "/Applications" || path == "/Applications/";
-    if (isApplications) {
-        for (const auto& application : installed_.shown())
-            entries.push_back(
-                {path::lastComponent(application.bundlePath), EntryKind::application});
-    }
-    std::error_code error;
-    fs::directory_iterator entry(path, error);
-    for (const fs::directory_iterator end; !error && entry != end; entry.increment(error))
-        entries.push_back({entry->path().filename(), kindOf(*entry)});
-    // The machine needn't have such a folder of its own.
-    if (error && !isApplications) return fileError("read", path, error.message());
-    return entries;
 }
 
 Result<FileStamp> LinuxFileSystem::stamp(const std::string& path) const {

@@ -15,11 +15,8 @@ public:
 
     std::string applicationSupportDirectory() const override { return applicationSupport_; }
     std::string documentsDirectory() const override { return documents_; }
-    std::string homeDirectory() const override { return home_; }
     bool exists(const std::string& path) const override;
     bool isDirectory(const std::string& path) const override;
-    bool isWritable(const std::string& path) const override;
-    Result<std::vector<DirectoryEntry>> contentsOfDirectory(const std::string& path) const override;
     Result<FileStamp> stamp(const std::string& path) const override;
     Result<std::string> readFile(const std::string& path) const override;
     std::optional<Error> writeFile(const std::string& path, std::string_view bytes) override;
@@ -33,7 +30,6 @@ private:
     const InstalledApplications& installed_;
     std::string applicationSupport_;
     std::string documents_;
-    std::string home_;
 };
 
 } // namespace corvane

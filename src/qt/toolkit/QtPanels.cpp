@@ -1,11 +1,15 @@
 #include "qt/toolkit/QtPanels.h"
 
+#include "foundation/Text.h"
 #include "platform/Platform.h"
-#include "qt/models/PanelModel.h"
+#include "qt/items/Strings.h"
+#include "qt/models/ApplicationPickerModel.h"
 #include "qt/toolkit/MainWindows.h"
 #include "qt/toolkit/Views.h"
 
+#include <QDir>
 #include <QEventLoop>
+#include <QFileDialog>
 #include <QQuickWindow>
 #include <algorithm>
 
@@ -17,6 +21,17 @@ std::optional<Url> urlOf(const std::optional<std::string>& path) {
     return path ? std::optional(Url::fromPath(*path)) : std::nullopt;
 }
 
+std::optional<std::string> answerOf(const QFileDialog& dialog) {
+    const auto urls = dialog.selectedUrls();
+    if (dialog.result() != QDialog::Accepted || urls.isEmpty()) return std::nullopt;
+    const auto path = urls.front().toLocalFile();
+    return path.isEmpty() ? std::nullopt : std::optional(path.toStdString());
+}
+
+QString titleOf(const std::string& title, const std::string& message) {
+    return toQString(message.empty() ? title : title + ": " + message);
+}
+
 } // namespace
 
 QtPanels::QtPanels(QQmlEngine& engine, const MainWindows& mainWindows)
@@ -24,19 +39,52 @@ QtPanels::QtPanels(QQmlEngine& engine, const MainWindows& mainWindows)
 
 QtPanels::~QtPanels() = default;
 
-template <typename Panel>
-std::unique_ptr<FilePanel> QtPanels::makePanel(Panel panel) const {
-    if (panel.directory.empty()) panel.directory = lastFolder_;
-    return std::make_unique<FilePanel>(panel, platform_->fileSystem, platform_->alerts);
+/// A folder that isn't there would be taken for a name.
+QString QtPanels::startOf(const std::string& directory) const {
+    for (const auto& folder :
+         {directory, lastFolder_, platform_->fileSystem.documentsDirectory()}) {
+        if (!folder.empty() && QFileInfo(toQString(folder)).isDir()) return toQString(folder);
+    }
+    return QDir::homePath();
 }
 
-QQuickWindow& QtPanels::show(std::unique_ptr<FilePanel> panel, Qt::WindowModality modality,
-                             Answered answered) {
-    auto model = std::make_unique<PanelModel>(std::move(panel), platform_->fileIcons);
-    auto made =
-        makeWindow(engine_, "panels/PanelWindow", {{"panel", QVariant::fromValue(model.get())}});
+template <typename Panel>
+std::unique_ptr<QFileDialog> QtPanels::makeDialog(const Panel& panel) const {
+    // A chooser has no place for a message.
+    auto dialog = std::make_unique<QFileDialog>(nullptr, titleOf(panel.title, panel.message),
+                                                startOf(panel.directory));
+    dialog->setSupportedSchemes({"file"});
+    if (panel.content == PanelContent::json) dialog->setNameFilter("JSON files (*.json)");
+    return dialog;
+}
+
+QObject& QtPanels::show(std::unique_ptr<QFileDialog> made, Qt::WindowModality modality,
+                        Answered answered) {
+    auto& dialog = *made;
+    connect(&dialog, &QDialog::finished, this, [this, &dialog, answered = std::move(answered)] {
+        const auto callback = answered;
+        const auto answer = answerOf(dialog);
+        takeDown(dialog);
+        callback(answer);
+    });
+    up_.push_back(std::move(made));
+    // The main window is no widget, so that it can't be the dialog's parent.
+    dialog.winId();
+    dialog.windowHandle()->setTransientParent(mainWindows_.front());
+    dialog.setWindowModality(modality);
+    dialog.show();
+    dialog.activateWindow();
+    return dialog;
+}
+
+QObject& QtPanels::showPicker(const OpenPanel& panel, Qt::WindowModality modality,
+                              Answered answered) {
+    auto model = std::make_unique<ApplicationPickerModel>(panel, platform_->applications,
+                                                          platform_->fileIcons);
+    auto made = makeWindow(engine_, "panels/ApplicationPicker",
+                           {{"panel", QVariant::fromValue(model.get())}});
     auto& window = *made;
-    connect(model.get(), &PanelModel::answered, this,
+    connect(model.get(), &ApplicationPickerModel::answered, this,
             [this, &window, answered = std::move(answered)](const auto& path) {
                 const auto callback = answered;
                 const auto given = path;
@@ -52,45 +100,93 @@ QQuickWindow& QtPanels::show(std::unique_ptr<FilePanel> panel, Qt::WindowModalit
     return window;
 }
 
-/// Only hides it for now: this runs inside an event of the window's own.
-void QtPanels::takeDown(const QQuickWindow& window) {
+QObject& QtPanels::showOpenPanel(const OpenPanel& panel, Qt::WindowModality modality,
+                                 Answered answered) {
+    if (panel.content == PanelContent::application) {
+        return showPicker(panel, modality, std::move(answered));
+    }
+    auto dialog = makeDialog(panel);
+    const bool wantsFolder = panel.content == PanelContent::folder;
+    dialog->setFileMode(wantsFolder ? QFileDialog::Directory : QFileDialog::ExistingFile);
+    return show(std::move(dialog), modality, std::move(answered));
+}
+
+/// Only hides it for now: this runs inside an event of its own.
+void QtPanels::takeDown(const QObject& shown) {
     const auto found = std::find_if(up_.begin(), up_.end(),
-                                    [&](const auto& shown) { return shown.get() == &window; });
+                                    [&](const auto& object) { return object.get() == &shown; });
     if (found == up_.end()) return;
     auto* gone = found->release();
     up_.erase(found);
-    for (auto* model : gone->findChildren<PanelModel*>(Qt::FindDirectChildrenOnly))
+    gone->disconnect(this);
+    for (auto* model : gone->findChildren<ApplicationPickerModel*>(Qt::FindDirectChildrenOnly))
         model->disconnect(this);
-    gone->hide();
+    if (auto* window = qobject_cast<QWindow*>(gone)) window->hide();
     gone->deleteLater();
 }
 
-std::optional<Url> QtPanels::runModal(std::unique_ptr<FilePanel> panel, bool remembersFolder) {
-    std::optional<std::string> chosen;
+QtPanels::Answer QtPanels::untilAnswered(const std::function<QObject&(Answered)>& show) {
+    Answer chosen;
     QEventLoop loop;
-    const auto& window = show(std::move(panel), Qt::ApplicationModal, [&](const auto& path) {
-        chosen = path;
+    const auto& shown = show([&](const Answer& answer) {
+        chosen = answer;
         loop.quit();
     });
     loop.exec();
     // The loop ends with the program, too.
-    takeDown(window);
-    if (chosen && remembersFolder) lastFolder_ = path::parent(*chosen);
-    return urlOf(chosen);
+    takeDown(shown);
+    return chosen;
+}
+
+bool QtPanels::mayReplace(const QString& file) const {
+    const QFileInfo found(file);
+    if (!found.exists()) return true;
+    const auto name = found.fileName().toStdString();
+    const auto folder = found.dir().dirName().toStdString();
+    const auto answer = platform_->alerts.runModal(
+        {.title = "“" + name + "” already exists. Do you want to replace it?",
+         .message = "A file with this name is already in “" + folder +
+                    "”. Replacing it overwrites what it holds.",
+         .buttons = {"Replace", "Cancel"},
+         .firstButtonIsDestructive = true});
+    return answer.button == AlertResponse::firstButton;
 }
 
 std::optional<Url> QtPanels::runSavePanel(const SavePanel& panel) {
-    return runModal(makePanel(panel), panel.directory.empty());
+    auto asked = panel;
+    for (;;) {
+        auto chosen = untilAnswered([&](Answered answered) -> QObject& {
+            auto dialog = makeDialog(asked);
+            dialog->setAcceptMode(QFileDialog::AcceptSave);
+            dialog->selectFile(toQString(asked.proposedName));
+            return show(std::move(dialog), Qt::ApplicationModal, std::move(answered));
+        });
+        if (!chosen) return std::nullopt;
+        if (panel.directory.empty()) lastFolder_ = path::parent(*chosen);
+        // A chooser asks about the name that was typed, so what is put behind it is asked about
+        // here.
+        const bool isWhole = panel.content != PanelContent::json ||
+                             text::equalsIgnoringCase(path::extension(*chosen), "json");
+        if (isWhole) return urlOf(chosen);
+        *chosen += ".json";
+        if (mayReplace(toQString(*chosen))) return urlOf(chosen);
+        asked.proposedName = path::lastComponent(*chosen);
+    }
 }
 
 std::optional<Url> QtPanels::runOpenPanel(const OpenPanel& panel) {
-    return runModal(makePanel(panel), panel.directory.empty());
+    const auto chosen = untilAnswered([&](Answered answered) -> QObject& {
+        return showOpenPanel(panel, Qt::ApplicationModal, std::move(answered));
+    });
+    if (chosen && panel.directory.empty()) lastFolder_ = path::parent(*chosen);
+    return urlOf(chosen);
 }
 
 void QtPanels::beginOpenPanel(const OpenPanel& panel,
                               std::function<void(std::optional<Url>)> completion) {
-    show(makePanel(panel), Qt::NonModal,
-         [completion = std::move(completion)](const auto& path) { completion(urlOf(path)); });
+    showOpenPanel(panel, Qt::NonModal, [completion = std::move(completion)](const Answer& path) {
+        completion(urlOf(path));
+    });
 }
 
 } // namespace corvane

@@ -53,7 +53,9 @@ Rectangle {
             onClicked: header.model.saveAgain()
         }
         SearchField {
-            model: header.model
+            text: header.model.searchText
+            placeholderText: "Search workspaces..."
+            onTextEdited: header.model.searchText = text
         }
         ActionButton {
             implicitWidth: 32

@@ -9,6 +9,7 @@ Item {
     required property string iconSource
     property int size: 16
     property int symbolSize: 16
+    property color color: Theme.secondaryLabel
 
     implicitWidth: size
     implicitHeight: size
@@ -28,6 +29,6 @@ Item {
         visible: !picture.visible
         symbol: view.symbol
         size: view.symbolSize
-        color: Theme.secondaryLabel
+        color: view.color
     }
 }
