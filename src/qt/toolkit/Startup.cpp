@@ -1,5 +1,6 @@
 #include "qt/toolkit/Startup.h"
 
+#include "qt/items/ControlAccessible.h"
 #include "qt/items/Pictures.h"
 
 #include <QDir>
@@ -29,6 +30,7 @@ void prepareApplication() {
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     }
     qml_register_types_Corvane();
+    describeControls();
 }
 
 void nameApplication(QGuiApplication& application) {

@@ -3,18 +3,18 @@ import QtQuick.Controls.Basic
 import Corvane
 
 // Not a CheckBox: where assistive technology listens, Qt 6.4 leaks memory for each of those.
-AbstractButton {
+PressButton {
     id: box
 
     checkable: true
+    // That is the answer of the alert it stands in.
+    takesReturn: false
     padding: 0
     spacing: 8
 
-    focusPolicy: Qt.StrongFocus
     implicitWidth: contentItem.implicitWidth
     implicitHeight: 20
     Accessible.role: Accessible.CheckBox
-    Accessible.name: text
     Accessible.checkable: true
     Accessible.checked: checked
 

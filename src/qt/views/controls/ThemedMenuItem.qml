@@ -12,6 +12,11 @@ MenuItem {
     rightPadding: 10
     Accessible.name: text
 
+    function press() {
+        if (enabled)
+            triggered();
+    }
+
     contentItem: Text {
         text: item.text
         verticalAlignment: Text.AlignVCenter

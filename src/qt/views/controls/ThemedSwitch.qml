@@ -3,7 +3,7 @@ import QtQuick.Controls.Basic
 import Corvane
 
 // Shows what it is told to, and asks for the opposite when pressed.
-AbstractButton {
+PressButton {
     id: toggle
 
     required property bool isOn
@@ -14,7 +14,6 @@ AbstractButton {
 
     implicitWidth: 38
     implicitHeight: 22
-    focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.5
     Accessible.role: Accessible.CheckBox
     Accessible.checkable: true

@@ -15,6 +15,9 @@ TextField {
     font.pixelSize: Theme.bodySize
     selectByMouse: true
     Accessible.name: placeholderText
+    // Not by a key that is still held down from what led here.
+    Keys.onReturnPressed: event => event.accepted = event.isAutoRepeat
+    Keys.onEnterPressed: event => event.accepted = event.isAutoRepeat
 
     background: Rectangle {
         radius: Theme.smallRadius
