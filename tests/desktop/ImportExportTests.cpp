@@ -38,8 +38,8 @@ TEST_F(ImportExport, bringsEveryWorkspaceThroughAFile) {
     const auto exported = readFile(desktop.home("Out.json"));
 
     ASSERT_TRUE(begin("Export Workspaces", save)) << "again, onto the same file";
-    type("Out.json");
-    key("Return");
+    EXPECT_TRUE(desktop.press("Out.json"));
+    EXPECT_TRUE(desktop.press("Save"));
     EXPECT_TRUE(answer("Out.json already exists.", "No"));
     EXPECT_TRUE(desktop.press("Cancel"));
     EXPECT_TRUE(goes(save));
@@ -50,12 +50,12 @@ TEST_F(ImportExport, bringsEveryWorkspaceThroughAFile) {
     EXPECT_TRUE(desktop.press("Open"));
     const auto merged = import("Merge");
     ASSERT_TRUE(begin("Import Workspaces", open));
-    type("Out.json");
-    key("Return");
+    EXPECT_TRUE(desktop.press("Out.json"));
+    EXPECT_TRUE(desktop.press("Open"));
     const auto replaced = import("Replace All");
     ASSERT_TRUE(begin("Import Workspaces", open));
-    type("~/Out.json");
-    key("Return");
+    EXPECT_TRUE(desktop.press("Out.json"));
+    EXPECT_TRUE(desktop.press("Open"));
     EXPECT_EQ(import("Cancel"), replaced);
 
     EXPECT_EQ(json::prettyPrinted(replaced), exported);

@@ -128,8 +128,11 @@ std::vector<Control> Accessibility::controls(pid_t pid) const {
         guint32 ownerPid = 0;
         if (owner) g_variant_get(owner.get(), "(u)", &ownerPid);
         if (pid_t(ownerPid) != pid) continue;
-        for (const auto& window : children(bus_, application))
+        for (const auto& window : children(bus_, application)) {
+            const auto before = found.size();
             collect(bus_, window, found);
+            if (found.size() > before) found[before].isWindow = true;
+        }
     }
     return found;
 }

@@ -20,6 +20,8 @@ struct Control {
     bool isEnabled = false;
     /// In screen pixels, from the top left.
     Rect place;
+    /// The first of what a window shows: the window itself, where it has a title.
+    bool isWindow = false;
 };
 
 /// The AT-SPI bus of a session.

@@ -226,7 +226,7 @@ std::string Desktop::raise() const {
 Point Desktop::asShown(Point place, const std::string& id) const {
     const auto all = controls();
     const auto frame = std::find_if(all.rbegin(), all.rend(),
-                                    [](const Control& control) { return control.role == "frame"; });
+                                    [](const Control& control) { return control.isWindow; });
     const auto shown = run({"xwininfo", "-id", id});
     const auto corner = [&](const std::string& mark) {
         return std::atoi(shown.c_str() + shown.find(mark) + mark.size());
@@ -302,7 +302,7 @@ std::string Desktop::log() const {
         all.clear();
     }
     all << "--- windows\n" << run({"wmctrl", "-lpx"}) << "--- controls\n";
-    for (const auto& [name, role, isEnabled, place] : controls()) {
+    for (const auto& [name, role, isEnabled, place, isWindow] : controls()) {
         all << role << " \"" << name << "\" " << (isEnabled ? "" : "disabled ") << place.x << ","
             << place.y << " " << place.width << "x" << place.height << "\n";
     }
