@@ -189,13 +189,17 @@ bool RunningApplications::activate(const RunningApplication& application) {
 
 void RunningApplications::activateOwn(std::uint64_t number, const std::string& title) {
     const auto deadline = halfASecondFromNow();
-    if (recent_.activate({number, ::getpid()}, deadline) != WindowAnswer::gone) return;
     const auto now = recent_.windows(deadline);
     if (!now) return;
-    const auto found = std::ranges::find_if(now->windows, [&](const ManagedWindow& window) {
-        return window.window.process == ::getpid() && window.title == title;
-    });
-    if (found != now->windows.end()) recent_.activate(found->window, deadline);
+    // The number alone may be another window's, where the toolkit counts by itself; and it may have
+    // put the program's name behind the title.
+    const auto likeness = [&](const ManagedWindow& window) {
+        if (window.window.process != ::getpid()) return 0;
+        return (window.title && window.title->starts_with(title) ? 2 : 0) +
+               (window.window.number == number ? 1 : 0);
+    };
+    const auto best = std::ranges::max_element(now->windows, {}, likeness);
+    if (best != now->windows.end() && likeness(*best) > 0) recent_.activate(best->window, deadline);
 }
 
 } // namespace corvane

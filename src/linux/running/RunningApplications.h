@@ -55,8 +55,8 @@ public:
     /// Brings the uppermost window of the application forward, an iconified one too. True when the
     /// display was asked; false where the application has no window.
     bool activate(const RunningApplication& application);
-    /// The same for a window of this process. Where the display has other numbers than the
-    /// toolkit, the title tells.
+    /// The same for a window of this process: the one with that title, by its number where several
+    /// have it. The toolkit's number counts for nothing on some displays.
     void activateOwn(std::uint64_t number, const std::string& title);
 
 private:
