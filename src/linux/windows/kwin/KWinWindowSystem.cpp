@@ -148,8 +148,9 @@ WindowAnswer KWinWindowSystem::place(const WindowRef& window, const FrameWish& w
     ToldWindow now;
     const auto found = look(window, now, by);
     if (found != WindowAnswer::done) return found;
-    if (now.window.isFullscreen) return WindowAnswer::refused;
     const auto target = wishedFrame(wish, now.window.frame);
+    if (target == now.window.frame) return WindowAnswer::done;
+    if (now.window.isFullscreen) return WindowAnswer::refused;
     std::string words;
     auto answer = WindowAnswer::done;
     const auto look = [&]() -> std::optional<PixelRect> {

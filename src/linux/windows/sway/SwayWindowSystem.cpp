@@ -2,7 +2,6 @@
 
 #include "linux/windows/Approach.h"
 #include "linux/windows/WaylandSession.h"
-#include "linux/windows/sway/SwaySocket.h"
 
 #include <algorithm>
 #include <cctype>
@@ -14,11 +13,6 @@ namespace corvane::sway {
 namespace {
 
 using std::chrono::steady_clock;
-
-std::optional<std::string> askHere(Question question, std::string_view words, Deadline by) {
-    const auto compositor = waylandCompositor();
-    return compositor ? ask(question, words, *compositor, by) : std::nullopt;
-}
 
 std::string criteria(const WindowRef& window) {
     return "[con_id=" + std::to_string(window.number) + "] ";
@@ -53,23 +47,35 @@ bool canBeNamed(const std::string& workspace) {
 SwayWindowSystem::SwayWindowSystem(std::unique_ptr<WindowSystem> xServer)
     : xServer_(std::move(xServer)) {}
 
+/// The display is asked for its process only where the one that is known doesn't answer any more.
+std::optional<std::string> SwayWindowSystem::ask(Question question, std::string_view words,
+                                                 Deadline by) {
+    if (compositor_) {
+        if (auto answer = sway::ask(question, words, *compositor_, by)) return answer;
+    }
+    const auto now = waylandCompositor();
+    if (now == compositor_) return std::nullopt;
+    compositor_ = now;
+    return now ? sway::ask(question, words, *now, by) : std::nullopt;
+}
+
 bool SwayWindowSystem::isReady(Deadline by) {
     const std::lock_guard lock(mutex_);
-    return askHere(Question::version, "", by).has_value();
+    return ask(Question::version, "", by).has_value();
 }
 
 Abilities SwayWindowSystem::abilities(Deadline by) {
     if (!isReady(by)) return {.whatToDoFirst = "Sway doesn't answer at the moment."};
-    return {.placesWindows = true,
-            .tellsProcesses = waylandCompositor().value_or(0) > 0,
-            .whatToDoFirst = ""};
+    const std::lock_guard lock(mutex_);
+    return {
+        .placesWindows = true, .tellsProcesses = compositor_.value_or(0) > 0, .whatToDoFirst = ""};
 }
 
 std::optional<Tree> SwayWindowSystem::tree(Deadline by) {
-    const auto answer = askHere(Question::tree, "", by);
+    const auto answer = ask(Question::tree, "", by);
     auto tree = answer ? readTree(*answer) : std::nullopt;
     if (!tree) return std::nullopt;
-    const auto compositor = waylandCompositor().value_or(0);
+    const auto compositor = compositor_.value_or(0);
     std::vector<XClient> clients;
     for (auto& each : tree->windows) {
         if (compositor == 0) each.window.window.process = 0;
@@ -96,7 +102,7 @@ std::optional<WindowsNow> SwayWindowSystem::windows(Deadline by) {
     WindowsNow now{.windows = {}, .active = all->active, .session = {}, .connected = {}};
     for (auto& each : all->windows)
         now.windows.push_back(std::move(each.window));
-    if (const auto compositor = waylandCompositor().value_or(0)) now.session.insert(compositor);
+    if (compositor_.value_or(0) > 0) now.session.insert(*compositor_);
     return now;
 }
 
@@ -109,8 +115,8 @@ std::optional<ManagedWindow> SwayWindowSystem::window(const WindowRef& window, D
 
 std::optional<std::vector<Monitor>> SwayWindowSystem::monitors(Deadline by) {
     const std::lock_guard lock(mutex_);
-    const auto outputs = askHere(Question::outputs, "", by);
-    const auto workspaces = outputs ? askHere(Question::workspaces, "", by) : std::nullopt;
+    const auto outputs = ask(Question::outputs, "", by);
+    const auto workspaces = outputs ? ask(Question::workspaces, "", by) : std::nullopt;
     auto monitors = workspaces ? readMonitors(*outputs, *workspaces) : std::nullopt;
     if (monitors) putPrimaryFirst(*monitors);
     return monitors;
@@ -122,6 +128,7 @@ WindowAnswer SwayWindowSystem::place(const WindowRef& window, const FrameWish& w
     const auto answer = look(window, start, by);
     if (answer != WindowAnswer::done) return answer;
     const auto& now = start.window;
+    if (wishedFrame(wish, now.frame) == now.frame) return WindowAnswer::done;
     if (now.isFullscreen || now.isTiled || now.isMinimized) return WindowAnswer::refused;
     return moveTo(start, wish, by);
 }
@@ -138,8 +145,8 @@ WindowAnswer SwayWindowSystem::moveTo(const TreeWindow& start, const FrameWish& 
                  if (next == words) return ApproachSteps::Asked::nothingNew;
                  words = std::move(next);
                  last = aim;
-                 return askHere(Question::run, words, by) ? ApproachSteps::Asked::answered
-                                                          : ApproachSteps::Asked::unanswered;
+                 return ask(Question::run, words, by) ? ApproachSteps::Asked::answered
+                                                      : ApproachSteps::Asked::unanswered;
              },
          .look = [&] { return words.empty() ? start.window.frame : frameAtRest(window, last, by); },
          .isLate = [&] { return steady_clock::now() >= by; }});
@@ -149,7 +156,7 @@ WindowAnswer SwayWindowSystem::moveTo(const TreeWindow& start, const FrameWish& 
     if (placed == WindowAnswer::done && look(window, end, by) == WindowAnswer::done &&
         end.window.workspace != workspace && canBeNamed(workspace) &&
         contains(start.workspaceArea, end.window.frame)) {
-        askHere(Question::run, criteria(window) + "move container to workspace " + workspace, by);
+        ask(Question::run, criteria(window) + "move container to workspace " + workspace, by);
     }
     return placed;
 }
@@ -180,8 +187,7 @@ WindowAnswer SwayWindowSystem::setFullscreen(const WindowRef& window, bool on, D
     auto answer = look(window, now, by);
     if (answer != WindowAnswer::done || now.window.isFullscreen == on) return answer;
     if (now.window.isMinimized) return WindowAnswer::refused;
-    askHere(Question::run, criteria(window) + (on ? "fullscreen enable" : "fullscreen disable"),
-            by);
+    ask(Question::run, criteria(window) + (on ? "fullscreen enable" : "fullscreen disable"), by);
     answer = look(window, now, by);
     const bool isMissed = answer == WindowAnswer::done && now.window.isFullscreen != on;
     return isMissed ? WindowAnswer::refused : answer;
@@ -199,7 +205,7 @@ WindowAnswer SwayWindowSystem::activate(const WindowRef& window, Deadline by) {
     TreeWindow now;
     const auto answer = look(window, now, by);
     if (answer != WindowAnswer::done) return answer;
-    const auto done = askHere(Question::run, criteria(window) + "focus", by);
+    const auto done = ask(Question::run, criteria(window) + "focus", by);
     if (!done) return WindowAnswer::unanswered;
     return readSuccess(*done) ? WindowAnswer::done : WindowAnswer::refused;
 }
@@ -220,7 +226,7 @@ WindowAnswer SwayWindowSystem::askToClose(std::span<const WindowRef> windows, De
         if (answer == WindowAnswer::gone) answer = WindowAnswer::done;
     }
     if (words.empty()) return answer;
-    return askHere(Question::run, words, by) ? answer : WindowAnswer::unanswered;
+    return ask(Question::run, words, by) ? answer : WindowAnswer::unanswered;
 }
 
 } // namespace corvane::sway

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "linux/windows/sway/SwaySocket.h"
 #include "linux/windows/sway/SwayTree.h"
 
 #include <memory>
@@ -28,6 +29,7 @@ public:
     WindowAnswer askToClose(std::span<const WindowRef> windows, Deadline by) override;
 
 private:
+    std::optional<std::string> ask(Question question, std::string_view words, Deadline by);
     std::optional<Tree> tree(Deadline by);
     /// `done` where it is there, and then as it is now.
     WindowAnswer look(const WindowRef& window, TreeWindow& now, Deadline by);
@@ -37,6 +39,8 @@ private:
 
     std::mutex mutex_;
     const std::unique_ptr<WindowSystem> xServer_;
+    /// The process at the display; 0 where it isn't of this machine and process space.
+    std::optional<pid_t> compositor_;
 };
 
 } // namespace corvane::sway
