@@ -25,6 +25,8 @@ string(JOIN ", " CPACK_DEBIAN_PACKAGE_DEPENDS
   qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick qml6-module-qtquick-controls
   qml6-module-qtquick-layouts qml6-module-qtquick-shapes qml6-module-qtquick-templates
   qml6-module-qtquick-window
+  # Wayland
+  qt6-wayland
   # pictures in vectors, icons by name, the icons' folders
   libqt6svg6 adwaita-icon-theme hicolor-icon-theme
   # the letters, the symbols, and the signs in titles
