@@ -1,4 +1,3 @@
-#include "Machine.h"
 #include "foundation/Text.h"
 #include "linux/running/ApplicationOpener.h"
 #include "linux/running/RunningApplications.h"
@@ -6,6 +5,7 @@
 #include "linux/scripts/AppleScript.h"
 #include "linux/scripts/LinuxScriptEngine.h"
 #include "linux/windows/WindowSystems.h"
+#include "machine/Machine.h"
 
 #include <filesystem>
 

@@ -1,7 +1,7 @@
-#include "Machine.h"
 #include "foundation/Text.h"
 #include "linux/installed/ApplicationNames.h"
 #include "linux/scripts/MdfindTool.h"
+#include "machine/Machine.h"
 
 #include <algorithm>
 #include <filesystem>

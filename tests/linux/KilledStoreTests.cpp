@@ -1,6 +1,6 @@
-#include "Machine.h"
 #include "StoreOnDisk.h"
 #include "core/StoreScene.h"
+#include "machine/Machine.h"
 
 #include <csignal>
 #include <filesystem>

@@ -1,5 +1,5 @@
-#include "Machine.h"
 #include "linux/files/LinuxBookmarks.h"
+#include "machine/Machine.h"
 
 #include <filesystem>
 

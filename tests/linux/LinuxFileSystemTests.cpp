@@ -1,6 +1,6 @@
-#include "Machine.h"
 #include "linux/files/LinuxFileSystem.h"
 #include "linux/installed/LinuxFileIcons.h"
+#include "machine/Machine.h"
 
 #include <algorithm>
 #include <filesystem>

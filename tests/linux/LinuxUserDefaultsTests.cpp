@@ -1,6 +1,6 @@
-#include "Machine.h"
 #include "linux/files/LinuxFileSystem.h"
 #include "linux/files/LinuxUserDefaults.h"
+#include "machine/Machine.h"
 
 #include <filesystem>
 

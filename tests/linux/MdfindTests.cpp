@@ -1,7 +1,7 @@
-#include "Machine.h"
 #include "linux/installed/LinuxMetadataQuery.h"
 #include "linux/scripts/MdfindQuery.h"
 #include "linux/scripts/MdfindTool.h"
+#include "machine/Machine.h"
 
 #include <gtest/gtest.h>
 

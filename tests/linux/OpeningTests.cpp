@@ -1,4 +1,3 @@
-#include "Machine.h"
 #include "foundation/Text.h"
 #include "linux/running/ApplicationOpener.h"
 #include "linux/running/LinuxApplications.h"
@@ -6,6 +5,7 @@
 #include "linux/running/RunningApplications.h"
 #include "linux/scripts/OpenTool.h"
 #include "linux/windows/WindowSystems.h"
+#include "machine/Machine.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,9 +1,9 @@
-#include "Machine.h"
 #include "linux/running/ApplicationOpener.h"
 #include "linux/scripts/LinuxTaskRunner.h"
 #include "linux/system/DetachedProcess.h"
 #include "linux/system/LinuxBackgroundQueue.h"
 #include "linux/system/ProcessFacts.h"
+#include "machine/Machine.h"
 
 #include <atomic>
 #include <chrono>

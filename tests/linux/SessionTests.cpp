@@ -1,10 +1,10 @@
-#include "Machine.h"
 #include "bus/BusService.h"
 #include "linux/session/LinuxUserNotifications.h"
 #include "linux/session/SessionEnd.h"
 #include "linux/session/SingleInstance.h"
 #include "linux/session/SystemAppearance.h"
 #include "linux/system/EventThread.h"
+#include "machine/Machine.h"
 #include "simulated/SimulatedQueue.h"
 
 #include <atomic>

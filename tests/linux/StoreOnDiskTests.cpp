@@ -1,7 +1,7 @@
-#include "Machine.h"
 #include "StoreOnDisk.h"
 #include "core/StoreScene.h"
 #include "foundation/Text.h"
+#include "machine/Machine.h"
 
 #include <algorithm>
 #include <csignal>

@@ -1,6 +1,6 @@
-#include "Machine.h"
 #include "foundation/Text.h"
 #include "linux/installed/TerminalEmulator.h"
+#include "machine/Machine.h"
 
 #include <csignal>
 #include <cstdlib>

@@ -11,11 +11,6 @@
 
 namespace corvane::machine {
 
-/// A command that a person could give, found along PATH.
-inline bool runs(const std::string& command) {
-    return std::system((command + " >/dev/null 2>&1").c_str()) == 0;
-}
-
 inline std::string frameText(double x, double y, double width, double height) {
     std::ostringstream text;
     text << x << "," << y << " " << width << "x" << height;

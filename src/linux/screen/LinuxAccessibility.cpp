@@ -4,7 +4,6 @@
 #include "linux/screen/SeamSpace.h"
 
 #include <algorithm>
-#include <cmath>
 #include <ranges>
 #include <utility>
 
@@ -94,13 +93,11 @@ WindowAnswer LinuxAccessibility::place(const AccessibilityWindow& window,
 }
 
 int LinuxAccessibility::setPosition(const AccessibilityWindow& window, Point position) {
-    if (!std::isfinite(position.x) || !std::isfinite(position.y)) return cannotComplete;
     lastPlaced_ = {window, position};
     return codeOf(place(window, position, std::nullopt));
 }
 
 int LinuxAccessibility::setSize(const AccessibilityWindow& window, Size size) {
-    if (!std::isfinite(size.width) || !std::isfinite(size.height)) return cannotComplete;
     const auto placed = std::exchange(lastPlaced_, std::nullopt);
     const bool isSame = placed && placed->window == window;
     return codeOf(place(window, isSame ? std::optional(placed->position) : std::nullopt, size));

@@ -45,6 +45,15 @@ bool comeNear(const PixelRect& target, const ApproachSteps& steps, std::optional
 
 } // namespace
 
+bool isPossible(const FrameWish& wish) {
+    constexpr double most = 1e6;
+    const auto origin = wish.origin.value_or(PixelPoint());
+    const auto size = wish.size.value_or(PixelSize());
+    // No comparison holds for what isn't a number.
+    return std::abs(origin.x) <= most && std::abs(origin.y) <= most &&
+           std::abs(size.width) <= most && std::abs(size.height) <= most;
+}
+
 PixelRect wishedFrame(const FrameWish& wish, const PixelRect& now) {
     return {wish.origin.value_or(now.origin), wish.size.value_or(now.size)};
 }

@@ -18,6 +18,8 @@ struct ApproachSteps {
     std::function<bool()> isLate;
 };
 
+/// Finite numbers, of a million at most.
+bool isPossible(const FrameWish& wish);
 /// The frame that is wished for, with what isn't named as it is now.
 PixelRect wishedFrame(const FrameWish& wish, const PixelRect& now);
 

@@ -5,15 +5,14 @@
 namespace corvane {
 
 template <typename Value>
-bool RecentWindows::Reading<Value>::isRecent() const {
-    constexpr auto lifetime = std::chrono::milliseconds(50);
-    return value && std::chrono::steady_clock::now() - came < lifetime;
+bool RecentWindows::isRecent(const Reading<Value>& reading) const {
+    return reading.value && std::chrono::steady_clock::now() - reading.came < lifetime_;
 }
 
 template <typename Value, typename Read>
 std::optional<Value> RecentWindows::recent(Reading<Value>& reading, Read&& read) {
     const std::lock_guard lock(mutex_);
-    if (!reading.isRecent()) {
+    if (!isRecent(reading)) {
         reading.value = read();
         reading.came = std::chrono::steady_clock::now();
     }
@@ -28,6 +27,12 @@ WindowAnswer RecentWindows::requested(WindowAnswer answer) {
     return answer;
 }
 
+/// Who asks for this goes on to the windows.
+bool RecentWindows::isReady(Deadline by) {
+    const auto now = windows(by);
+    return now && now->isReady;
+}
+
 std::optional<WindowsNow> RecentWindows::windows(Deadline by) {
     return recent(windows_, [&] { return system_.windows(by); });
 }
@@ -35,7 +40,7 @@ std::optional<WindowsNow> RecentWindows::windows(Deadline by) {
 std::optional<ManagedWindow> RecentWindows::window(const WindowRef& window, Deadline by) {
     {
         const std::lock_guard lock(mutex_);
-        if (windows_.isRecent()) {
+        if (isRecent(windows_)) {
             const auto& all = windows_.value->windows;
             const auto found = std::ranges::find(all, window, &ManagedWindow::window);
             if (found != all.end()) return *found;

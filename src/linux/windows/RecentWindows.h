@@ -12,9 +12,11 @@ namespace corvane {
 class RecentWindows final : public WindowSystem {
 public:
     /// The system outlives this.
-    explicit RecentWindows(WindowSystem& system) : system_(system) {}
+    explicit RecentWindows(WindowSystem& system,
+                           std::chrono::milliseconds lifetime = std::chrono::milliseconds(50))
+        : system_(system), lifetime_(lifetime) {}
 
-    bool isReady(Deadline by) override { return system_.isReady(by); }
+    bool isReady(Deadline by) override;
     Abilities abilities(Deadline by) override { return system_.abilities(by); }
     std::optional<WindowsNow> windows(Deadline by) override;
     std::optional<ManagedWindow> window(const WindowRef& window, Deadline by) override;
@@ -30,14 +32,15 @@ private:
     struct Reading {
         std::optional<Value> value;
         std::chrono::steady_clock::time_point came;
-
-        bool isRecent() const;
     };
+    template <typename Value>
+    bool isRecent(const Reading<Value>& reading) const;
     template <typename Value, typename Read>
     std::optional<Value> recent(Reading<Value>& reading, Read&& read);
     WindowAnswer requested(WindowAnswer answer);
 
     WindowSystem& system_;
+    std::chrono::milliseconds lifetime_;
     std::mutex mutex_;
     Reading<WindowsNow> windows_;
     Reading<std::vector<Monitor>> monitors_;

@@ -75,6 +75,8 @@ struct ManagedWindow {
 };
 
 struct WindowsNow {
+    /// What isReady() says at that moment.
+    bool isReady = true;
     /// Bottom to top, at most `mostWindows`.
     std::vector<ManagedWindow> windows;
     std::optional<std::uint64_t> active;
@@ -135,8 +137,9 @@ public:
     /// Primary first.
     virtual std::optional<std::vector<Monitor>> monitors(Deadline by) = 0;
 
-    /// Refuses a fullscreen or tiled window; takes a maximized or shaded one out of that state;
-    /// sets place and size, and returns when the frame has come to rest.
+    /// Refuses a fullscreen or tiled window, and numbers that no frame can have; takes a maximized
+    /// or shaded one out of that state; sets place and size, and returns when the frame has come to
+    /// rest.
     virtual WindowAnswer place(const WindowRef& window, const FrameWish& wish, Deadline by) = 0;
     /// Return when the state is there.
     virtual WindowAnswer setFullscreen(const WindowRef& window, bool on, Deadline by) = 0;

@@ -262,8 +262,9 @@ WindowsNow readWindows(Server& server, Deadline deadline) {
         auto window = readWindow(server, reference, requests[i], currentDesktop, deadline);
         if (window) result.windows.push_back(std::move(*window));
     }
-    const auto manager = processIn(processes, server, windowManager(server, deadline));
-    for (const auto process : {manager, server.processIdentifier()}) {
+    const auto manager = windowManager(server, deadline);
+    result.isReady = manager != XCB_NONE;
+    for (const auto process : {processIn(processes, server, manager), server.processIdentifier()}) {
         if (process > 0) result.session.insert(process);
     }
     return result;

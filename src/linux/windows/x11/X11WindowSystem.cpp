@@ -1,5 +1,6 @@
 #include "linux/windows/x11/X11WindowSystem.h"
 
+#include "linux/windows/Approach.h"
 #include "linux/windows/x11/X11ClientWindows.h"
 #include "linux/windows/x11/X11WorkAreas.h"
 
@@ -90,7 +91,9 @@ std::optional<std::vector<Monitor>> X11WindowSystem::monitors(Deadline by) {
 }
 
 WindowAnswer X11WindowSystem::place(const WindowRef& window, const FrameWish& wish, Deadline by) {
-    return control(window, by, [&](WindowControl& control) { return control.place(wish); });
+    return control(window, by, [&](WindowControl& control) {
+        return isPossible(wish) ? control.place(wish) : WindowAnswer::refused;
+    });
 }
 
 WindowAnswer X11WindowSystem::setFullscreen(const WindowRef& window, bool on, Deadline by) {

@@ -1,12 +1,13 @@
 #include "Windows.h"
 #include "foundation/Text.h"
+#include "linux/scripts/LinuxScriptEngine.h"
 
 using namespace corvane;
 using namespace corvane::machine;
 
 namespace {
 
-class WindowListTest : public WindowsTest {
+class X11WindowsTest : public WindowsTest {
 protected:
     /// A shown window of this process whose decorations the window manager leaves out.
     xcb_window_t make(const std::string& title, const x11::Frame& frame) {
@@ -38,7 +39,7 @@ protected:
     }
 };
 
-TEST_F(WindowListTest, showsWhatAPersonSeesFrontToBack) {
+TEST_F(X11WindowsTest, showsWhatAPersonSeesFrontToBack) {
     const auto desktop = make("desktop", {0, 0, 1440, 900});
     probe_->setAtom(desktop, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP");
     const auto dock = make("dock", {0, 870, 1440, 30});
@@ -85,23 +86,7 @@ TEST_F(WindowListTest, showsWhatAPersonSeesFrontToBack) {
         "elsewhere 0 50,50 200x100; everywhere 0 60,60 200x100; desktop -2147483623 0,0 1440x900");
 }
 
-TEST_F(WindowListTest, countsTheDecorations) {
-    const auto window = probe_->make({100, 120, 300, 200});
-    show(window);
-    // Openbox's frames are just as large as what it draws.
-    const auto deadline = halfASecondFromNow();
-    auto& server = *connection_.server(deadline);
-    const auto frame =
-        server.reply<xcb_query_tree_reply_t>(xcb_query_tree(server.get(), window), deadline)
-            ->parent;
-    ASSERT_NE(frame, server.root());
-    const auto outer = geometryOf(frame)->client;
-    EXPECT_GT(outer.height, 200);
-    EXPECT_EQ(listed(window), frameText(outer.x, outer.y, outer.width, outer.height));
-    EXPECT_EQ(frameOf(firstWindowOf(getpid())), listed(window));
-}
-
-TEST_F(WindowListTest, asksTheServerWhereTheWindowManagerIsSilent) {
+TEST_F(X11WindowsTest, asksTheServerWhereTheWindowManagerIsSilent) {
     for (const auto* title : {"one", "two", "three"})
         show(make(title, {10, 10, 200, 100}));
     const std::string frame = " 0 10,10 200x100";
@@ -119,6 +104,46 @@ TEST_F(WindowListTest, asksTheServerWhereTheWindowManagerIsSilent) {
     becomes("two" + frame + "; three" + frame + "; one" + frame);
     server_.reset();
     EXPECT_TRUE(comesTrue([&] { return !list_.onScreenWindows(); }));
+}
+
+TEST_F(X11WindowsTest, areMovedToWhereTheirInsideIs) {
+    const auto window = probe_->make({300, 200, 410, 340});
+    show(window);
+    const auto element = firstWindowOf(getpid());
+    placed(element, {100, 100, 420, 370});
+    // Openbox takes no request for just that place.
+    const auto inside = geometryOf(window)->client;
+    ASSERT_NE(inside.y, 100);
+    EXPECT_EQ(placed(element, {inside.x, inside.y, 420, 370}),
+              frameText(inside.x, inside.y, 420, 370));
+}
+
+TEST_F(X11WindowsTest, arentPlacedByAManagerThatLeftOnlyItsName) {
+    EXPECT_TRUE(accessibility_.isProcessTrusted());
+    manager_.reset();
+    EXPECT_TRUE(comesTrue([&] { return !accessibility_.isProcessTrusted(); }));
+    EXPECT_TRUE(comesTrue([&] { return !recent_.isReady(halfASecondFromNow()); }));
+    const ScopedVariable none("DISPLAY", "");
+    x11::X11WindowSystem nowhere;
+    EXPECT_FALSE(LinuxAccessibility(nowhere, running_).isProcessTrusted());
+}
+
+TEST_F(X11WindowsTest, aScriptFillsTheScreen) {
+    LinuxScriptEngine engine(opener_, accessibility_);
+    const Program eyes({"xeyes"});
+    const auto window = firstWindowOf(eyes.id());
+    const auto name = running_.list().at(0).localizedName.value();
+    for (const std::string command :
+         {"click button 2 of window 1", "keystroke \"f\" using {control down, command down}"}) {
+        for (const bool expected : {true, false}) {
+            const auto outcome =
+                engine.execute("tell application \"" + name +
+                               "\"\nactivate\ntell application \"System Events\"\ntell process \"" +
+                               name + "\"\n" + command + "\nend tell\nend tell\nend tell");
+            EXPECT_FALSE(outcome->error) << outcome->error->description;
+            EXPECT_EQ(accessibility_.isFullscreen(window), expected) << command;
+        }
+    }
 }
 
 } // namespace

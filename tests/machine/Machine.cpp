@@ -1,4 +1,4 @@
-#include "Machine.h"
+#include "machine/Machine.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,0 +1,158 @@
+#include "foundation/Text.h"
+#include "layouts/RememberedDisplays.h"
+#include "layouts/WindowCapture.h"
+#include "linux/running/RunningApplications.h"
+#include "linux/screen/LinuxAccessibility.h"
+#include "linux/screen/LinuxDisplays.h"
+#include "linux/screen/LinuxWindowList.h"
+#include "linux/windows/RecentWindows.h"
+#include "machine/Program.h"
+#include "windows/MemoryWindowSystem.h"
+
+#include <cmath>
+#include <sstream>
+#include <thread>
+
+using namespace corvane;
+using namespace corvane::machine;
+
+namespace {
+
+/// The seam's view of windows in memory.
+class ScreenTest : public testing::Test {
+protected:
+    ManagedWindow& show(const std::string& title, pid_t process = getpid()) {
+        return system_.show({.window = {.process = process}, .title = title});
+    }
+    static AccessibilityWindow element(const ManagedWindow& window) {
+        return {window.window.process, window.window.number};
+    }
+    /// Front to back: number of the owner's windows behind the title, layer, and frame.
+    std::string all() {
+        std::ostringstream text;
+        const auto windows = list_.onScreenWindows();
+        if (!windows) return "nothing told";
+        for (const auto& each : *windows) {
+            text << each.name.value_or("?") << " " << *each.layer << " " << *each.bounds->x << ","
+                 << *each.bounds->y << " " << *each.bounds->width << "x" << *each.bounds->height
+                 << (each.ownerName ? "; " : " nobody's; ");
+        }
+        return text.str();
+    }
+    std::string state(const AccessibilityWindow& window) {
+        const auto position = accessibility_.position(window);
+        const auto size = accessibility_.size(window);
+        const auto fullscreen = accessibility_.isFullscreen(window);
+        if (!position || !size || !fullscreen) return "invalid";
+        std::ostringstream text;
+        text << position->x << "," << position->y << " " << size->width << "x" << size->height
+             << (*fullscreen ? " fullscreen" : "");
+        return text.str();
+    }
+
+    MemoryWindowSystem system_;
+    RecentWindows recent_{system_};
+    InstalledApplications installed_;
+    RunningApplications running_{installed_, recent_};
+    LinuxAccessibility accessibility_{system_, running_};
+    LinuxWindowList list_{recent_, running_};
+    LinuxDisplays displays_{recent_};
+};
+
+TEST_F(ScreenTest, showsFrontToBackAndUpwardFromThePrimaryMonitor) {
+    system_.screens = {{{{640, 400}, {800, 500}}, {{640, 424}, {800, 476}}},
+                       {{{0, 300.5}, {640, 600}}, {{0, 300.5}, {640, 600}}}};
+    show("desktop").kind = WindowKind::desktop;
+    show("below").layer = WindowLayer::below;
+    auto& window = show("sh\xff"
+                        "dow");
+    window.frame = {{650.25, 410}, {300, 200}};
+    show("unseen").isMinimized = true;
+    show("elsewhere").workspace = "2";
+    show("nobody's", 0);
+    show("above").layer = WindowLayer::above;
+    show("dock").kind = WindowKind::dock;
+    EXPECT_EQ(all(), "dock 20 -540,-300 300x200; above 3 -540,-300 300x200; "
+                     "nobody's 0 -540,-300 300x200 nobody's; sh\xef\xbf\xbd"
+                     "dow 0 10.25,10 300x200; below -1 -540,-300 300x200; "
+                     "desktop -2147483623 -540,-300 300x200; ");
+    const auto screens = displays_.screens();
+    ASSERT_EQ(screens.size(), 2u);
+    EXPECT_EQ(screens[0].visibleFrame, (Rect{0, 0, 800, 476}));
+    EXPECT_EQ(screens[1].frame, (Rect{-640, -0.5, 640, 600}));
+    system_.serverHasStopped = true;
+    std::this_thread::sleep_for(std::chrono::milliseconds(60));
+    EXPECT_EQ(all(), "nothing told");
+    EXPECT_TRUE(displays_.screens().empty());
+}
+
+TEST_F(ScreenTest, hasTheWindowsOfAnApplicationFrontToBackUnseenOnesLast) {
+    EXPECT_EQ(accessibility_.windows(getpid()), std::vector<AccessibilityWindow>{});
+    const auto back = element(show("back"));
+    auto& iconified = show("iconified");
+    iconified.isMinimized = true;
+    const auto last = element(iconified);
+    const auto front = element(show("front"));
+    show("palette").kind = WindowKind::other;
+    show("a stranger's", 1);
+    const std::vector<AccessibilityWindow> expected{front, back, last};
+    std::this_thread::sleep_for(std::chrono::milliseconds(60));
+    EXPECT_EQ(accessibility_.windows(getpid()), expected);
+    EXPECT_FALSE(accessibility_.windows(0)) << "whose process nobody can tell";
+    EXPECT_FALSE(accessibility_.windows(-1));
+    const AccessibilityWindow stranger{1, front.identifier};
+    EXPECT_EQ(state(stranger), "invalid");
+    EXPECT_EQ(accessibility_.setPosition(stranger, {1, 1}), Accessibility::invalidElement);
+    EXPECT_EQ(accessibility_.setFullscreen(stranger, true), Accessibility::invalidElement);
+    EXPECT_EQ(state(front), "100,100 300x200");
+}
+
+TEST_F(ScreenTest, changesAWindowAndSaysWhatCameOfIt) {
+    const auto window = element(show("one"));
+    EXPECT_EQ(accessibility_.setPosition(window, {20, 30}), Accessibility::success);
+    EXPECT_EQ(accessibility_.setSize(window, {640, 480}), Accessibility::success);
+    EXPECT_EQ(state(window), "20,30 640x480");
+    EXPECT_EQ(accessibility_.setSize(window, {std::nan(""), 1}), Accessibility::cannotComplete);
+    system_.clients[0].window.isTiled = true;
+    EXPECT_EQ(accessibility_.setPosition(window, {1, 1}), Accessibility::cannotComplete);
+    system_.clients[0].window.isTiled = false;
+
+    EXPECT_EQ(accessibility_.toggleFullscreen(window), Accessibility::success);
+    EXPECT_EQ(state(window), "0,0 1440x900 fullscreen");
+    EXPECT_EQ(accessibility_.setPosition(window, {1, 1}), Accessibility::cannotComplete);
+    EXPECT_EQ(accessibility_.zoom(window), Accessibility::success);
+    EXPECT_EQ(state(window), "20,30 640x480");
+
+    system_.managerHasStopped = true;
+    EXPECT_FALSE(accessibility_.isProcessTrusted());
+    EXPECT_EQ(accessibility_.setFullscreen(window, true), Accessibility::cannotComplete);
+    system_.managerHasStopped = false;
+    system_.fillScreen(system_.clients[0], true);
+    EXPECT_EQ(accessibility_.zoom(window), Accessibility::success);
+    EXPECT_EQ(state(window), "0,0 1440x900 fullscreen") << "it was only late";
+    EXPECT_TRUE(accessibility_.isProcessTrusted());
+}
+
+TEST_F(ScreenTest, savingALayoutOfFiveApplicationsPutsTwoQuestions) {
+    std::vector<std::unique_ptr<Program>> programs;
+    for (int i = 0; i < 5; ++i) {
+        programs.push_back(std::make_unique<Program>(std::vector<std::string>{"sleep", "60"}));
+        const auto name = "Program " + std::to_string(i);
+        show(name, programs.back()->id()).hints.className = name;
+    }
+    RecentWindows recent(system_, std::chrono::minutes(1));
+    RunningApplications running(installed_, recent);
+    LinuxWindowList list(recent, running);
+    LinuxDisplays linuxDisplays(recent);
+    LinuxAccessibility accessibility(recent, running);
+    EXPECT_TRUE(accessibility.isProcessTrusted());
+    const RememberedDisplays displays(linuxDisplays);
+    const WindowCapture capture(list, displays, accessibility);
+    std::size_t captured = 0;
+    for (const auto& application : running.list())
+        captured += capture.capture(application, "").size();
+    EXPECT_EQ(captured, 5u);
+    EXPECT_EQ(system_.questions, 2);
+}
+
+} // namespace

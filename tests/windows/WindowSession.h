@@ -1,0 +1,92 @@
+#pragma once
+
+#include "linux/windows/WindowSystem.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace corvane {
+
+/// How a client of the tests shows its one window.
+struct ClientWishes {
+    /// The window's name in a test, and its title.
+    std::string title;
+    PixelSize size = {300, 200};
+    PixelSize least = {}, step = {};
+    /// The title of a dialog that it shows above the window; none where empty.
+    std::string dialog = {};
+    enum class AtClose { closes, ignores, takesNoRequest } atClose = AtClose::closes;
+};
+
+/// What a person or a pager does to a window.
+enum class ByHand { maximize, fillScreen, minimize, shade, move, toOtherWorkspace };
+
+/// What stops and goes on.
+enum class Part { client, manager, server };
+
+/// What not every window system has, so that what is about it is left out there.
+enum class Feature {
+    /// Tells which window a dialog belongs to.
+    owners,
+    minimizing,
+    maximizing,
+    shading,
+    workspaces,
+    /// What a client says of its least size and its steps holds for placements too.
+    sizeLimits,
+    sizeSteps,
+    /// Clients that take no request to close.
+    unaskable,
+    /// A panel at the top of the first monitor, 30 high.
+    panels,
+    /// A second monitor, to the right of the first and as large as it.
+    secondMonitor,
+    /// A manager apart from the server.
+    manager,
+    /// A client that has stopped doesn't keep its window from being placed.
+    placesStoppedClients,
+};
+
+/// A desktop of a test's own: it runs as long as this lives, on one monitor of 1440 by 900.
+class WindowSession {
+public:
+    virtual ~WindowSession() = default;
+    /// What is tested.
+    virtual WindowSystem& system() = 0;
+    virtual bool has(Feature feature) const = 0;
+
+    /// Returns the window's process once its window is there.
+    virtual pid_t show(const ClientWishes& wishes) = 0;
+    /// Programs of other kinds, each with one window, by what is special about them.
+    virtual std::map<std::string, pid_t> showOthers() { return {}; }
+    /// The visible frame as "x,y wxh", read by other means than the system that is tested.
+    virtual std::string seen(const WindowRef& window) = 0;
+    /// What it does comes true a little later, if this desktop does it to such a window at all.
+    virtual void act(const WindowRef& window, ByHand deed) = 0;
+    virtual void stop(Part part, const WindowRef& window) = 0;
+    virtual void goOn(Part part, const WindowRef& window) = 0;
+    /// Ends the desktop, and starts another one in its place.
+    virtual void end() = 0;
+    virtual void startAgain() = 0;
+    virtual void addPanel() {}
+    virtual void addSecondMonitor() {}
+};
+
+/// A desktop that this machine has.
+struct SessionKind {
+    std::string name;
+    std::function<std::unique_ptr<WindowSession>()> start;
+};
+
+std::unique_ptr<WindowSession> startMemorySession();
+std::unique_ptr<WindowSession> startX11Session(const std::vector<std::string>& manager);
+
+std::vector<SessionKind> sessionsOfThisMachine();
+
+/// "x,y wxh".
+std::string frameText(const PixelRect& frame);
+
+} // namespace corvane

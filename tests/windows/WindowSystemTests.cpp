@@ -1,0 +1,421 @@
+#include "foundation/Text.h"
+#include "machine/Machine.h"
+#include "windows/WindowSession.h"
+
+#include <algorithm>
+#include <limits>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+using namespace corvane;
+using machine::comesToShow;
+using machine::comesTrue;
+
+namespace {
+
+using AtClose = ClientWishes::AtClose;
+using Clock = std::chrono::steady_clock;
+
+std::string answerText(WindowAnswer answer) {
+    switch (answer) {
+    case WindowAnswer::done:
+        return "done";
+    case WindowAnswer::gone:
+        return "gone";
+    case WindowAnswer::refused:
+        return "refused";
+    case WindowAnswer::unanswered:
+        return "unanswered";
+    }
+    return "?";
+}
+
+/// What every window system keeps to, on each desktop that this machine has.
+class WindowSystemTest : public testing::TestWithParam<SessionKind> {
+protected:
+    std::optional<WindowsNow> now() { return system_.windows(halfASecondFromNow()); }
+    /// Waits until it is listed.
+    ManagedWindow shown(const ClientWishes& wishes) {
+        const auto process = session_->show(wishes);
+        return listed([&](const ManagedWindow& window) {
+            return window.title == wishes.title && window.window.process == process;
+        });
+    }
+    ManagedWindow listed(const std::function<bool(const ManagedWindow&)>& isIt) {
+        ManagedWindow result;
+        EXPECT_TRUE(comesTrue([&] {
+            const auto windows = now();
+            if (!windows) return false;
+            const auto found = std::ranges::find_if(windows->windows, isIt);
+            if (found != windows->windows.end()) result = *found;
+            return found != windows->windows.end();
+        }));
+        return result;
+    }
+    std::string frameOf(const WindowRef& window) {
+        const auto found = system_.window(window, halfASecondFromNow());
+        return found ? frameText(found->frame) : "gone";
+    }
+    /// Clients move and grow after their first picture, and some changes come in steps.
+    void waitUntilItStands(const WindowRef& window) {
+        std::string before;
+        comesTrue([&] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(25));
+            return std::exchange(before, frameOf(window)) == frameOf(window);
+        });
+    }
+    /// The answer, the frame that the system tells and the one that is seen; once, where all agree.
+    std::string placed(const WindowRef& window, const FrameWish& wish) {
+        const auto answer = system_.place(window, wish, halfASecondFromNow());
+        auto told = frameOf(window);
+        if (answer != WindowAnswer::done) told = answerText(answer) + " " + told;
+        const auto seen = session_->seen(window);
+        return told.ends_with(seen) ? told : told + ", seen " + seen;
+    }
+    std::string placed(const WindowRef& window, const PixelRect& frame) {
+        return placed(window, FrameWish{frame.origin, frame.size});
+    }
+    /// Whether another hand has done that, as not every manager does all to all windows.
+    bool isDone(const ManagedWindow& before, ByHand deed) {
+        const auto patience = Clock::now() + std::chrono::seconds(1);
+        session_->act(before.window, deed);
+        bool done = false;
+        comesTrue([&] {
+            const auto window = system_.window(before.window, halfASecondFromNow());
+            done = window &&
+                   (window->frame != before.frame || window->isMinimized != before.isMinimized ||
+                    window->workspace != before.workspace);
+            return done || Clock::now() > patience;
+        });
+        waitUntilItStands(before.window);
+        return done;
+    }
+    /// What a person could tell of all windows, from the lowest up.
+    std::string all() {
+        const auto windows = now();
+        if (!windows) return "nothing told";
+        std::vector<std::string> words;
+        for (const auto& each : windows->windows) {
+            auto word = each.title.value_or("?");
+            const auto add = [&](bool holds, const std::string& what) {
+                if (holds) word += " " + what;
+            };
+            add(each.kind == WindowKind::dock, "dock");
+            add(each.kind == WindowKind::desktop, "desktop");
+            add(!each.isOnScreen, "unseen");
+            add(each.isMinimized, "minimized");
+            add(each.isFullscreen, "fullscreen");
+            add(each.isMaximized, "maximized");
+            add(!each.canBeAskedToClose, "unaskable");
+            add(each.window.number == windows->active, "active");
+            words.push_back(word);
+        }
+        return text::joined(words, "; ");
+    }
+    /// Those of them that a deed can be done to here.
+    std::vector<ByHand> deeds() {
+        std::vector<ByHand> result{ByHand::move};
+        if (session_->has(Feature::maximizing)) result.push_back(ByHand::maximize);
+        if (session_->has(Feature::shading)) result.push_back(ByHand::shade);
+        if (session_->has(Feature::minimizing)) result.push_back(ByHand::minimize);
+        return result;
+    }
+
+    std::unique_ptr<WindowSession> session_ = GetParam().start();
+    WindowSystem& system_ = session_->system();
+};
+
+INSTANTIATE_TEST_SUITE_P(On, WindowSystemTest, testing::ValuesIn(sessionsOfThisMachine()),
+                         [](const auto& kind) { return kind.param.name; });
+
+TEST_P(WindowSystemTest, tellsWhatIsThere) {
+    EXPECT_TRUE(system_.isReady(halfASecondFromNow()));
+    const auto can = system_.abilities(halfASecondFromNow());
+    EXPECT_TRUE(can.placesWindows && can.tellsProcesses && can.whatToDoFirst.empty())
+        << can.whatToDoFirst;
+    comesToShow("", [this] { return all(); });
+    const auto one = shown({.title = "one"});
+    const auto two = shown({.title = "tw\xc3\xb6 \"2\" $(x)\\", .dialog = "question"});
+    // Which of the two a manager gives the keyboard depends on what it has heard first.
+    const auto inOrder = [this] { return text::replacingAll(all(), " active", ""); };
+    comesToShow("one; tw\xc3\xb6 \"2\" $(x)\\; question", inOrder);
+    EXPECT_EQ(one.kind, WindowKind::ordinary);
+    EXPECT_GT(two.window.number, one.window.number);
+    const auto windows = now().value();
+    for (const auto& each : windows.windows) {
+        EXPECT_EQ(session_->seen(each.window), frameText(each.frame)) << *each.title;
+        EXPECT_FALSE(windows.session.contains(each.window.process));
+        EXPECT_EQ(each.layer, WindowLayer::normal);
+        if (windows.connected) {
+            EXPECT_TRUE(windows.connected->contains(each.window.process));
+        }
+        EXPECT_EQ(system_.window(each.window, halfASecondFromNow()), each);
+    }
+    if (session_->has(Feature::owners)) {
+        EXPECT_EQ(windows.windows.back().owner, two.window.number);
+        EXPECT_FALSE(one.owner);
+    }
+    if (session_->has(Feature::minimizing)) {
+        EXPECT_TRUE(isDone(one, ByHand::minimize));
+        comesToShow("one unseen minimized; tw\xc3\xb6 \"2\" $(x)\\; question", inOrder);
+    }
+}
+
+TEST_P(WindowSystemTest, givesBackWhatAPersonChanged) {
+    struct Kind {
+        std::string name;
+        ManagedWindow window;
+    };
+    std::vector<Kind> kinds{{"plain client", shown({.title = "client", .size = {400, 300}})}};
+    for (const auto& [name, process] : session_->showOthers()) {
+        kinds.push_back({name, listed([&, id = process](const ManagedWindow& window) {
+                             return window.window.process == id;
+                         })});
+    }
+    for (const auto& [name, window] : kinds) {
+        waitUntilItStands(window.window);
+        // Its own size, at a place where it is whole.
+        const auto size = system_.window(window.window, halfASecondFromNow())->frame.size;
+        const PixelRect frame{{120, 90}, size};
+        const auto wanted = frameText(frame);
+        ASSERT_EQ(placed(window.window, frame), wanted) << name;
+        for (const auto deed : deeds()) {
+            if (!isDone(*system_.window(window.window, halfASecondFromNow()), deed)) continue;
+            EXPECT_EQ(placed(window.window, frame), wanted)
+                << name << " after " << static_cast<int>(deed);
+            if (deed == ByHand::minimize) system_.activate(window.window, halfASecondFromNow());
+            SCOPED_TRACE(name);
+            comesToShow(wanted, [&] { return session_->seen(window.window); });
+        }
+    }
+}
+
+TEST_P(WindowSystemTest, placesAsFarAsAWindowAllows) {
+    const auto plain = shown({.title = "plain"}).window;
+    waitUntilItStands(plain);
+    EXPECT_EQ(placed(plain, {{400, 300}, {500, 350}}), "400,300 500x350");
+    EXPECT_EQ(placed(plain, FrameWish{.origin = PixelPoint{211, 133}}), "211,133 500x350");
+    EXPECT_EQ(placed(plain, FrameWish{.size = PixelSize{655, 477}}), "211,133 655x477");
+    EXPECT_EQ(placed(plain, FrameWish{}), "211,133 655x477");
+    EXPECT_EQ(placed(plain, {{-70, 600}, {655, 477}}), "-70,600 655x477") << "over the edge";
+    if (session_->has(Feature::secondMonitor)) {
+        session_->addSecondMonitor();
+        ASSERT_TRUE(comesTrue([&] { return system_.monitors(halfASecondFromNow())->size() == 2; }));
+        EXPECT_EQ(placed(plain, {{1500, 100}, {655, 477}}), "1500,100 655x477");
+        EXPECT_EQ(placed(plain, {{90, 80}, {655, 477}}), "90,80 655x477");
+    }
+    if (!session_->has(Feature::sizeLimits)) return;
+    const auto limited =
+        shown({.title = "limited", .size = {410, 340}, .least = {210, 140}, .step = {20, 40}});
+    waitUntilItStands(limited.window);
+    // What the decorations add to what the client asked for.
+    const auto size = system_.window(limited.window, halfASecondFromNow())->frame.size;
+    const PixelSize extra{size.width - 410, size.height - 340};
+    const auto client = [&](const PixelPoint& origin, double width, double height) {
+        return PixelRect{origin, {width + extra.width, height + extra.height}};
+    };
+    EXPECT_EQ(placed(limited.window, client({50, 60}, 430, 380)),
+              frameText(client({50, 60}, 430, 380)));
+    if (session_->has(Feature::sizeSteps)) {
+        EXPECT_EQ(placed(limited.window, client({51, 61}, 429, 379)),
+                  frameText(client({51, 61}, 410, 340)));
+    }
+    EXPECT_EQ(placed(limited.window, client({90, 80}, 1, 1)),
+              frameText(client({90, 80}, 210, 140)));
+}
+
+TEST_P(WindowSystemTest, fillsTheScreenAndComesBack) {
+    const auto window = shown({.title = "one", .size = {400, 300}}).window;
+    waitUntilItStands(window);
+    ASSERT_EQ(placed(window, {{120, 90}, {420, 330}}), "120,90 420x330");
+    const auto fill = [&](bool on) {
+        const auto answer = system_.setFullscreen(window, on, halfASecondFromNow());
+        const auto now = system_.window(window, halfASecondFromNow());
+        EXPECT_EQ(answerText(answer), "done");
+        EXPECT_EQ(now && now->isFullscreen, on);
+    };
+    // Where to is the manager's affair: with some clients it forgets its own decorations.
+    const auto comesBack = [&] {
+        EXPECT_TRUE(comesTrue([&] { return frameOf(window).ends_with(" 420x330"); }))
+            << frameOf(window);
+    };
+    fill(false);
+    for (int round = 0; round < 2; ++round) {
+        fill(true);
+        comesToShow("0,0 1440x900", [&] { return frameOf(window); });
+        fill(true);
+        EXPECT_EQ(placed(window, {{0, 0}, {1440, 900}}), "0,0 1440x900") << "it is there already";
+        EXPECT_EQ(placed(window, {{10, 10}, {500, 400}}), "refused 0,0 1440x900");
+        comesToShow("one fullscreen active", [this] { return all(); });
+        fill(false);
+        comesBack();
+    }
+    if (!session_->has(Feature::maximizing)) return;
+    const PixelRect area = system_.monitors(halfASecondFromNow())->front().workArea;
+    for (const bool on : {true, true, false, false}) {
+        EXPECT_EQ(answerText(system_.setMaximized(window, on, halfASecondFromNow())), "done");
+        EXPECT_EQ(system_.window(window, halfASecondFromNow())->isMaximized, on);
+        if (on) comesToShow(frameText(area), [&] { return frameOf(window); });
+        if (!on) comesBack();
+    }
+}
+
+TEST_P(WindowSystemTest, bringsToTheFrontFromEverywhere) {
+    const auto one = shown({.title = "one"});
+    shown({.title = "two"});
+    comesToShow("one; two active", [this] { return all(); });
+    const auto comesForward = [&] {
+        EXPECT_EQ(answerText(system_.activate(one.window, halfASecondFromNow())), "done");
+        EXPECT_TRUE(comesTrue([&] { return all().ends_with("one active"); })) << all();
+    };
+    comesForward();
+    if (session_->has(Feature::minimizing)) {
+        EXPECT_TRUE(isDone(one, ByHand::minimize));
+        comesForward();
+    }
+    if (session_->has(Feature::workspaces)) {
+        EXPECT_TRUE(isDone(one, ByHand::toOtherWorkspace));
+        EXPECT_TRUE(comesTrue([&] { return all().find("one unseen") != std::string::npos; }));
+        comesForward();
+    }
+}
+
+TEST_P(WindowSystemTest, asksToCloseAndNoMore) {
+    const auto closing = shown({.title = "closing"}).window;
+    const auto ignoring = shown({.title = "ignoring", .atClose = AtClose::ignores}).window;
+    shown({.title = "bystander"});
+    const auto ask = [&](std::vector<WindowRef> windows) {
+        return answerText(system_.askToClose(windows, halfASecondFromNow()));
+    };
+    EXPECT_EQ(ask({}), "gone");
+    // Another process has the number.
+    const WindowRef stranger{closing.number, ignoring.process};
+    EXPECT_EQ(ask({stranger}), "gone");
+    EXPECT_EQ(ask({ignoring, stranger, closing}), "done");
+    EXPECT_TRUE(comesTrue([&] { return now()->windows.size() == 2; }));
+    EXPECT_EQ(all(), "ignoring; bystander active");
+    EXPECT_EQ(ask({closing}), "gone");
+    if (!session_->has(Feature::unaskable)) return;
+    const auto unaskable = shown({.title = "deaf", .atClose = AtClose::takesNoRequest}).window;
+    EXPECT_EQ(ask({unaskable}), "refused");
+    comesToShow("ignoring; bystander; deaf unaskable active", [this] { return all(); });
+}
+
+TEST_P(WindowSystemTest, touchesNothingThatIsntTheWindow) {
+    const auto window = shown({.title = "one"}).window;
+    const auto other = shown({.title = "two"}).window;
+    waitUntilItStands(window);
+    const auto before = frameOf(window);
+    for (const auto& stranger :
+         {WindowRef{window.number, other.process}, WindowRef{window.number, 0},
+          WindowRef{window.number + 1'000'000, window.process}, WindowRef{}}) {
+        const auto by = halfASecondFromNow();
+        EXPECT_FALSE(system_.window(stranger, by));
+        EXPECT_EQ(answerText(system_.place(stranger, {PixelPoint{10, 10}}, by)), "gone");
+        EXPECT_EQ(answerText(system_.setFullscreen(stranger, true, by)), "gone");
+        EXPECT_EQ(answerText(system_.setMaximized(stranger, true, by)), "gone");
+        EXPECT_EQ(answerText(system_.activate(stranger, by)), "gone");
+    }
+    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+    constexpr double infinite = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(placed(window, FrameWish{.origin = PixelPoint{nan, 0}}), "refused " + before);
+    EXPECT_EQ(placed(window, FrameWish{.size = PixelSize{10, infinite}}), "refused " + before);
+    EXPECT_EQ(all(), "one; two active");
+}
+
+TEST_P(WindowSystemTest, tellsMonitorsAndWhatPanelsLeave) {
+    const auto all = [&] {
+        std::vector<std::string> words;
+        const auto monitors = system_.monitors(halfASecondFromNow());
+        for (const auto& each : monitors.value_or(std::vector<Monitor>()))
+            words.push_back(frameText(each.frame) + " (" + frameText(each.workArea) + ")");
+        return text::joined(words, "; ");
+    };
+    EXPECT_EQ(all(), "0,0 1440x900 (0,0 1440x900)");
+    if (session_->has(Feature::secondMonitor)) {
+        session_->addSecondMonitor();
+        comesToShow("0,0 1440x900 (0,0 1440x900); 1440,0 1440x900 (1440,0 1440x900)", all);
+    }
+    if (!session_->has(Feature::panels)) return;
+    session_->addPanel();
+    EXPECT_TRUE(comesTrue([&] { return all().starts_with("0,0 1440x900 (0,30 1440x870)"); }))
+        << all();
+    const auto panel = listed([](const ManagedWindow& each) {
+        return each.skipsTaskbar || each.kind == WindowKind::dock;
+    });
+    EXPECT_NE(panel.kind, WindowKind::ordinary);
+}
+
+/// Half a second, and what a busy machine adds to it.
+constexpr auto bound = std::chrono::milliseconds(800);
+
+TEST_P(WindowSystemTest, waitsForNoOneLongerThanItIsTold) {
+    const auto window = shown({.title = "one"}).window;
+    waitUntilItStands(window);
+    ASSERT_EQ(placed(window, {{100, 100}, {400, 300}}), "100,100 400x300");
+    const auto inTime = [&](const std::function<WindowAnswer(Deadline)>& request) {
+        const auto start = Clock::now();
+        const auto answer = request(halfASecondFromNow());
+        EXPECT_LT(Clock::now() - start, bound);
+        return answerText(answer);
+    };
+    const auto place = [&](const PixelRect& frame) {
+        return inTime([&](Deadline by) {
+            return system_.place(window, {frame.origin, frame.size}, by);
+        });
+    };
+    const auto fill = [&](bool on) {
+        return inTime([&](Deadline by) { return system_.setFullscreen(window, on, by); });
+    };
+    session_->stop(Part::client, window);
+    EXPECT_EQ(all(), "one active");
+    const auto answer = place({{140, 150}, {420, 310}});
+    if (session_->has(Feature::placesStoppedClients)) {
+        EXPECT_EQ(answer + " " + frameOf(window), "done 140,150 420x310");
+    }
+    session_->goOn(Part::client, window);
+    EXPECT_TRUE(comesTrue([&] { return place({{140, 150}, {420, 310}}) == "done"; }));
+
+    if (session_->has(Feature::manager)) {
+        // One that is stopped at work may hold the server.
+        waitUntilItStands(window);
+        session_->stop(Part::manager, window);
+        EXPECT_EQ(place({{300, 300}, {500, 400}}), "unanswered");
+        EXPECT_EQ(fill(true), "unanswered");
+        EXPECT_EQ(frameOf(window), "140,150 420x310") << "reading needs no manager";
+        session_->goOn(Part::manager, window);
+        EXPECT_TRUE(comesTrue([&] { return fill(false) == "done"; }));
+    }
+    session_->stop(Part::server, window);
+    EXPECT_EQ(place({{300, 300}, {500, 400}}), "unanswered");
+    EXPECT_EQ(fill(true), "unanswered");
+    EXPECT_EQ(inTime([&](Deadline by) { return system_.activate(window, by); }), "unanswered");
+    EXPECT_EQ(inTime([&](Deadline by) { return system_.askToClose(std::array{window}, by); }),
+              "unanswered");
+    EXPECT_EQ(inTime([&](Deadline by) {
+                  const bool any = system_.isReady(by) || system_.windows(by) ||
+                                   system_.window(window, by) || system_.monitors(by);
+                  return any ? WindowAnswer::done : WindowAnswer::unanswered;
+              }),
+              "unanswered");
+    session_->goOn(Part::server, window);
+    EXPECT_TRUE(comesTrue([&] { return system_.isReady(halfASecondFromNow()); }));
+    EXPECT_TRUE(comesTrue([&] { return now().has_value(); }));
+}
+
+TEST_P(WindowSystemTest, isFoundAgainAfterItWentAway) {
+    const auto window = shown({.title = "one"}).window;
+    session_->end();
+    EXPECT_TRUE(comesTrue([&] { return !system_.isReady(halfASecondFromNow()); }));
+    EXPECT_FALSE(now());
+    EXPECT_FALSE(system_.monitors(halfASecondFromNow()));
+    EXPECT_EQ(answerText(system_.askToClose(std::array{window}, halfASecondFromNow())),
+              "unanswered");
+    session_->startAgain();
+    EXPECT_TRUE(comesTrue([&] { return system_.isReady(halfASecondFromNow()); }));
+    shown({.title = "two"});
+    comesToShow("two active", [this] { return all(); });
+}
+
+} // namespace

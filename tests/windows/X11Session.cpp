@@ -1,0 +1,168 @@
+#include "linux/windows/x11/X11WindowSystem.h"
+#include "machine/XDisplay.h"
+#include "windows/WindowSession.h"
+
+#include <array>
+#include <cstdio>
+#include <map>
+#include <sstream>
+
+namespace corvane {
+namespace {
+
+using namespace machine;
+
+std::string outputOf(const std::string& command) {
+    const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen((command + " 2>/dev/null").c_str(), "r"),
+                                                     pclose);
+    std::string output;
+    std::array<char, 4096> bytes;
+    while (const auto count = fread(bytes.data(), 1, bytes.size(), pipe.get()))
+        output.append(bytes.data(), count);
+    return output;
+}
+
+/// The numbers behind a word of a command's output.
+std::vector<int> numbersBehind(const std::string& output, const std::string& word) {
+    const auto place = output.find(word);
+    if (place == std::string::npos) return {};
+    auto line = output.substr(place + word.size());
+    line.resize(std::min(line.find('\n'), line.size()));
+    for (auto& character : line)
+        if (character != '-' && !std::isdigit(static_cast<unsigned char>(character)))
+            character = ' ';
+    std::istringstream words(line);
+    std::vector<int> numbers;
+    for (int number = 0; words >> number;)
+        numbers.push_back(number);
+    return numbers;
+}
+
+class X11Session : public WindowSession, XDisplay {
+public:
+    explicit X11Session(std::vector<std::string> manager) : managerWords_(std::move(manager)) {
+        startServer("2880x900x24");
+        EXPECT_TRUE(runs("xrandr --setmonitor '*first' 1440/1x900/1+0+0 screen"));
+        startManager(managerWords_);
+        EXPECT_TRUE(windowsBecome(0));
+    }
+
+    WindowSystem& system() override { return system_; }
+    bool has(Feature feature) const override {
+        // Others take the server's outputs alone for monitors, of which there is one here, and any
+        // size from a pager.
+        const bool isOpenboxs = feature == Feature::secondMonitor || feature == Feature::sizeSteps;
+        return !isOpenboxs || managerWords_.front() == "openbox";
+    }
+
+    pid_t show(const ClientWishes& wishes) override {
+        const auto before = probe_->managed().size();
+        if (wishes.atClose == ClientWishes::AtClose::takesNoRequest) {
+            XDisplay::show(own(wishes.title));
+            return getpid();
+        }
+        const auto number = [](double value) { return std::to_string(int(value)); };
+        std::vector<std::string> words{WINDOW_CLIENT, wishes.title};
+        for (const auto& size : {wishes.size, wishes.least, wishes.step})
+            words.insert(words.end(), {number(size.width), number(size.height)});
+        words.push_back(wishes.atClose == ClientWishes::AtClose::ignores ? "ignores" : "closes");
+        if (!wishes.dialog.empty()) words.push_back(wishes.dialog);
+        const auto process = start(words);
+        EXPECT_TRUE(windowsBecome(before + (wishes.dialog.empty() ? 1 : 2))) << wishes.title;
+        return process;
+    }
+    std::map<std::string, pid_t> showOthers() override {
+        std::map<std::string, pid_t> processes{
+            {"steps", start({"xterm", "-e", "cat"})},
+            {"plain", start({"xeyes"})},
+            {"server side", start({"mousepad", "--disable-server"})},
+            {"client side", start({"env", "GTK_CSD=1", "mousepad", "--disable-server"})}};
+        constexpr std::uint32_t staticGravity = 10;
+        constexpr std::uint32_t positionAndGravity = 1 | 1 << 9;
+        const auto window = own("static");
+        std::vector<std::uint32_t> hints(18);
+        hints.front() = positionAndGravity;
+        hints.back() = staticGravity;
+        probe_->setList(window, "WM_NORMAL_HINTS", hints, XCB_ATOM_WM_SIZE_HINTS);
+        XDisplay::show(window);
+        processes["static"] = getpid();
+        return processes;
+    }
+    std::string seen(const WindowRef& window) override {
+        const auto id = std::to_string(window.number);
+        const auto info = outputOf("LC_ALL=C xwininfo -id " + id + "; LC_ALL=C xprop -notype -id " +
+                                   id + " _NET_FRAME_EXTENTS _GTK_FRAME_EXTENTS");
+        const auto left = numbersBehind(info, "Absolute upper-left X:");
+        const auto top = numbersBehind(info, "Absolute upper-left Y:");
+        const auto width = numbersBehind(info, "Width:");
+        const auto height = numbersBehind(info, "Height:");
+        if (left.empty() || top.empty() || width.empty() || height.empty()) return "gone";
+        auto around = numbersBehind(info, "_NET_FRAME_EXTENTS =");
+        const auto shadow = numbersBehind(info, "_GTK_FRAME_EXTENTS =");
+        around.resize(4);
+        for (std::size_t i = 0; i < shadow.size(); ++i)
+            around[i] -= shadow[i];
+        return frameText({{double(left[0] - around[0]), double(top[0] - around[2])},
+                          {double(width[0] + around[0] + around[1]),
+                           double(height[0] + around[2] + around[3])}});
+    }
+    void act(const WindowRef& window, ByHand deed) override {
+        static const std::map<ByHand, std::string> commands{
+            {ByHand::maximize, "wmctrl -i -b add,maximized_vert,maximized_horz -r "},
+            {ByHand::fillScreen, "wmctrl -i -b add,fullscreen -r "},
+            {ByHand::minimize, "xdotool windowminimize "},
+            {ByHand::shade, "wmctrl -i -b add,shaded -r "},
+            {ByHand::move, "wmctrl -i -e 0,333,222,-1,-1 -r "},
+            {ByHand::toOtherWorkspace, "wmctrl -i -t 1 -r "}};
+        EXPECT_TRUE(runs(commands.at(deed) + std::to_string(window.number)));
+    }
+    void stop(Part part, const WindowRef& window) override { signal(part, window, SIGSTOP); }
+    void goOn(Part part, const WindowRef& window) override { signal(part, window, SIGCONT); }
+    void end() override {
+        clients_.clear();
+        manager_.reset();
+        server_.reset();
+    }
+    void startAgain() override {
+        startServer("1440x900x24", std::getenv("DISPLAY"));
+        startManager(managerWords_);
+    }
+    void addPanel() override {
+        const auto window = own("panel");
+        probe_->setAtom(window, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DOCK");
+        probe_->setList(window, "_NET_WM_STRUT_PARTIAL", {0, 0, 30, 0, 0, 0, 0, 0, 0, 1439, 0, 0});
+        XDisplay::show(window);
+    }
+    void addSecondMonitor() override {
+        EXPECT_TRUE(runs("xrandr --setmonitor second 1440/1x900/1+1440+0 none"));
+    }
+
+private:
+    xcb_window_t own(const std::string& title) {
+        const auto window = probe_->make({200, 200, 300, 200});
+        probe_->set(window, "_NET_WM_NAME", title, 8, probe_->atom("UTF8_STRING"));
+        return window;
+    }
+    pid_t start(const std::vector<std::string>& words) {
+        return clients_.emplace_back(std::make_unique<Program>(words))->id();
+    }
+    void signal(Part part, const WindowRef& window, int signal) {
+        const std::map<Part, pid_t> processes{{Part::client, window.process},
+                                              {Part::manager, manager_->id()},
+                                              {Part::server, server_->id()}};
+        kill(processes.at(part), signal);
+    }
+
+    ScopedVariable platform_{"QT_QPA_PLATFORM", "xcb"};
+    std::vector<std::string> managerWords_;
+    std::vector<std::unique_ptr<Program>> clients_;
+    x11::X11WindowSystem system_;
+};
+
+} // namespace
+
+std::unique_ptr<WindowSession> startX11Session(const std::vector<std::string>& manager) {
+    return std::make_unique<X11Session>(manager);
+}
+
+} // namespace corvane
