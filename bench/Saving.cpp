@@ -32,7 +32,7 @@ void saveReference(benchmark::State& state) {
     LinuxFileSystem files(installed);
     const auto target = files.applicationSupportDirectory() + "/reference.json";
     const auto temporary = target + ".new";
-    files.createDirectory(files.applicationSupportDirectory());
+    static_cast<void>(files.createDirectory(files.applicationSupportDirectory()));
     const auto bytes = encodeWorkspaces(manyWorkspaces());
     for (auto _ : state) {
         const int file = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);

@@ -35,7 +35,8 @@ BookmarkManager::BookmarkManager(FileSystem& fileSystem, Bookmarks& bookmarks, c
     : fileSystem_(fileSystem), bookmarks_(bookmarks), clock_(clock),
       bookmarkCacheURL_(
           Url::fromPath(path::join(dataDirectory(fileSystem), "bookmark_cache.plist"))) {
-    fileSystem_.createDirectory(dataDirectory(fileSystem_));
+    const auto made = fileSystem_.createDirectory(dataDirectory(fileSystem_));
+    if (!made) diagnostic({"📚 ", made.error().localizedDescription});
     loadCache();
     diagnostic({"📚 BookmarkManager initialized with cache at: ", bookmarkCacheURL_.path()});
 }
@@ -62,7 +63,8 @@ void BookmarkManager::saveCache() {
         diagnostic({"📚 Failed to save bookmark cache: ", error.localizedDescription});
     };
     const auto& file = bookmarkCacheURL_.path();
-    if (const auto error = fileSystem_.createDirectory(path::parent(file))) return failed(*error);
+    const auto made = fileSystem_.createDirectory(path::parent(file));
+    if (!made) return failed(made.error());
     if (fileIsUnreadable_) {
         const auto kept = moveFileAside(fileSystem_, file, "unreadable", clock_.now());
         if (!kept) return failed(kept.error());
@@ -72,7 +74,8 @@ void BookmarkManager::saveCache() {
     for (const auto& [key, bookmark] : bookmarkCache_)
         dictionary.emplace(key, PropertyList{bookmark});
     const auto bytes = PropertyList{std::move(dictionary)}.toBinary();
-    if (const auto error = fileSystem_.writeFile(file, bytes)) return failed(*error);
+    const auto written = fileSystem_.writeFile(file, bytes);
+    if (!written) return failed(written.error());
     diagnostic({"📚 Saved bookmark cache with ", std::to_string(bookmarkCache_.size()), " entries"});
 }
 

@@ -55,7 +55,7 @@ Result<void> WorkspacePersistence::saveWorkspaces(const std::vector<Workspace>& 
 }
 
 Result<void> WorkspacePersistence::write(const std::vector<Workspace>& workspaces) {
-    if (const auto error = fileSystem_.createDirectory(dataDirectory())) return *error;
+    if (const auto made = fileSystem_.createDirectory(dataDirectory()); !made) return made.error();
     std::string bytes;
     try {
         bytes = encodeWorkspaces(workspaces);
@@ -64,7 +64,7 @@ Result<void> WorkspacePersistence::write(const std::vector<Workspace>& workspace
     }
     const auto file = workspacesFilePath();
     if (const auto room = makeRoomForSaving(file); !room) return room;
-    if (const auto error = fileSystem_.writeFile(file, bytes)) return *error;
+    if (const auto written = fileSystem_.writeFile(file, bytes); !written) return written.error();
     known_ = stampOf(file);
     return {};
 }
@@ -117,8 +117,8 @@ WorkspacePersistence::exportWorkspaces(const std::vector<Workspace>& workspaces)
     };
     try {
         const auto text = json::prettyPrinted(encodeWorkspaces(workspaces));
-        if (const auto error = fileSystem_.writeFile(url->path(), text))
-            return failed(error->localizedDescription);
+        const auto written = fileSystem_.writeFile(url->path(), text);
+        if (!written) return failed(written.error().localizedDescription);
     } catch (const json::EncodeError& error) {
         return failed(error.what());
     }
@@ -144,11 +144,11 @@ void WorkspacePersistence::migrateFromDocumentsIfNeeded(const std::string& file)
     if (present || !present.error().isMissing || !fileSystem_.exists(legacyFile)) return;
     // The content moves, as a link would lead nowhere from its new place.
     const auto bytes = fileSystem_.readFile(legacyFile);
-    auto error = bytes ? fileSystem_.createDirectory(dataDirectory()) : bytes.error();
-    if (!error) error = fileSystem_.writeFile(file, *bytes);
-    if (!error) error = fileSystem_.removeItem(legacyFile);
-    if (error) {
-        diagnostic({"Failed to migrate workspaces: ", error->localizedDescription});
+    auto moved = bytes ? fileSystem_.createDirectory(dataDirectory()) : bytes.error();
+    if (moved) moved = fileSystem_.writeFile(file, *bytes);
+    if (moved) moved = fileSystem_.removeItem(legacyFile);
+    if (!moved) {
+        diagnostic({"Failed to migrate workspaces: ", moved.error().localizedDescription});
         return;
     }
     mainQueue_.async([&alerts = alerts_] {

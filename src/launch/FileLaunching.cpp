@@ -75,16 +75,16 @@ void ResourceLauncher::openFileWithApplication(const Resource& resource, const U
     applications_.openUrl(
         url, applicationUrl,
         [this, self = shared_from_this(), name = resource.name,
-         appName](const std::optional<Error>& error) {
-            if (!error) {
+         appName](const Result<void>& opened) {
+            if (opened) {
                 diagnostic({"Successfully opened ", name, " with ", appName});
                 return;
             }
-            diagnostic(
-                {"Failed to open ", name, " with ", appName, ": ", error->localizedDescription});
+            diagnostic({"Failed to open ", name, " with ", appName, ": ",
+                        opened.error().localizedDescription});
             showLaunchAlert("App Launch Failed",
                             "Failed to open '" + name + "' with " + appName +
-                                ".\n\nError: " + error->localizedDescription +
+                                ".\n\nError: " + opened.error().localizedDescription +
                                 "\n\nThe app may not support this file type or may be damaged.");
         });
 }
@@ -149,14 +149,14 @@ void ResourceLauncher::openWithWorkspaceFallback(const Resource& resource, const
     const auto& name = resource.name;
     applications_.openUrl(
         url, applicationUrl,
-        [this, self = shared_from_this(), name, url, appName](const std::optional<Error>& error) {
-            if (!error) {
+        [this, self = shared_from_this(), name, url, appName](const Result<void>& opened) {
+            if (opened) {
                 diagnostic(
                     {"Successfully opened ", name, " with ", appName, " (NSWorkspace fallback)"});
                 return;
             }
             diagnostic({"NSWorkspace fallback failed for ", name, " with ", appName, ": ",
-                        error->localizedDescription});
+                        opened.error().localizedDescription});
             // The handler runs on any thread; opening belongs to the main one.
             mainQueue_.async([this, self = shared_from_this(), name, url, appName] {
                 if (applications_.openUrl(url)) {

@@ -51,16 +51,16 @@ void ResourceLauncher::openURLWithApplication(const Url& url, const Url& applica
                                               const std::string& browserName) {
     applications_.openUrl(
         url, applicationUrl,
-        [this, self = shared_from_this(), browserName](const std::optional<Error>& error) {
-            if (!error) {
+        [this, self = shared_from_this(), browserName](const Result<void>& opened) {
+            if (opened) {
                 diagnostic({"Successfully opened URL with ", browserName, " (new window)"});
                 return;
             }
-            diagnostic(
-                {"Failed to open URL with ", browserName, ": ", error->localizedDescription});
+            diagnostic({"Failed to open URL with ", browserName, ": ",
+                        opened.error().localizedDescription});
             showLaunchAlert("Browser Launch Failed",
                             "Failed to open URL with " + browserName +
-                                ".\n\nError: " + error->localizedDescription);
+                                ".\n\nError: " + opened.error().localizedDescription);
         });
 }
 

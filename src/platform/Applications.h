@@ -49,7 +49,7 @@ public:
     /// failure.
     virtual bool openUrl(const Url& url) = 0;
 
-    using OpenCompletion = std::function<void(std::optional<Error>)>;
+    using OpenCompletion = std::function<void(Result<void>)>;
     /// openURLs:withApplicationAtURL:configuration:completionHandler: with one URL and a default
     /// configuration. The handler is called once, on any thread.
     virtual void openUrl(const Url& url, const Url& applicationUrl, OpenCompletion completion) = 0;

@@ -40,13 +40,13 @@ public:
     /// Replaces the content: on success all of `bytes` is on disk, on failure the old content
     /// stands. A file that can be written but not replaced is written in place, and a crash or a
     /// failing disk may leave a part of either. A symbolic link is followed, permissions survive.
-    virtual std::optional<Error> writeFile(const std::string& path, std::string_view bytes) = 0;
+    virtual Result<void> writeFile(const std::string& path, std::string_view bytes) = 0;
     /// With the folders above it, each for this user alone; one that is there already is fine.
-    virtual std::optional<Error> createDirectory(const std::string& path) = 0;
+    virtual Result<void> createDirectory(const std::string& path) = 0;
     /// Both fail where something stands at `to`.
-    virtual std::optional<Error> copyItem(const std::string& from, const std::string& to) = 0;
-    virtual std::optional<Error> moveItem(const std::string& from, const std::string& to) = 0;
-    virtual std::optional<Error> removeItem(const std::string& path) = 0;
+    virtual Result<void> copyItem(const std::string& from, const std::string& to) = 0;
+    virtual Result<void> moveItem(const std::string& from, const std::string& to) = 0;
+    virtual Result<void> removeItem(const std::string& path) = 0;
     /// Takes the rights of all other users at an item, where it is this user's.
     virtual void makePrivate(const std::string& path) = 0;
 };

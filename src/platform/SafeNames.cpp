@@ -47,7 +47,7 @@ Result<std::string> moveFileAside(FileSystem& fileSystem, const std::string& pat
     auto kept = unusedSiblingPath(fileSystem, path::parent(path),
                                   path::stem(path) + "." + std::string(why) + "-" + fileDate(now),
                                   "." + path::extension(path));
-    if (const auto error = fileSystem.moveItem(path, kept)) return *error;
+    if (const auto moved = fileSystem.moveItem(path, kept); !moved) return moved.error();
     return kept;
 }
 

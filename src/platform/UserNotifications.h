@@ -21,8 +21,7 @@ public:
     virtual ~UserNotifications() = default;
     /// requestAuthorizationWithOptions: of alert and sound. The handler is called once, later, on
     /// any thread.
-    virtual void
-    requestAuthorization(std::function<void(bool granted, std::optional<Error>)> handler) = 0;
+    virtual void requestAuthorization(std::function<void(Result<void> granted)> handler) = 0;
     /// addNotificationRequest: shows it at once, in the order of the calls, and returns without
     /// waiting. Where that fails, nothing is seen.
     virtual void add(const UserNotification& notification) = 0;

@@ -18,8 +18,9 @@ CorvaneApp::CorvaneApp(Platform& platform)
       workspaceStore_(platform, bookmarks_),
       menuBarManager_(workspaceStore_, appDelegate_, platform),
       onboardingManager_(platform.application, platform.userDefaults) {
-    platform.userNotifications.requestAuthorization([](bool, const std::optional<Error>& error) {
-        if (error) diagnostic({"Notification permission error: ", error->localizedDescription});
+    platform.userNotifications.requestAuthorization([](const Result<void>& granted) {
+        if (!granted)
+            diagnostic({"Notification permission error: ", granted.error().localizedDescription});
     });
 }
 

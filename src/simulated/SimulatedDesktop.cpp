@@ -57,10 +57,11 @@ public:
     void openUrl(const Url& url, const Url& applicationUrl, OpenCompletion completion) override {
         desktop_.log.push_back("open " + url.absoluteString() + " with " + applicationUrl.path());
         const auto* application = findByPath(desktop_, applicationUrl.path());
-        auto error =
+        const auto error =
             application ? application->openError : Error{"The application can't be found."};
-        desktop_.queue.async(
-            [completion = std::move(completion), error = std::move(error)] { completion(error); });
+        desktop_.queue.async([completion = std::move(completion), error] {
+            completion(error ? Result<void>(*error) : Result<void>());
+        });
     }
 
     void activateFileViewerSelecting(const Url& url) override {
@@ -305,13 +306,12 @@ public:
         return desktop_.screenParametersDidChange;
     }
 
-    void
-    requestAuthorization(std::function<void(bool granted, std::optional<Error>)> handler) override {
+    void requestAuthorization(std::function<void(Result<void> granted)> handler) override {
         desktop_.log.push_back("request authorization");
         desktop_.queue.async([this, handler = std::move(handler)] {
-            const auto error = Error{"Notifications aren't allowed."};
-            handler(!desktop_.notificationsAreDenied,
-                    desktop_.notificationsAreDenied ? std::optional(error) : std::nullopt);
+            handler(desktop_.notificationsAreDenied
+                        ? Result<void>(Error{"Notifications aren't allowed."})
+                        : Result<void>());
         });
     }
     void add(const UserNotification& notification) override {

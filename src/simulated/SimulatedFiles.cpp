@@ -77,28 +77,28 @@ Result<std::string> SimulatedFiles::readFile(const std::string& path) const {
     return missing(path);
 }
 
-std::optional<Error> SimulatedFiles::writeFile(const std::string& path, std::string_view bytes) {
+Result<void> SimulatedFiles::writeFile(const std::string& path, std::string_view bytes) {
     if (covers(unwritable, path) || covers(unreachable, path) || isDirectory(path))
         return refusal("written", path);
     contents[path] = bytes;
     ++writes[path];
-    return std::nullopt;
+    return {};
 }
 
-std::optional<Error> SimulatedFiles::createDirectory(const std::string& path) {
+Result<void> SimulatedFiles::createDirectory(const std::string& path) {
     if (covers(unwritable, path) || contents.contains(path)) return refusal("made", path);
     directories.insert(path);
-    return std::nullopt;
+    return {};
 }
 
-std::optional<Error> SimulatedFiles::copyItem(const std::string& from, const std::string& to) {
+Result<void> SimulatedFiles::copyItem(const std::string& from, const std::string& to) {
     if (exists(to)) return Error{"“" + to + "” exists already."};
     const auto content = readFile(from);
     if (!content) return content.error();
     return writeFile(to, *content);
 }
 
-std::optional<Error> SimulatedFiles::moveItem(const std::string& from, const std::string& to) {
+Result<void> SimulatedFiles::moveItem(const std::string& from, const std::string& to) {
     if (!exists(from)) return missing(from);
     if (exists(to)) return Error{"“" + to + "” exists already."};
     if (covers(unremovable, from) || covers(unwritable, to)) return refusal("moved", from);
@@ -110,16 +110,16 @@ std::optional<Error> SimulatedFiles::moveItem(const std::string& from, const std
     moveEntries(identities_, from, to);
     for (const auto& [path, identity] : identities_)
         places_[identity] = path;
-    return std::nullopt;
+    return {};
 }
 
-std::optional<Error> SimulatedFiles::removeItem(const std::string& path) {
+Result<void> SimulatedFiles::removeItem(const std::string& path) {
     if (!exists(path)) return missing(path);
     if (covers(unremovable, path)) return refusal("removed", path);
     std::erase_if(contents, [&](const auto& entry) { return isWithin(path, entry.first); });
     std::erase_if(identities_, [&](const auto& entry) { return isWithin(path, entry.first); });
     std::erase_if(directories, [&](const auto& other) { return isWithin(path, other); });
-    return std::nullopt;
+    return {};
 }
 
 std::optional<int> SimulatedFiles::identityOf(const std::string& path) {

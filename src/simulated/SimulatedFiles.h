@@ -40,11 +40,11 @@ public:
     bool isDirectory(const std::string& path) const override;
     Result<FileStamp> stamp(const std::string& path) const override;
     Result<std::string> readFile(const std::string& path) const override;
-    std::optional<Error> writeFile(const std::string& path, std::string_view bytes) override;
-    std::optional<Error> createDirectory(const std::string& path) override;
-    std::optional<Error> copyItem(const std::string& from, const std::string& to) override;
-    std::optional<Error> moveItem(const std::string& from, const std::string& to) override;
-    std::optional<Error> removeItem(const std::string& path) override;
+    Result<void> writeFile(const std::string& path, std::string_view bytes) override;
+    Result<void> createDirectory(const std::string& path) override;
+    Result<void> copyItem(const std::string& from, const std::string& to) override;
+    Result<void> moveItem(const std::string& from, const std::string& to) override;
+    Result<void> removeItem(const std::string& path) override;
     void makePrivate(const std::string& path) override { privateItems.insert(path); }
 
 private:

@@ -44,7 +44,7 @@ TEST_F(Bookmark, isMadeAtTheFirstResolveAndFollowsTheFileFromThen) {
         EXPECT_TRUE(desktop.bookmarks.accesses.empty());
     }
     EXPECT_TRUE(desktop.files.contents.at(bookmarkCachePath).starts_with("bplist00"));
-    desktop.files.moveItem("/a.txt", "/moved/a.txt");
+    ASSERT_TRUE(desktop.files.moveItem("/a.txt", "/moved/a.txt"));
     desktop.files.contents["/a.txt"] = "another file";
 
     BookmarkManager bookmarks(desktop.files, desktop.bookmarks, desktop.queue);
@@ -85,7 +85,7 @@ TEST_F(Bookmark, thatFailsLeavesTheCacheBeforeThePathIsTried) {
          notFound + dropped + direct +
              "📚 Failed to create bookmark for '/a.txt': A bookmark isn't allowed.\n",
          true, false},
-        {"is of a file that went", [&] { desktop.files.removeItem("/a.txt"); },
+        {"is of a file that went", [&] { EXPECT_TRUE(desktop.files.removeItem("/a.txt")); },
          notFound + dropped + "📚 Failed to resolve resource at path: /a.txt\n", false, false},
     };
     for (const auto& [name, change, said, found, isKept] : cases) {

@@ -17,9 +17,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     application.displayName = "A";
     application.exec = text.substr(0, end);
     const std::string uri(end == text.npos ? "" : text.substr(end + 1));
-    const auto refusal = unopenable({uri});
+    const auto item = areOpenable({uri});
     const auto commands = execCommands(application, {uri}, {});
-    if (refusal && commands) __builtin_trap();
+    if (!item && commands) __builtin_trap();
     if (!commands) {
         if (commands.error().localizedDescription.empty()) __builtin_trap();
         return 0;

@@ -118,7 +118,7 @@ TEST_F(FileLaunching, aFileOpensInItsDefaultHandlerAndThenInEachAssociatedApplic
 TEST_F(FileLaunching, aFileThatMovedOpensWhereItIsNow) {
     launcher.launchFileResource(resource(file, notes));
     desktop.runUntilIdle();
-    desktop.files.moveItem(notes, "/docs/old.txt");
+    ASSERT_TRUE(desktop.files.moveItem(notes, "/docs/old.txt"));
     launcher.launchFileResource(resource(file, notes));
     launcher.launchFileResourceWithApp(resource(file, notes), "Pad");
     desktop.runUntilIdle();

@@ -40,8 +40,8 @@ protected:
     std::string openWith(const std::string& url, const std::string& application) {
         std::string outcome = "not called";
         applications_.openUrl(*Url::parse(url), Url::fromPath(application),
-                              [&](std::optional<Error> error) {
-                                  outcome = error ? error->localizedDescription : "opened";
+                              [&](const Result<void>& opened) {
+                                  outcome = opened ? "opened" : opened.error().localizedDescription;
                               });
         return outcome;
     }
@@ -245,9 +245,10 @@ TEST_F(OpeningTest, nothingThatAStrangerNamesRunsOrBecomesAnOption) {
         const auto application = installed_.byDesktopId("test.hostile.desktop");
         const auto url = Url::parse(item);
         ASSERT_TRUE(application && url) << line;
-        const auto error = opener_.open(*url, *application);
-        EXPECT_EQ(error ? "refused" : text::joined(records("hostile", 1), " + "), given)
-            << line << " for " << item << (error ? ": " + error->localizedDescription : "");
+        const auto opened = opener_.open(*url, *application);
+        EXPECT_EQ(opened ? text::joined(records("hostile", 1), " + ") : "refused", given)
+            << line << " for " << item
+            << (opened ? "" : ": " + opened.error().localizedDescription);
         EXPECT_EQ(namesIn(world).size(), 2u) << line << " for " << item;
     }
     uninstall("test.hostile");

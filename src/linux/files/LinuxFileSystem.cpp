@@ -126,12 +126,12 @@ Result<std::string> LinuxFileSystem::readFile(const std::string& path) const {
     return fileError("read", path, errno);
 }
 
-std::optional<Error> LinuxFileSystem::writeFile(const std::string& path, std::string_view bytes) {
+Result<void> LinuxFileSystem::writeFile(const std::string& path, std::string_view bytes) {
     if (!isUsable(path)) return unusable("write", path);
     return replaceFile(path, bytes);
 }
 
-std::optional<Error> LinuxFileSystem::createDirectory(const std::string& path) {
+Result<void> LinuxFileSystem::createDirectory(const std::string& path) {
     if (!isUsable(path)) return unusable("create the folder", path);
     std::string folder;
     for (const auto& part : fs::path(path)) {
@@ -140,10 +140,10 @@ std::optional<Error> LinuxFileSystem::createDirectory(const std::string& path) {
         if (::mkdir(folder.c_str(), S_IRWXU) != 0 && !(errno == EEXIST && isDirectory(folder)))
             return fileError("create the folder", path, errno);
     }
-    return std::nullopt;
+    return {};
 }
 
-std::optional<Error> LinuxFileSystem::copyItem(const std::string& from, const std::string& to) {
+Result<void> LinuxFileSystem::copyItem(const std::string& from, const std::string& to) {
     if (!isUsable(from)) return unusable("copy", from);
     if (!isUsable(to)) return unusable("copy to", to);
     // The copy would take itself along without an end.
@@ -161,30 +161,30 @@ std::optional<Error> LinuxFileSystem::copyItem(const std::string& from, const st
     }
     if (failure) {
         fs::remove_all(temporary, error);
-        return failure;
+        return *failure;
     }
     syncFolderOf(to);
-    return std::nullopt;
+    return {};
 }
 
-std::optional<Error> LinuxFileSystem::moveItem(const std::string& from, const std::string& to) {
+Result<void> LinuxFileSystem::moveItem(const std::string& from, const std::string& to) {
     if (!isUsable(from)) return unusable("move", from);
     if (!isUsable(to)) return unusable("move to", to);
     if (renameWithoutReplacing(from, to)) {
         syncFolderOf(to);
-        return std::nullopt;
+        return {};
     }
     if (errno != EXDEV) return fileError("move " + from + " to", to, errno);
-    if (auto failure = copyItem(from, to)) return failure;
+    if (const auto copied = copyItem(from, to); !copied) return copied;
     return removeItem(from);
 }
 
-std::optional<Error> LinuxFileSystem::removeItem(const std::string& path) {
+Result<void> LinuxFileSystem::removeItem(const std::string& path) {
     if (!isUsable(path)) return unusable("remove", path);
     std::error_code error;
     if (fs::remove_all(path, error) == 0 && !error) return fileError("remove", path, ENOENT);
     if (error) return fileError("remove", path, error.message());
-    return std::nullopt;
+    return {};
 }
 
 void LinuxFileSystem::makePrivate(const std::string& path) {

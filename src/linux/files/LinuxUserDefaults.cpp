@@ -54,7 +54,7 @@ void LinuxUserDefaults::removePersistentDomain() {
     isUnstored_ = false;
     if (fileIsUnreadable_) {
         isUnstored_ = !moveUnreadableFileAside();
-    } else if (files_.exists(path_) && files_.removeItem(path_)) {
+    } else if (files_.exists(path_) && !files_.removeItem(path_)) {
         store();
     }
 }
@@ -72,10 +72,10 @@ bool LinuxUserDefaults::moveUnreadableFileAside() {
 void LinuxUserDefaults::store() {
     isUnstored_ = true;
     if (fileIsUnreadable_ && !moveUnreadableFileAside()) return;
-    auto error = files_.createDirectory(path::parent(path_));
-    if (!error) error = files_.writeFile(path_, PropertyList{values_}.toBinary());
-    if (error) {
-        diagnostic({"Failed to save preferences: ", error->localizedDescription});
+    auto written = files_.createDirectory(path::parent(path_));
+    if (written) written = files_.writeFile(path_, PropertyList{values_}.toBinary());
+    if (!written) {
+        diagnostic({"Failed to save preferences: ", written.error().localizedDescription});
         return;
     }
     isUnstored_ = false;

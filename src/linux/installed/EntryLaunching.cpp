@@ -33,9 +33,9 @@ std::string entryIdentifier(const InstalledApplication& application) {
 /// An application may take as long as it likes to show its window; asked it is by then.
 constexpr std::chrono::milliseconds longestWait(500);
 
-std::optional<Error> launchOnBus(const InstalledApplication& application,
-                                 const std::vector<std::string>& uris,
-                                 const std::vector<std::string>& arguments) {
+Result<void> launchOnBus(const InstalledApplication& application,
+                         const std::vector<std::string>& uris,
+                         const std::vector<std::string>& arguments) {
     if (!application.dbusActivatable) return cannotOpen(application, "its entry names no program.");
     if (!arguments.empty())
         return cannotOpen(application, "it is started over the session bus, with no arguments.");
@@ -64,19 +64,19 @@ std::string folderOf(const InstalledApplication& application) {
     return entry ? gio::take(g_desktop_app_info_get_string(entry.get(), "Path")) : std::string();
 }
 
-std::optional<Error> start(const InstalledApplication& application, const Command& command,
-                           const std::string& folder) {
+Result<void> start(const InstalledApplication& application, const Command& command,
+                   const std::string& folder) {
     const DetachedOptions options{.workingDirectory = folder,
                                   .desktopFile = application.desktopFile};
     const auto started = startDetached(command, options);
     if (!started) return cannotOpen(application, started.error().localizedDescription);
-    return std::nullopt;
+    return {};
 }
 
 /// An emulator would take a folder for a program: it is where the shell starts.
-std::optional<Error> openTerminalIn(const InstalledApplication& application,
-                                    const std::vector<std::string>& uris,
-                                    const std::vector<std::string>& arguments) {
+Result<void> openTerminalIn(const InstalledApplication& application,
+                            const std::vector<std::string>& uris,
+                            const std::vector<std::string>& arguments) {
     const auto command = execCommands(application, {}, arguments);
     if (!command) return command.error();
     for (const auto& uri : uris) {
@@ -84,18 +84,19 @@ std::optional<Error> openTerminalIn(const InstalledApplication& application,
         std::error_code failure;
         if (!url || !url->isFile() || !std::filesystem::is_directory(url->path(), failure))
             return cannotOpen(application, "it opens only folders, not " + uri + ".");
-        if (auto error = start(application, command->front(), url->path())) return error;
+        if (const auto started = start(application, command->front(), url->path()); !started)
+            return started;
     }
-    return std::nullopt;
+    return {};
 }
 
 } // namespace
 
-std::optional<Error> launchEntry(const InstalledApplication& application,
-                                 const std::vector<std::string>& uris,
-                                 const std::vector<std::string>& arguments,
-                                 const std::optional<terminalEmulator::TerminalCommand>& terminal) {
-    if (const auto reason = unopenable(uris)) return reason;
+Result<void> launchEntry(const InstalledApplication& application,
+                         const std::vector<std::string>& uris,
+                         const std::vector<std::string>& arguments,
+                         const std::optional<terminalEmulator::TerminalCommand>& terminal) {
+    if (const auto items = areOpenable(uris); !items) return items;
     if (application.exec.empty()) return launchOnBus(application, uris, arguments);
     if (application.isTerminalEmulator && !takesItems(application) && !uris.empty())
         return openTerminalIn(application, uris, arguments);
@@ -107,9 +108,9 @@ std::optional<Error> launchEntry(const InstalledApplication& application,
     for (auto command : *commands) {
         if (application.needsTerminal)
             command.insert(command.begin(), terminal->prefix.begin(), terminal->prefix.end());
-        if (auto error = start(application, command, folder)) return error;
+        if (const auto started = start(application, command, folder); !started) return started;
     }
-    return std::nullopt;
+    return {};
 }
 
 } // namespace corvane

@@ -14,9 +14,9 @@ namespace corvane {
 /// bus, which takes no arguments, and counts as started after half a second. What needs a terminal
 /// runs in `terminal`; an emulator starts in the folders that it is given. The error is in words
 /// for the user. Any thread.
-std::optional<Error> launchEntry(const InstalledApplication& application,
-                                 const std::vector<std::string>& uris,
-                                 const std::vector<std::string>& arguments,
-                                 const std::optional<terminalEmulator::TerminalCommand>& terminal);
+Result<void> launchEntry(const InstalledApplication& application,
+                         const std::vector<std::string>& uris,
+                         const std::vector<std::string>& arguments,
+                         const std::optional<terminalEmulator::TerminalCommand>& terminal);
 
 } // namespace corvane

@@ -229,12 +229,12 @@ Result<std::vector<Command>> execCommands(const InstalledApplication& applicatio
     return commands;
 }
 
-std::optional<Error> unopenable(const std::vector<std::string>& uris) {
+Result<void> areOpenable(const std::vector<std::string>& uris) {
     for (const auto& uri : uris) {
         const auto item = itemText('U', uri);
         if (!item) return item.error();
     }
-    return std::nullopt;
+    return {};
 }
 
 bool takesItems(const InstalledApplication& application) {

@@ -23,7 +23,7 @@ Result<std::vector<Command>> execCommands(const InstalledApplication& applicatio
                                           const std::vector<std::string>& arguments);
 
 /// Why one of the URIs can't be handed to any application, as above; nothing where all can.
-std::optional<Error> unopenable(const std::vector<std::string>& uris);
+Result<void> areOpenable(const std::vector<std::string>& uris);
 
 /// Whether the Exec key has a code for what is to be opened.
 bool takesItems(const InstalledApplication& application);

@@ -12,24 +12,24 @@ bool showItem(const Url& item) {
     const auto bus = sessionBus();
     if (!bus) return false;
     const char* const uris[] = {item.absoluteString().c_str(), nullptr};
-    return !callOnBus(bus.get(),
-                      {.name = "org.freedesktop.FileManager1",
-                       .path = "/org/freedesktop/FileManager1",
-                       .interface = "org.freedesktop.FileManager1",
-                       .method = "ShowItems"},
-                      g_variant_new("(^ass)", uris, ""));
+    return bool(callOnBus(bus.get(),
+                          {.name = "org.freedesktop.FileManager1",
+                           .path = "/org/freedesktop/FileManager1",
+                           .interface = "org.freedesktop.FileManager1",
+                           .method = "ShowItems"},
+                          g_variant_new("(^ass)", uris, "")));
 }
 
 } // namespace
 
 void revealInFileManager(const Url& item,
-                         std::function<std::optional<Error>(const Url& folder)> openFolder) {
+                         std::function<Result<void>(const Url& folder)> openFolder) {
     // The thread owns all that it uses, so it may outlive its caller.
     std::thread([item, openFolder = std::move(openFolder)] {
         if (showItem(item)) return;
-        if (const auto error = openFolder(item.deletingLastPathComponent())) {
-            diagnostic({"Failed to show the folder: ", error->localizedDescription});
-        }
+        const auto opened = openFolder(item.deletingLastPathComponent());
+        if (!opened)
+            diagnostic({"Failed to show the folder: ", opened.error().localizedDescription});
     }).detach();
 }
 

@@ -202,12 +202,12 @@ std::vector<std::string> shellWords(const std::string& shell, const std::string&
     return {"/bin/sh", "-i", "-c", runThenStay, shell, command};
 }
 
-std::optional<Error> open(const TerminalCommand& emulator, const std::string& command) {
+Result<void> open(const TerminalCommand& emulator, const std::string& command) {
     auto words = emulator.prefix;
     for (auto& word : shellWords(userShell(), command))
         words.push_back(std::move(word));
     const auto started = startDetached(words);
-    return started ? std::nullopt : std::optional(started.error());
+    return started ? Result<void>() : started.error();
 }
 
 } // namespace corvane::terminalEmulator

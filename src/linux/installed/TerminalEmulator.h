@@ -39,6 +39,6 @@ std::string userShell();
 std::vector<std::string> shellWords(const std::string& shell, const std::string& command);
 
 /// Runs a command so in a new window of that emulator. Returns when the emulator was started.
-std::optional<Error> open(const TerminalCommand& emulator, const std::string& command);
+Result<void> open(const TerminalCommand& emulator, const std::string& command);
 
 } // namespace corvane::terminalEmulator

@@ -30,9 +30,9 @@ bool isExecutable(const Url& url) {
            g_content_type_can_be_executable(contentTypeOf(url.path()).c_str());
 }
 
-std::optional<Error> run(const std::string& program) {
+Result<void> run(const std::string& program) {
     const auto started = startDetached({program}, {.workingDirectory = path::parent(program)});
-    return started ? std::nullopt : std::optional(started.error());
+    return started ? Result<void>() : started.error();
 }
 
 bool isFolder(const std::string& path) {
@@ -44,7 +44,7 @@ bool isFolder(const std::string& path) {
 
 std::optional<InstalledApplication> ApplicationOpener::handlerOf(const Url& url) const {
     if (!url.hasScheme()) return std::nullopt;
-    if (unopenable({url.absoluteString()})) return std::nullopt;
+    if (!areOpenable({url.absoluteString()})) return std::nullopt;
     if (!url.isFile()) {
         return installed_.defaultHandler("x-scheme-handler/" + text::lowercased(url.scheme()));
     }
@@ -54,28 +54,27 @@ std::optional<InstalledApplication> ApplicationOpener::handlerOf(const Url& url)
     return type.empty() ? std::nullopt : installed_.defaultHandler(type);
 }
 
-std::optional<Error> ApplicationOpener::open(const Url& url) const {
+Result<void> ApplicationOpener::open(const Url& url) const {
     if (url.isFile()) {
         if (const auto bundle = installed_.byBundlePath(url.path())) {
             return openApplication(*bundle);
         }
     }
-    if (auto reason = unopenable({url.absoluteString()})) return reason;
+    if (const auto item = areOpenable({url.absoluteString()}); !item) return item;
     const auto handler = handlerOf(url);
     if (!handler && isExecutable(url)) return run(url.path());
     if (!handler) return Error{"No application opens " + url.absoluteString() + "."};
     return launch(*handler, {url.absoluteString()});
 }
 
-std::optional<Error> ApplicationOpener::open(const Url& url,
-                                             const InstalledApplication& application) const {
+Result<void> ApplicationOpener::open(const Url& url,
+                                     const InstalledApplication& application) const {
     if (url.isFile() && installed_.byBundlePath(url.path())) return launch(application);
     return launch(application, {url.absoluteString()});
 }
 
-std::optional<Error>
-ApplicationOpener::openApplication(const InstalledApplication& application) const {
-    if (activate(application)) return std::nullopt;
+Result<void> ApplicationOpener::openApplication(const InstalledApplication& application) const {
+    if (activate(application)) return {};
     return launch(application);
 }
 
@@ -98,9 +97,9 @@ ApplicationOpener::terminalFor(const InstalledApplication& application) const {
     return application.needsTerminal ? installed_.terminalCommand() : std::nullopt;
 }
 
-std::optional<Error> ApplicationOpener::launch(const InstalledApplication& application,
-                                               const std::vector<std::string>& uris,
-                                               const std::vector<std::string>& arguments) const {
+Result<void> ApplicationOpener::launch(const InstalledApplication& application,
+                                       const std::vector<std::string>& uris,
+                                       const std::vector<std::string>& arguments) const {
     return launchEntry(application, uris, arguments, terminalFor(application));
 }
 
@@ -110,7 +109,7 @@ void ApplicationOpener::reveal(const Url& url) const {
     const Url item = bundle ? Url::fromPath(bundle->desktopFile) : url;
     const auto finder = installed_.finder();
     const auto terminal = finder ? terminalFor(*finder) : std::nullopt;
-    revealInFileManager(item, [finder, terminal](const Url& folder) -> std::optional<Error> {
+    revealInFileManager(item, [finder, terminal](const Url& folder) -> Result<void> {
         if (!finder) return Error{"No application opens folders."};
         return launchEntry(*finder, {folder.absoluteString()}, {}, terminal);
     });

@@ -30,15 +30,15 @@ public:
 
     /// Opens with the default handler; brings a bundle's application forward if it runs. An
     /// executable file that nothing opens is run, in its folder.
-    std::optional<Error> open(const Url& url) const;
+    Result<void> open(const Url& url) const;
     /// Opens with that application. A bundle's URL only starts the application.
-    std::optional<Error> open(const Url& url, const InstalledApplication& application) const;
+    Result<void> open(const Url& url, const InstalledApplication& application) const;
     /// Brings the application forward, or starts it.
-    std::optional<Error> openApplication(const InstalledApplication& application) const;
+    Result<void> openApplication(const InstalledApplication& application) const;
     /// Starts the application with the URIs to open, and with arguments of its own behind them.
-    std::optional<Error> launch(const InstalledApplication& application,
-                                const std::vector<std::string>& uris = {},
-                                const std::vector<std::string>& arguments = {}) const;
+    Result<void> launch(const InstalledApplication& application,
+                        const std::vector<std::string>& uris = {},
+                        const std::vector<std::string>& arguments = {}) const;
     /// Shows the item selected in the file manager, or else its folder. Returns before that has
     /// happened.
     void reveal(const Url& url) const;

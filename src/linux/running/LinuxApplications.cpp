@@ -16,9 +16,9 @@ std::optional<Url> bundleUrl(const std::optional<InstalledApplication>& applicat
 } // namespace
 
 bool LinuxApplications::openUrl(const Url& url) {
-    const auto error = opener_.open(url);
-    if (error) diagnostic({"Could not open: ", error->localizedDescription});
-    return !error;
+    const auto opened = opener_.open(url);
+    if (!opened) diagnostic({"Could not open: ", opened.error().localizedDescription});
+    return bool(opened);
 }
 
 void LinuxApplications::openUrl(const Url& url, const Url& applicationUrl,

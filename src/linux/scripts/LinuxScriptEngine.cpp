@@ -126,9 +126,9 @@ private:
     Outcome perform(const OpenLocation& location, Listener listener) {
         if (listener && listener->kind == Kind::installed) return opened(*listener, location.url);
         const auto url = Url::parse(location.url);
-        const auto error = url ? opener_.open(*url) : Error{"The URL is not valid."};
-        if (!error) return std::nullopt;
-        return Failure{errorNumber::nothingOpensIt, error->localizedDescription};
+        const auto done = url ? opener_.open(*url) : Error{"The URL is not valid."};
+        if (done) return std::nullopt;
+        return Failure{errorNumber::nothingOpensIt, done.error().localizedDescription};
     }
 
     Outcome perform(const MakeTab& tab, Listener listener) {
@@ -189,9 +189,10 @@ private:
         return launched(told, opener_.launch(told.application, {url}));
     }
 
-    static Outcome launched(const Told& told, const std::optional<Error>& error) {
-        if (!error) return std::nullopt;
-        return Failure{errorNumber::cannotLaunch, gotAnError(&told) + error->localizedDescription};
+    static Outcome launched(const Told& told, const Result<void>& result) {
+        if (result) return std::nullopt;
+        return Failure{errorNumber::cannotLaunch,
+                       gotAnError(&told) + result.error().localizedDescription};
     }
 
     static Outcome notUnderstood(const std::string& command, Listener listener) {

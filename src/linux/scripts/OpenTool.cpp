@@ -60,9 +60,8 @@ Result<std::vector<Url>> urlsOf(const InstalledApplications& installed,
     return urls;
 }
 
-std::optional<Error> openWith(const ApplicationOpener& opener,
-                              const InstalledApplication& application, const std::vector<Url>& urls,
-                              const Options& options) {
+Result<void> openWith(const ApplicationOpener& opener, const InstalledApplication& application,
+                      const std::vector<Url>& urls, const Options& options) {
     std::vector<std::string> uris;
     for (const auto& url : urls) {
         // A bundle is nothing that another application could open.
@@ -75,8 +74,7 @@ std::optional<Error> openWith(const ApplicationOpener& opener,
     return opener.launch(application, uris, options.arguments);
 }
 
-std::optional<Error> run(const ApplicationOpener& opener,
-                         const std::vector<std::string>& arguments) {
+Result<void> run(const ApplicationOpener& opener, const std::vector<std::string>& arguments) {
     const auto options = parse(arguments);
     if (!options) return options.error();
     const auto& installed = opener.installed();
@@ -90,9 +88,9 @@ std::optional<Error> run(const ApplicationOpener& opener,
 } // namespace
 
 TaskResult runOpenTool(const ApplicationOpener& opener, const std::vector<std::string>& arguments) {
-    const auto error = run(opener, arguments);
-    if (error) diagnostic({"open: ", error->localizedDescription});
-    return {.status = error ? 1 : 0, .output = ""};
+    const auto opened = run(opener, arguments);
+    if (!opened) diagnostic({"open: ", opened.error().localizedDescription});
+    return {.status = opened ? 0 : 1, .output = ""};
 }
 
 } // namespace corvane

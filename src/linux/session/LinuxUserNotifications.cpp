@@ -46,8 +46,8 @@ void notify(EventThread& events, const UserNotification& notification, bool esca
 } // namespace
 
 void LinuxUserNotifications::requestAuthorization(
-    std::function<void(bool granted, std::optional<Error>)> handler) {
-    mainQueue_.async([handler = std::move(handler)] { handler(true, std::nullopt); });
+    std::function<void(Result<void> granted)> handler) {
+    mainQueue_.async([handler = std::move(handler)] { handler({}); });
 }
 
 void LinuxUserNotifications::add(const UserNotification& notification) {

@@ -14,8 +14,7 @@ public:
     LinuxUserNotifications(MainQueue& mainQueue, EventThread& events)
         : mainQueue_(mainQueue), events_(events) {}
 
-    void
-    requestAuthorization(std::function<void(bool granted, std::optional<Error>)> handler) override;
+    void requestAuthorization(std::function<void(Result<void> granted)> handler) override;
     void add(const UserNotification& notification) override;
 
 private:

@@ -106,7 +106,7 @@ bool syncFolderOf(const std::string& path) {
     return folder && (::fsync(folder.get()) == 0 || errno == EINVAL);
 }
 
-std::optional<Error> replaceFile(const std::string& path, std::string_view bytes) {
+Result<void> replaceFile(const std::string& path, std::string_view bytes) {
     const auto target = linkTarget(path);
     if (!target) return fileError("write", path, ELOOP);
     struct stat old {};
@@ -124,11 +124,11 @@ std::optional<Error> replaceFile(const std::string& path, std::string_view bytes
         // A file that is a mount of its own, or in a folder that takes no new file.
         const bool onlyInPlace =
             reason == EBUSY || reason == EACCES || reason == EPERM || reason == EXDEV;
-        if (existed && onlyInPlace && writeInPlace(*target, bytes)) return std::nullopt;
+        if (existed && onlyInPlace && writeInPlace(*target, bytes)) return {};
         return fileError("write", path, reason);
     }
     syncFolderOf(*target);
-    return std::nullopt;
+    return {};
 }
 
 } // namespace corvane

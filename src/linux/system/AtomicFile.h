@@ -13,7 +13,7 @@ namespace corvane {
 /// there yet; mode and, where the system allows, owner survive. A file that can be written but not
 /// replaced is written in place, and there alone a crash can leave a part of either. Refuses what
 /// isn't a regular file and a file that the user may not write.
-std::optional<Error> replaceFile(const std::string& path, std::string_view bytes);
+Result<void> replaceFile(const std::string& path, std::string_view bytes);
 
 /// A name in the folder of `path` that nothing has.
 std::string temporaryNameBeside(const std::string& path);

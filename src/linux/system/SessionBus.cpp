@@ -16,8 +16,8 @@ gio::Ref<GDBusConnection> sessionBus() {
     return bus;
 }
 
-std::optional<Error> callOnBus(GDBusConnection* bus, const BusCall& call, GVariant* parameters,
-                               std::optional<std::chrono::milliseconds> wait) {
+Result<void> callOnBus(GDBusConnection* bus, const BusCall& call, GVariant* parameters,
+                       std::optional<std::chrono::milliseconds> wait) {
     constexpr std::chrono::milliseconds longest(5000);
     const auto timeout = static_cast<int>(wait.value_or(longest).count());
     GError* failure = nullptr;
@@ -26,11 +26,11 @@ std::optional<Error> callOnBus(GDBusConnection* bus, const BusCall& call, GVaria
         parameters, nullptr, G_DBUS_CALL_FLAGS_NONE, timeout, nullptr, &failure);
     if (!answer && wait && g_error_matches(failure, G_IO_ERROR, G_IO_ERROR_TIMED_OUT)) {
         g_clear_error(&failure);
-        return std::nullopt;
+        return {};
     }
     if (!answer) return Error{gio::takeMessage(failure)};
     g_variant_unref(answer);
-    return std::nullopt;
+    return {};
 }
 
 } // namespace corvane

@@ -23,7 +23,7 @@ struct BusCall {
 
 /// Calls and waits for the answer, at most five seconds. With a time to wait of its own, an answer
 /// that is later counts as one without an error. Takes over floating `parameters`. Any thread.
-std::optional<Error> callOnBus(GDBusConnection* bus, const BusCall& call, GVariant* parameters,
-                               std::optional<std::chrono::milliseconds> wait = {});
+Result<void> callOnBus(GDBusConnection* bus, const BusCall& call, GVariant* parameters,
+                       std::optional<std::chrono::milliseconds> wait = {});
 
 } // namespace corvane
