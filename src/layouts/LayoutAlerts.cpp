@@ -6,16 +6,15 @@ namespace {
 
 constexpr double alertDelay = 0.1;
 
-void showPermissionAlert(const Platform& platform, std::string message) {
-    const auto response =
-        platform.alerts.runModal({.title = "Accessibility Permission Required",
-                                  .message = std::move(message),
-                                  .style = AlertStyle::informational,
-                                  .buttons = {"Open System Preferences", "Cancel"}});
+void showPermissionAlert(Alerts& alerts, Applications& applications, std::string message) {
+    const auto response = alerts.runModal({.title = "Accessibility Permission Required",
+                                           .message = std::move(message),
+                                           .style = AlertStyle::informational,
+                                           .buttons = {"Open System Preferences", "Cancel"}});
     if (response.button != AlertResponse::firstButton) return;
     const auto url =
         Url::parse("x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility");
-    if (url) platform.applications.openUrl(*url);
+    if (url) applications.openUrl(*url);
 }
 
 } // namespace
@@ -23,7 +22,7 @@ void showPermissionAlert(const Platform& platform, std::string message) {
 void WorkspaceStore::showAccessibilityPermissionAlert() {
     platform_.mainQueue.async([this] {
         showPermissionAlert(
-            platform_,
+            platform_.alerts, platform_.applications,
             "Corvane needs accessibility permissions to save and restore window layouts.\n\n"
             "To enable this:\n"
             "1. Click 'Open System Preferences'\n"
@@ -36,7 +35,7 @@ void WorkspaceStore::showAccessibilityPermissionAlert() {
 
 void WorkspaceStore::showAccessibilityRequiredAlert() {
     showPermissionAlert(
-        platform_,
+        platform_.alerts, platform_.applications,
         "Window layout features require Accessibility permission to save and restore window positions.\n\n"
         "To enable this:\n"
         "1. Click 'Open System Preferences'\n"

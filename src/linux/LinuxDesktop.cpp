@@ -25,10 +25,8 @@
 namespace corvane {
 
 struct LinuxDesktop::Facilities {
-    Facilities(const Toolkit& given, EventThread& events)
-        : toolkit(given), notifications(given.mainQueue, events) {}
+    Facilities(MainQueue& mainQueue, EventThread& events) : notifications(mainQueue, events) {}
 
-    const Toolkit toolkit;
     InstalledApplications installed;
     const std::unique_ptr<WindowSystem> windows = windowSystemHere();
     RecentWindows recent{*windows};
@@ -57,8 +55,8 @@ struct LinuxDesktop::Facilities {
     LinuxBackgroundQueue backgroundQueue;
 };
 
-LinuxDesktop::LinuxDesktop(const Toolkit& toolkit, EventThread& events)
-    : facilities_(std::make_unique<Facilities>(toolkit, events)) {}
+LinuxDesktop::LinuxDesktop(MainQueue& mainQueue, EventThread& events)
+    : facilities_(std::make_unique<Facilities>(mainQueue, events)) {}
 
 LinuxDesktop::~LinuxDesktop() = default;
 
@@ -66,10 +64,9 @@ void LinuxDesktop::activateOwnWindow(std::uint64_t number, const std::string& ti
     facilities_->running.activateOwn(number, title);
 }
 
-Platform LinuxDesktop::platform() {
+Machine LinuxDesktop::machine() {
     auto& facilities = *facilities_;
-    return {.mainQueue = facilities.toolkit.mainQueue,
-            .backgroundQueue = facilities.backgroundQueue,
+    return {.backgroundQueue = facilities.backgroundQueue,
             .clock = facilities.clock,
             .fileSystem = facilities.files,
             .userDefaults = facilities.defaults,
@@ -81,15 +78,9 @@ Platform LinuxDesktop::platform() {
             .displays = facilities.displays,
             .windowList = facilities.windowList,
             .accessibility = facilities.accessibility,
-            .alerts = facilities.toolkit.alerts,
             .notificationCenter = facilities.notificationCenter,
             .userNotifications = facilities.notifications,
-            .statusBar = facilities.toolkit.statusBar,
-            .images = facilities.toolkit.images,
-            .application = facilities.toolkit.application,
-            .appearance = facilities.toolkit.appearance,
             .bookmarks = facilities.bookmarks,
-            .panels = facilities.toolkit.panels,
             .fileIcons = facilities.fileIcons};
 }
 

@@ -10,28 +10,17 @@ namespace corvane {
 
 class EventThread;
 
-/// The facilities that a user-interface toolkit provides.
-struct Toolkit {
-    MainQueue& mainQueue;
-    Alerts& alerts;
-    ApplicationObject& application;
-    StatusBar& statusBar;
-    Images& images;
-    Appearance& appearance;
-    Panels& panels;
-};
-
 /// The desktop that is there: its windows, freedesktop entries, processes, files. Everything is
 /// found through the environment of this process.
 class LinuxDesktop {
 public:
-    /// The toolkit's facilities and the session's events outlive the desktop.
-    LinuxDesktop(const Toolkit& toolkit, EventThread& events);
+    /// Both outlive the desktop.
+    LinuxDesktop(MainQueue& mainQueue, EventThread& events);
     /// Waits for background work.
     ~LinuxDesktop();
 
     /// Valid while the desktop lives.
-    Platform platform();
+    Machine machine();
 
     /// Gives the keyboard to a window of this program, even where it would be kept where it is.
     /// The number is the toolkit's; where the display has others, the title tells.

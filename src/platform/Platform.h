@@ -24,10 +24,19 @@
 
 namespace corvane {
 
-/// Every facility of one desktop, handed to the composition root. The facilities outlive whoever
-/// uses them.
-struct Platform {
+/// What a user-interface toolkit provides.
+struct Toolkit {
     MainQueue& mainQueue;
+    Alerts& alerts;
+    ApplicationObject& application;
+    StatusBar& statusBar;
+    Images& images;
+    Appearance& appearance;
+    Panels& panels;
+};
+
+/// What the machine under it provides.
+struct Machine {
     BackgroundQueue& backgroundQueue;
     Clock& clock;
     FileSystem& fileSystem;
@@ -40,16 +49,14 @@ struct Platform {
     Displays& displays;
     WindowList& windowList;
     Accessibility& accessibility;
-    Alerts& alerts;
     NotificationCenter& notificationCenter;
     UserNotifications& userNotifications;
-    StatusBar& statusBar;
-    Images& images;
-    ApplicationObject& application;
-    Appearance& appearance;
     Bookmarks& bookmarks;
-    Panels& panels;
     FileIcons& fileIcons;
 };
+
+/// Every facility of one desktop, handed to the composition root. The facilities outlive whoever
+/// uses them.
+struct Platform : Toolkit, Machine {};
 
 } // namespace corvane

@@ -36,9 +36,9 @@ Names identifiersOf(const std::vector<Resource>& resources) {
 }
 
 /// The regular applications besides this program.
-List quittableApplications(const Platform& platform) {
-    auto list = platform.applications.runningApplications();
-    std::erase_if(list, [own = platform.bundles.mainBundleIdentifier()](const auto& application) {
+List quittableApplications(const Applications& applications, const Bundles& bundles) {
+    auto list = applications.runningApplications();
+    std::erase_if(list, [own = bundles.mainBundleIdentifier()](const auto& application) {
         return !application.isRegular() || application.bundleIdentifier == own;
     });
     return list;
@@ -156,8 +156,8 @@ void WorkspaceStore::finishWorkspace(std::optional<Workspace> workspace) {
                              "No applications found in this workspace's resources.");
     }
     diagnostic({"Workspace applications to quit: ", text::joined(names, ", ")});
-    const auto list =
-        belonging(quittableApplications(platform_), identifiersOf(resources), names, false);
+    const auto list = belonging(quittableApplications(platform_.applications, platform_.bundles),
+                                identifiersOf(resources), names, false);
     markFinished(workspace->id);
     if (list.empty()) return;
     diagnostic({"Quitting ", std::to_string(list.size()), " workspace applications..."});
@@ -205,7 +205,8 @@ void WorkspaceStore::quitIndividualResource(const Resource& resource, const Work
     } else {
         diagnostic(
             {"Apps to quit for resource '", resource.name, "': ", text::joined(names, ", ")});
-        quit(belonging(quittableApplications(platform_), identifiersOf({resource}), names, true),
+        quit(belonging(quittableApplications(platform_.applications, platform_.bundles),
+                       identifiersOf({resource}), names, true),
              platform_.applications);
         diagnostic({"Quit apps for resource: ", resource.name});
     }
@@ -222,7 +223,8 @@ void WorkspaceStore::quitNonWorkspaceApplications(const Workspace& workspace) {
     const auto identifiers = identifiersOf(resources);
     diagnostic({"Workspace apps to keep: ", text::joined(names, ", ")});
     diagnostic({"Workspace bundle IDs to keep: ", text::joined(identifiers, ", ")});
-    const auto list = notBelonging(quittableApplications(platform_), identifiers, names);
+    const auto list = notBelonging(quittableApplications(platform_.applications, platform_.bundles),
+                                   identifiers, names);
     if (list.empty()) return;
     const auto total = std::to_string(list.size());
     diagnostic({"Focus mode: Quitting ", total, " non-workspace applications..."});
@@ -232,7 +234,7 @@ void WorkspaceStore::quitNonWorkspaceApplications(const Workspace& workspace) {
 }
 
 void WorkspaceStore::quitAllApplications() {
-    auto list = quittableApplications(platform_);
+    auto list = quittableApplications(platform_.applications, platform_.bundles);
     std::erase_if(list, [](const RunningApplication& application) {
         return isFinder(application) || isSystemApplication(application);
     });

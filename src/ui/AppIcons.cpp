@@ -1,7 +1,9 @@
 #include "ui/AppIcons.h"
 
 #include "foundation/Text.h"
-#include "platform/Platform.h"
+#include "platform/Applications.h"
+#include "platform/FileIcons.h"
+#include "platform/FileSystem.h"
 
 namespace corvane {
 
@@ -25,14 +27,15 @@ std::optional<Url> runningBundle(const std::string& name, const Applications& ap
 
 } // namespace
 
-std::optional<std::string> appIconForName(const std::string& name, const Platform& platform) {
-    const auto icon = [&](const std::string& path) { return platform.fileIcons.iconForFile(path); };
+std::optional<std::string> appIconForName(const std::string& name, const FileSystem& files,
+                                          const Applications& applications,
+                                          const FileIcons& icons) {
+    const auto icon = [&](const std::string& path) { return icons.iconForFile(path); };
     for (const auto folder : applicationFolders) {
         const auto path = std::string(folder) + name + ".app";
-        if (!platform.fileSystem.exists(path)) continue;
+        if (!files.exists(path)) continue;
         if (auto found = icon(path)) return found;
     }
-    const auto& applications = platform.applications;
     if (const auto url = applications.urlForApplication(name)) {
         if (auto found = icon(url->path())) return found;
     }

@@ -13,7 +13,8 @@ namespace corvane {
 struct ContentState {
     ContentState(WorkspaceStore& store, const Platform& platform)
         : theme(platform.appearance, platform.mainQueue), header(store, theme),
-          list(store, platform.mainQueue, platform.alerts), settings(store, platform) {}
+          list(store, platform.mainQueue, platform.alerts),
+          settings(store, platform.bundles, platform.applications, platform.mainQueue) {}
 
     ThemeManager theme;
     HeaderState header;

@@ -69,7 +69,9 @@ std::vector<AppChip> ResourceManagement::chipsOf(const Resource& resource, Icons
     // A look-up may go through everything that runs, and many rows share the name of a browser.
     const auto icon = [&](const std::string& name) {
         const auto [found, isNew] = icons.try_emplace(name);
-        if (isNew) found->second = appIconForName(name, platform_);
+        if (isNew)
+            found->second = appIconForName(name, platform_.fileSystem, platform_.applications,
+                                           platform_.fileIcons);
         return found->second;
     };
     if (const auto appName = store_.appNameForResource(resource)) {

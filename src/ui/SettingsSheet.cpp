@@ -2,12 +2,15 @@
 
 #include "core/WorkspaceStore.h"
 #include "foundation/Url.h"
-#include "platform/Platform.h"
+#include "platform/Applications.h"
+#include "platform/Bundles.h"
+#include "platform/MainQueue.h"
 
 namespace corvane {
 
-SettingsSheet::SettingsSheet(WorkspaceStore& store, const Platform& platform)
-    : store_(store), platform_(platform),
+SettingsSheet::SettingsSheet(WorkspaceStore& store, const Bundles& bundles,
+                             Applications& applications, MainQueue& mainQueue)
+    : store_(store), bundles_(bundles), applications_(applications), mainQueue_(mainQueue),
       storeChanges_(store.objectWillChange.subscribe([this] { objectWillChange.fire(); })) {}
 
 std::string_view SettingsSheet::autoSaveSubtitle() const {
@@ -17,17 +20,15 @@ std::string_view SettingsSheet::autoSaveSubtitle() const {
 }
 
 std::string SettingsSheet::versionLine() const {
-    const auto& bundles = platform_.bundles;
-    return "Version " + bundles.mainBundleInfo("CFBundleShortVersionString").value_or("1.0.0") +
-           " (Build " + bundles.mainBundleInfo("CFBundleVersion").value_or("1") + ")";
+    return "Version " + bundles_.mainBundleInfo("CFBundleShortVersionString").value_or("1.0.0") +
+           " (Build " + bundles_.mainBundleInfo("CFBundleVersion").value_or("1") + ")";
 }
 
 std::string SettingsSheet::supportMailUrl() const {
-    const auto& bundles = platform_.bundles;
-    const auto version = bundles.mainBundleInfo("CFBundleShortVersionString").value_or("Unknown");
-    const auto build = bundles.mainBundleInfo("CFBundleVersion").value_or("Unknown");
+    const auto version = bundles_.mainBundleInfo("CFBundleShortVersionString").value_or("Unknown");
+    const auto build = bundles_.mainBundleInfo("CFBundleVersion").value_or("Unknown");
     const auto body = "App Version: " + version + "\nBuild: " + build +
-                      "\nmacOS Version: " + bundles.operatingSystemVersion() +
+                      "\nmacOS Version: " + bundles_.operatingSystemVersion() +
                       "\n\nPlease describe your issue:\n";
     return "mailto:" + std::string(supportAddress) +
            "?subject=" + percentEncodedQuery("Corvane Support Request") +
@@ -40,11 +41,11 @@ void SettingsSheet::setAccessibilityFeatures(bool enabled) {
 }
 
 void SettingsSheet::contactSupport() {
-    if (const auto url = Url::parse(supportMailUrl())) platform_.applications.openUrl(*url);
+    if (const auto url = Url::parse(supportMailUrl())) applications_.openUrl(*url);
 }
 
 void SettingsSheet::resetPreferences() {
-    platform_.mainQueue.async([&store = store_] { store.resetPreferences(); });
+    mainQueue_.async([&store = store_] { store.resetPreferences(); });
 }
 
 } // namespace corvane

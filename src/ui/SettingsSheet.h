@@ -7,14 +7,17 @@
 
 namespace corvane {
 
-struct Platform;
+class Applications;
+class Bundles;
+class MainQueue;
 class WorkspaceStore;
 
 /// What the settings sheet says beyond the store's preferences, to which its switches are bound,
-/// and what its buttons do. Store and platform outlive it. Main thread.
+/// and what its buttons do. All that it is given outlives it. Main thread.
 class SettingsSheet {
 public:
-    SettingsSheet(WorkspaceStore& store, const Platform& platform);
+    SettingsSheet(WorkspaceStore& store, const Bundles& bundles, Applications& applications,
+                  MainQueue& mainQueue);
 
     /// Fires before anything read here changes.
     ChangeSignal objectWillChange;
@@ -37,7 +40,9 @@ public:
 
 private:
     WorkspaceStore& store_;
-    const Platform& platform_;
+    const Bundles& bundles_;
+    Applications& applications_;
+    MainQueue& mainQueue_;
     Subscription storeChanges_;
 };
 

@@ -16,29 +16,14 @@ namespace {
 
 Platform withWindows(SimulatedDesktop& desktop, MainWindows& windows) {
     const auto given = desktop.platform();
-    return {.mainQueue = given.mainQueue,
-            .backgroundQueue = given.backgroundQueue,
-            .clock = given.clock,
-            .fileSystem = given.fileSystem,
-            .userDefaults = given.userDefaults,
-            .bundles = given.bundles,
-            .applications = given.applications,
-            .tasks = given.tasks,
-            .scripts = given.scripts,
-            .metadataQuery = given.metadataQuery,
-            .displays = given.displays,
-            .windowList = given.windowList,
-            .accessibility = given.accessibility,
-            .alerts = given.alerts,
-            .notificationCenter = given.notificationCenter,
-            .userNotifications = given.userNotifications,
-            .statusBar = given.statusBar,
-            .images = given.images,
-            .application = windows,
-            .appearance = given.appearance,
-            .bookmarks = given.bookmarks,
-            .panels = given.panels,
-            .fileIcons = given.fileIcons};
+    return {{.mainQueue = given.mainQueue,
+             .alerts = given.alerts,
+             .application = windows,
+             .statusBar = given.statusBar,
+             .images = given.images,
+             .appearance = given.appearance,
+             .panels = given.panels},
+            given};
 }
 
 void collect(QAccessibleInterface* element, std::vector<QAccessibleInterface*>& found) {

@@ -61,7 +61,11 @@ TEST_F(ResourceList, anIconIsFoundByThePathThenTheIdentifierThenWhatRuns) {
                                                                        {"ll pr", "quill"},
                                                                        {"My Quill Pro", "quill"},
                                                                        {"Other", ""}}) {
-        EXPECT_EQ(appIconForName(name, scene.platform).value_or(""), icon) << name;
+        EXPECT_EQ(appIconForName(name, scene.platform.fileSystem, scene.platform.applications,
+                                 scene.platform.fileIcons)
+                      .value_or(""),
+                  icon)
+            << name;
     }
     desktop.files.directories.insert("/folder");
     desktop.defaultHandlers["/"] = "/x/Files.app";

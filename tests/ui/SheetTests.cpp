@@ -138,7 +138,8 @@ TEST_F(Sheets, aResourceIsAddedWithABookmarkWhereItsFileExists) {
 }
 
 TEST_F(Sheets, theSettingsSayWhatDependsOnOtherThings) {
-    SettingsSheet settings(store, scene.platform);
+    SettingsSheet settings(store, scene.platform.bundles, scene.platform.applications,
+                           scene.platform.mainQueue);
     EXPECT_EQ(settings.versionLine(), "Version 1.0.0 (Build 1)");
     EXPECT_EQ(settings.autoSaveSubtitle(), "Enable Window Layout Features to use auto-save");
     desktop.mainBundleInfo = {{"CFBundleShortVersionString", "2.5"}};

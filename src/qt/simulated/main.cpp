@@ -1,18 +1,11 @@
 #include "core/RecordCoding.h"
-#include "qt/toolkit/MainWindows.h"
-#include "qt/toolkit/QtAlerts.h"
-#include "qt/toolkit/QtAppearance.h"
-#include "qt/toolkit/QtImages.h"
-#include "qt/toolkit/QtMainQueue.h"
-#include "qt/toolkit/QtPanels.h"
+#include "qt/toolkit/QtToolkit.h"
 #include "qt/toolkit/Startup.h"
-#include "qt/toolkit/Views.h"
 #include "qt/tray/QtStatusBar.h"
 #include "shell/CorvaneApp.h"
 #include "simulated/SimulatedDesktop.h"
 
 #include <QApplication>
-#include <QQmlEngine>
 #include <QTimer>
 
 using namespace corvane;
@@ -84,15 +77,8 @@ int main(int argc, char** argv) {
     prepareApplication();
     QApplication application(argc, argv);
     nameApplication(application);
-    QtMainQueue mainQueue;
-    QtAppearance appearance;
-    QQmlEngine engine;
-    addViews(engine);
-    MainWindows mainWindows(engine);
-    QtAlerts alerts(engine, mainWindows);
-    QtPanels panels(engine, mainWindows);
-    QtStatusBar statusBar;
-    QtImages images;
+    QtStatusBar tray;
+    QtToolkit toolkit(tray);
 
     SimulatedDesktop desktop;
     furnish(desktop);
@@ -100,30 +86,7 @@ int main(int argc, char** argv) {
     desktop.files.contents[desktop.files.applicationSupportDirectory() +
                            "/Corvane/corvane_workspaces.json"] =
         encodeWorkspaces(workspaces(simulated));
-    Platform platform{.mainQueue = mainQueue,
-                      .backgroundQueue = simulated.backgroundQueue,
-                      .clock = simulated.clock,
-                      .fileSystem = simulated.fileSystem,
-                      .userDefaults = simulated.userDefaults,
-                      .bundles = simulated.bundles,
-                      .applications = simulated.applications,
-                      .tasks = simulated.tasks,
-                      .scripts = simulated.scripts,
-                      .metadataQuery = simulated.metadataQuery,
-                      .displays = simulated.displays,
-                      .windowList = simulated.windowList,
-                      .accessibility = simulated.accessibility,
-                      .alerts = alerts,
-                      .notificationCenter = simulated.notificationCenter,
-                      .userNotifications = simulated.userNotifications,
-                      .statusBar = statusBar,
-                      .images = images,
-                      .application = mainWindows,
-                      .appearance = appearance,
-                      .bookmarks = simulated.bookmarks,
-                      .panels = panels,
-                      .fileIcons = simulated.fileIcons};
-    panels.serve(platform);
+    Platform platform{toolkit.facilities(), simulated};
     // What the desktop itself does later is done in step with the time of the wall.
     QTimer steps;
     constexpr int stepInMilliseconds = 20;
@@ -132,10 +95,5 @@ int main(int argc, char** argv) {
     steps.start(stepInMilliseconds);
 
     CorvaneApp app(platform);
-    mainWindows.serve(app);
-    mainWindows.openMainWindow();
-    app.appDelegate().applicationDidFinishLaunching();
-    const int status = QApplication::exec();
-    mainWindows.closeAll();
-    return status;
+    return toolkit.run(app);
 }

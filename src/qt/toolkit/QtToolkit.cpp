@@ -1,0 +1,36 @@
+#include "qt/toolkit/QtToolkit.h"
+
+#include "qt/toolkit/Views.h"
+#include "shell/CorvaneApp.h"
+
+#include <QApplication>
+#include <utility>
+
+namespace corvane {
+
+QtToolkit::QtToolkit(StatusBar& tray, QtAppearance::Preference prefersDark)
+    : tray_(tray), appearance_(std::move(prefersDark)) {
+    addViews(engine_);
+}
+
+Toolkit QtToolkit::facilities() {
+    return {.mainQueue = mainQueue_,
+            .alerts = alerts_,
+            .application = windows_,
+            .statusBar = tray_,
+            .images = images_,
+            .appearance = appearance_,
+            .panels = panels_};
+}
+
+int QtToolkit::run(CorvaneApp& app) {
+    panels_.serve(app.platform());
+    windows_.serve(app);
+    windows_.openMainWindow();
+    app.appDelegate().applicationDidFinishLaunching();
+    const int status = QApplication::exec();
+    windows_.closeAll();
+    return status;
+}
+
+} // namespace corvane
