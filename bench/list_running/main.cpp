@@ -1,4 +1,5 @@
 #include "linux/installed/InstalledApplications.h"
+#include "linux/running/LaunchedApplications.h"
 #include "linux/running/RunningApplications.h"
 #include "linux/windows/WindowSystems.h"
 
@@ -10,7 +11,8 @@ using namespace corvane;
 int main() {
     InstalledApplications installed;
     const auto system = windowSystemHere();
-    for (const auto& application : RunningApplications(installed, *system).list()) {
+    LaunchedApplications launched;
+    for (const auto& application : RunningApplications(installed, *system, launched).list()) {
         std::printf("%d %d %s\n", application.processIdentifier, application.activationPolicy,
                     application.localizedName.value_or("").c_str());
     }

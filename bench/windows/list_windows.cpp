@@ -1,4 +1,5 @@
 #include "linux/installed/InstalledApplications.h"
+#include "linux/running/LaunchedApplications.h"
 #include "linux/running/RunningApplications.h"
 #include "linux/screen/LinuxWindowList.h"
 #include "linux/windows/RecentWindows.h"
@@ -14,7 +15,8 @@ int main() {
     const InstalledApplications installed;
     const auto system = windowSystemHere();
     RecentWindows recent(*system);
-    RunningApplications running(installed, recent);
+    LaunchedApplications launched;
+    RunningApplications running(installed, recent, launched);
     LinuxWindowList list(recent, running);
     const auto windows = list.onScreenWindows();
     if (!windows) return 1;

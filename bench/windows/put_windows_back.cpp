@@ -1,4 +1,5 @@
 #include "linux/installed/InstalledApplications.h"
+#include "linux/running/LaunchedApplications.h"
 #include "linux/running/RunningApplications.h"
 #include "linux/screen/LinuxAccessibility.h"
 #include "linux/windows/RecentWindows.h"
@@ -17,7 +18,8 @@ int main(int count, char** arguments) {
     const InstalledApplications installed;
     const auto system = windowSystemHere();
     RecentWindows recent(*system);
-    RunningApplications running(installed, recent);
+    LaunchedApplications launched;
+    RunningApplications running(installed, recent, launched);
     LinuxAccessibility accessibility(recent, running);
     std::uint64_t number = 0;
     Point position;

@@ -1,5 +1,6 @@
 #include "linux/LinuxDesktop.h"
 
+#include "foundation/Text.h"
 #include "linux/files/LinuxBookmarks.h"
 #include "linux/files/LinuxFileSystem.h"
 #include "linux/files/LinuxUserDefaults.h"
@@ -8,6 +9,7 @@
 #include "linux/installed/LinuxFileIcons.h"
 #include "linux/installed/LinuxMetadataQuery.h"
 #include "linux/running/ApplicationOpener.h"
+#include "linux/running/LaunchedApplications.h"
 #include "linux/running/LinuxApplications.h"
 #include "linux/running/Quitting.h"
 #include "linux/running/RunningApplications.h"
@@ -24,18 +26,40 @@
 
 namespace corvane {
 
+namespace {
+
+/// The question that a terminal emulator of the kind lacks, in its place.
+Quitting::AskAboutJobs askingAboutJobs(MainQueue& mainQueue, Alerts& alerts) {
+    return [&](const std::vector<std::string>& names, std::function<void()> terminate) {
+        const Alert question{.title = "Do you want to terminate running processes in this window?",
+                             .message = text::joined(names, ", "),
+                             .buttons = {"Terminate", "Cancel"},
+                             .firstButtonIsDestructive = true};
+        mainQueue.async([&alerts, question, terminate = std::move(terminate)] {
+            if (alerts.runModal(question).button == AlertResponse::firstButton) terminate();
+        });
+    };
+}
+
+} // namespace
+
 struct LinuxDesktop::Facilities {
-    Facilities(MainQueue& mainQueue, EventThread& events) : notifications(mainQueue, events) {}
+    Facilities(MainQueue& mainQueue, Alerts& alerts, EventThread& events)
+        : quitting{*windows, running, askingAboutJobs(mainQueue, alerts)},
+          notifications(mainQueue, events) {}
 
     InstalledApplications installed;
     const std::unique_ptr<WindowSystem> windows = windowSystemHere();
     RecentWindows recent{*windows};
-    RunningApplications running{installed, recent};
-    Quitting quitting{*windows, running};
+    LaunchedApplications launched;
+    RunningApplications running{installed, recent, launched};
+    Quitting quitting;
     ApplicationOpener opener{
         installed,
         {.list = [this] { return running.list(); },
-         .activate = [this](const auto& application) { return running.activate(application); }}};
+         .activate = [this](const auto& application) { return running.activate(application); },
+         .launched = [this](const auto& application,
+                            const auto& processes) { launched.add(application, processes); }}};
     LinuxClock clock;
     LinuxFileSystem files{installed};
     LinuxUserDefaults defaults{files, clock};
@@ -55,8 +79,8 @@ struct LinuxDesktop::Facilities {
     LinuxBackgroundQueue backgroundQueue;
 };
 
-LinuxDesktop::LinuxDesktop(MainQueue& mainQueue, EventThread& events)
-    : facilities_(std::make_unique<Facilities>(mainQueue, events)) {}
+LinuxDesktop::LinuxDesktop(MainQueue& mainQueue, Alerts& alerts, EventThread& events)
+    : facilities_(std::make_unique<Facilities>(mainQueue, alerts, events)) {}
 
 LinuxDesktop::~LinuxDesktop() = default;
 

@@ -14,8 +14,8 @@ class EventThread;
 /// found through the environment of this process.
 class LinuxDesktop {
 public:
-    /// Both outlive the desktop.
-    LinuxDesktop(MainQueue& mainQueue, EventThread& events);
+    /// All outlive the desktop.
+    LinuxDesktop(MainQueue& mainQueue, Alerts& alerts, EventThread& events);
     /// Waits for background work.
     ~LinuxDesktop();
 

@@ -16,12 +16,13 @@ int main(int argc, char** argv) {
     nameApplication(application);
     QtStatusBar tray;
     QtToolkit toolkit(tray, [&] { return session.prefersDark(); });
-    LinuxDesktop desktop(toolkit.mainQueue(), session.events());
+    const auto facilities = toolkit.facilities();
+    LinuxDesktop desktop(facilities.mainQueue, facilities.alerts, session.events());
     auto& windows = toolkit.windows();
     windows.activateWith([&](std::uint64_t number, const std::string& title) {
         desktop.activateOwnWindow(number, title);
     });
-    Platform platform{toolkit.facilities(), desktop.machine()};
+    Platform platform{facilities, desktop.machine()};
     CorvaneApp app(platform);
     session.serve(
         [&](auto work) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "linux/running/ApplicationOpener.h"
+#include "linux/running/LaunchedApplications.h"
 #include "linux/running/Quitting.h"
 #include "linux/running/RunningApplications.h"
 #include "linux/windows/RecentWindows.h"
@@ -33,12 +34,21 @@ protected:
     InstalledApplications installed_;
     x11::X11WindowSystem system_;
     RecentWindows recent_{system_};
-    RunningApplications running_{installed_, recent_};
-    Quitting quitting_{system_, running_};
+    LaunchedApplications launched_;
+    RunningApplications running_{installed_, recent_, launched_};
+    /// What the user would be asked, and what "Terminate" does.
+    std::vector<std::string> jobsAskedAbout_;
+    std::function<void()> terminateJobs_;
+    Quitting quitting_{system_, running_, [this](auto names, auto terminate) {
+                           jobsAskedAbout_ = std::move(names);
+                           terminateJobs_ = std::move(terminate);
+                       }};
     ApplicationOpener opener_{
         installed_,
         {.list = [this] { return running_.list(); },
-         .activate = [this](const auto& which) { return running_.activate(which); }}};
+         .activate = [this](const auto& which) { return running_.activate(which); },
+         .launched = [this](const auto& application,
+                            const auto& processes) { launched_.add(application, processes); }}};
 };
 
 } // namespace corvane::machine

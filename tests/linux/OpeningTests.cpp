@@ -59,8 +59,9 @@ protected:
                                        return which.processIdentifier != 1;
                                    }}};
     const std::unique_ptr<WindowSystem> system_ = windowSystemHere();
-    RunningApplications onDisplay_{installed_, *system_};
-    Quitting quitting_{*system_, onDisplay_};
+    LaunchedApplications launched_;
+    RunningApplications onDisplay_{installed_, *system_, launched_};
+    Quitting quitting_{*system_, onDisplay_, {}};
     LinuxApplications applications_{opener_, onDisplay_, quitting_};
 };
 

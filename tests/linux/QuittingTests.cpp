@@ -190,4 +190,22 @@ TEST_F(QuittingTest, nothingIsWaitedForLong) {
     EXPECT_TRUE(process.ends());
 }
 
+TEST_F(QuittingTest, aJobInATerminalIsAskedAboutFirst) {
+    Program idle({"xterm", "-e", "/bin/sh"});
+    Program busy({"xterm", "-e", "/bin/sh", "-i", "-c", "sleep 61; exit"});
+    ASSERT_TRUE(windowsBecome(2));
+    const auto [i, b] = std::pair(listed(idle.id()), listed(busy.id()));
+    ASSERT_TRUE(comesTrue([&] { return !foregroundJobsBelow(busy.id()).empty(); }));
+    EXPECT_TRUE(quitting_.terminate(b));
+    EXPECT_EQ(jobsAskedAbout_, std::vector<std::string>{"sleep"});
+    jobsAskedAbout_.clear();
+    EXPECT_TRUE(quitting_.terminate(i));
+    EXPECT_TRUE(idle.ends()) << "a shell that waits is no job";
+    EXPECT_TRUE(jobsAskedAbout_.empty());
+    EXPECT_TRUE(windowsBecome(1) && busy.isRunning());
+    terminateJobs_();
+    EXPECT_TRUE(busy.ends());
+    terminateJobs_();
+}
+
 } // namespace

@@ -205,7 +205,7 @@ TEST_F(RunningApplicationsTest, neverWaitsLongForTheServer) {
     ASSERT_TRUE(lists(1));
     kill(server_->id(), SIGSTOP);
     x11::X11WindowSystem freshSystem;
-    RunningApplications fresh(installed_, freshSystem);
+    RunningApplications fresh(installed_, freshSystem, launched_);
     for (auto* each : {&running_, &fresh}) {
         const auto start = Clock::now();
         EXPECT_TRUE(comesTrue([&] { return each->list().empty(); }));
@@ -220,7 +220,7 @@ TEST_F(RunningApplicationsTest, neverWaitsLongForTheServer) {
     display_.reset();
     const ScopedVariable none("DISPLAY", "");
     x11::X11WindowSystem nowhere;
-    EXPECT_TRUE(RunningApplications(installed_, nowhere).list().empty());
+    EXPECT_TRUE(RunningApplications(installed_, nowhere, launched_).list().empty());
 }
 
 } // namespace

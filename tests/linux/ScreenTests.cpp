@@ -1,6 +1,8 @@
 #include "foundation/Text.h"
 #include "layouts/RememberedDisplays.h"
 #include "layouts/WindowCapture.h"
+#include "linux/installed/InstalledApplications.h"
+#include "linux/running/LaunchedApplications.h"
 #include "linux/running/RunningApplications.h"
 #include "linux/screen/LinuxAccessibility.h"
 #include "linux/screen/LinuxDisplays.h"
@@ -53,7 +55,8 @@ protected:
     MemoryWindowSystem system_;
     RecentWindows recent_{system_};
     InstalledApplications installed_;
-    RunningApplications running_{installed_, recent_};
+    LaunchedApplications launched_;
+    RunningApplications running_{installed_, recent_, launched_};
     LinuxAccessibility accessibility_{system_, running_};
     LinuxWindowList list_{recent_, running_};
     LinuxDisplays displays_{recent_};
@@ -141,7 +144,7 @@ TEST_F(ScreenTest, savingALayoutOfFiveApplicationsPutsTwoQuestions) {
         show(name, programs.back()->id()).hints.className = name;
     }
     RecentWindows recent(system_, std::chrono::minutes(1));
-    RunningApplications running(installed_, recent);
+    RunningApplications running(installed_, recent, launched_);
     LinuxWindowList list(recent, running);
     LinuxDisplays linuxDisplays(recent);
     LinuxAccessibility accessibility(recent, running);

@@ -64,40 +64,46 @@ std::string folderOf(const InstalledApplication& application) {
     return entry ? gio::take(g_desktop_app_info_get_string(entry.get(), "Path")) : std::string();
 }
 
-Result<void> start(const InstalledApplication& application, const Command& command,
-                   const std::string& folder) {
+Result<pid_t> start(const InstalledApplication& application, const Command& command,
+                    const std::string& folder) {
     const DetachedOptions options{.workingDirectory = folder,
                                   .desktopFile = application.desktopFile};
     const auto started = startDetached(command, options);
     if (!started) return cannotOpen(application, started.error().localizedDescription);
-    return {};
+    return started;
 }
 
 /// An emulator would take a folder for a program: it is where the shell starts.
-Result<void> openTerminalIn(const InstalledApplication& application,
-                            const std::vector<std::string>& uris,
-                            const std::vector<std::string>& arguments) {
+Result<std::vector<pid_t>> openTerminalIn(const InstalledApplication& application,
+                                          const std::vector<std::string>& uris,
+                                          const std::vector<std::string>& arguments) {
     const auto command = execCommands(application, {}, arguments);
     if (!command) return command.error();
+    std::vector<pid_t> processes;
     for (const auto& uri : uris) {
         const auto url = Url::parse(uri);
         std::error_code failure;
         if (!url || !url->isFile() || !std::filesystem::is_directory(url->path(), failure))
             return cannotOpen(application, "it opens only folders, not " + uri + ".");
-        if (const auto started = start(application, command->front(), url->path()); !started)
-            return started;
+        const auto started = start(application, command->front(), url->path());
+        if (!started) return started.error();
+        processes.push_back(*started);
     }
-    return {};
+    return processes;
 }
 
 } // namespace
 
-Result<void> launchEntry(const InstalledApplication& application,
-                         const std::vector<std::string>& uris,
-                         const std::vector<std::string>& arguments,
-                         const std::optional<terminalEmulator::TerminalCommand>& terminal) {
-    if (const auto items = areOpenable(uris); !items) return items;
-    if (application.exec.empty()) return launchOnBus(application, uris, arguments);
+Result<std::vector<pid_t>>
+launchEntry(const InstalledApplication& application, const std::vector<std::string>& uris,
+            const std::vector<std::string>& arguments,
+            const std::optional<terminalEmulator::TerminalCommand>& terminal) {
+    if (const auto items = areOpenable(uris); !items) return items.error();
+    std::vector<pid_t> processes;
+    if (application.exec.empty()) {
+        const auto asked = launchOnBus(application, uris, arguments);
+        return asked ? processes : Result<std::vector<pid_t>>(asked.error());
+    }
     if (application.isTerminalEmulator && !takesItems(application) && !uris.empty())
         return openTerminalIn(application, uris, arguments);
     const auto commands = execCommands(application, uris, arguments);
@@ -108,9 +114,11 @@ Result<void> launchEntry(const InstalledApplication& application,
     for (auto command : *commands) {
         if (application.needsTerminal)
             command.insert(command.begin(), terminal->prefix.begin(), terminal->prefix.end());
-        if (const auto started = start(application, command, folder); !started) return started;
+        const auto started = start(application, command, folder);
+        if (!started) return started.error();
+        processes.push_back(*started);
     }
-    return {};
+    return processes;
 }
 
 } // namespace corvane

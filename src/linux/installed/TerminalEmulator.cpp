@@ -183,6 +183,12 @@ std::string nameOf(std::string_view program) {
     return name;
 }
 
+bool closesUnasked(std::string_view program) {
+    const auto name = nameOf(program);
+    constexpr std::string_view silent[]{"xterm", "urxvt", "rxvt", "st", "alacritty", "foot"};
+    return std::ranges::count(silent, name) > 0;
+}
+
 std::string userShell() {
     const char* chosen = std::getenv("SHELL");
     if (chosen && isProgram(chosen)) return chosen;

@@ -30,6 +30,9 @@ std::optional<TerminalCommand> preferred(const std::vector<InstalledApplication>
 /// "/usr/bin/lxterm", "gnome-terminal" for "/usr/libexec/gnome-terminal-server".
 std::string nameOf(std::string_view program);
 
+/// It closes its windows without a question, whatever runs in them.
+bool closesUnasked(std::string_view program);
+
 /// $SHELL, else the shell of the user's account, else /bin/sh.
 std::string userShell();
 

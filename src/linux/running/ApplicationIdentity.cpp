@@ -81,7 +81,7 @@ bool isInSandbox(const InstalledApplication* found, const std::string& sandbox) 
     if (!found || sandbox.empty()) return true;
     const auto& id = found->bundleIdentifier;
     const auto snap = sandbox.find('_');
-    return id == sandbox || id.starts_with(sandbox + ".") ||
+    return id == sandbox || id.starts_with(sandbox + ".") || id.starts_with(sandbox + "_") ||
            (snap != std::string::npos && id.starts_with(sandbox.substr(0, snap + 1)));
 }
 

@@ -100,7 +100,10 @@ ApplicationOpener::terminalFor(const InstalledApplication& application) const {
 Result<void> ApplicationOpener::launch(const InstalledApplication& application,
                                        const std::vector<std::string>& uris,
                                        const std::vector<std::string>& arguments) const {
-    return launchEntry(application, uris, arguments, terminalFor(application));
+    const auto processes = launchEntry(application, uris, arguments, terminalFor(application));
+    if (!processes) return processes.error();
+    if (running_.launched) running_.launched(application, *processes);
+    return {};
 }
 
 void ApplicationOpener::reveal(const Url& url) const {
@@ -111,7 +114,8 @@ void ApplicationOpener::reveal(const Url& url) const {
     const auto terminal = finder ? terminalFor(*finder) : std::nullopt;
     revealInFileManager(item, [finder, terminal](const Url& folder) -> Result<void> {
         if (!finder) return Error{"No application opens folders."};
-        return launchEntry(*finder, {folder.absoluteString()}, {}, terminal);
+        const auto processes = launchEntry(*finder, {folder.absoluteString()}, {}, terminal);
+        return processes ? Result<void>() : processes.error();
     });
 }
 

@@ -16,6 +16,8 @@ struct RunningAccess {
     std::function<std::vector<RunningApplication>()> list;
     /// Brings a window of it forward; false where it has none.
     std::function<bool(const RunningApplication&)> activate;
+    /// Is told of each launch and the processes that were started for it.
+    std::function<void(const InstalledApplication&, const std::vector<pid_t>&)> launched;
 };
 
 /// Opens things with the installed applications. Failures are told in words. Any thread.

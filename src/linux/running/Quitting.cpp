@@ -1,6 +1,7 @@
 #include "linux/running/Quitting.h"
 
 #include "foundation/Diagnostics.h"
+#include "linux/installed/TerminalEmulator.h"
 #include "linux/running/RunningApplications.h"
 #include "linux/system/ProcessFacts.h"
 
@@ -49,6 +50,10 @@ std::optional<ShownApplication> Quitting::targetOf(const RunningApplication& app
 }
 
 bool Quitting::terminate(const RunningApplication& application) {
+    return askToClose(application, false);
+}
+
+bool Quitting::askToClose(const RunningApplication& application, bool jobsMayEnd) {
     const std::lock_guard lock(mutex_);
     const auto now = ask();
     if (!now) return false;
@@ -65,6 +70,16 @@ bool Quitting::terminate(const RunningApplication& application) {
         if (!isDesktop(window) && window.canBeAskedToClose) windows.push_back(window.window);
     }
     if (windows.empty()) return false;
+    const bool closesUnasked =
+        application.executableURL &&
+        terminalEmulator::closesUnasked(path::lastComponent(application.executableURL->path()));
+    if (auto jobs = closesUnasked && !jobsMayEnd ? foregroundJobsBelow(target->process)
+                                                 : std::vector<std::string>();
+        !jobs.empty()) {
+        asked_.insert(name);
+        askAboutJobs_(std::move(jobs), [this, application] { askToClose(application, true); });
+        return true;
+    }
     const auto answer = windows_.askToClose(windows, halfASecondFromNow());
     if (answer == WindowAnswer::unanswered) return false;
     asked_.insert(name);

@@ -6,6 +6,7 @@
 #include "linux/installed/LinuxBundles.h"
 #include "linux/installed/TerminalEmulator.h"
 #include "linux/running/ApplicationIdentity.h"
+#include "linux/running/LaunchedApplications.h"
 
 #include <algorithm>
 #include <tuple>
@@ -86,8 +87,10 @@ void setIdentity(RunningApplication& result, const ProcessShare& share, const Pr
         result.bundleIdentifier = application->bundleIdentifier;
         result.bundleURL = Url::fromPath(application->bundlePath);
         result.otherNames = otherNames(*application, known.roles);
-    } else if (const auto name = nameWithoutEntry(share, process); !name.empty()) {
-        result.localizedName = name;
+    } else {
+        const auto name = nameWithoutEntry(share, process);
+        if (!name.empty()) result.localizedName = name;
+        if (result.executableURL) result.bundleURL = result.executableURL;
     }
     // Also when it runs from a place where it isn't installed.
     if (process.processIdentifier == ::getpid()) result.bundleIdentifier = mainBundleIdentifier;
@@ -100,9 +103,9 @@ ShownApplication described(const ProcessShare& share, const ProcessFacts& proces
                            .belongsToSession = belongsToSession};
     auto& result = shown.application;
     result.startTime = process.startTime;
-    setIdentity(result, share, process, known);
     const std::string& executable = process.executable;
     if (executable.starts_with('/')) result.executableURL = Url::fromPath(executable);
+    setIdentity(result, share, process, known);
 
     Windows counting;
     std::ranges::copy_if(share.windows, std::back_inserter(counting),
@@ -143,21 +146,35 @@ std::int32_t RunningApplications::identifierOf(const ProcessFacts& process,
 }
 
 std::vector<ShownApplication> RunningApplications::shownAmong(const WindowsNow& now) {
-    if (now.windows.empty()) return {};
     const Known known = lookUp(installed_);
+    auto processes = processesOf(now.windows);
+    std::set<pid_t> withWindows;
+    for (const auto& running : processes)
+        withWindows.insert(running.process.processIdentifier);
     std::vector<ShownApplication> applications;
-    for (const auto& [process, windows] : processesOf(now.windows)) {
+    std::set<std::string> ids;
+    for (auto& [process, windows] : processes) {
+        if (!applicationStartedAs(process, known.installed))
+            process.launchedDesktopFile = launched_.entryBehind(process, withWindows);
         const bool belongsToSession =
             now.session.contains(process.processIdentifier) ||
             std::ranges::count(windows, WindowKind::dock, &ManagedWindow::kind) > 0;
         const auto shares = sharesOf(process, windows, known.installed);
         for (const auto& share : shares) {
             auto shown = described(share, process, belongsToSession, now.windows, known);
-            shown.application.processIdentifier = identifierOf(
-                process, share.application ? share.application->desktopId : std::string());
+            const auto id = share.application ? share.application->desktopId : std::string();
+            ids.insert(id);
+            shown.application.processIdentifier = identifierOf(process, id);
             shown.isAloneInProcess = shares.size() == 1;
             applications.push_back(std::move(shown));
         }
+    }
+    for (const auto& [application, process] : launched_.underway(ids)) {
+        auto shown = described({&application, {}}, process, false, {}, known);
+        shown.application.processIdentifier = identifierOf(process, application.desktopId);
+        shown.application.activationPolicy = 0;
+        shown.application.isHidden = false;
+        applications.push_back(std::move(shown));
     }
     return applications;
 }

@@ -14,6 +14,7 @@
 namespace corvane {
 
 class InstalledApplications;
+class LaunchedApplications;
 
 /// No process has a number from there on.
 inline constexpr std::int32_t processNumbers = 1 << 22;
@@ -33,19 +34,20 @@ struct ShownApplication {
 };
 
 /// The applications that run on the display: each (process of this user, installed application)
-/// with windows, this program among them. Any thread.
+/// with windows, this program among them, and what it launched that has none yet. Any thread.
 class RunningApplications {
 public:
-    /// Both outlive this. `recent` may answer from a reading that is a moment old.
-    RunningApplications(const InstalledApplications& installed, WindowSystem& recent)
-        : installed_(installed), recent_(recent) {}
+    /// All outlive this. `recent` may answer from a reading that is a moment old.
+    RunningApplications(const InstalledApplications& installed, WindowSystem& recent,
+                        LaunchedApplications& launched)
+        : installed_(installed), recent_(recent), launched_(launched) {}
 
     /// In order of process start; empty where the display doesn't answer within half a second. An
     /// application is regular if one of its windows is ordinary and in the taskbar; panels and the
     /// window manager never are. It is hidden if all such windows are iconified. What is no
-    /// installed application has the name of its window class and no bundle. The first application
-    /// of a process has the process's identifier, each further one a number above all processes',
-    /// the same for as long as the process lives.
+    /// installed application has the name of its window class, and its program for a bundle. The
+    /// first application of a process has the process's identifier, each further one a number above
+    /// all processes', the same for as long as the process lives.
     std::vector<RunningApplication> list();
 
     /// The same with the windows; nothing where the display doesn't answer.
@@ -70,6 +72,7 @@ private:
 
     const InstalledApplications& installed_;
     WindowSystem& recent_;
+    LaunchedApplications& launched_;
     std::mutex mutex_;
     std::map<pid_t, Holder> holders_;
 };

@@ -72,17 +72,52 @@ bool belongsToThisUser(const std::string& folder) {
     return users.size() > 1 && users[1] == std::to_string(::geteuid());
 }
 
-std::optional<std::uint64_t> startTimeIn(const std::string& stat) {
+/// The fields of a process's line behind its name.
+std::vector<std::string> statFields(const std::string& folder) {
+    const auto stat = contentOf(folder + "/stat");
     // The program's name stands in brackets and may hold blanks and brackets itself.
     const auto bracket = stat.rfind(')');
-    if (bracket == std::string::npos) return std::nullopt;
-    const auto fields = text::words(stat.substr(bracket + 1));
+    return bracket == std::string::npos ? std::vector<std::string>()
+                                        : text::words(stat.substr(bracket + 1));
+}
+
+template <typename Number>
+std::optional<Number> number(std::string_view digits) {
+    Number value = 0;
+    const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    return read.ec == std::errc() ? std::optional(value) : std::nullopt;
+}
+
+std::optional<std::uint64_t> startTimeIn(const std::vector<std::string>& fields) {
     constexpr std::size_t startTime = 19;
-    std::uint64_t ticks = 0;
-    if (fields.size() <= startTime) return std::nullopt;
-    const auto& field = fields[startTime];
-    const auto read = std::from_chars(field.data(), field.data() + field.size(), ticks);
-    return read.ec == std::errc() ? std::optional(ticks) : std::nullopt;
+    return fields.size() > startTime ? number<std::uint64_t>(fields[startTime]) : std::nullopt;
+}
+
+/// Where a process stands among those of a terminal.
+struct JobPlace {
+    pid_t process = 0, parent = 0, group = 0, foregroundGroup = 0;
+    int terminal = 0;
+};
+
+std::optional<JobPlace> jobPlaceOf(pid_t process) {
+    const auto fields = statFields(folderOf(process));
+    constexpr std::size_t parent = 1, group = 2, terminal = 4, foreground = 5;
+    if (fields.size() <= foreground) return std::nullopt;
+    return JobPlace{process, number<pid_t>(fields[parent]).value_or(0),
+                    number<pid_t>(fields[group]).value_or(0),
+                    number<pid_t>(fields[foreground]).value_or(0),
+                    number<int>(fields[terminal]).value_or(0)};
+}
+
+std::vector<pid_t> allProcesses() {
+    std::vector<pid_t> processes;
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry("/proc", error), end; !error && entry != end;
+         entry.increment(error)) {
+        if (const auto process = number<pid_t>(entry->path().filename().string()))
+            processes.push_back(*process);
+    }
+    return processes;
 }
 
 std::string programOf(const std::string& folder) {
@@ -106,29 +141,35 @@ std::string scriptOf(const std::string& folder, const std::vector<std::string>& 
     return {};
 }
 
-std::string launchedFileIn(const std::vector<std::string>& environment, pid_t process) {
-    constexpr std::string_view fileKey = "GIO_LAUNCHED_DESKTOP_FILE=";
-    const std::string owner = "GIO_LAUNCHED_DESKTOP_FILE_PID=" + std::to_string(process);
-    if (std::ranges::count(environment, owner) == 0) return {};
+/// The value behind "NAME="; empty where there is none.
+std::string valueIn(const std::vector<std::string>& environment, const std::string& key) {
     for (const auto& variable : environment) {
-        if (variable.starts_with(fileKey)) return variable.substr(fileKey.size());
+        if (variable.starts_with(key)) return variable.substr(key.size());
     }
     return {};
 }
+
+constexpr const char* launchedFileKey = "GIO_LAUNCHED_DESKTOP_FILE=";
+constexpr const char* launchedProcessKey = "GIO_LAUNCHED_DESKTOP_FILE_PID=";
 
 std::string sandboxIn(const std::string& folder, const std::vector<std::string>& environment) {
     constexpr std::string_view nameKey = "name=";
     for (const auto& line : text::split(contentOf(folder + "/root/.flatpak-info"), '\n')) {
         if (line.starts_with(nameKey)) return line.substr(nameKey.size());
     }
-    // Snaps are told by the entry that their launcher names.
-    constexpr std::string_view hintKey = "BAMF_DESKTOP_FILE_HINT=";
-    const bool isSnap = std::ranges::any_of(
-        environment, [](const auto& variable) { return variable.starts_with("SNAP_NAME="); });
-    for (const auto& variable : environment) {
-        if (isSnap && variable.starts_with(hintKey)) return path::stem(variable);
-    }
-    return {};
+    // Whatever a snap starts inherits its variables, so only what lies in the snap is of it. Which
+    // of its entries it is, their launcher names.
+    const auto snap = valueIn(environment, "SNAP_NAME=");
+    const auto root = valueIn(environment, "SNAP=");
+    if (snap.empty() || root.empty() || !programOf(folder).starts_with(root + "/")) return {};
+    const auto entry = path::stem(valueIn(environment, "BAMF_DESKTOP_FILE_HINT="));
+    return entry.starts_with(snap + "_") ? entry : snap;
+}
+
+bool isShell(std::string_view name) {
+    constexpr std::array<std::string_view, 10> shells{"sh",  "bash", "dash", "zsh",   "fish",
+                                                      "ksh", "mksh", "tcsh", "ksh93", "ash"};
+    return std::ranges::count(shells, name) > 0;
 }
 
 } // namespace
@@ -145,7 +186,40 @@ bool isInterpreter(std::string_view program) {
 std::optional<std::uint64_t> startTimeOf(pid_t processIdentifier) {
     const std::string folder = folderOf(processIdentifier);
     if (processIdentifier <= 0 || !belongsToThisUser(folder)) return std::nullopt;
-    return startTimeIn(contentOf(folder + "/stat"));
+    return startTimeIn(statFields(folder));
+}
+
+std::vector<std::string> foregroundJobsBelow(pid_t processIdentifier) {
+    std::vector<JobPlace> places;
+    for (const auto process : allProcesses()) {
+        if (const auto place = jobPlaceOf(process); place && place->terminal != 0)
+            places.push_back(*place);
+    }
+    std::vector<std::string> names;
+    for (const auto& leader : places) {
+        if (leader.parent != processIdentifier) continue;
+        for (const auto& place : places) {
+            if (place.terminal != leader.terminal || place.group != leader.foregroundGroup)
+                continue;
+            const auto name = text::trimmed(contentOf(folderOf(place.process) + "/comm"));
+            // A shell in front of its own terminal waits for the next command.
+            const bool isIdle = leader.foregroundGroup == leader.group && isShell(name);
+            if (!isIdle && !name.empty()) names.push_back(text::replacingInvalidUtf8(name));
+        }
+    }
+    return names;
+}
+
+std::vector<pid_t> processesLaunchedAs(pid_t launchedProcess) {
+    const auto variable = launchedProcessKey + std::to_string(launchedProcess);
+    std::vector<pid_t> found;
+    for (const auto process : allProcesses()) {
+        const auto folder = folderOf(process);
+        if (!belongsToThisUser(folder)) continue;
+        const auto environment = text::split(contentOf(folder + "/environ", longestStart), '\0');
+        if (std::ranges::count(environment, variable) > 0) found.push_back(process);
+    }
+    return found;
 }
 
 std::size_t processSpacesOf(pid_t processIdentifier) {
@@ -186,7 +260,10 @@ std::optional<ProcessFacts> processFacts(pid_t processIdentifier) {
             process.commandName = path::lastComponent(script);
         }
     }
-    process.launchedDesktopFile = launchedFileIn(environment, processIdentifier);
+    const auto launched = valueIn(environment, launchedProcessKey);
+    process.launchedProcess = number<pid_t>(launched).value_or(0);
+    if (process.launchedProcess == processIdentifier)
+        process.launchedDesktopFile = valueIn(environment, launchedFileKey);
     process.sandboxIdentifier = sandboxIn(folder, environment);
     // It may have ended meanwhile, and what was read be another's.
     if (startTimeOf(processIdentifier) != startTime) return std::nullopt;

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <sys/types.h>
 
@@ -21,7 +22,9 @@ struct ProcessFacts {
     std::string commandName = {};
     /// The desktop entry's file that it was started for, itself and not a process above it.
     std::string launchedDesktopFile = {};
-    /// The application's id in its sandbox; empty outside of one.
+    /// The process that a launcher started, itself or one that it comes from; 0 where none says so.
+    pid_t launchedProcess = 0;
+    /// The application's id in its sandbox, or the snap's name; empty outside of one.
     std::string sandboxIdentifier = {};
 };
 
@@ -34,6 +37,13 @@ std::optional<std::uint64_t> startTimeOf(pid_t processIdentifier);
 /// Sends a signal to the process of this user that began then, and never to a later one with the
 /// same identifier. False where it has ended or the signal can't be sent. Any thread.
 bool sendSignal(pid_t processIdentifier, std::uint64_t startTime, int signal);
+
+/// What belongs to a terminal in the foreground of the processes below that one, by name: what a
+/// shell waits for, and what was started instead of a shell.
+std::vector<std::string> foregroundJobsBelow(pid_t processIdentifier);
+
+/// Processes of this user that come from one that a launcher started, by what it told them.
+std::vector<pid_t> processesLaunchedAs(pid_t launchedProcess);
 
 /// In how many process spaces it is, counted from this one downward: 1 for a process beside this
 /// one, more for one in a container, 0 for one that can't be seen from here.

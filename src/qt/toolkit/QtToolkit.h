@@ -24,7 +24,6 @@ public:
 
     /// Valid while this lives.
     Toolkit facilities();
-    QtMainQueue& mainQueue() { return mainQueue_; }
     MainWindows& windows() { return windows_; }
 
     /// Shows the program until it ends, and returns its exit status.

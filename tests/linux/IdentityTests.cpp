@@ -1,0 +1,255 @@
+#include "foundation/Text.h"
+#include "linux/installed/InstalledApplications.h"
+#include "linux/running/LaunchedApplications.h"
+#include "linux/running/Quitting.h"
+#include "linux/running/RunningApplications.h"
+#include "linux/screen/LinuxAccessibility.h"
+#include "linux/system/DetachedProcess.h"
+#include "machine/Program.h"
+#include "windows/MemoryWindowSystem.h"
+
+#include <filesystem>
+#include <list>
+
+using namespace corvane;
+using namespace corvane::machine;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Which application a window is of, and who is asked to quit, with windows in memory and real
+/// processes behind them.
+class IdentityTest : public testing::Test {
+protected:
+    void SetUp() override {
+        install("test.writer", "Writer", "Name[de]=Schreiber\nExec=office\nStartupWMClass=writer");
+        install("test.calc", "Calc", "Exec=office\nStartupWMClass=calc");
+        install("test.slow", "Slow", "Exec=" + place("bin/slow"));
+        // Its wrapper ends before the program does.
+        write(place("bin/slow"), "#!/bin/sh\nsleep 62 &\nsleep 0.3\n");
+        fs::permissions(place("bin/slow"), fs::perms::owner_all);
+    }
+    void TearDown() override {
+        for (const auto* id : {"test.writer", "test.calc", "test.slow"})
+            uninstall(id);
+        for (const auto process : started_)
+            kill(process, SIGKILL);
+    }
+
+    pid_t program(const std::vector<std::string>& words = {"sleep", "61"}) {
+        return programs_.emplace_back(words).id();
+    }
+    ManagedWindow& show(const std::string& title, pid_t process, const std::string& name = "") {
+        auto& window = system_.show({.window = {.process = process}, .title = title});
+        window.canBeAskedToClose = true;
+        window.hints.className = name;
+        return window;
+    }
+    /// Launches it as a start of a resource does; its process.
+    pid_t launch(const std::string& id) {
+        const auto application = installed_.byDesktopId(id + ".desktop");
+        EXPECT_TRUE(application);
+        const auto process =
+            startDetached({application->executable}, {.desktopFile = application->desktopFile});
+        EXPECT_TRUE(process);
+        started_.push_back(*process);
+        launched_.add(*application, {*process});
+        return *process;
+    }
+    /// What can be told of each application: name, identifier, bundle, other names, kind, windows.
+    std::string all() {
+        std::vector<std::string> lines;
+        const auto now = system_.windows(halfASecondFromNow());
+        for (const auto& shown : running_.shownAmong(*now)) {
+            const auto& application = shown.application;
+            std::string line = application.localizedName.value_or("?");
+            line += "|" + application.bundleIdentifier.value_or("");
+            line += "|" + (application.bundleURL ? application.bundleURL->path() : "");
+            for (const auto& other : application.otherNames)
+                line += "|" + other.name;
+            if (application.activationPolicy != 0) line += " accessory";
+            if (application.isHidden) line += " hidden";
+            for (const auto& window : shown.windows)
+                line += " " + window.title.value_or("?");
+            lines.push_back(line);
+        }
+        return text::joined(lines, "; ");
+    }
+    RunningApplication named(const std::string& name) {
+        for (const auto& application : running_.list()) {
+            if (application.localizedName == name) return application;
+        }
+        ADD_FAILURE() << name << " isn't among " << all();
+        return {};
+    }
+
+    MemoryWindowSystem system_;
+    InstalledApplications installed_;
+    LaunchedApplications launched_;
+    RunningApplications running_{installed_, system_, launched_};
+    std::vector<std::string> jobs_;
+    Quitting quitting_{system_, running_, [this](auto names, auto) { jobs_ = names; }};
+    std::list<Program> programs_;
+    std::vector<pid_t> started_;
+};
+
+const std::string writer = "Writer|test.writer|/Applications/Writer.app|Schreiber";
+const std::string calc = "Calc|test.calc|/Applications/Calc.app";
+
+TEST_F(IdentityTest, oneProcessIsAsManyApplicationsAsItsWindowsName) {
+    const auto office = program();
+    show("letter", office, "writer");
+    show("sums", office, "calc");
+    show("tip", office);
+    show("list", office, "writer");
+    EXPECT_EQ(all(), writer + " letter tip list; " + calc + " sums");
+    const auto w = named("Writer"), c = named("Calc");
+    EXPECT_EQ(w.processIdentifier, office);
+    EXPECT_NE(c.processIdentifier, office);
+    EXPECT_EQ(processOf(c.processIdentifier), office);
+    std::swap(system_.clients.front(), system_.clients[1]);
+    EXPECT_EQ(named("Calc").processIdentifier, c.processIdentifier) << "raised, it stays the same";
+
+    LinuxAccessibility accessibility(system_, running_);
+    EXPECT_EQ(accessibility.windows(c.processIdentifier)->size(), 1u);
+    system_.clients[0].ignoresClose = true;
+    EXPECT_TRUE(quitting_.terminate(c));
+    EXPECT_EQ(system_.askedToClose, std::vector<std::string>{"sums"});
+    EXPECT_FALSE(quitting_.forceTerminate(c)) << "the process holds another application";
+    EXPECT_TRUE(quitting_.terminate(w));
+    EXPECT_EQ(text::joined(system_.askedToClose, " "), "sums list tip letter");
+    EXPECT_EQ(all(), calc + " sums");
+    EXPECT_TRUE(quitting_.terminate(w)) << "it was asked, and its process is there still";
+    EXPECT_TRUE(quitting_.forceTerminate(c)) << "now it is alone";
+    EXPECT_TRUE(programs_.front().ends());
+}
+
+TEST_F(IdentityTest, aNameInBracketsIsTheSameEverywhere) {
+    install("test.writer.other", "Writer", "Exec=writer2\nStartupWMClass=writer2");
+    show("one", program(), "writer");
+    show("two", program(), "writer2");
+    EXPECT_EQ(named("Writer [test.writer]").bundleURL->path(),
+              "/Applications/Writer [test.writer].app");
+    EXPECT_EQ(named("Writer [test.writer.other]").bundleIdentifier, "test.writer.other");
+    uninstall("test.writer.other");
+}
+
+TEST_F(IdentityTest, everyInstalledEntryIsCalledTheSameByAllWhoNameIt) {
+    for (const char* language : {"de", "fr"}) {
+        const ScopedVariable chosen("LANGUAGE", language);
+        const InstalledApplications installed;
+        for (const auto& application : installed.all()) {
+            const auto found = installed.byBundlePath(application.bundlePath);
+            ASSERT_TRUE(found) << application.bundlePath;
+            EXPECT_EQ(found->desktopId, application.desktopId);
+            EXPECT_EQ("/Applications/" + application.storedName() + ".app", application.bundlePath);
+        }
+    }
+}
+
+TEST_F(IdentityTest, onlyWhatTakesARequestIsAsked) {
+    const auto process = program();
+    show("deaf", process, "writer").canBeAskedToClose = false;
+    EXPECT_FALSE(quitting_.terminate(named("Writer")));
+    EXPECT_FALSE(quitting_.forceTerminate(named("Writer")));
+    show("hears", process, "writer");
+    EXPECT_TRUE(quitting_.terminate(named("Writer")));
+    EXPECT_EQ(system_.askedToClose, std::vector<std::string>{"hears"});
+    EXPECT_TRUE(programs_.front().isRunning());
+}
+
+TEST_F(IdentityTest, processesThatNobodyVouchesForAreNoApplications) {
+    show("from afar", 0, "writer");
+    show("another user's", 1, "writer");
+    show("ended", 0x3ffffe, "writer");
+    EXPECT_EQ(all(), "");
+    system_.connected.reset();
+    const auto process = program();
+    show("here", process, "writer");
+    system_.clients.back().ignoresClose = true;
+    EXPECT_TRUE(quitting_.terminate(named("Writer")));
+    EXPECT_FALSE(quitting_.forceTerminate(named("Writer"))) << "nobody tells who is connected";
+}
+
+TEST_F(IdentityTest, aSandboxIsBelievedForWhatLiesInIt) {
+    install("office_writer", "Snapped", "Exec=snap run office.writer");
+    const auto inside = place("snap/office/7/bin/sleep");
+    fs::copy_file("/bin/sleep", inside, fs::copy_options::overwrite_existing);
+    const std::vector<std::string> snapped{"env", "SNAP=" + place("snap/office/7"),
+                                           "SNAP_NAME=office"};
+    const auto run = [&](const std::string& hint, const std::string& executable) {
+        auto words = snapped;
+        for (const auto& word : {"BAMF_DESKTOP_FILE_HINT=" + hint, executable, std::string("61")})
+            words.push_back(word);
+        const auto process = program(words);
+        EXPECT_TRUE(comesTrue([&] {
+            const auto facts = processFacts(process);
+            return facts && path::lastComponent(facts->executable) == "sleep";
+        }));
+        return process;
+    };
+    const std::string entry = "/var/lib/snapd/desktop/applications/office_writer.desktop";
+    show("document", run(entry, inside));
+    EXPECT_TRUE(all().starts_with("Snapped|office_writer|")) << all();
+    system_.clients.clear();
+    show("a program that it started", run(entry, "/bin/sleep"));
+    EXPECT_TRUE(all().starts_with("sleep||")) << all();
+    system_.clients.clear();
+    show("a hint of another snap", run("/x/test.writer.desktop", inside), "writer");
+    EXPECT_FALSE(all().starts_with("Writer")) << all();
+    system_.clients.clear();
+    auto& window = show("the compositor tells its sandbox", program(), "calc");
+    window.hints.sandboxId = "test.writer";
+    EXPECT_TRUE(all().starts_with("Writer|test.writer")) << all();
+    uninstall("office_writer");
+}
+
+TEST_F(IdentityTest, whatLiesOutsideOfTheMenusIsItsProgramsBundle) {
+    const auto own = place("home/own build");
+    fs::copy_file("/bin/sleep", own, fs::copy_options::overwrite_existing);
+    show("mine", program({own, "61"}), "Mine");
+    EXPECT_EQ(all(), "Mine||" + own + " mine");
+}
+
+TEST_F(IdentityTest, whatWasLaunchedRunsBeforeItShowsAWindow) {
+    EXPECT_EQ(all(), "");
+    const auto process = launch("test.slow");
+    const std::string slow = "Slow|test.slow|/Applications/Slow.app";
+    EXPECT_EQ(all(), slow);
+    const auto early = named("Slow");
+    EXPECT_EQ(early.processIdentifier, process);
+    EXPECT_FALSE(quitting_.terminate(early)) << "there is nothing that could be asked";
+    EXPECT_FALSE(quitting_.forceTerminate(early));
+    // The wrapper has ended, and what it started shows the window.
+    ASSERT_TRUE(comesTrue([&] { return !startTimeOf(process); }));
+    EXPECT_EQ(all(), slow);
+    const auto behind = processesLaunchedAs(process);
+    ASSERT_EQ(behind.size(), 1u);
+    started_.push_back(behind[0]);
+    show("late", behind[0], "Unknown");
+    EXPECT_EQ(all(), slow + " late");
+    system_.clients.clear();
+    EXPECT_EQ(all(), "") << "its window has come and gone";
+
+    LaunchedApplications impatient(std::chrono::seconds(0));
+    impatient.add(*installed_.byDesktopId("test.slow.desktop"), {program()});
+    EXPECT_TRUE(comesTrue([&] { return impatient.underway({}).empty(); }));
+    kill(behind[0], SIGKILL);
+}
+
+TEST_F(IdentityTest, whatALaunchedProgramOpensIsItsOwn) {
+    install("test.slow", "Slow", "Exec=" + place("bin/stays"));
+    write(place("bin/stays"), "#!/bin/sh\nsleep 62 &\nwait\n");
+    fs::permissions(place("bin/stays"), fs::perms::owner_all);
+    const auto process = launch("test.slow");
+    std::vector<pid_t> all2;
+    ASSERT_TRUE(comesTrue([&] { return (all2 = processesLaunchedAs(process)).size() == 2; }));
+    const auto child = all2[0] == process ? all2[1] : all2[0];
+    started_.push_back(child);
+    show("main", process, "Unknown");
+    show("started from it", child, "Other");
+    EXPECT_TRUE(all().starts_with("Slow|test.slow|/Applications/Slow.app main; Other||")) << all();
+}
+
+} // namespace
