@@ -1,5 +1,6 @@
 #include "foundation/Text.h"
 #include "linux/running/ApplicationOpener.h"
+#include "linux/running/LaunchedApplications.h"
 #include "linux/running/RunningApplications.h"
 #include "linux/screen/LinuxAccessibility.h"
 #include "linux/scripts/AppleScript.h"
@@ -170,7 +171,8 @@ protected:
                                        return true;
                                    }}};
     const std::unique_ptr<WindowSystem> system_ = windowSystemHere();
-    RunningApplications onDisplay_{installed_, *system_};
+    LaunchedApplications launched_;
+    RunningApplications onDisplay_{installed_, *system_, launched_};
     LinuxAccessibility accessibility_{*system_, onDisplay_};
     LinuxScriptEngine engine_{opener_, accessibility_};
 };

@@ -23,8 +23,12 @@ namespace fs = std::filesystem;
 class IdentityTest : public testing::Test {
 protected:
     void SetUp() override {
-        install("test.writer", "Writer", "Name[de]=Schreiber\nExec=office\nStartupWMClass=writer");
-        install("test.calc", "Calc", "Exec=office\nStartupWMClass=calc");
+        const auto office = place("bin/office");
+        write(office, "");
+        fs::permissions(office, fs::perms::owner_all);
+        install("test.writer", "Writer",
+                "Name[de]=Schreiber\nExec=" + office + "\nStartupWMClass=writer");
+        install("test.calc", "Calc", "Exec=" + office + "\nStartupWMClass=calc");
         install("test.slow", "Slow", "Exec=" + place("bin/slow"));
         // Its wrapper ends before the program does.
         write(place("bin/slow"), "#!/bin/sh\nsleep 62 &\nsleep 0.3\n");
@@ -126,7 +130,8 @@ TEST_F(IdentityTest, oneProcessIsAsManyApplicationsAsItsWindowsName) {
 }
 
 TEST_F(IdentityTest, aNameInBracketsIsTheSameEverywhere) {
-    install("test.writer.other", "Writer", "Exec=writer2\nStartupWMClass=writer2");
+    install("test.writer.other", "Writer",
+            "Exec=" + place("bin/office") + " 2\nStartupWMClass=writer2");
     show("one", program(), "writer");
     show("two", program(), "writer2");
     EXPECT_EQ(named("Writer [test.writer]").bundleURL->path(),
@@ -161,7 +166,6 @@ TEST_F(IdentityTest, onlyWhatTakesARequestIsAsked) {
 
 TEST_F(IdentityTest, processesThatNobodyVouchesForAreNoApplications) {
     show("from afar", 0, "writer");
-    show("another user's", 1, "writer");
     show("ended", 0x3ffffe, "writer");
     EXPECT_EQ(all(), "");
     system_.connected.reset();
@@ -173,7 +177,7 @@ TEST_F(IdentityTest, processesThatNobodyVouchesForAreNoApplications) {
 }
 
 TEST_F(IdentityTest, aSandboxIsBelievedForWhatLiesInIt) {
-    install("office_writer", "Snapped", "Exec=snap run office.writer");
+    install("office_writer", "Snapped", "Exec=" + place("bin/office"));
     const auto inside = place("snap/office/7/bin/sleep");
     fs::copy_file("/bin/sleep", inside, fs::copy_options::overwrite_existing);
     const std::vector<std::string> snapped{"env", "SNAP=" + place("snap/office/7"),
@@ -184,8 +188,8 @@ TEST_F(IdentityTest, aSandboxIsBelievedForWhatLiesInIt) {
             words.push_back(word);
         const auto process = program(words);
         EXPECT_TRUE(comesTrue([&] {
-            const auto facts = processFacts(process);
-            return facts && path::lastComponent(facts->executable) == "sleep";
+            const auto file = "/proc/" + std::to_string(process) + "/exe";
+            return fs::read_symlink(file).filename() == "sleep";
         }));
         return process;
     };
@@ -243,9 +247,9 @@ TEST_F(IdentityTest, whatALaunchedProgramOpensIsItsOwn) {
     write(place("bin/stays"), "#!/bin/sh\nsleep 62 &\nwait\n");
     fs::permissions(place("bin/stays"), fs::perms::owner_all);
     const auto process = launch("test.slow");
-    std::vector<pid_t> all2;
-    ASSERT_TRUE(comesTrue([&] { return (all2 = processesLaunchedAs(process)).size() == 2; }));
-    const auto child = all2[0] == process ? all2[1] : all2[0];
+    std::vector<pid_t> processes;
+    ASSERT_TRUE(comesTrue([&] { return (processes = processesLaunchedAs(process)).size() == 2; }));
+    const auto child = processes[0] == process ? processes[1] : processes[0];
     started_.push_back(child);
     show("main", process, "Unknown");
     show("started from it", child, "Other");

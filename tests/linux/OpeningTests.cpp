@@ -1,5 +1,6 @@
 #include "foundation/Text.h"
 #include "linux/running/ApplicationOpener.h"
+#include "linux/running/LaunchedApplications.h"
 #include "linux/running/LinuxApplications.h"
 #include "linux/running/Quitting.h"
 #include "linux/running/RunningApplications.h"

@@ -161,7 +161,7 @@ TEST_F(RunningApplicationsTest, survivesWhatClientsSay) {
     EXPECT_EQ(application.activationPolicy, 1);
     EXPECT_EQ(application.localizedName, "Do\xEF\xBF\xBD"
                                          "ck");
-    EXPECT_FALSE(application.bundleURL);
+    EXPECT_EQ(application.bundleURL, application.executableURL);
     EXPECT_EQ(application.bundleIdentifier, "app.corvane.Corvane");
 
     const auto window = own.make();

@@ -17,7 +17,7 @@ struct RunningAccess {
     /// Brings a window of it forward; false where it has none.
     std::function<bool(const RunningApplication&)> activate;
     /// Is told of each launch and the processes that were started for it.
-    std::function<void(const InstalledApplication&, const std::vector<pid_t>&)> launched;
+    std::function<void(const InstalledApplication&, const std::vector<pid_t>&)> launched = {};
 };
 
 /// Opens things with the installed applications. Failures are told in words. Any thread.
