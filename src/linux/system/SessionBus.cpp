@@ -16,6 +16,17 @@ gio::Ref<GDBusConnection> sessionBus() {
     return bus;
 }
 
+gio::Ref<GDBusConnection> ownConnectionToSessionBus() {
+    if (!hasSessionBus()) return nullptr;
+    const gio::Chars address(g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+    if (!address) return nullptr;
+    constexpr auto flags =
+        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
+    return gio::Ref<GDBusConnection>(
+        g_dbus_connection_new_for_address_sync(address.get(), flags, nullptr, nullptr, nullptr));
+}
+
 Result<void> callOnBus(GDBusConnection* bus, const BusCall& call, GVariant* parameters,
                        std::optional<std::chrono::milliseconds> wait) {
     constexpr std::chrono::milliseconds longest(5000);

@@ -13,6 +13,9 @@ namespace corvane {
 bool hasSessionBus();
 /// The session's message bus, or nothing where the session has none: none is started for us.
 gio::Ref<GDBusConnection> sessionBus();
+/// A connection of the caller's own, opened anew: the common one stays closed as long as anyone
+/// holds it, where a bus has ended and another has come.
+gio::Ref<GDBusConnection> ownConnectionToSessionBus();
 
 struct BusCall {
     std::string name;

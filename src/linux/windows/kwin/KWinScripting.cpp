@@ -148,7 +148,7 @@ Scripting::Values Scripting::call(const std::string& name, const std::string& pa
 }
 
 bool Scripting::find(Deadline by) {
-    if (!bus_ || g_dbus_connection_is_closed(bus_.get())) bus_ = sessionBus();
+    if (!bus_ || g_dbus_connection_is_closed(bus_.get())) bus_ = ownConnectionToSessionBus();
     if (!bus_) return false;
     constexpr const char* daemon = "org.freedesktop.DBus";
     const std::string path = "/org/freedesktop/DBus";

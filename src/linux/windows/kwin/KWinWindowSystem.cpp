@@ -144,6 +144,7 @@ std::optional<std::vector<Monitor>> KWinWindowSystem::monitors(Deadline by) {
 }
 
 WindowAnswer KWinWindowSystem::place(const WindowRef& window, const FrameWish& wish, Deadline by) {
+    if (!isPossible(wish)) return WindowAnswer::refused;
     const std::lock_guard lock(mutex_);
     ToldWindow now;
     const auto found = look(window, now, by);

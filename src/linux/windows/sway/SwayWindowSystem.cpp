@@ -123,6 +123,7 @@ std::optional<std::vector<Monitor>> SwayWindowSystem::monitors(Deadline by) {
 }
 
 WindowAnswer SwayWindowSystem::place(const WindowRef& window, const FrameWish& wish, Deadline by) {
+    if (!isPossible(wish)) return WindowAnswer::refused;
     const std::lock_guard lock(mutex_);
     TreeWindow start;
     const auto answer = look(window, start, by);
