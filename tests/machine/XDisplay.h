@@ -25,11 +25,13 @@ public:
 
     xcb_window_t make(const x11::Frame& frame = {0, 0, 90, 90}) {
         const auto window = xcb_generate_id(connection_);
+        // A compositor shows no window that nothing was painted in.
         xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window, screen_->root,
                           static_cast<std::int16_t>(frame.x), static_cast<std::int16_t>(frame.y),
                           static_cast<std::uint16_t>(frame.width),
                           static_cast<std::uint16_t>(frame.height), 0,
-                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL,
+                          &screen_->white_pixel);
         return window;
     }
     xcb_atom_t atom(const std::string& name) {

@@ -1,6 +1,8 @@
 #include "machine/XDisplay.h"
 #include "windows/WindowSession.h"
 
+#include <array>
+#include <cstdio>
 #include <sstream>
 
 namespace corvane {
@@ -9,7 +11,29 @@ namespace corvane {
 std::vector<SessionKind> sessionsOfThisMachine() {
     return {{"memory", startMemorySession},
             {"chosen", [] { return startX11Session(machine::windowManager()); }},
-            {"xfwm4", [] { return startX11Session({"xfwm4"}); }}};
+            {"xfwm4", [] { return startX11Session({"xfwm4"}); }},
+            {"sway", startSwaySession},
+            {"kwin", startKWinSession}};
+}
+
+std::vector<std::string> clientWords(const ClientWishes& wishes) {
+    const auto number = [](double value) { return std::to_string(int(value)); };
+    std::vector<std::string> words{WINDOW_CLIENT, wishes.title};
+    for (const auto& size : {wishes.size, wishes.least, wishes.step})
+        words.insert(words.end(), {number(size.width), number(size.height)});
+    words.push_back(wishes.atClose == ClientWishes::AtClose::ignores ? "ignores" : "closes");
+    if (!wishes.dialog.empty()) words.push_back(wishes.dialog);
+    return words;
+}
+
+std::string outputOf(const std::string& command) {
+    const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen((command + " 2>/dev/null").c_str(), "r"),
+                                                     pclose);
+    std::string output;
+    std::array<char, 4096> bytes;
+    while (const auto count = fread(bytes.data(), 1, bytes.size(), pipe.get()))
+        output.append(bytes.data(), count);
+    return output;
 }
 
 std::string frameText(const PixelRect& frame) {

@@ -83,6 +83,13 @@ struct SessionKind {
 
 std::unique_ptr<WindowSession> startMemorySession();
 std::unique_ptr<WindowSession> startX11Session(const std::vector<std::string>& manager);
+std::unique_ptr<WindowSession> startSwaySession();
+std::unique_ptr<WindowSession> startKWinSession();
+
+/// What starts a client of that kind.
+std::vector<std::string> clientWords(const ClientWishes& wishes);
+/// What a shell command prints.
+std::string outputOf(const std::string& command);
 
 std::vector<SessionKind> sessionsOfThisMachine();
 

@@ -2,8 +2,6 @@
 #include "machine/XDisplay.h"
 #include "windows/WindowSession.h"
 
-#include <array>
-#include <cstdio>
 #include <map>
 #include <sstream>
 
@@ -11,16 +9,6 @@ namespace corvane {
 namespace {
 
 using namespace machine;
-
-std::string outputOf(const std::string& command) {
-    const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen((command + " 2>/dev/null").c_str(), "r"),
-                                                     pclose);
-    std::string output;
-    std::array<char, 4096> bytes;
-    while (const auto count = fread(bytes.data(), 1, bytes.size(), pipe.get()))
-        output.append(bytes.data(), count);
-    return output;
-}
 
 /// The numbers behind a word of a command's output.
 std::vector<int> numbersBehind(const std::string& output, const std::string& word) {
@@ -61,13 +49,7 @@ public:
             XDisplay::show(own(wishes.title));
             return getpid();
         }
-        const auto number = [](double value) { return std::to_string(int(value)); };
-        std::vector<std::string> words{WINDOW_CLIENT, wishes.title};
-        for (const auto& size : {wishes.size, wishes.least, wishes.step})
-            words.insert(words.end(), {number(size.width), number(size.height)});
-        words.push_back(wishes.atClose == ClientWishes::AtClose::ignores ? "ignores" : "closes");
-        if (!wishes.dialog.empty()) words.push_back(wishes.dialog);
-        const auto process = start(words);
+        const auto process = start(clientWords(wishes));
         EXPECT_TRUE(windowsBecome(before + (wishes.dialog.empty() ? 1 : 2))) << wishes.title;
         return process;
     }

@@ -1,0 +1,269 @@
+#include "linux/windows/WindowSystems.h"
+#include "machine/XDisplay.h"
+#include "windows/WindowSession.h"
+
+#include <array>
+#include <regex>
+#include <sstream>
+
+namespace corvane {
+namespace {
+
+using namespace machine;
+namespace fs = std::filesystem;
+
+/// A Wayland compositor without a screen, with a session bus and clients of its own.
+class CompositorSession : public WindowSession {
+public:
+    WindowSystem& system() override { return *system_; }
+    pid_t show(const ClientWishes& wishes) override {
+        if (wishes.atClose == ClientWishes::AtClose::takesNoRequest) {
+            letXClientsIn();
+            if (!probe_) probe_.emplace();
+            const auto window = probe_->make({200, 200, 300, 200});
+            probe_->set(window, "_NET_WM_NAME", wishes.title, 8, probe_->atom("UTF8_STRING"));
+            probe_->set(window, "WM_CLASS", wishes.title);
+            probe_->show(window);
+            return getpid();
+        }
+        return start(clientWords(wishes));
+    }
+    std::map<std::string, pid_t> showOthers() override {
+        letXClientsIn();
+        return {{"client side", start({"mousepad", "--disable-server"})},
+                {"on X11", start({"xterm", "-e", "cat"})}};
+    }
+    void stop(Part part, const WindowRef& window) override { signal(part, window, SIGSTOP); }
+    void goOn(Part part, const WindowRef& window) override { signal(part, window, SIGCONT); }
+    void end() override {
+        clients_.clear();
+        compositor_.reset();
+    }
+    void startAgain() override { run(); }
+
+protected:
+    CompositorSession() {
+        // So that an ordinary user comes to the folder of the session below it.
+        fs::remove_all(folder_);
+        fs::create_directories(folder_);
+        for (const auto& each : {fs::path(folder_), fs::path(folder_).parent_path()})
+            fs::permissions(each, fs::perms(0755));
+        fs::create_directory(runtime_);
+        fs::permissions(runtime_, fs::perms(0700));
+        set("XDG_RUNTIME_DIR", runtime_);
+        set("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + runtime_ + "/bus");
+        set("QT_QPA_PLATFORM", "wayland");
+        set("LIBGL_ALWAYS_SOFTWARE", "1");
+        set("NO_AT_BRIDGE", "1");
+        set("GSETTINGS_BACKEND", "memory");
+        bus_.emplace(std::vector<std::string>{"dbus-daemon", "--session", "--nofork", "--nopidfile",
+                                              "--address=unix:path=" + runtime_ + "/bus"});
+        EXPECT_TRUE(comesTrue([this] { return fs::exists(runtime_ + "/bus"); }));
+    }
+    void set(const std::string& name, const std::string& value) {
+        variables_[name].reset();
+        variables_[name] = std::make_unique<ScopedVariable>(name, value);
+    }
+    /// A shell command that becomes the compositor, which writes its X display down.
+    void run(const std::string& command) {
+        fs::remove(display());
+        compositor_.emplace(
+            std::vector<std::string>{"sh", "-c",
+                                     "unset WAYLAND_DISPLAY DISPLAY SWAYSOCK; exec " + command +
+                                         " >" + folder_ + "/log 2>&1"});
+        EXPECT_TRUE(comesTrue([this] { return isUp() && !read(display()).empty(); }));
+        set("DISPLAY", text::words(read(display())).at(0));
+    }
+    std::string display() const { return runtime_ + "/display"; }
+    virtual void run() = 0;
+    /// Where this process isn't of the user that the compositor runs as.
+    virtual void letXClientsIn() {}
+    virtual bool isUp() = 0;
+    pid_t start(const std::vector<std::string>& words) {
+        return clients_.emplace_back(std::make_unique<Program>(words))->id();
+    }
+
+    const std::string folder_ = place("compositor");
+    const std::string runtime_ = folder_ + "/runtime";
+    std::unique_ptr<WindowSystem> system_;
+
+private:
+    void signal(Part part, const WindowRef& window, int signal) {
+        const auto process = part == Part::client ? window.process : compositor_->id();
+        ASSERT_GT(process, 0);
+        kill(process, signal);
+    }
+
+    std::map<std::string, std::unique_ptr<ScopedVariable>> variables_;
+    std::optional<Program> bus_;
+    std::optional<Program> compositor_;
+    std::vector<std::unique_ptr<Program>> clients_;
+    std::optional<OwnWindows> probe_;
+};
+
+/// Its user has everything float.
+class SwaySession final : public CompositorSession {
+public:
+    SwaySession() {
+        write(folder_ + "/config", "output HEADLESS-1 resolution 1440x900 position 0 0\n"
+                                   "output HEADLESS-2 resolution 1440x900 position 1440 0\n"
+                                   "for_window [app_id=\".*\"] floating enable\n"
+                                   "for_window [class=\".*\"] floating enable\n"
+                                   "exec sh -c 'echo $DISPLAY > " +
+                                       display() + "'\n");
+        set("WLR_BACKENDS", "headless");
+        set("WLR_LIBINPUT_NO_DEVICES", "1");
+        set("WLR_RENDERER", "pixman");
+        EXPECT_TRUE(geteuid() != 0 || chown(runtime_.c_str(), nobody, nobody) == 0);
+        run();
+        // A stale one, as a sway that was started again leaves in its clients' environment.
+        set("SWAYSOCK", runtime_ + "/sway-ipc.gone.sock");
+        set("WAYLAND_DISPLAY", "wayland-1");
+        system_ = windowSystemHere();
+    }
+    bool has(Feature feature) const override {
+        // A client's limits hold, but a while after its window was placed.
+        return feature == Feature::workspaces || feature == Feature::secondMonitor ||
+               feature == Feature::unaskable || feature == Feature::placesStoppedClients;
+    }
+    std::string seen(const WindowRef& window) override {
+        constexpr auto look = R"(
+import json, sys
+def walk(node):
+    yield node
+    for child in node['nodes'] + node['floating_nodes']: yield from walk(child)
+for node in walk(json.load(sys.stdin)):
+    if node['id'] == int(sys.argv[1]):
+        box, bar = node['rect'], node['deco_rect']['height']
+        print(f"{box['x']},{box['y'] - bar} {box['width']}x{box['height'] + bar}", end='')
+)";
+        const ScopedVariable program("LOOK", look);
+        const auto frame = outputOf(command("-t get_tree") + " | python3 -c \"$LOOK\" " +
+                                    std::to_string(window.number));
+        return frame.empty() ? "gone" : frame;
+    }
+    void act(const WindowRef& window, ByHand deed) override {
+        static const std::map<ByHand, std::string> words{
+            {ByHand::fillScreen, "fullscreen enable"},
+            {ByHand::move, "move absolute position 333 px 222 px"},
+            {ByHand::toOtherWorkspace, "move container to workspace 2"}};
+        tell("[con_id=" + std::to_string(window.number) + "] " + words.at(deed));
+    }
+    void addSecondMonitor() override { tell("create_output"); }
+
+private:
+    static constexpr uid_t nobody = 65534;
+
+    /// Any client's word to it.
+    static std::string command(const std::string& words) {
+        return "swaymsg -s $(ls -t $XDG_RUNTIME_DIR/sway-ipc.*.sock | head -1) " + words;
+    }
+    static void tell(const std::string& words) {
+        EXPECT_TRUE(runs(command("'" + words + "'"))) << words;
+    }
+    bool isUp() override { return runs(command("-t get_version")); }
+    /// The X server ends with its last client, and a window that comes before its manager escapes.
+    void letXClientsIn() override {
+        tell("exec sh -c \"xhost +si:localuser:root && exec xprop -root -spy\"");
+        EXPECT_TRUE(comesTrue([] {
+            return outputOf("xprop -root _NET_SUPPORTING_WM_CHECK").find("window id") !=
+                   std::string::npos;
+        }));
+    }
+    void run() override {
+        const std::string user = "setpriv --reuid=65534 --regid=65534 --clear-groups ";
+        CompositorSession::run((geteuid() == 0 ? user : "") + "sway -c " + folder_ + "/config");
+    }
+};
+
+class KWinSession final : public CompositorSession {
+public:
+    KWinSession() {
+        // The installed one has rights that keep its environment from it.
+        fs::copy_file("/usr/bin/kwin_wayland", folder_ + "/kwin_wayland");
+        write(folder_ + "/app", "#!/bin/sh\necho $DISPLAY > " + display() + '\n');
+        fs::permissions(folder_ + "/app", fs::perms(0755));
+        set("XDG_CONFIG_HOME", folder_ + "/config");
+        set("XDG_CURRENT_DESKTOP", "KDE");
+        set("KWIN_COMPOSE", "Q");
+        run();
+        set("WAYLAND_DISPLAY", "wayland-9");
+        system_ = windowSystemHere();
+    }
+    bool has(Feature feature) const override {
+        constexpr std::array lacking{Feature::shading, Feature::sizeSteps,
+                                     Feature::panels,  Feature::secondMonitor,
+                                     Feature::manager, Feature::placesStoppedClients};
+        return std::ranges::count(lacking, feature) == 0;
+    }
+    std::string seen(const WindowRef& window) override {
+        const auto info = call("/KWin org.kde.KWin.getWindowInfo " + identifier(window));
+        const auto number = [&](const std::string& key) {
+            std::smatch found;
+            const std::regex pattern("'" + key + "': <([-0-9.]+)>");
+            return std::regex_search(info, found, pattern) ? std::stod(found[1]) : -1;
+        };
+        return info.empty()
+                   ? "gone"
+                   : frameText({{number("x"), number("y")}, {number("width"), number("height")}});
+    }
+    void act(const WindowRef& window, ByHand deed) override {
+        static const std::map<ByHand, std::string> words{
+            {ByHand::maximize, "w.setMaximize(true, true)"},
+            {ByHand::fillScreen, "w.fullScreen = true"},
+            {ByHand::minimize, "w.minimized = true"},
+            {ByHand::move, "w.frameGeometry = {x: 333, y: 222, width: w.width, height: w.height}"},
+            {ByHand::toOtherWorkspace, "workspace.createDesktop(1, 'more'); w.desktop = 2"}};
+        const auto file = folder_ + "/deed.js";
+        write(file, "workspace.clientList().filter(w => String(w.internalId) == '" +
+                        identifier(window) + "').forEach(w => { " + words.at(deed) + "; });\n");
+        std::smatch found;
+        const auto loaded =
+            call("/Scripting org.kde.kwin.Scripting.loadScript " + file + ' ' + file);
+        ASSERT_TRUE(std::regex_search(loaded, found, std::regex("[0-9]+")));
+        call('/' + found.str() + " org.kde.kwin.Script.run");
+        call("/Scripting org.kde.kwin.Scripting.unloadScript " + file);
+    }
+
+private:
+    void run() override {
+        CompositorSession::run(folder_ +
+                               "/kwin_wayland --virtual --width 1440 --height 900 "
+                               "--no-lockscreen --no-global-shortcuts --xwayland "
+                               "--socket wayland-9 " +
+                               folder_ + "/app");
+    }
+    bool isUp() override { return !call("/KWin org.kde.KWin.currentDesktop").empty(); }
+    /// An object's path, a method and its parameters.
+    std::string call(const std::string& words) {
+        std::istringstream all(words);
+        std::string path, rest;
+        all >> path;
+        std::getline(all, rest);
+        return outputOf("LC_ALL=C.UTF-8 gdbus call --session --timeout 2 -d org.kde.KWin -o " +
+                        path + " -m" + rest);
+    }
+    /// As KWin calls it; found by its title.
+    std::string identifier(const WindowRef& window) {
+        const auto known = system_->window(window, halfASecondFromNow());
+        const auto title =
+            "'" + text::replacingAll(known ? known->title.value_or("") : "", "\\", "\\\\") + "'";
+        const ScopedVariable words("TITLE", title);
+        const auto matches = call("/WindowsRunner org.kde.krunner1.Match \"$TITLE\"");
+        const auto place = matches.find(", " + title);
+        constexpr std::size_t length = 38;
+        return place == matches.npos ? "none" : matches.substr(place - length - 1, length);
+    }
+};
+
+} // namespace
+
+std::unique_ptr<WindowSession> startSwaySession() {
+    return std::make_unique<SwaySession>();
+}
+
+std::unique_ptr<WindowSession> startKWinSession() {
+    return std::make_unique<KWinSession>();
+}
+
+} // namespace corvane
