@@ -1,6 +1,10 @@
 #include "core/WorkspaceStore.h"
+#include "foundation/Text.h"
 
+#include <algorithm>
+#include <array>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace corvane {
@@ -10,6 +14,54 @@ namespace {
 constexpr int replaceAll = AlertResponse::firstButton;
 constexpr int merge = AlertResponse::secondButton;
 
+/// One and many, in the order of the types.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 5> nouns{
+    {{"file", "files"},
+     {"folder", "folders"},
+     {"application", "applications"},
+     {"web address", "web addresses"},
+     {"terminal command", "terminal commands"}}};
+
+std::string counted(std::size_t count, const std::pair<std::string_view, std::string_view>& noun) {
+    return std::to_string(count) + " " + std::string(count == 1 ? noun.first : noun.second);
+}
+
+/// "2 workspaces; 1 file; 4 terminal commands:", with the first three commands below; empty where
+/// there are no resources. What a press would run is to be seen before it comes in.
+std::string contentOf(const std::vector<Workspace>& imported) {
+    constexpr std::size_t commandsShown = 3;
+    constexpr std::size_t mostCharacters = 300;
+    std::array<std::size_t, nouns.size()> counts{};
+    std::string commands;
+    for (const auto& workspace : imported) {
+        for (const auto& resource : workspace.resources) {
+            if (resource.type == ResourceType::separator) continue;
+            const auto count = ++counts[static_cast<std::size_t>(resource.type)];
+            if (resource.type != ResourceType::terminal || count > commandsShown) continue;
+            commands += "\n• " + text::onOneLine(resource.path, mostCharacters);
+        }
+    }
+    std::string content;
+    for (std::size_t type = 0; type < nouns.size(); ++type) {
+        if (counts[type] > 0) content += "; " + counted(counts[type], nouns[type]);
+    }
+    if (content.empty()) return content;
+    const auto commandCount = counts.back();
+    if (commandCount > 0) content += ":" + commands;
+    if (commandCount > commandsShown)
+        content += "\nand " + std::to_string(commandCount - commandsShown) + " more";
+    return "\n\n" + counted(imported.size(), {"workspace", "workspaces"}) + content;
+}
+
+/// "3 of 5 are here already"; empty where none is.
+std::string knownOf(const std::vector<Workspace>& imported, const std::vector<Workspace>& here) {
+    const auto isHere = [&](const Workspace& workspace) { return findById(here, workspace.id); };
+    const auto known = std::ranges::count_if(imported, isHere);
+    if (known == 0) return "";
+    return "\n\n" + std::to_string(known) + " of " + std::to_string(imported.size()) +
+           " are here already. Merging adds them a second time.";
+}
+
 } // namespace
 
 void WorkspaceStore::importWorkspaces() {
@@ -18,7 +70,8 @@ void WorkspaceStore::importWorkspaces() {
     const auto count = std::to_string(imported->size());
     const auto answer = platform_.alerts.runModal(
         {.title = "Import Workspaces",
-         .message = "Found " + count + " workspace(s). How would you like to import them?",
+         .message = "Found " + count + " workspace(s). How would you like to import them?" +
+                    contentOf(*imported) + knownOf(*imported, workspaces),
          .buttons = {"Replace All", "Merge", "Cancel"}});
     if (answer.button == replaceAll) {
         workspaces = std::move(*imported);

@@ -1,5 +1,6 @@
 #include "core/Records.h"
 
+#include "foundation/Text.h"
 #include "platform/Bundles.h"
 
 #include <utility>
@@ -34,6 +35,11 @@ Workspace makeWorkspace(std::string name, std::string description, std::string i
     workspace.dateCreated = now;
     workspace.dateModified = now;
     return workspace;
+}
+
+std::string whatOpens(const Resource& resource) {
+    constexpr std::size_t mostCharacters = 1000;
+    return text::onOneLine(resource.path, mostCharacters);
 }
 
 } // namespace corvane

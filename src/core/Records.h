@@ -100,6 +100,10 @@ Workspace makeWorkspace(std::string name, std::string description, std::string i
 /// bundle opens.
 std::optional<std::string> deriveBundleIdentifier(std::string_view path, const Bundles& bundles);
 
+/// The path, address or command of a resource for a person to see, on one line; at most a thousand
+/// characters, with the middle left out.
+std::string whatOpens(const Resource& resource);
+
 /// The first record of a list with that identifier; null where there is none.
 template <typename List>
 auto findById(List& list, const Uuid& id) {

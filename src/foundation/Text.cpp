@@ -51,6 +51,16 @@ UChar32 nextCodePoint(std::string_view text, std::size_t& offset) {
     return codePoint;
 }
 
+/// What stands for a character that would hide itself or what is around it.
+UChar32 visible(UChar32 character) {
+    if (character == u'\t') return u' ';
+    const auto type = u_charType(character);
+    if (character == u'\n' || type == U_LINE_SEPARATOR || type == U_PARAGRAPH_SEPARATOR)
+        return u'⏎';
+    const bool hides = type == U_CONTROL_CHAR || u_hasBinaryProperty(character, UCHAR_BIDI_CONTROL);
+    return hides ? UChar32{0xFFFD} : character;
+}
+
 bool collatorContains(std::string_view text, std::string_view part,
                       icu::Collator::ECollationStrength strength, const icu::Locale& locale) {
     if (part.empty()) return false;
@@ -104,6 +114,34 @@ bool isValidUtf8(std::string_view text) {
 
 std::string replacingInvalidUtf8(std::string_view text) {
     return toUtf8(toUnicode(text));
+}
+
+std::string onOneLine(std::string_view text, std::size_t most) {
+    auto unicode = toUnicode(text);
+    const auto count = static_cast<std::size_t>(unicode.countChar32());
+    if (count > most) {
+        const auto kept = static_cast<std::int32_t>(most) - 1;
+        const auto begin = unicode.moveIndex32(0, kept / 2);
+        const auto end = unicode.moveIndex32(unicode.length(), kept / 2 - kept);
+        unicode.replaceBetween(begin, end, u"…");
+    }
+    icu::UnicodeString line;
+    for (std::int32_t at = 0; at < unicode.length(); at = unicode.moveIndex32(at, 1))
+        line += visible(unicode.char32At(at));
+    return toUtf8(line);
+}
+
+std::string withShortLines(std::string_view text, std::size_t most) {
+    constexpr std::size_t mostLines = 300;
+    auto lines = split(text, '\n');
+    if (lines.size() > mostLines) {
+        const auto middle = lines.begin() + mostLines / 2;
+        lines.erase(middle, middle + static_cast<std::ptrdiff_t>(lines.size() - mostLines));
+        *middle = "…";
+    }
+    for (auto& line : lines)
+        line = onOneLine(line, most);
+    return joined(lines, "\n");
 }
 
 std::string trimmed(std::string_view text) {

@@ -21,6 +21,13 @@ std::string fromUtf16(std::u16string_view text);
 /// With each ill-formed sequence as U+FFFD, for showing.
 std::string replacingInvalidUtf8(std::string_view text);
 
+/// On one line, for a person to see all that is in it: line ends as "⏎", other control characters
+/// and the marks that turn the direction of writing as U+FFFD. Of more than `most` characters the
+/// middle is one "…".
+std::string onOneLine(std::string_view text, std::size_t most);
+/// The same of each of its lines, but for the middle ones of more than 300.
+std::string withShortLines(std::string_view text, std::size_t most);
+
 /// Without Unicode white space and line breaks at both ends.
 std::string trimmed(std::string_view text);
 

@@ -51,6 +51,7 @@ std::vector<ResourceRow> ResourceManagement::rows() const {
         rows.push_back({.id = resource.id,
                         .type = resource.type,
                         .name = resource.name,
+                        .opens = whatOpens(resource),
                         .icon = isApplication
                                     ? platform_.fileIcons.iconForFile(resource.path).value_or("")
                                     : "",

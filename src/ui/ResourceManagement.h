@@ -35,6 +35,8 @@ struct ResourceRow {
     Uuid id = {};
     ResourceType type = ResourceType::file;
     std::string name = {};
+    /// What a press on its button opens or runs.
+    std::string opens = {};
     /// The icon of an application's bundle, as FileIcons gives icons; else empty.
     std::string icon = {};
     bool enabled = true;

@@ -26,11 +26,12 @@ ResourcePreview resourcePreview(const Workspace& workspace, const WorkspaceStore
 }
 
 std::string chipTooltip(const Resource& resource, ChipState state, const WorkspaceStore& store) {
-    if (state == ChipState::running) return "Stop " + resource.name;
+    const auto opened = "\n" + whatOpens(resource);
+    if (state == ChipState::running) return "Stop " + resource.name + opened;
     const auto app = store.appNameForResource(resource);
     const auto& otherwise =
         resource.associatedApps.empty() ? resource.name : resource.associatedApps.front();
-    return "Launch " + resource.name + " with " + app.value_or(otherwise);
+    return "Launch " + resource.name + " with " + app.value_or(otherwise) + opened;
 }
 
 } // namespace corvane

@@ -30,7 +30,8 @@ struct ResourcePreview {
     bool operator==(const ResourcePreview&) const = default;
 };
 
-/// What a press on the chip does: "Stop {name}", or "Launch {name} with {app}".
+/// What a press on the chip does: "Stop {name}", or "Launch {name} with {app}"; and below that the
+/// path, address or command.
 std::string chipTooltip(const Resource& resource, ChipState state, const WorkspaceStore& store);
 
 ResourcePreview resourcePreview(const Workspace& workspace, const WorkspaceStore& store);

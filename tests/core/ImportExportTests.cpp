@@ -6,6 +6,8 @@
 namespace corvane {
 namespace {
 
+using enum ResourceType;
+
 constexpr auto importPath = "/home/user/Import.json";
 constexpr auto exportPath = "/home/user/My Export.json";
 
@@ -29,36 +31,50 @@ protected:
 };
 
 TEST_F(ImportExport, theUserChoosesHowAnImportedListComesIn) {
-    constexpr int third = 1002;
+    constexpr int thirdButton = 1002;
+    const auto third = scene.workspace("Third");
+    const auto all = scene.workspace(
+        "All",
+        {scene.resource("Notes", "curl example.org | sh", terminal),
+         scene.resource("b", "x|y|z\nrm -r \u202e~", terminal), scene.resource("c", "/c", folder),
+         scene.resource("d", std::string(400, 'x'), terminal), scene.resource("e", "ls", terminal),
+         scene.resource("f", "ps", terminal), scene.resource("g", "https://g.org", url),
+         scene.resource("h", "", separator)});
+    const auto allComing = "\n\n2 workspaces; 1 folder; 1 web address; 5 terminal commands:"
+                           "\n• curl example.org | sh\n• x|y|z⏎rm -r \uFFFD~\n• " +
+                           std::string(149, 'x') + "…" + std::string(150, 'x') + "\nand 2 more";
     const struct {
         const char* name;
         int button;
         std::vector<Workspace> imported;
+        std::string coming;
         std::string list;
         const char* active;
         const char* success;
     } cases[]{
-        {"replace", 1000, {second}, "Second()", "Second", "1 workspace(s)!"},
-        {"replace by nothing", 1000, {}, "", nullptr, "0 workspace(s)!"},
+        {"replace", 1000, {third}, "", "Third()", "Third", "1 workspace(s)!"},
+        {"replace by nothing", 1000, {}, "", "", nullptr, "0 workspace(s)!"},
         {"merge doubles",
          1001,
          {second, first},
+         "\n\n2 workspaces; 1 file\n\n2 of 2 are here already. Merging adds them a second time.",
          "First(a) Second() Second() First(a)",
          "First",
          "2 workspace(s)!"},
-        {"cancel", third, {second}, "First(a) Second()", "First", nullptr},
-        {"no answer", 0, {second}, "First(a) Second()", "First", nullptr},
+        {"cancel", thirdButton, {third}, "", "First(a) Second()", "First", nullptr},
+        {"no answer", 0, {third}, "", "First(a) Second()", "First", nullptr},
+        {"all kinds", 0, {third, all}, allComing, "First(a) Second()", "First", nullptr},
     };
     const std::string told = "\nImport Successful | Successfully imported ";
-    for (const auto& [name, button, imported, list, active, success] : cases) {
+    for (const auto& [name, button, imported, coming, list, active, success] : cases) {
         auto& store = start();
         StoreState::set(store.runningWorkspaces, std::set{first.id});
         desktop.files.contents[importPath] = json::prettyPrinted(encodeWorkspaces(imported));
         desktop.alertAnswers["Import Workspaces"] = {button, false};
         store.importWorkspaces();
         const auto question = "Import Workspaces | Found " + std::to_string(imported.size()) +
-                              " workspace(s). How would you like to import them? "
-                              "[Replace All][Merge][Cancel]";
+                              " workspace(s). How would you like to import them?" + coming +
+                              " [Replace All][Merge][Cancel]";
         EXPECT_EQ(scene.alerts(), question) << name;
         EXPECT_EQ(described(store.workspaces), list) << name;
         EXPECT_EQ(scene.fileContent(), *store.workspaces) << name;

@@ -33,6 +33,13 @@ void collect(QAccessibleInterface* element, std::vector<QAccessibleInterface*>& 
         collect(element->child(i), found);
 }
 
+QList<QQuickItem*> itemsIn(QQuickItem* item) {
+    QList<QQuickItem*> found{item};
+    for (auto* child : item->childItems())
+        found += itemsIn(child);
+    return found;
+}
+
 /// The newest window that is up.
 QQuickWindow* topWindow() {
     QQuickWindow* top = nullptr;
@@ -130,6 +137,25 @@ bool Interface::press(const std::string& name, const std::string& inside) {
     QTest::mouseClick(top, Qt::LeftButton, Qt::NoModifier, place);
     runFor(0);
     return true;
+}
+
+std::string Interface::toolTipOf(const std::string& name) {
+    auto* element = find(name, "");
+    auto* top = topWindow();
+    if (!element) return "";
+    QTest::mouseMove(top, top->mapFromGlobal(element->rect().center()));
+    std::string text;
+    const auto look = [&] {
+        for (auto* item : itemsIn(top->contentItem())) {
+            for (auto* child : item->children()) {
+                if (child->inherits("QQuickToolTip") && child->property("opened").toBool())
+                    text = child->property("text").toString().toStdString();
+            }
+        }
+        return !text.empty();
+    };
+    (void)QTest::qWaitFor(look, 2000);
+    return text;
 }
 
 void Interface::type(const std::string& text) {

@@ -44,6 +44,8 @@ public:
     /// Clicks in the middle of a control; false where it isn't shown. Of several it takes the one
     /// inside the element named `inside`, and rather a control than its label.
     bool press(const std::string& name, const std::string& inside = "");
+    /// What comes up where the pointer rests in the middle of an element.
+    std::string toolTipOf(const std::string& name);
     void type(const std::string& text);
     void key(Qt::Key key);
     void closeWindow();

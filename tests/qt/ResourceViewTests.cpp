@@ -48,6 +48,7 @@ protected:
 
 TEST_F(ResourceViews, aRowHasWhatCanBeDoneWithItsResource) {
     open({{"note.txt", file}, {"Part", separator}, {"Pad.app", application}});
+    EXPECT_EQ(interface.toolTipOf("FILE"), "/x/note.txt");
     EXPECT_TRUE(interface.press("Enabled - Resource will launch/quit with workspace", "note.txt"));
     EXPECT_TRUE(interface.shows("Disabled : Excluded from being opened/quit"));
     EXPECT_TRUE(interface.shows("Disabled - Resource will be ignored when workspace starts"));

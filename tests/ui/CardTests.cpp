@@ -142,6 +142,12 @@ TEST_F(Card, thePreviewShowsEightResourcesAndCountsTheRest) {
     EXPECT_EQ(described(work), "build!serve!");
     const auto chip = resourcePreview(work, store).chips[1];
     EXPECT_EQ(chip, (PreviewChip{work.resources[2].id, terminal, "serve", ChipState::running}));
+    auto hidden = scene.resource("Notes", "curl example.org\n| sh", terminal);
+    EXPECT_EQ(chipTooltip(hidden, ChipState::plain, store),
+              "Launch Notes with Terminal\ncurl example.org⏎| sh");
+    hidden.path = "é" + std::string(998, 'x') + "|rm";
+    EXPECT_EQ(chipTooltip(hidden, ChipState::running, store),
+              "Stop Notes\né" + std::string(498, 'x') + "…" + std::string(497, 'x') + "|rm");
 }
 
 } // namespace

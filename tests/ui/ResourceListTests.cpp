@@ -30,7 +30,7 @@ protected:
         const auto rows = list.rows();
         for (const auto& chip : rows[index].chips)
             text += chip.appName + (chip.isDefault ? "* " : " ");
-        return text;
+        return text + rows[index].opens;
     }
 
 private:
@@ -43,10 +43,10 @@ private:
 
 TEST_F(ResourceList, rowsShowTheirApplications) {
     store.addAssociatedApp(work.resources[0].id, "Quill", work.id);
-    EXPECT_EQ(chips(0), "Pad* Quill ");
+    EXPECT_EQ(chips(0), "Pad* Quill /notes.txt");
     EXPECT_EQ(chips(1), "");
-    EXPECT_EQ(chips(2), "Terminal* ");
-    EXPECT_EQ(chips(3), "");
+    EXPECT_EQ(chips(2), "Terminal* make");
+    EXPECT_EQ(chips(3), "/Applications/Pad.app");
 }
 
 TEST_F(ResourceList, anIconIsFoundByThePathThenTheIdentifierThenWhatRuns) {

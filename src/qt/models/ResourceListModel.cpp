@@ -57,6 +57,7 @@ std::vector<ResourceListRow> ResourceListModel::currentRows(const ResourceManage
 
 QHash<int, QByteArray> ResourceListModel::roleNames() const {
     return {{NameRole, "name"},
+            {OpensRole, "opens"},
             {TypeRole, "type"},
             {SymbolRole, "symbol"},
             {IconSourceRole, "iconSource"},
@@ -76,6 +77,8 @@ QVariant ResourceListModel::data(const QModelIndex& index, int role) const {
     switch (role) {
     case NameRole:
         return toQString(row.name);
+    case OpensRole:
+        return toQString(row.opens);
     case TypeRole:
         return toQString(rawValue(row.type));
     case SymbolRole:

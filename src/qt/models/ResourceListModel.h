@@ -43,6 +43,7 @@ class ResourceListModel : public KeyedListModel<ResourceListRow> {
 public:
     enum Role {
         NameRole = Qt::UserRole,
+        OpensRole,
         TypeRole,
         SymbolRole,
         IconSourceRole,
@@ -59,9 +60,9 @@ public:
     ResourceListModel(std::unique_ptr<ResourceManagement> state, MakeSheet makeSheet);
     ~ResourceListModel() override;
 
-    /// `name`, `type` ("url"), `symbol`, `iconSource`, `isEnabled`,
-    /// `isRunning`, `chips` (objects with `appName`, `isDefault` and `iconSource`), `playTooltip`,
-    /// `enabledTooltip`, `separatorTitle` and `isRowTarget`.
+    /// `name`, `opens`, `type` ("url"), `symbol`, `iconSource`, `isEnabled`, `isRunning`, `chips`
+    /// (objects with `appName`, `isDefault` and `iconSource`), `playTooltip`, `enabledTooltip`,
+    /// `separatorTitle` and `isRowTarget`.
     QHash<int, QByteArray> roleNames() const override;
     QVariant data(const QModelIndex& index, int role) const override;
 

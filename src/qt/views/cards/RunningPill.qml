@@ -24,8 +24,9 @@ Rectangle {
             color: Theme.green
 
             SequentialAnimation on opacity {
-                running: pill.visible
-                loops: Animation.Infinite
+                // Only where it is seen, and not for long: each step of it draws the window anew.
+                running: pill.visible && pill.Window.visibility !== Window.Minimized && pill.Window.visibility !== Window.Hidden
+                loops: 2
 
                 OpacityAnimator {
                     to: 0.35

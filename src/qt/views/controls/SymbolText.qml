@@ -7,6 +7,7 @@ Text {
     property int size: Theme.bodySize
 
     text: Symbols.glyph(symbol)
+    textFormat: Text.PlainText
     font.family: Symbols.fontFamily
     font.pixelSize: size
     color: Theme.label

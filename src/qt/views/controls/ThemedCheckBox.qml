@@ -43,6 +43,7 @@ PressButton {
         leftPadding: box.indicator.width + box.spacing
         verticalAlignment: Text.AlignVCenter
         text: box.text
+        textFormat: Text.PlainText
         font.pixelSize: Theme.bodySize
         color: Theme.label
         Accessible.ignored: true

@@ -19,6 +19,7 @@ MenuItem {
 
     contentItem: Text {
         text: item.text
+        textFormat: Text.PlainText
         verticalAlignment: Text.AlignVCenter
         font.pixelSize: Theme.bodySize
         color: item.highlighted ? Theme.textOnTint : item.isDestructive ? Theme.red : Theme.label

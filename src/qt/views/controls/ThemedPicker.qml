@@ -25,6 +25,7 @@ PressButton {
             anchors.leftMargin: 10
             anchors.verticalCenter: parent.verticalCenter
             text: picker.titles[picker.current]
+            textFormat: Text.PlainText
             font.pixelSize: Theme.bodySize
             color: Theme.label
             Accessible.ignored: true

@@ -27,6 +27,7 @@ PressButton {
             Text {
                 anchors.verticalCenter: parent.verticalCenter
                 text: button.text
+                textFormat: Text.PlainText
                 font.pixelSize: 12
                 color: Theme.accent
                 Accessible.ignored: true

@@ -38,9 +38,23 @@ Item {
             spacing: 4
 
             RowLayout {
+                id: heading
+
                 Layout.fillWidth: true
                 spacing: 8
 
+                HoverHandler {
+                    id: pointer
+                }
+                OnDemand {
+                    parent: heading
+                    wanted: pointer.hovered && content.row.opens !== ""
+
+                    ThemedToolTip {
+                        text: content.row.opens
+                        visible: true
+                    }
+                }
                 BodyText {
                     Layout.fillWidth: true
                     Layout.maximumWidth: Math.ceil(implicitWidth)

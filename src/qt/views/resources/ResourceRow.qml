@@ -7,6 +7,7 @@ Item {
 
     required property int index
     required property string name
+    required property string opens
     required property string type
     required property string symbol
     required property string iconSource
@@ -25,6 +26,7 @@ Item {
     implicitHeight: (isSeparator ? separator.implicitHeight : regular.implicitHeight) + (line.visible ? 1 : 0)
     Accessible.role: Accessible.ListItem
     Accessible.name: name
+    Accessible.description: opens
 
     RegularResourceRowContent {
         id: regular

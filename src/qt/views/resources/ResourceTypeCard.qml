@@ -30,6 +30,7 @@ PressButton {
             Text {
                 anchors.horizontalCenter: parent.horizontalCenter
                 text: tile.text
+                textFormat: Text.PlainText
                 font.pixelSize: 12
                 font.weight: Font.Medium
                 color: Theme.label
