@@ -1,7 +1,6 @@
 #include "launch/ResourceLauncher.h"
 
 #include "foundation/Diagnostics.h"
-#include "platform/Alerts.h"
 #include "platform/MainQueue.h"
 
 #include <utility>
@@ -13,8 +12,9 @@ ResourceLauncher::ResourceLauncher(BookmarkManager& bookmarks, const FileSystem&
                                    TaskRunner& tasks, ScriptEngine& scripts, Alerts& alerts,
                                    MainQueue& mainQueue, BackgroundQueue& backgroundQueue)
     : bookmarks_(bookmarks), fileSystem_(fileSystem), applications_(applications), lookup_(lookup),
-      tasks_(tasks), scripts_(scripts), browsers_(tasks, scripts), alerts_(alerts),
-      mainQueue_(mainQueue), backgroundQueue_(backgroundQueue) {}
+      tasks_(tasks), scripts_(scripts), browsers_(tasks, scripts),
+      alerts_(std::make_shared<LaunchAlerts>(alerts, mainQueue)), mainQueue_(mainQueue),
+      backgroundQueue_(backgroundQueue) {}
 
 void ResourceLauncher::launchResource(const Resource& resource) {
     diagnostic({"Launching resource: ", resource.name, " at ", resource.path});
@@ -48,25 +48,18 @@ void ResourceLauncher::launchResourceWithApp(const Resource& resource, const std
     }
 }
 
-void ResourceLauncher::showAlert(Alert alert, std::function<void(int response)> handler) {
-    mainQueue_.async([&alerts = alerts_, alert = std::move(alert), handler = std::move(handler)] {
-        const auto answered = [handler](AlertResponse response) { handler(response.button); };
-        if (!alerts.beginSheet(alert, answered)) answered(alerts.runModal(alert));
-    });
-}
-
 void ResourceLauncher::showLaunchAlert(std::string title, std::string message) {
-    showAlert({.title = std::move(title), .message = std::move(message), .buttons = {"OK"}},
-              [](int) {});
+    alerts_->show({.title = std::move(title), .message = std::move(message), .buttons = {"OK"}},
+                  [](int) {});
 }
 
 void ResourceLauncher::showLaunchAlertWithAction(std::string title, std::string message,
                                                  std::string firstButton, std::string secondButton,
                                                  std::function<void(int response)> handler) {
-    showAlert({.title = std::move(title),
-               .message = std::move(message),
-               .buttons = {std::move(firstButton), std::move(secondButton)}},
-              std::move(handler));
+    alerts_->show({.title = std::move(title),
+                   .message = std::move(message),
+                   .buttons = {std::move(firstButton), std::move(secondButton)}},
+                  std::move(handler));
 }
 
 } // namespace corvane

@@ -4,6 +4,7 @@
 #include "foundation/Url.h"
 #include "launch/ApplicationLookup.h"
 #include "launch/Browsers.h"
+#include "launch/LaunchAlerts.h"
 
 #include <functional>
 #include <memory>
@@ -12,7 +13,6 @@
 
 namespace corvane {
 
-class Alerts;
 class Applications;
 class BackgroundQueue;
 class BookmarkManager;
@@ -20,9 +20,8 @@ class FileSystem;
 class MainQueue;
 class ScriptEngine;
 class TaskRunner;
-struct Alert;
 
-/// Opens one resource. Holds no state; every operation returns once the work is started or
+/// Opens one resource. Every operation returns once the work is started or
 /// scheduled, and a failure reaches only the user, as an alert. Scheduled work keeps its launcher;
 /// what is handed over here outlives both. Main thread.
 class ResourceLauncher : public std::enable_shared_from_this<ResourceLauncher> {
@@ -54,8 +53,10 @@ public:
     /// Runs the command of "{directory}|{command}" or "{command}" in Terminal.
     void launchTerminalResource(const Resource& resource);
 
-    // Alerts, each on a later turn of the main queue: a sheet where there is a main window.
+    // Alerts, as LaunchAlerts shows them.
 
+    /// What is launched from now on is another start.
+    void beginStart() { alerts_->beginStart(); }
     void showLaunchAlert(std::string title, std::string message);
     /// The handler takes the response, 1000 for the first button and 1001 for the second.
     void showLaunchAlertWithAction(std::string title, std::string message, std::string firstButton,
@@ -75,7 +76,6 @@ private:
     void openURLWithApplication(const Url& url, const Url& applicationUrl,
                                 const std::string& browserName);
     void runTerminalScript(const std::string& source, const std::string& command);
-    void showAlert(Alert alert, std::function<void(int response)> handler);
 
     BookmarkManager& bookmarks_;
     const FileSystem& fileSystem_;
@@ -84,7 +84,7 @@ private:
     TaskRunner& tasks_;
     ScriptEngine& scripts_;
     Browsers browsers_;
-    Alerts& alerts_;
+    const std::shared_ptr<LaunchAlerts> alerts_;
     MainQueue& mainQueue_;
     BackgroundQueue& backgroundQueue_;
 };

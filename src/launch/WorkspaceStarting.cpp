@@ -18,6 +18,7 @@ void WorkspaceStore::startWorkspace(const Workspace& workspace) {
     if (!runningResources->contains(workspace.id)) {
         runningResources.mutate([&](auto& running) { running[workspace.id]; });
     }
+    resourceLauncher_->beginStart();
     for (const auto& resource : workspace.resources) {
         if (!resource.enabled || resource.type == ResourceType::separator) continue;
         resourceLauncher_->launchResource(resource);
@@ -32,6 +33,7 @@ void WorkspaceStore::launchIndividualResource(const Resource& resource,
                                               const Workspace& workspace) {
     if (resource.type == ResourceType::separator) return;
     diagnostic({"Launching individual resource: ", resource.name});
+    resourceLauncher_->beginStart();
     if (!resource.associatedApps.empty()) {
         resourceLauncher_->launchResourceWithApp(resource, resource.associatedApps.front());
     } else if (const auto appName = appNameForResource(resource)) {

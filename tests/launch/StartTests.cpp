@@ -74,6 +74,30 @@ TEST_F(Start, allEnabledResourcesOpenBackToBackWhateverBecomesOfThem) {
     EXPECT_EQ(store.activeWorkspace.get(), active) << "that is the caller's to choose";
 }
 
+TEST_F(Start, theFirstFiveFailuresComeOneByOneAndTheRestInOneList) {
+    std::vector<Resource> missing;
+    for (int i = 1; i <= 300; ++i)
+        missing.push_back(named("no " + std::to_string(i), resource(file, "/docs/missing")));
+    for (const bool hasWindow : {false, true}) {
+        desktop.hasMainWindow = hasWindow;
+        forget();
+        store.startWorkspace(workspace(missing));
+        desktop.runUntilIdle();
+        ASSERT_EQ(desktop.shownAlerts.size(), 6u);
+        EXPECT_TRUE(desktop.shownAlerts[4].message.starts_with("Failed to access 'no 5'."));
+        const auto& list = desktop.shownAlerts[5];
+        EXPECT_EQ(list.title, "And 295 More");
+        EXPECT_TRUE(list.message.starts_with("• Access Error: Failed to access 'no 6'.\n• "));
+        EXPECT_TRUE(list.message.ends_with("access 'no 105'.\n\nand 195 more")) << list.message;
+    }
+    missing.resize(6);
+    forget();
+    store.startWorkspace(workspace(missing));
+    store.launchIndividualResource(missing.front(), workspace(missing));
+    desktop.runUntilIdle();
+    EXPECT_EQ(desktop.shownAlerts.size(), 7u) << "the last is of another start";
+}
+
 TEST_F(Start, theFlagsFollowWhenEverythingIsUnderWay) {
     const auto work = workspace({named("build", resource(terminal, "make")),
                                  named("page", resource(url, "https://corvane.example/"))});

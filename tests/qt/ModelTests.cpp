@@ -1,5 +1,6 @@
 #include "core/StoreScene.h"
 #include "qt/items/Symbols.h"
+#include "qt/models/AlertModel.h"
 #include "qt/models/WorkspaceListModel.h"
 #include "qt/toolkit/QtMainQueue.h"
 #include "ui/WorkspaceListState.h"
@@ -30,6 +31,19 @@ TEST(QtMainQueueTest, runsInOrderOneAtATimeAndFromAnyThread) {
     std::thread([&] { queue.async([&] { log += "other "; }); }).join();
     QTest::qWait(100);
     EXPECT_EQ(log, "outer( ) other inner later ");
+}
+
+TEST(AlertModelTest, cutsTheMiddleOfWhatWouldTakeLongToDraw) {
+    const std::string path(1'000'000, 'x');
+    const AlertModel one({.title = path, .message = "Failed.\n\nPath: " + path + "<b>"});
+    EXPECT_EQ(one.title().size(), 1000);
+    EXPECT_EQ(one.message().size(), 9 + 1000);
+    EXPECT_TRUE(one.message().startsWith("Failed.\n\nPath: xxx"));
+    EXPECT_TRUE(one.message().endsWith("xxx<b>"));
+    const AlertModel many({.message = text::replacingAll(path, "x", "y\n") + "end"});
+    EXPECT_EQ(many.message().count('\n'), 299);
+    EXPECT_TRUE(many.message().contains("y\n…\ny"));
+    EXPECT_TRUE(many.message().endsWith("y\nend"));
 }
 
 TEST(SymbolsTest, everyNameHasAGlyphOfItsOwnKind) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/Text.h"
 #include "platform/Alerts.h"
 
 #include <QObject>
@@ -27,8 +28,12 @@ class AlertModel : public QObject {
 public:
     explicit AlertModel(Alert alert) : alert_(std::move(alert)) {}
 
-    QString title() const { return QString::fromStdString(alert_.title); }
-    QString message() const { return QString::fromStdString(alert_.message); }
+    QString title() const {
+        return QString::fromStdString(text::onOneLine(alert_.title, mostCharacters));
+    }
+    QString message() const {
+        return QString::fromStdString(text::withShortLines(alert_.message, mostCharacters));
+    }
     bool isWarning() const { return alert_.style != AlertStyle::informational; }
     QString symbol() const {
         return isWarning() ? QStringLiteral("exclamationmark.triangle.fill")
@@ -54,6 +59,9 @@ signals:
     void answered(int button, bool checkboxIsOn);
 
 private:
+    /// Of a line: a file may hold names and paths that would take minutes to draw.
+    static constexpr std::size_t mostCharacters = 1000;
+
     const Alert alert_;
 };
 
