@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 using namespace corvane;
@@ -51,6 +52,63 @@ TEST_F(LinuxFileSystemTest, writingKeepsModeAndSymbolicLink) {
     ASSERT_TRUE(files_.writeFile(in("dangling"), "x"));
     EXPECT_EQ(read(in("later")), "x");
     EXPECT_EQ(namesIn(folder_), (std::vector<std::string>{"dangling", "later", "link", "real"}));
+}
+
+TEST_F(LinuxFileSystemTest, anotherUsersLinkInASharedFolderLeadsNowhere) {
+    if (::geteuid() != 0) GTEST_SKIP() << "needs files of three users";
+    constexpr uid_t stranger = 12345;
+    constexpr uid_t owner = 23456;
+    const struct {
+        mode_t folder;
+        uid_t link;
+        bool follows;
+    } cases[]{{01777, stranger, false},
+              {01777, owner, true},
+              {01777, 0, true},
+              {0777, stranger, true},
+              {01755, stranger, true}};
+    write(in("kept"), "old");
+    for (const auto& [mode, link, follows] : cases) {
+        const auto shared = in("shared");
+        fs::remove_all(shared);
+        fs::create_directory(shared);
+        fs::create_symlink("../kept", shared + "/link");
+        ASSERT_EQ(::lchown((shared + "/link").c_str(), link, link), 0);
+        ASSERT_EQ(::chown(shared.c_str(), owner, owner), 0);
+        ASSERT_EQ(::chmod(shared.c_str(), mode), 0);
+        const auto written = files_.writeFile(shared + "/link", "new");
+        EXPECT_EQ(!written, follows) << mode << " " << link;
+        EXPECT_EQ(read(in("kept")), follows ? "new" : "old");
+        write(in("kept"), "old");
+    }
+}
+
+TEST_F(LinuxFileSystemTest, aWriteKeepsAttributesAndTakesAwayWhatAKilledOneLeft) {
+    write(in("file"), "old");
+    const auto set = [&](const char* name, const std::string& value) {
+        return ::setxattr(in("file").c_str(), name, value.data(), value.size(), 0) == 0;
+    };
+    const auto get = [&](const char* name) {
+        std::string value(100, '\0');
+        const auto size = ::getxattr(in("file").c_str(), name, value.data(), value.size());
+        return size < 0 ? std::string("none") : value.substr(0, static_cast<std::size_t>(size));
+    };
+    // Version 2: the owner may read and write, user 12345 may read, the group and others nothing.
+    const std::string rights("\2\0\0\0\1\0\6\0\xff\xff\xff\xff\2\0\4\0\x39\x30\0\0\4\0\0\0"
+                             "\xff\xff\xff\xff\x10\0\4\0\xff\xff\xff\xff\x20\0\0\0\xff\xff\xff\xff",
+                             44);
+    const bool takesTags = set("user.tag", "mine");
+    const bool takesRights = set("system.posix_acl_access", rights);
+    write(in(".corvane-old"), "half");
+    write(in(".corvane-new"), "half");
+    write(in("other"), "theirs");
+    for (const char* name : {".corvane-old", "other"})
+        fs::last_write_time(in(name), fs::file_time_type::clock::now() - std::chrono::hours(2));
+    ASSERT_FALSE(files_.writeFile(in("file"), "new"));
+    EXPECT_EQ(read(in("file")), "new");
+    EXPECT_EQ(get("user.tag"), takesTags ? "mine" : "none");
+    EXPECT_EQ(get("system.posix_acl_access"), takesRights ? rights : "none");
+    EXPECT_EQ(namesIn(folder_), (std::vector<std::string>{".corvane-new", "file", "other"}));
 }
 
 TEST_F(LinuxFileSystemTest, aReaderSeesTheOldContentWholeDuringAWrite) {

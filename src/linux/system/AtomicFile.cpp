@@ -6,24 +6,48 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
+#include <cstring>
 #include <filesystem>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 
 namespace corvane {
 namespace {
 
-/// The path behind symbolic links, or nothing where they go round in a circle.
+constexpr std::string_view temporaryPrefix = ".corvane-";
+
+/// In a folder that everybody may write to, a link may be another user's trap. The kernel follows
+/// it by the same rule where it follows links itself.
+bool mayFollow(const std::filesystem::path& link) {
+    constexpr mode_t shared = S_ISVTX | S_IWOTH;
+    struct stat folder {};
+    struct stat itself {};
+    const auto parent = link.parent_path();
+    if (::stat(parent.c_str(), &folder) != 0 || ::lstat(link.c_str(), &itself) != 0) return false;
+    return (folder.st_mode & shared) != shared || itself.st_uid == ::geteuid() ||
+           itself.st_uid == folder.st_uid;
+}
+
+/// The path behind symbolic links, or nothing, with errno, where none may be followed to its end.
 std::optional<std::string> linkTarget(std::filesystem::path path) {
     constexpr int mostLinks = 40;
     for (int i = 0; i < mostLinks; ++i) {
         std::error_code error;
         const auto target = std::filesystem::read_symlink(path, error);
         if (error) return path.string();
+        if (!mayFollow(path)) {
+            errno = EACCES;
+            return std::nullopt;
+        }
         path = path.parent_path() / target;
     }
+    errno = ELOOP;
     return std::nullopt;
 }
 
@@ -38,13 +62,40 @@ bool writeAll(int descriptor, std::string_view bytes) {
     return true;
 }
 
-/// Gives the new file the old one's owner and mode. Another's file may have to change hands.
-bool takeOver(int descriptor, const struct stat& old) {
-    if (::fchown(descriptor, old.st_uid, old.st_gid) != 0 &&
-        ::fchown(descriptor, static_cast<uid_t>(-1), old.st_gid) != 0 && errno != EPERM) {
+/// What is replaced.
+struct Old {
+    std::string path;
+    struct stat status;
+};
+
+/// The names and values of the attributes that the user gave a file: rights of single users, tags.
+std::vector<std::pair<std::string, std::string>> attributesOf(const std::string& path) {
+    std::vector<std::pair<std::string, std::string>> attributes;
+    std::vector<char> names(1 << 16), value(1 << 16);
+    const ssize_t size = ::listxattr(path.c_str(), names.data(), names.size());
+    for (const char* name = names.data(); name < names.data() + size;
+         name += std::strlen(name) + 1) {
+        const std::string_view known(name);
+        if (known != "system.posix_acl_access" && !known.starts_with("user.")) continue;
+        const ssize_t length = ::getxattr(path.c_str(), name, value.data(), value.size());
+        if (length >= 0)
+            attributes.emplace_back(known, std::string(value.data(), value.data() + length));
+    }
+    return attributes;
+}
+
+/// Gives the new file the old one's owner, rights and attributes. Another's file may have to change
+/// hands.
+bool takeOver(int descriptor, const Old& old) {
+    if (::fchown(descriptor, old.status.st_uid, old.status.st_gid) != 0 &&
+        ::fchown(descriptor, static_cast<uid_t>(-1), old.status.st_gid) != 0 && errno != EPERM) {
         return false;
     }
-    return ::fchmod(descriptor, old.st_mode & 07777) == 0;
+    if (::fchmod(descriptor, old.status.st_mode & 07777) != 0) return false;
+    return std::ranges::all_of(attributesOf(old.path), [&](const auto& attribute) {
+        const auto& [name, value] = attribute;
+        return ::fsetxattr(descriptor, name.c_str(), value.data(), value.size(), 0) == 0;
+    });
 }
 
 /// Gives a file that has no name yet one.
@@ -54,13 +105,13 @@ bool nameFile(int descriptor, const std::string& name) {
 }
 
 /// Writes and syncs; false with errno on failure.
-bool fill(int descriptor, std::string_view bytes, const struct stat* old) {
+bool fill(int descriptor, std::string_view bytes, const Old* old) {
     return writeAll(descriptor, bytes) && (!old || takeOver(descriptor, *old)) &&
            ::fsync(descriptor) == 0;
 }
 
 /// Makes the new file; false with errno on failure.
-bool makeFile(const std::string& name, std::string_view bytes, const struct stat* old) {
+bool makeFile(const std::string& name, std::string_view bytes, const Old* old) {
     constexpr mode_t mode = 0600;
     {
         // It has no name before it is complete: a process that is killed meanwhile leaves nothing
@@ -72,6 +123,23 @@ bool makeFile(const std::string& name, std::string_view bytes, const struct stat
     // Not every file system can do that, and no machine without /proc.
     FileDescriptor file(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
     return file && fill(file.get(), bytes, old) && file.close();
+}
+
+/// What a process that was killed in the middle of this has left beside the file. None takes an
+/// hour.
+void removeLeftovers(const std::string& folder) {
+    const auto hourAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        if (!entry->path().filename().string().starts_with(temporaryPrefix)) continue;
+        struct stat info {};
+        const bool isOurs = ::lstat(entry->path().c_str(), &info) == 0 && S_ISREG(info.st_mode) &&
+                            info.st_uid == ::geteuid();
+        std::error_code none;
+        if (isOurs && entry->last_write_time(none) < hourAgo && !none)
+            ::unlink(entry->path().c_str());
+    }
 }
 
 /// Writes over the old content. The disk has room for all of it before the first byte goes.
@@ -96,7 +164,7 @@ Error fileError(const std::string& action, const std::string& path, int errorNum
 }
 
 std::string temporaryNameBeside(const std::string& path) {
-    return path::join(path::parent(path), ".corvane-" + Uuid::random().toString());
+    return path::join(path::parent(path), std::string(temporaryPrefix) + Uuid::random().toString());
 }
 
 bool syncFolderOf(const std::string& path) {
@@ -108,14 +176,16 @@ bool syncFolderOf(const std::string& path) {
 
 Result<void> replaceFile(const std::string& path, std::string_view bytes) {
     const auto target = linkTarget(path);
-    if (!target) return fileError("write", path, ELOOP);
-    struct stat old {};
-    const bool existed = ::stat(target->c_str(), &old) == 0;
+    if (!target) return fileError("write", path, errno);
+    Old old{*target, {}};
+    const bool existed = ::stat(target->c_str(), &old.status) == 0;
     if (!existed && errno != ENOENT) return fileError("write", path, errno);
-    if (existed && S_ISDIR(old.st_mode)) return fileError("write", path, EISDIR);
-    if (existed && !S_ISREG(old.st_mode)) return fileError("write", path, "Not a regular file");
+    if (existed && S_ISDIR(old.status.st_mode)) return fileError("write", path, EISDIR);
+    if (existed && !S_ISREG(old.status.st_mode))
+        return fileError("write", path, "Not a regular file");
     if (existed && ::access(target->c_str(), W_OK) != 0) return fileError("write", path, errno);
 
+    removeLeftovers(path::parent(*target));
     const std::string temporary = temporaryNameBeside(*target);
     if (!makeFile(temporary, bytes, existed ? &old : nullptr) ||
         ::rename(temporary.c_str(), target->c_str()) != 0) {

@@ -10,7 +10,8 @@ namespace corvane {
 
 /// Replaces the content of a file at one stroke: whoever looks, even after a crash, finds all of
 /// the old bytes or all of the new. A symbolic link is followed, also one to a file that isn't
-/// there yet; mode and, where the system allows, owner survive. A file that can be written but not
+/// there yet, but for another user's in a folder that all may write to; rights, the user's
+/// attributes and, where the system allows, owner survive. A file that can be written but not
 /// replaced is written in place, and there alone a crash can leave a part of either. Refuses what
 /// isn't a regular file and a file that the user may not write.
 Result<void> replaceFile(const std::string& path, std::string_view bytes);
