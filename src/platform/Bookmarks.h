@@ -13,7 +13,8 @@ public:
     virtual ~Bookmarks() = default;
     /// Bookmark data of a file URL, with security scope; an error where nothing stands at the URL.
     virtual Result<Bytes> create(const Url& url) = 0;
-    /// The place of the file now. An error where it can't be found; never the URL of another file.
+    /// The place of the file now, also where another one stands at the place at which it was. An
+    /// error where it can't be found; never the URL of another file.
     virtual Result<Url> resolve(const Bytes& bookmark) = 0;
     /// startAccessingSecurityScopedResource; false where access isn't given.
     virtual bool startAccessing(const Url& url) = 0;

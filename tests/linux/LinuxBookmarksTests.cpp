@@ -79,6 +79,13 @@ TEST_F(LinuxBookmarksTest, findAFileFarAwayOnlyWhereTheSystemAllowsIt) {
     EXPECT_EQ(resolved(bookmark), "“" + in("up/home/plan.md") + "” can't be found.");
 }
 
+TEST_F(LinuxBookmarksTest, followAFileOfWhichAnotherOneTookThePlace) {
+    const auto bookmark = bookmarkOf(in("up/home/plan.md"));
+    fs::rename(in("up/home/plan.md"), in("up/home/older plan.md"));
+    fs::rename(in("up/home/other.md"), in("up/home/plan.md"));
+    EXPECT_EQ(resolved(bookmark), "up/home/older plan.md");
+}
+
 TEST_F(LinuxBookmarksTest, neverLeadToAnotherFile) {
     const auto plan = in("up/home/plan.md");
     const auto beside = in("up/home/new.md");
@@ -98,6 +105,18 @@ TEST_F(LinuxBookmarksTest, neverLeadToAnotherFile) {
          [&] {
              fs::rename(plan, plan + "~");
              write(plan, "edited");
+         },
+         "is another file now"},
+        {"saved by an editor that keeps one with another ending",
+         [&] {
+             fs::rename(plan, in("up/home/plan.bak"));
+             write(plan, "edited");
+         },
+         "is another file now"},
+        {"moved to another folder, and another file took its place",
+         [&] {
+             fs::rename(plan, in("up/beside/plan.md"));
+             write(plan, "new");
          },
          "is another file now"},
         {"another file was moved there", [&] { fs::rename(in("up/home/other.md"), plan); },
@@ -120,6 +139,7 @@ TEST_F(LinuxBookmarksTest, neverLeadToAnotherFile) {
         for (int round = 0; round < 20; ++round) {
             SetUp();
             const auto bookmark = bookmarkOf(plan);
+            const AsOrdinaryUser ordinary(root_);
             change();
             EXPECT_EQ(resolved(bookmark), "“" + plan + "” " + error + ".") << name;
         }

@@ -8,7 +8,6 @@
 #include <climits>
 #include <cstring>
 #include <filesystem>
-#include <limits>
 #include <vector>
 
 #include <fcntl.h>
@@ -126,16 +125,8 @@ private:
     int entriesLeft_;
 };
 
-/// Under another name in the folder in which it was.
-std::optional<std::string> findInFolder(const std::string& folder, const FileIdentity& wanted) {
-    return FolderSearch(wanted, std::numeric_limits<int>::max()).in(folder);
-}
-
 /// In the folders next to the one in which it was: below, above and beside.
-std::optional<std::string> findNearby(const std::string& folder, const FileIdentity& wanted) {
-    // Some milliseconds' worth, with a file on the network aside.
-    constexpr int mostEntries = 5'000;
-    FolderSearch search(wanted, mostEntries);
+std::optional<std::string> findNearby(const std::string& folder, FolderSearch& search) {
     const auto parent = path::parent(folder);
     if (auto found = search.belowOf(folder)) return found;
     if (parent.size() <= 1) return std::nullopt;
@@ -189,20 +180,33 @@ std::optional<FileIdentity> identityIn(const Dictionary& bookmark) {
     return identity;
 }
 
+/// Whether an editor keeps the old file under this name when it saves a new one in its place:
+/// "plan.md~", ".plan.md.swp", "#plan.md#", "plan.bak".
+bool isBackupName(std::string_view name, const std::string& oldPath) {
+    const auto marks = name.find_first_not_of(".#~");
+    name.remove_prefix(marks == name.npos ? 0 : marks);
+    const auto stem = path::stem(oldPath);
+    return name.starts_with(path::lastComponent(oldPath)) || name == stem + "~" ||
+           name == stem + ".bak" || name == stem + ".old" || name == stem + ".orig";
+}
+
 Result<Url> resolveFile(const std::string& oldPath, const FileIdentity& wanted) {
-    if (inodeOf(oldPath, Links::follow)) {
-        if (standsAt(oldPath, wanted, Links::follow)) return Url::fromPath(oldPath);
-        // Looking further could find the backup copy that an editor made of the file when it saved.
-        return Error{"“" + oldPath + "” is another file now."};
-    }
+    // Some milliseconds' worth, with a file on the network aside.
+    constexpr int mostEntries = 5'000;
+    if (standsAt(oldPath, wanted, Links::follow)) return Url::fromPath(oldPath);
+    const bool isReplaced = inodeOf(oldPath, Links::follow).has_value();
     if (wanted.isCertain()) {
         const auto folder = path::parent(oldPath);
-        auto found = findInFolder(folder, wanted);
+        FolderSearch search(wanted, mostEntries);
+        auto found = search.in(folder);
         if (!found) found = findByHandle(folder, wanted);
-        if (!found) found = findNearby(folder, wanted);
-        if (found) return Url::fromPath(*found);
+        if (!found && !isReplaced) found = findNearby(folder, search);
+        // What an editor put aside isn't what the user works on.
+        const bool isBackup =
+            found && isReplaced && isBackupName(path::lastComponent(*found), oldPath);
+        if (found && !isBackup) return Url::fromPath(*found);
     }
-    return Error{"“" + oldPath + "” can't be found."};
+    return Error{"“" + oldPath + "” " + (isReplaced ? "is another file now." : "can't be found.")};
 }
 
 } // namespace

@@ -9,8 +9,9 @@ class InstalledApplications;
 /// Bookmarks as small property lists. A file is known by its inode, the moment of its birth and the
 /// kernel's handle: it is found at its path, else under another name in its folder, else, where the
 /// system lets this process open a file by its handle, wherever it was moved on its file system,
-/// else in the folders next to its own, unless they are very full. A path at which another file
-/// stands now doesn't resolve. An installed application is known by its identifier.
+/// else, where nothing stands at its path, in the folders next to its own. A search looks at 5,000
+/// entries at most. What an editor put aside when it saved a new file at the path doesn't count. An
+/// installed application is known by its identifier.
 class LinuxBookmarks : public Bookmarks {
 public:
     explicit LinuxBookmarks(const InstalledApplications& installed) : installed_(installed) {}
