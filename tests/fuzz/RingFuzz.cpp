@@ -1,0 +1,51 @@
+#include "linux/session/SingleInstance.h"
+#include "linux/system/EventThread.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <random>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+
+using namespace corvane;
+namespace fs = std::filesystem;
+
+namespace {
+
+/// The first process, which comes forward at once.
+struct First {
+    First() {
+        instance.serve(events, [](const std::function<void()>& done) { done(); });
+    }
+    const std::string folder =
+        fs::temp_directory_path() / ("corvane-ring-" + std::to_string(std::random_device()()));
+    SingleInstance instance{folder};
+    EventThread events;
+};
+
+} // namespace
+
+/// Whatever somebody says at the socket, and however soon he hangs up: the next one is answered.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const First first;
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::snprintf(address.sun_path, sizeof address.sun_path, "%s/app.corvane.Corvane.socket",
+                  first.folder.c_str());
+    const auto call = [&](bool listens) {
+        const FileDescriptor caller(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+        if (::connect(caller.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) !=
+            0)
+            __builtin_trap();
+        (void)::send(caller.get(), data, size, MSG_NOSIGNAL | MSG_DONTWAIT);
+        char answer = 0;
+        if (listens && (::recv(caller.get(), &answer, 1, 0) != 1 || answer != 'f'))
+            __builtin_trap();
+    };
+    call(size % 2 == 0);
+    call(true);
+    return 0;
+}
