@@ -88,7 +88,8 @@ std::optional<Url> Url::parse(std::string_view text) {
 }
 
 Url Url::fromPath(std::string_view path) {
-    return Url({.text = "file://" + percentEncodedPath(path),
+    // With slashes before it, the first part of a relative path would be a host.
+    return Url({.text = (path.starts_with('/') ? "file://" : "file:") + percentEncodedPath(path),
                 .scheme = "file",
                 .path = withoutTrailingSlash(std::string(path)),
                 .hasDirectoryPath = path.ends_with('/')});

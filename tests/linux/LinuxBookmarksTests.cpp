@@ -139,8 +139,8 @@ TEST_F(LinuxBookmarksTest, neverLeadToAnotherFile) {
         for (int round = 0; round < 20; ++round) {
             SetUp();
             const auto bookmark = bookmarkOf(plan);
-            const AsOrdinaryUser ordinary(root_);
             change();
+            const AsOrdinaryUser ordinary(root_);
             EXPECT_EQ(resolved(bookmark), "“" + plan + "” " + error + ".") << name;
         }
     }
