@@ -3,6 +3,7 @@
 #include "core/WorkspacePersistence.h"
 #include "linux/files/LinuxFileSystem.h"
 #include "linux/installed/InstalledApplications.h"
+#include "linux/system/LinuxDiskQueue.h"
 #include "simulated/SimulatedDesktop.h"
 
 #include <cstdio>
@@ -19,10 +20,15 @@ void saveOurs(benchmark::State& state) {
     const auto platform = desktop.platform();
     const InstalledApplications installed;
     LinuxFileSystem files(installed);
-    WorkspacePersistence persistence(files, platform.bundles, platform.mainQueue, platform.alerts,
-                                     platform.panels, platform.clock);
-    for (auto _ : state)
+    LinuxDiskQueue diskQueue;
+    WorkspacePersistence persistence(files, platform.bundles, platform.mainQueue, diskQueue,
+                                     platform.alerts, platform.panels, platform.clock);
+    const auto isOnDisk = [&] { return diskQueue.run([] {}); };
+    for (auto _ : state) {
         persistence.saveWorkspaces(manyWorkspaces());
+        while (!isOnDisk()) {
+        }
+    }
     if (*files.readFile(persistence.workspacesFilePath()) != encodeWorkspaces(manyWorkspaces()))
         state.SkipWithError("the file isn't what was saved");
 }

@@ -49,7 +49,8 @@ struct Scene {
 
     SimulatedDesktop desktop;
     Platform platform = desktop.platform();
-    BookmarkManager bookmarks{platform.fileSystem, platform.bookmarks, platform.clock};
+    BookmarkManager bookmarks{platform.fileSystem, platform.bookmarks, platform.clock,
+                              platform.mainQueue, platform.diskQueue};
     WorkspaceStore store{platform, bookmarks};
 };
 

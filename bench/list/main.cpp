@@ -175,7 +175,8 @@ struct RealWindow {
 
     SimulatedDesktop desktop;
     Platform platform = desktop.platform();
-    BookmarkManager bookmarks{platform.fileSystem, platform.bookmarks, platform.clock};
+    BookmarkManager bookmarks{platform.fileSystem, platform.bookmarks, platform.clock,
+                              platform.mainQueue, platform.diskQueue};
     WorkspaceStore store{platform, bookmarks};
     ContentState content{store, platform};
     HeaderModel header{content.header, {}};

@@ -4,7 +4,6 @@
 #include "platform/Bookmarks.h"
 #include "platform/FileSystem.h"
 #include "platform/MainQueue.h"
-#include "platform/SafeNames.h"
 
 #include <utility>
 
@@ -31,52 +30,60 @@ std::optional<std::map<std::string, Bytes>> bytesByText(const PropertyList& list
 
 } // namespace
 
-BookmarkManager::BookmarkManager(FileSystem& fileSystem, Bookmarks& bookmarks, const Clock& clock)
-    : fileSystem_(fileSystem), bookmarks_(bookmarks), clock_(clock),
-      bookmarkCacheURL_(
-          Url::fromPath(path::join(dataDirectory(fileSystem), "bookmark_cache.plist"))) {
+BookmarkManager::BookmarkManager(FileSystem& fileSystem, Bookmarks& bookmarks, const Clock& clock,
+                                 MainQueue& mainQueue, DiskQueue& diskQueue)
+    : fileSystem_(fileSystem), bookmarks_(bookmarks), mainQueue_(mainQueue),
+      file_(fileSystem, clock, mainQueue, diskQueue,
+            path::join(dataDirectory(fileSystem), "bookmark_cache.plist"),
+            {.written = [this](const auto& saved) { noteSaved(saved); }, .kept = {}}) {
     const auto made = fileSystem_.createDirectory(dataDirectory(fileSystem_));
     if (!made) diagnostic({"📚 ", made.error().localizedDescription});
     loadCache();
-    diagnostic({"📚 BookmarkManager initialized with cache at: ", bookmarkCacheURL_.path()});
+    diagnostic({"📚 BookmarkManager initialized with cache at: ", file_.path()});
+}
+
+BookmarkManager::~BookmarkManager() {
+    writeChanges();
 }
 
 void BookmarkManager::loadCache() {
-    const auto& file = bookmarkCacheURL_.path();
-    const auto bytes = fileSystem_.readFile(file);
+    const auto bytes = file_.read();
     if (!bytes && bytes.error().isMissing) return;
-    fileIsUnreadable_ = true;
     const auto list = bytes ? PropertyList::parse(*bytes) : bytes.error();
     if (!list) {
-        diagnostic({"📚 Failed to load bookmark cache: ", list.error().localizedDescription});
+        const auto& why = list.error().localizedDescription;
+        file_.distrust(why);
+        diagnostic({"📚 Failed to load bookmark cache: ", why});
         return;
     }
     auto map = bytesByText(*list);
-    if (!map) return;
-    fileIsUnreadable_ = false;
+    if (!map) return file_.distrust("It holds something else.");
     bookmarkCache_ = std::move(*map);
     diagnostic({"📚 Loaded ", std::to_string(bookmarkCache_.size()), " bookmarks from cache"});
 }
 
 void BookmarkManager::saveCache() {
-    const auto failed = [](const Error& error) {
-        diagnostic({"📚 Failed to save bookmark cache: ", error.localizedDescription});
-    };
-    const auto& file = bookmarkCacheURL_.path();
-    const auto made = fileSystem_.createDirectory(path::parent(file));
-    if (!made) return failed(made.error());
-    if (fileIsUnreadable_) {
-        const auto kept = moveFileAside(fileSystem_, file, "unreadable", clock_.now());
-        if (!kept) return failed(kept.error());
-        fileIsUnreadable_ = false;
-    }
+    if (std::exchange(isUnsaved_, true)) return;
+    mainQueue_.async([this, alive = std::weak_ptr(alive_)] {
+        if (!alive.expired()) writeChanges();
+    });
+}
+
+void BookmarkManager::writeChanges() {
+    if (!std::exchange(isUnsaved_, false)) return;
     PropertyList::Dictionary dictionary;
     for (const auto& [key, bookmark] : bookmarkCache_)
         dictionary.emplace(key, PropertyList{bookmark});
-    const auto bytes = PropertyList{std::move(dictionary)}.toBinary();
-    const auto written = fileSystem_.writeFile(file, bytes);
-    if (!written) return failed(written.error());
-    diagnostic({"📚 Saved bookmark cache with ", std::to_string(bookmarkCache_.size()), " entries"});
+    file_.write(PropertyList{std::move(dictionary)}.toBinary());
+}
+
+void BookmarkManager::noteSaved(const Result<void>& saved) const {
+    if (saved) {
+        diagnostic(
+            {"📚 Saved bookmark cache with ", std::to_string(bookmarkCache_.size()), " entries"});
+    } else {
+        diagnostic({"📚 Failed to save bookmark cache: ", saved.error().localizedDescription});
+    }
 }
 
 std::optional<Url> BookmarkManager::resolveBookmark(const Bytes& bookmark) {
@@ -104,7 +111,8 @@ std::optional<Url> BookmarkManager::resolveResource(const std::string& path, Res
         saveCache();
     }
     auto url = Url::fromPath(path);
-    if (factsOf(type).isInFileSystem && !fileSystem_.exists(path)) {
+    const bool isThere = path.starts_with('/') && fileSystem_.exists(path);
+    if (factsOf(type).isInFileSystem && !isThere) {
         diagnostic({"📚 Failed to resolve resource at path: ", path});
         return std::nullopt;
     }
@@ -127,6 +135,16 @@ bool BookmarkManager::createBookmark(const Url& url, const std::string& key) {
 
 void BookmarkManager::storeBookmark(const std::string& key, Bytes bookmark) {
     bookmarkCache_.insert_or_assign(key, std::move(bookmark));
+    saveCache();
+}
+
+void BookmarkManager::renewBookmark(const std::string& path, ResourceType type) {
+    const auto cached = bookmarkCache_.find(bookmarkKey(path, type));
+    if (cached == bookmarkCache_.end()) return;
+    const auto place = bookmarks_.resolve(cached->second);
+    auto renewed = bookmarks_.create(place ? *place : Url::fromPath(path));
+    if (!renewed || *renewed == cached->second) return;
+    cached->second = std::move(*renewed);
     saveCache();
 }
 

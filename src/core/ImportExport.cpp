@@ -65,7 +65,15 @@ std::string knownOf(const std::vector<Workspace>& imported, const std::vector<Wo
 } // namespace
 
 void WorkspaceStore::importWorkspaces() {
-    auto imported = persistence_.importWorkspaces();
+    importWorkspacesFrom("");
+}
+
+void WorkspaceStore::importKeptCopy() {
+    importWorkspacesFrom(persistence_.copiesDirectory());
+}
+
+void WorkspaceStore::importWorkspacesFrom(const std::string& folder) {
+    auto imported = persistence_.importWorkspaces(folder);
     if (!imported) return;
     const auto count = std::to_string(imported->size());
     const auto answer = platform_.alerts.runModal(
@@ -74,6 +82,7 @@ void WorkspaceStore::importWorkspaces() {
                     contentOf(*imported) + knownOf(*imported, workspaces),
          .buttons = {"Replace All", "Merge", "Cancel"}});
     if (answer.button == replaceAll) {
+        persistence_.keepCopy(workspaces);
         workspaces = std::move(*imported);
         activateFirstWorkspace();
     } else if (answer.button == merge) {

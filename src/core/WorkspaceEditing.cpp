@@ -24,6 +24,7 @@ void WorkspaceStore::updateWorkspace(Workspace workspace) {
 void WorkspaceStore::deleteWorkspace(const Uuid& workspaceId) {
     // The identifier may be a field of a record that goes now.
     const Uuid id = workspaceId;
+    if (find(id)) persistence_.keepCopy(workspaces);
     workspaces.mutate([&](auto& list) {
         std::erase_if(list, [&](const auto& record) { return record.id == id; });
     });

@@ -54,6 +54,7 @@ void WorkspaceStore::migrateBookmarksIfNeeded() {
         }
     }
     // Takes the bookmarks out of the file: they aren't written.
+    bookmarks_.writeChanges();
     if (migrated > 0) saveWorkspaces();
     platform_.userDefaults.setObject(bookmarkMigrationCompleted, PropertyList{true});
     diagnostic({"📚 Bookmark migration completed: ", std::to_string(migrated), " migrated, ",
@@ -71,7 +72,8 @@ void WorkspaceStore::createDefaultWorkspacesIfNeeded() {
                   makeWorkspace("Work", "", "briefcase", now),
                   makeWorkspace("Creative", "", "sparkles", now)};
     activateFirstWorkspace();
-    saveWorkspaces();
+    // With a file of its own, no later start would look for the old one.
+    if (!persistence_.awaitsLegacyFile()) saveWorkspaces();
 }
 
 } // namespace corvane

@@ -1,5 +1,6 @@
 #include "core/WorkspacePersistence.h"
 
+#include "core/KeptCopies.h"
 #include "core/RecordCoding.h"
 #include "foundation/Diagnostics.h"
 #include "foundation/Json.h"
@@ -8,7 +9,6 @@
 #include "platform/FileSystem.h"
 #include "platform/MainQueue.h"
 #include "platform/Panels.h"
-#include "platform/SafeNames.h"
 
 #include <new>
 #include <utility>
@@ -20,82 +20,105 @@ namespace {
 constexpr std::string_view workspacesFile = "corvane_workspaces.json";
 constexpr std::string_view legacyProjectsFile = "corvane_workspaces.json";
 
+void showFailure(MainQueue& mainQueue, Alerts& alerts, std::string title, std::string message) {
+    mainQueue.async([&alerts, title = std::move(title), message = std::move(message)] {
+        alerts.runModal(
+            {.title = title, .message = message, .style = AlertStyle::warning, .buttons = {"OK"}});
+    });
+}
+
+std::string dataDirectoryOf(const FileSystem& fileSystem) {
+    return path::join(fileSystem.applicationSupportDirectory(), "Corvane");
+}
+
 } // namespace
 
 WorkspacePersistence::WorkspacePersistence(FileSystem& fileSystem, const Bundles& bundles,
-                                           MainQueue& mainQueue, Alerts& alerts, Panels& panels,
-                                           const Clock& clock)
-    : fileSystem_(fileSystem), bundles_(bundles), mainQueue_(mainQueue), alerts_(alerts),
-      panels_(panels), clock_(clock), appSupportPath_(fileSystem.applicationSupportDirectory()) {}
+                                           MainQueue& mainQueue, DiskQueue& diskQueue,
+                                           Alerts& alerts, Panels& panels, const Clock& clock)
+    : fileSystem_(fileSystem), bundles_(bundles), mainQueue_(mainQueue), diskQueue_(diskQueue),
+      alerts_(alerts), panels_(panels), clock_(clock), dataDirectory_(dataDirectoryOf(fileSystem)),
+      file_(fileSystem, clock, mainQueue, diskQueue, path::join(dataDirectory_, workspacesFile),
+            {.written = [this](const auto& saved) { noteSaved(saved); },
+             .kept = [this](const auto& kept, const auto& why) { tellOfKeptFile(kept, why); }}) {}
 
-std::string WorkspacePersistence::dataDirectory() const {
-    return path::join(appSupportPath_, "Corvane");
+const Result<void>& WorkspacePersistence::saveWorkspaces(const std::vector<Workspace>& workspaces) {
+    try {
+        file_.write(encodeWorkspaces(workspaces));
+    } catch (const json::EncodeError& error) {
+        noteSaved(Error{error.what()});
+    }
+    return saved_;
 }
 
-std::string WorkspacePersistence::workspacesFilePath() const {
-    return path::join(dataDirectory(), workspacesFile);
-}
-
-Result<void> WorkspacePersistence::saveWorkspaces(const std::vector<Workspace>& workspaces) {
-    const auto saved = write(workspaces);
+void WorkspacePersistence::noteSaved(const Result<void>& saved) {
+    saved_ = saved;
     if (saved) {
         toldOfFailedSaves_ = false;
-        diagnostic({"Workspaces saved to: ", workspacesFilePath()});
-        return saved;
+        diagnostic({"Workspaces saved to: ", file_.path()});
+        tellOfLegacyFile();
+    } else {
+        tellOfFailedSave(saved.error().localizedDescription);
     }
-    const auto& why = saved.error().localizedDescription;
-    diagnostic({"Failed to save workspaces: ", why});
-    if (!std::exchange(toldOfFailedSaves_, true)) {
-        showFailureAlert(
-            "Workspaces Can't Be Saved",
-            why +
-                "\n\nYour changes are kept while Corvane runs, and saved as soon as that works again.");
-    }
-    return saved;
+    if (onSaved) onSaved();
 }
 
-Result<void> WorkspacePersistence::write(const std::vector<Workspace>& workspaces) {
-    if (const auto made = fileSystem_.createDirectory(dataDirectory()); !made) return made.error();
-    std::string bytes;
-    try {
-        bytes = encodeWorkspaces(workspaces);
-    } catch (const json::EncodeError& error) {
-        return Error{error.what()};
-    }
-    const auto file = workspacesFilePath();
-    if (const auto room = makeRoomForSaving(file); !room) return room;
-    if (const auto written = fileSystem_.writeFile(file, bytes); !written) return written.error();
-    known_ = stampOf(file);
-    return {};
+void WorkspacePersistence::tellOfFailedSave(const std::string& why) {
+    diagnostic({"Failed to save workspaces: ", why});
+    if (std::exchange(toldOfFailedSaves_, true)) return;
+    showFailureAlert(
+        "Workspaces Can't Be Saved",
+        why +
+            "\n\nYour changes are kept while Corvane runs, and saved as soon as that works again.");
 }
 
 std::vector<Workspace> WorkspacePersistence::loadWorkspaces() {
-    const auto file = workspacesFilePath();
-    migrateFromDocumentsIfNeeded(file);
-    fileSystem_.makePrivate(dataDirectory());
-    unreadableBecause_.reset();
-    known_ = stampOf(file);
-    auto workspaces = read(file);
+    migrateFromDocumentsIfNeeded(file_.path());
+    makeDataPrivate();
+    const auto bytes = file_.read();
+    if (!bytes && bytes.error().isMissing) return {};
+    auto workspaces = bytes ? decoded(*bytes) : bytes.error();
     if (workspaces) {
-        diagnostic({"Workspaces loaded from: ", file});
+        diagnostic({"Workspaces loaded from: ", file_.path()});
         return std::move(*workspaces);
     }
-    if (workspaces.error().isMissing) return {};
-    unreadableBecause_ = workspaces.error().localizedDescription;
-    diagnostic({"Failed to load workspaces: ", *unreadableBecause_});
+    const auto& why = workspaces.error().localizedDescription;
+    file_.distrust(why);
+    diagnostic({"Failed to load workspaces: ", why});
     return {};
 }
 
-std::optional<FileStamp> WorkspacePersistence::stampOf(const std::string& file) const {
-    const auto stamp = fileSystem_.stamp(file);
-    return stamp ? std::optional(*stamp) : std::nullopt;
+/// Commands may hold secrets.
+void WorkspacePersistence::makeDataPrivate() {
+    fileSystem_.makePrivate(dataDirectory_);
+    for (const auto& name : fileSystem_.namesIn(dataDirectory_))
+        fileSystem_.makePrivate(path::join(dataDirectory_, name));
 }
 
-Result<std::vector<Workspace>> WorkspacePersistence::read(const std::string& path) const {
-    const auto bytes = fileSystem_.readFile(path);
-    if (!bytes) return bytes.error();
+void WorkspacePersistence::keepCopy(const std::vector<Workspace>& workspaces) {
+    const auto failed = [&mainQueue = mainQueue_, &alerts = alerts_](const Error& error) {
+        showFailure(mainQueue, alerts, "No Copy Kept",
+                    "No copy of the workspaces could be kept: " + error.localizedDescription);
+    };
     try {
-        return decodeWorkspaces(*bytes, bundles_);
+        diskQueue_.run([&fileSystem = fileSystem_, folder = copiesDirectory(), failed,
+                        bytes = json::prettyPrinted(encodeWorkspaces(workspaces)),
+                        now = clock_.now()] {
+            const auto kept = corvane::keepCopy(fileSystem, folder, bytes, now);
+            if (!kept) failed(kept.error());
+        });
+    } catch (const json::EncodeError& error) {
+        failed(Error{error.what()});
+    }
+}
+
+std::string WorkspacePersistence::copiesDirectory() const {
+    return path::join(dataDirectory_, "Copies");
+}
+
+Result<std::vector<Workspace>> WorkspacePersistence::decoded(const std::string& bytes) const {
+    try {
+        return decodeWorkspaces(bytes, bundles_);
     } catch (const json::DecodeError& error) {
         return Error{error.what()};
     } catch (const std::bad_alloc&) {
@@ -125,11 +148,14 @@ WorkspacePersistence::exportWorkspaces(const std::vector<Workspace>& workspaces)
     return url;
 }
 
-std::optional<std::vector<Workspace>> WorkspacePersistence::importWorkspaces() {
-    const auto url = panels_.runOpenPanel(
-        {.title = "Import Workspaces", .message = "Select a Corvane workspaces file to import"});
+std::optional<std::vector<Workspace>>
+WorkspacePersistence::importWorkspaces(const std::string& folder) {
+    const auto url = panels_.runOpenPanel({.title = "Import Workspaces",
+                                           .message = "Select a Corvane workspaces file to import",
+                                           .directory = folder});
     if (!url) return std::nullopt;
-    auto workspaces = read(url->path());
+    const auto bytes = fileSystem_.readFile(url->path());
+    auto workspaces = bytes ? decoded(*bytes) : bytes.error();
     if (workspaces) return std::move(*workspaces);
     const auto& why = workspaces.error().localizedDescription;
     diagnostic({"Failed to import workspaces: ", why});
@@ -144,11 +170,13 @@ void WorkspacePersistence::migrateFromDocumentsIfNeeded(const std::string& file)
     if (present || !present.error().isMissing || !fileSystem_.exists(legacyFile)) return;
     // The content moves, as a link would lead nowhere from its new place.
     const auto bytes = fileSystem_.readFile(legacyFile);
-    auto moved = bytes ? fileSystem_.createDirectory(dataDirectory()) : bytes.error();
+    auto moved = bytes ? fileSystem_.createDirectory(dataDirectory_) : bytes.error();
     if (moved) moved = fileSystem_.writeFile(file, *bytes);
     if (moved) moved = fileSystem_.removeItem(legacyFile);
     if (!moved) {
-        diagnostic({"Failed to migrate workspaces: ", moved.error().localizedDescription});
+        const auto& why = moved.error().localizedDescription;
+        diagnostic({"Failed to migrate workspaces: ", why});
+        if (!fileSystem_.exists(file)) legacyFileStays_ = {.path = legacyFile, .why = why};
         return;
     }
     mainQueue_.async([&alerts = alerts_] {
@@ -161,29 +189,22 @@ void WorkspacePersistence::migrateFromDocumentsIfNeeded(const std::string& file)
     });
 }
 
-Result<void> WorkspacePersistence::makeRoomForSaving(const std::string& file) {
-    const auto stamp = fileSystem_.stamp(file);
-    if (!stamp && !stamp.error().isMissing) return stamp.error();
-    const bool isKnown = !stamp || *stamp == known_;
-    if (isKnown && !unreadableBecause_) return {};
-    const auto kept = moveFileAside(fileSystem_, file,
-                                    unreadableBecause_ ? "unreadable" : "changed", clock_.now());
-    if (!kept) {
-        const auto why = unreadableBecause_ ? "can't be read (" + *unreadableBecause_ + ")"
-                                            : std::string("was changed by another program");
-        return Error{"The workspaces file " + why + ", and it can't be moved aside either (" +
-                     kept.error().localizedDescription + "). It stays as it is.\n\n" + file};
-    }
-    if (!kept->empty()) tellOfKeptFile(*kept);
-    unreadableBecause_.reset();
-    return {};
+void WorkspacePersistence::tellOfLegacyFile() {
+    if (!legacyFileStays_) return;
+    showFailureAlert("Old Workspaces Not Moved",
+                     "There are workspaces of an earlier version that can't be moved here: " +
+                         legacyFileStays_->why +
+                         "\n\nThey stay as they are, and can be imported in the settings:\n\n" +
+                         legacyFileStays_->path);
+    legacyFileStays_.reset();
 }
 
-void WorkspacePersistence::tellOfKeptFile(const std::string& kept) {
-    if (unreadableBecause_) {
+void WorkspacePersistence::tellOfKeptFile(const std::string& kept,
+                                          const std::string& unreadableBecause) {
+    if (!unreadableBecause.empty()) {
         showFailureAlert(
             "Workspaces File Not Readable",
-            "The workspaces file can't be read: " + *unreadableBecause_ +
+            "The workspaces file can't be read: " + unreadableBecause +
                 "\n\nIt was kept, and Corvane goes on with a new file. The old one is at:\n\n" +
                 kept);
     } else {
@@ -195,10 +216,7 @@ void WorkspacePersistence::tellOfKeptFile(const std::string& kept) {
 }
 
 void WorkspacePersistence::showFailureAlert(std::string title, std::string message) {
-    mainQueue_.async([&alerts = alerts_, title = std::move(title), message = std::move(message)] {
-        alerts.runModal(
-            {.title = title, .message = message, .style = AlertStyle::warning, .buttons = {"OK"}});
-    });
+    showFailure(mainQueue_, alerts_, std::move(title), std::move(message));
 }
 
 } // namespace corvane

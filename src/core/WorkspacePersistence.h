@@ -1,8 +1,9 @@
 #pragma once
 
 #include "core/Records.h"
-#include "platform/FileSystem.h"
+#include "platform/OwnFile.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,23 +13,28 @@ namespace corvane {
 class Alerts;
 class Bundles;
 class Clock;
+class DiskQueue;
 class MainQueue;
 class Panels;
 class Url;
 
-/// Reads and writes the workspaces file and the files of export and import, and moves a workspaces
-/// file that an earlier version left in the Documents folder. Holds no workspaces. Main thread;
-/// blocks for the file work and the panels.
+/// Reads and writes the workspaces file, the files of export and import and the copies that are
+/// kept before much is lost, and moves a workspaces file that an earlier version left in the
+/// Documents folder. Holds no workspaces. Main thread; blocks for the file work, but for a save on
+/// a slow disk, and for the panels.
 class WorkspacePersistence {
 public:
     WorkspacePersistence(FileSystem& fileSystem, const Bundles& bundles, MainQueue& mainQueue,
-                         Alerts& alerts, Panels& panels, const Clock& clock);
+                         DiskQueue& diskQueue, Alerts& alerts, Panels& panels, const Clock& clock);
 
-    /// Replaces the file by the list, whole. A file that isn't the one last loaded or saved, or
-    /// that the last load couldn't read or understand, is moved aside first, and an alert says so;
-    /// where that fails, or the file can't be reached, nothing is written. Of failures one alert
-    /// tells, and again only after a save that came through.
-    Result<void> saveWorkspaces(const std::vector<Workspace>& workspaces);
+    /// Called when it has turned out whether the newest list could be saved.
+    std::function<void()> onSaved;
+    /// What is known of that.
+    const Result<void>& saved() const { return saved_; }
+    /// Replaces the file by the list, as OwnFile does; what is known of it at once. An alert tells
+    /// of a file that was moved aside, and of failures one, and again only after a save that came
+    /// through.
+    const Result<void>& saveWorkspaces(const std::vector<Workspace>& workspaces);
     /// The list, empty where there is no file or none that can be read and understood.
     std::vector<Workspace> loadWorkspaces();
 
@@ -36,35 +42,45 @@ public:
     /// nothing after a cancel or a failure, of which an alert tells.
     std::optional<Url> exportWorkspaces(const std::vector<Workspace>& workspaces);
     /// The list in a file that the user chooses, or nothing after a cancel or a failure, of which
-    /// an alert tells.
-    std::optional<std::vector<Workspace>> importWorkspaces();
+    /// an alert tells. The panel opens in `folder`, or where it was last.
+    std::optional<std::vector<Workspace>> importWorkspaces(const std::string& folder = "");
 
-    std::string dataDirectory() const;
-    std::string workspacesFilePath() const;
+    /// There is an older version's file that couldn't be moved here, and a later start can try
+    /// again as long as none is saved.
+    bool awaitsLegacyFile() const { return legacyFileStays_.has_value(); }
+    /// Keeps the list in a file of its own, with the date in its name; the ten newest stay. An
+    /// alert tells of a failure.
+    void keepCopy(const std::vector<Workspace>& workspaces);
+    std::string copiesDirectory() const;
+    const std::string& dataDirectory() const { return dataDirectory_; }
+    const std::string& workspacesFilePath() const { return file_.path(); }
 
     /// A warning alert with one button "OK", on a later turn of the main queue.
     void showFailureAlert(std::string title, std::string message);
 
 private:
     void migrateFromDocumentsIfNeeded(const std::string& workspacesFile);
-    Result<void> write(const std::vector<Workspace>& workspaces);
-    Result<void> makeRoomForSaving(const std::string& file);
-    void tellOfKeptFile(const std::string& kept);
-    std::optional<FileStamp> stampOf(const std::string& file) const;
-    Result<std::vector<Workspace>> read(const std::string& path) const;
+    void makeDataPrivate();
+    void noteSaved(const Result<void>& saved);
+    void tellOfFailedSave(const std::string& why);
+    void tellOfKeptFile(const std::string& kept, const std::string& unreadableBecause);
+    void tellOfLegacyFile();
+    Result<std::vector<Workspace>> decoded(const std::string& bytes) const;
 
     FileSystem& fileSystem_;
     const Bundles& bundles_;
     MainQueue& mainQueue_;
+    DiskQueue& diskQueue_;
     Alerts& alerts_;
     Panels& panels_;
     const Clock& clock_;
-    const std::string appSupportPath_;
-    /// Why the file of the last load couldn't be understood; such a file must outlive the next
-    /// save.
-    std::optional<std::string> unreadableBecause_;
-    /// The file as it was last loaded or saved; nothing where there was none.
-    std::optional<FileStamp> known_;
+    const std::string dataDirectory_;
+    OwnFile file_;
+    Result<void> saved_;
+    struct LegacyFile {
+        std::string path, why;
+    };
+    std::optional<LegacyFile> legacyFileStays_;
     bool toldOfFailedSaves_ = false;
 };
 

@@ -1,5 +1,7 @@
 #include "core/WorkspaceStore.h"
 
+#include "core/BookmarkManager.h"
+
 #include <optional>
 
 namespace corvane {
@@ -22,9 +24,10 @@ WorkspaceStore::WorkspaceStore(Platform& platform, BookmarkManager& bookmarks)
       showApplicationsClosedAlert(objectWillChange, platform.userDefaults,
                                   "CorvaneShowApplicationsClosedAlert", true),
       platform_(platform), bookmarks_(bookmarks),
-      persistence_(platform.fileSystem, platform.bundles, platform.mainQueue, platform.alerts,
-                   platform.panels, platform.clock),
+      persistence_(platform.fileSystem, platform.bundles, platform.mainQueue, platform.diskQueue,
+                   platform.alerts, platform.panels, platform.clock),
       resourceLauncher_(makeResourceLauncher()) {
+    persistence_.onSaved = [this] { noteSaved(); };
     workspaces = persistence_.loadWorkspaces();
     activateFirstWorkspace();
     migrateWorkspaceDescriptions();
@@ -35,9 +38,20 @@ WorkspaceStore::WorkspaceStore(Platform& platform, BookmarkManager& bookmarks)
 WorkspaceStore::~WorkspaceStore() = default;
 
 void WorkspaceStore::saveWorkspaces() {
-    const auto saved = persistence_.saveWorkspaces(workspaces);
+    (void)persistence_.saveWorkspaces(workspaces);
+}
+
+void WorkspaceStore::noteSaved() {
+    const auto& saved = persistence_.saved();
     const auto problem = saved ? std::string() : saved.error().localizedDescription;
     if (problem != *savingProblem) savingProblem = problem;
+}
+
+void WorkspaceStore::renewBookmarks(const Workspace& workspace) {
+    for (const auto& resource : workspace.resources) {
+        if (factsOf(resource.type).isInFileSystem)
+            bookmarks_.renewBookmark(resource.path, resource.type);
+    }
 }
 
 void WorkspaceStore::activateFirstWorkspace() {

@@ -99,7 +99,8 @@ public:
     void addWorkspace(Workspace workspace);
     /// Replaces the record with the same identifier; the caller sets `dateModified`.
     void updateWorkspace(Workspace workspace);
-    /// Removes every record with that identifier; saves even if there was none.
+    /// Removes every record with that identifier, after a copy of all was kept; saves even if there
+    /// was none.
     void deleteWorkspace(const Uuid& workspaceId);
     /// A copy with a new identity, " Copy" behind its name, and both dates now; its resources keep
     /// their identifiers.
@@ -125,8 +126,14 @@ public:
     /// Puts the records of a file that the user chooses in place of all workspaces, or behind them,
     /// as they are: a record whose identifier is there already is added all the same.
     void importWorkspaces();
+    /// The same with the copies that were kept before workspaces were replaced or deleted.
+    void importKeptCopy();
     /// Writes all workspaces to a file that the user names.
     void exportWorkspaces();
+
+    /// Makes the bookmarks of the workspace's files anew, as an editor may have put other files in
+    /// their places.
+    void renewBookmarks(const Workspace& workspace);
 
     // Preferences.
 
@@ -208,6 +215,8 @@ private:
     void migrateBookmarksIfNeeded();
     void createDefaultWorkspacesIfNeeded();
     void activateFirstWorkspace();
+    void importWorkspacesFrom(const std::string& folder);
+    void noteSaved();
     void markRunning(const Uuid& resourceId, const Uuid& workspaceId);
     void markFinished(const Uuid& workspaceId);
     /// Adds the names that stand for a resource and aren't in the list yet.

@@ -21,6 +21,7 @@
 #include "linux/session/LinuxUserNotifications.h"
 #include "linux/system/LinuxBackgroundQueue.h"
 #include "linux/system/LinuxClock.h"
+#include "linux/system/LinuxDiskQueue.h"
 #include "linux/windows/RecentWindows.h"
 #include "linux/windows/WindowSystems.h"
 
@@ -45,7 +46,9 @@ Quitting::AskAboutJobs askingAboutJobs(MainQueue& mainQueue, Alerts& alerts) {
 
 struct LinuxDesktop::Facilities {
     Facilities(MainQueue& mainQueue, Alerts& alerts, EventThread& events)
-        : quitting{*windows, running, askingAboutJobs(mainQueue, alerts)},
+        : quitting{*windows, running, askingAboutJobs(mainQueue, alerts)}, defaults{files, clock,
+                                                                                    mainQueue,
+                                                                                    diskQueue},
           notifications(mainQueue, events) {}
 
     InstalledApplications installed;
@@ -62,7 +65,9 @@ struct LinuxDesktop::Facilities {
                             const auto& processes) { launched.add(application, processes); }}};
     LinuxClock clock;
     LinuxFileSystem files{installed};
-    LinuxUserDefaults defaults{files, clock};
+    /// Behind what its work uses, before those that give it work.
+    LinuxDiskQueue diskQueue;
+    LinuxUserDefaults defaults;
     LinuxBundles bundles{installed};
     LinuxFileIcons fileIcons{installed};
     LinuxBookmarks bookmarks{installed};
@@ -91,6 +96,7 @@ void LinuxDesktop::activateOwnWindow(std::uint64_t number, const std::string& ti
 Machine LinuxDesktop::machine() {
     auto& facilities = *facilities_;
     return {.backgroundQueue = facilities.backgroundQueue,
+            .diskQueue = facilities.diskQueue,
             .clock = facilities.clock,
             .fileSystem = facilities.files,
             .userDefaults = facilities.defaults,

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace corvane {
 
@@ -32,10 +33,12 @@ public:
     /// Whether something stands at the path, symbolic links followed.
     virtual bool exists(const std::string& path) const = 0;
     virtual bool isDirectory(const std::string& path) const = 0;
+    /// The names of what stands in a folder, in no order; none where it can't be read.
+    virtual std::vector<std::string> namesIn(const std::string& folder) const = 0;
     /// Tells one content of a file from another, and a file that is missing (`isMissing`) from one
     /// that can't be reached. Symbolic links are followed.
     virtual Result<FileStamp> stamp(const std::string& path) const = 0;
-    /// The whole content. An error for what isn't a readable regular file.
+    /// The whole content. An error for what isn't a readable regular file of at most 64 MiB.
     virtual Result<std::string> readFile(const std::string& path) const = 0;
     /// Replaces the content: on success all of `bytes` is on disk, on failure the old content
     /// stands. A file that can be written but not replaced is written in place, and a crash or a

@@ -26,6 +26,16 @@ public:
     virtual void async(std::function<void()> work) = 0;
 };
 
+/// Work with the disk: one piece after the other, in the order in which they were given, so that a
+/// slow disk doesn't hold up the main thread, which alone gives them.
+class DiskQueue {
+public:
+    virtual ~DiskQueue() = default;
+    /// Runs `work` on another thread and waits for its end, ten milliseconds at most. Whether it
+    /// has ended; else it goes on, and ends before the queue goes.
+    virtual bool run(std::function<void()> work) = 0;
+};
+
 /// The wall clock. Any thread.
 class Clock {
 public:

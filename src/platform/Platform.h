@@ -38,6 +38,7 @@ struct Toolkit {
 /// What the machine under it provides.
 struct Machine {
     BackgroundQueue& backgroundQueue;
+    DiskQueue& diskQueue;
     Clock& clock;
     FileSystem& fileSystem;
     UserDefaults& userDefaults;

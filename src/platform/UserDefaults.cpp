@@ -19,7 +19,9 @@ std::optional<std::string> UserDefaults::stringForKey(std::string_view key) cons
     const auto object = objectForKey(key);
     if (!object) return std::nullopt;
     if (const auto* text = object->as<std::string>()) return *text;
+    if (const auto* flag = object->as<bool>()) return *flag ? "1" : "0";
     if (const auto* number = object->as<std::int64_t>()) return std::to_string(*number);
+    if (const auto* number = object->as<double>()) return text::number(*number);
     return std::nullopt;
 }
 

@@ -147,6 +147,7 @@ void WorkspaceStore::finishWorkspace(std::optional<Workspace> workspace) {
     }
     diagnostic({"Quitting applications from workspace: ", workspace->name});
     autoSaveLayout(*workspace, "workspace");
+    renewBookmarks(*workspace);
     const auto resources = activeResources(*workspace);
     Names names;
     for (const auto& resource : resources)

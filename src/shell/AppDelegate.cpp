@@ -30,6 +30,10 @@ bool AppDelegate::applicationShouldTerminateAfterLastWindowClosed() const {
 
 void AppDelegate::applicationWillTerminate() {
     autoSaveRunningLayouts();
+    if (!workspaceStore) return;
+    for (const auto& workspace : *workspaceStore->workspaces) {
+        if (workspaceStore->isRunning(workspace.id)) workspaceStore->renewBookmarks(workspace);
+    }
 }
 
 void AppDelegate::autoSaveRunningLayouts() {

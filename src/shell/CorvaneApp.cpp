@@ -10,11 +10,28 @@ namespace {
 /// The main window has come to rest by then.
 constexpr double onboardingDelay = 1.0;
 
+void tellOfKeptPreferences(Platform& platform, const std::string& kept,
+                           const std::string& unreadableBecause) {
+    const auto why = unreadableBecause.empty()
+                         ? "Another program changed the preferences."
+                         : "The preferences can't be read: " + unreadableBecause;
+    platform.mainQueue.async([&alerts = platform.alerts, why, kept] {
+        alerts.runModal(
+            {.title = "Preferences Kept Aside",
+             .message =
+                 why +
+                 "\n\nThat file was kept, and Corvane goes on with the preferences that it shows. The other ones are at:\n\n" +
+                 kept,
+             .buttons = {"OK"}});
+    });
+}
+
 } // namespace
 
 CorvaneApp::CorvaneApp(Platform& platform)
     : platform_(platform), appDelegate_(platform.application),
-      bookmarks_(platform.fileSystem, platform.bookmarks, platform.clock),
+      bookmarks_(platform.fileSystem, platform.bookmarks, platform.clock, platform.mainQueue,
+                 platform.diskQueue),
       workspaceStore_(platform, bookmarks_),
       menuBarManager_(workspaceStore_, appDelegate_, platform),
       onboardingManager_(platform.application, platform.userDefaults) {
@@ -22,6 +39,12 @@ CorvaneApp::CorvaneApp(Platform& platform)
         if (!granted)
             diagnostic({"Notification permission error: ", granted.error().localizedDescription});
     });
+    auto& defaults = platform.userDefaults;
+    defaults.onKeptAside = [&platform](const auto& kept, const auto& unreadableBecause) {
+        tellOfKeptPreferences(platform, kept, unreadableBecause);
+    };
+    // Who had preferences has had the tour.
+    if (defaults.isUnreadable()) completeOnboarding(defaults);
 }
 
 void CorvaneApp::setupApp() {

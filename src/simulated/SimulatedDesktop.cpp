@@ -27,6 +27,7 @@ public:
         }
     }
     void removePersistentDomain() override { desktop_.defaults.clear(); }
+    bool isUnreadable() const override { return desktop_.defaultsAreUnreadable; }
 
 private:
     SimulatedDesktop& desktop_;
@@ -366,6 +367,7 @@ Platform SimulatedDesktop::platform(FileSystem& elsewhere, Bookmarks& bookmarksE
              .appearance = facilities.application,
              .panels = panels},
             {.backgroundQueue = queue,
+             .diskQueue = queue,
              .clock = queue,
              .fileSystem = elsewhere,
              .userDefaults = facilities.defaults,

@@ -85,6 +85,8 @@ public:
     SimulatedFiles files;
     SimulatedBookmarks bookmarks{files};
     std::map<std::string, PropertyList, std::less<>> defaults;
+    /// What was stored before can't be read.
+    bool defaultsAreUnreadable = false;
     std::vector<SimulatedApplication> applications;
     std::vector<RunningApplication> running;
     /// By process; others quit when they are asked.

@@ -59,6 +59,21 @@ bool SimulatedFiles::exists(const std::string& path) const {
     return isReachable(path) && (contents.contains(path) || isDirectory(path));
 }
 
+std::vector<std::string> SimulatedFiles::namesIn(const std::string& folder) const {
+    if (covers(unreadable, folder) || !isReachable(folder)) return {};
+    const auto below = folder + "/";
+    std::set<std::string> names;
+    const auto add = [&](const std::string& path) {
+        if (path.starts_with(below))
+            names.insert(path.substr(below.size(), path.find('/', below.size()) - below.size()));
+    };
+    for (const auto& [path, content] : contents)
+        add(path);
+    for (const auto& path : directories)
+        add(path);
+    return {names.begin(), names.end()};
+}
+
 Result<FileStamp> SimulatedFiles::stamp(const std::string& path) const {
     if (!isReachable(path)) return refusal("reached", path);
     if (!contents.contains(path) && !isDirectory(path)) return missing(path);

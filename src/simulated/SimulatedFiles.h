@@ -38,6 +38,7 @@ public:
     std::string documentsDirectory() const override { return "/home/user/Documents"; }
     bool exists(const std::string& path) const override;
     bool isDirectory(const std::string& path) const override;
+    std::vector<std::string> namesIn(const std::string& folder) const override;
     Result<FileStamp> stamp(const std::string& path) const override;
     Result<std::string> readFile(const std::string& path) const override;
     Result<void> writeFile(const std::string& path, std::string_view bytes) override;

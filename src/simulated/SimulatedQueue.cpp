@@ -8,6 +8,17 @@ void SimulatedQueue::after(double seconds, std::function<void()> work) {
     work_.emplace(std::pair(elapsed_ + std::max(seconds, 0.0), scheduled_++), std::move(work));
 }
 
+bool SimulatedQueue::run(std::function<void()> work) {
+    const bool isSlow = diskDelay > 0 || diskIsFreeAt_ > elapsed_;
+    if (isSlow) {
+        diskIsFreeAt_ = std::max(diskIsFreeAt_, elapsed_) + diskDelay;
+        after(diskIsFreeAt_ - elapsed_, std::move(work));
+    } else {
+        work();
+    }
+    return !isSlow;
+}
+
 void SimulatedQueue::runFor(double seconds) {
     const double end = elapsed_ + seconds;
     while (!work_.empty() && work_.begin()->first.first <= end) {

@@ -9,9 +9,9 @@
 
 namespace corvane {
 
-/// Both queues and the clock of the simulated desktop. Time jumps from one piece of work to the
+/// The queues and the clock of the simulated desktop. Time jumps from one piece of work to the
 /// next; pieces that are due at the same moment run in the order in which they were scheduled.
-class SimulatedQueue : public MainQueue, public BackgroundQueue, public Clock {
+class SimulatedQueue : public MainQueue, public BackgroundQueue, public DiskQueue, public Clock {
 public:
     /// The moment of `now()` when nothing has run: 2026-01-01 12:00:00 UTC.
     static constexpr Timestamp start{788961600.0};
@@ -19,6 +19,10 @@ public:
     void async(std::function<void()> work) override { after(0, std::move(work)); }
     void after(double seconds, std::function<void()> work) override;
     Timestamp now() const override { return {start.seconds + elapsed_}; }
+    /// At once where the disk is fast.
+    bool run(std::function<void()> work) override;
+    /// What work with the disk takes, in seconds.
+    double diskDelay = 0;
     /// Moves the time; what is due meanwhile runs after the sleeper.
     void sleep(double seconds) override { elapsed_ += seconds; }
 
@@ -29,6 +33,8 @@ public:
 
 private:
     double elapsed_ = 0;
+    /// When the last work with the disk ends.
+    double diskIsFreeAt_ = 0;
     std::uint64_t scheduled_ = 0;
     std::map<std::pair<double, std::uint64_t>, std::function<void()>> work_;
 };

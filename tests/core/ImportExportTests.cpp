@@ -154,6 +154,25 @@ TEST_F(ImportExport, anImportThatCanNotBeSavedSaysSoAndTheHeaderMarksItUntilSavi
     EXPECT_EQ(described(scene.fileContent()), "Second()");
 }
 
+TEST_F(ImportExport, whatIsReplacedOrDeletedCanBeImportedAgain) {
+    auto& store = start();
+    desktop.files.contents[importPath] = encodeWorkspaces({scene.workspace("Third")});
+    store.importWorkspaces();
+    EXPECT_EQ(described(store.workspaces), "Third()");
+    store.deleteWorkspace(store.workspaces->front().id);
+    store.deleteWorkspace(first.id);
+    const auto copies = std::string(storeFolder) + "/Copies";
+    EXPECT_EQ(desktop.files.namesIn(copies).size(), 2u) << "one went that wasn't there";
+    const auto copy = copies + "/corvane_workspaces-2026-01-01T12-00-00";
+    for (const auto& [file, list] :
+         {std::pair(copy + ".json", "First(a) Second()"), std::pair(copy + " 2.json", "Third()")}) {
+        desktop.panels.choices["Import Workspaces"] = file;
+        store.importKeptCopy();
+        EXPECT_EQ(desktop.panels.openPanels.back().directory, copies);
+        EXPECT_EQ(described(store.workspaces), list);
+    }
+}
+
 TEST_F(ImportExport, anExportThatFailsOrIsCancelledChangesNoFile) {
     auto& store = start();
     desktop.files.contents[exportPath] = "older";

@@ -30,8 +30,8 @@ TEST(Migrations, ofAVeryOldFileAllRunInOrderAtOneStartAndNeverAgain) {
     EXPECT_EQ(diagnostics.take(),
               (Lines{"📚 BookmarkManager initialized with cache at: " + cache,
                      "Workspaces loaded from: " + file, "Migrated description for workspace: Old",
-                     "Workspaces saved to: " + file, "📚 Saved bookmark cache with 1 entries",
-                     "📚 Migrated valid bookmark for: /plan.txt", "Workspaces saved to: " + file,
+                     "Workspaces saved to: " + file, "📚 Migrated valid bookmark for: /plan.txt",
+                     "📚 Saved bookmark cache with 1 entries", "Workspaces saved to: " + file,
                      "📚 Bookmark migration completed: 1 migrated, 1 skipped",
                      "📚 Bookmark cache: 1 total, 1 valid, 0 invalid"}));
     old.description.clear();

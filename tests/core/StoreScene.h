@@ -42,8 +42,8 @@ struct StoreScene {
 
     WorkspaceStore& start() {
         store.reset();
-        bookmarks =
-            std::make_unique<BookmarkManager>(desktop.files, desktop.bookmarks, desktop.queue);
+        bookmarks = std::make_unique<BookmarkManager>(desktop.files, desktop.bookmarks,
+                                                      desktop.queue, desktop.queue, desktop.queue);
         store = std::make_unique<WorkspaceStore>(platform, *bookmarks);
         return *store;
     }

@@ -10,8 +10,9 @@ protected:
     StoreScene scene;
     SimulatedDesktop& desktop = scene.desktop;
     WorkspacePersistence persistence{scene.platform.fileSystem, scene.platform.bundles,
-                                     scene.platform.mainQueue,  scene.platform.alerts,
-                                     scene.platform.panels,     scene.platform.clock};
+                                     scene.platform.mainQueue,  scene.platform.diskQueue,
+                                     scene.platform.alerts,     scene.platform.panels,
+                                     scene.platform.clock};
 
     /// The content of the one file beside the workspaces file.
     std::string keptContent() const {
@@ -187,6 +188,91 @@ TEST_F(Persistence, aFileOfAnotherProgramIsKeptAside) {
     EXPECT_EQ(described(scene.fileContent()), "D()");
     desktop.files.contents.erase(workspacesPath);
     EXPECT_EQ(saves("E"), "") << "one that was deleted is written anew";
+}
+
+TEST_F(Persistence, whatStandsInTheFolderIsClosedToOthers) {
+    scene.writeFile({});
+    desktop.files.contents[bookmarkCachePath] = "x";
+    persistence.loadWorkspaces();
+    EXPECT_EQ(desktop.files.privateItems,
+              (std::set<std::string>{storeFolder, bookmarkCachePath, workspacesPath}));
+}
+
+TEST_F(Persistence, anOldFileThatCouldNotBeMovedIsTriedAgainUntilSomethingIsSaved) {
+    desktop.files.contents[legacyPath] = encodeWorkspaces({scene.workspace("Old")});
+    desktop.files.unreadable = {legacyPath};
+    EXPECT_EQ(described(scene.start().workspaces), "Personal() Work() Creative()");
+    EXPECT_EQ(scene.saves(), 0);
+    scene.start();
+    scene.store->duplicateWorkspace(scene.store->workspaces->front());
+    scene.store->duplicateWorkspace(scene.store->workspaces->front());
+    desktop.runUntilIdle();
+    EXPECT_EQ(scene.saves(), 2);
+    EXPECT_EQ(scene.alerts(),
+              "Old Workspaces Not Moved | There are workspaces of an earlier version that can't be "
+              "moved here: “" +
+                  std::string(legacyPath) +
+                  "” can't be read: permission denied.\n\n"
+                  "They stay as they are, and can be imported in the settings:\n\n" +
+                  legacyPath + " [OK]");
+
+    desktop.files = {};
+    desktop.files.contents[legacyPath] = encodeWorkspaces({scene.workspace("Old")});
+    desktop.files.unwritable = {storeFolder};
+    scene.start();
+    desktop.files.unwritable.clear();
+    EXPECT_EQ(described(scene.start().workspaces), "Old()");
+}
+
+TEST_F(Persistence, ofTheCopiesTenAreKept) {
+    const auto folder = persistence.copiesDirectory();
+    desktop.files.contents[folder + "/mine.json"] = "x";
+    for (int i = 0; i < 12; ++i) {
+        persistence.keepCopy({scene.workspace(std::to_string(i))});
+        desktop.runFor(i == 3 ? 0 : 1);
+    }
+    std::string kept;
+    for (const auto& name : desktop.files.namesIn(folder))
+        kept += " " + name;
+    EXPECT_EQ(kept, " corvane_workspaces-2026-01-01T12-00-02.json"
+                    " corvane_workspaces-2026-01-01T12-00-03 2.json"
+                    " corvane_workspaces-2026-01-01T12-00-03.json"
+                    " corvane_workspaces-2026-01-01T12-00-04.json"
+                    " corvane_workspaces-2026-01-01T12-00-05.json"
+                    " corvane_workspaces-2026-01-01T12-00-06.json"
+                    " corvane_workspaces-2026-01-01T12-00-07.json"
+                    " corvane_workspaces-2026-01-01T12-00-08.json"
+                    " corvane_workspaces-2026-01-01T12-00-09.json"
+                    " corvane_workspaces-2026-01-01T12-00-10.json mine.json");
+    desktop.files.unwritable = {folder};
+    persistence.keepCopy({});
+    desktop.runUntilIdle();
+    EXPECT_EQ(scene.alerts(), "No Copy Kept | No copy of the workspaces could be kept: “" + folder +
+                                  "” can't be made: permission denied. [OK]");
+}
+
+TEST_F(Persistence, aSlowDiskHoldsNothingUpAndTheNewestListComesLast) {
+    auto& store = scene.start({scene.workspace("A")});
+    desktop.queue.diskDelay = 1;
+    for (const char* name : {"B", "C", "D"})
+        store.addWorkspace(scene.workspace(name));
+    EXPECT_EQ(described(scene.fileContent()), "A()");
+    desktop.files.unwritable = {workspacesPath};
+    desktop.runFor(1);
+    EXPECT_NE(*store.savingProblem, "") << "told when it is known";
+    desktop.files.unwritable.clear();
+    desktop.queue.diskDelay = 0;
+    store.addWorkspace(scene.workspace("E"));
+    EXPECT_EQ(scene.saves(), 0) << "those before it are still under way";
+    desktop.runFor(5);
+    EXPECT_EQ(described(scene.fileContent()), "A() B() C() D() E()");
+    EXPECT_EQ(scene.saves(), 1) << "one content overtook the others";
+    EXPECT_EQ(*store.savingProblem, "");
+    desktop.files.contents[workspacesPath] = "theirs";
+    desktop.queue.diskDelay = 1;
+    store.addWorkspace(scene.workspace("F"));
+    desktop.runFor(1);
+    EXPECT_EQ(desktop.shownAlerts.back().title, "Workspaces File Changed");
 }
 
 TEST_F(Persistence, aSaveThatFailsLeavesTheFile) {

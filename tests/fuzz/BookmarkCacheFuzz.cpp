@@ -29,12 +29,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     desktop.files.contents[folder + "bookmark_cache.plist"] = content;
     desktop.files.contents["/a.txt"] = "";
 
-    BookmarkManager bookmarks(desktop.files, desktop.bookmarks, desktop.queue);
+    BookmarkManager bookmarks(desktop.files, desktop.bookmarks, desktop.queue, desktop.queue,
+                              desktop.queue);
     bookmarks.validateBookmarks();
     const auto loaded = bookmarks.bookmarkCache();
     if (!bookmarks.resolveResource("/a.txt", ResourceType::file)) __builtin_trap();
 
-    BookmarkManager again(desktop.files, desktop.bookmarks, desktop.queue);
+    BookmarkManager again(desktop.files, desktop.bookmarks, desktop.queue, desktop.queue,
+                          desktop.queue);
     if (again.bookmarkCache() != bookmarks.bookmarkCache()) __builtin_trap();
     for (const auto& [key, bookmark] : loaded) {
         if (key != "file:/a.txt" && again.bookmarkCache().at(key) != bookmark) __builtin_trap();

@@ -22,7 +22,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const auto& [key, value] : *values)
         desktop.defaults.emplace(key, value);
     auto platform = desktop.platform();
-    BookmarkManager bookmarks(desktop.files, desktop.bookmarks, desktop.queue);
+    BookmarkManager bookmarks(desktop.files, desktop.bookmarks, desktop.queue, desktop.queue,
+                              desktop.queue);
     const WorkspaceStore store(platform, bookmarks);
     const std::pair<const char*, const Preference<bool>&> flags[]{
         {"CorvaneFocusMode", store.focusMode},

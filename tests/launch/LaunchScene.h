@@ -27,7 +27,8 @@ protected:
 
     StoreScene scene;
     SimulatedDesktop& desktop = scene.desktop;
-    BookmarkManager bookmarks{desktop.files, desktop.bookmarks, desktop.queue};
+    BookmarkManager bookmarks{desktop.files, desktop.bookmarks, desktop.queue, desktop.queue,
+                              desktop.queue};
     std::shared_ptr<ResourceLauncher> shared = std::make_shared<ResourceLauncher>(
         bookmarks, desktop.files, scene.platform.applications,
         ApplicationLookup(scene.platform.applications, scene.platform.bundles, scene.platform.tasks,

@@ -8,19 +8,45 @@
 #include "linux/installed/InstalledApplications.h"
 #include "simulated/SimulatedDesktop.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace corvane::machine {
 
+/// The files of this machine, with something that happens before they are looked at or changed.
+struct WatchedFiles final : LinuxFileSystem {
+    using LinuxFileSystem::LinuxFileSystem;
+
+    std::function<void()> beforeEach = [] {};
+
+    Result<FileStamp> stamp(const std::string& path) const override {
+        beforeEach();
+        return LinuxFileSystem::stamp(path);
+    }
+    Result<void> writeFile(const std::string& path, std::string_view bytes) override {
+        beforeEach();
+        return LinuxFileSystem::writeFile(path, bytes);
+    }
+    Result<void> createDirectory(const std::string& path) override {
+        beforeEach();
+        return LinuxFileSystem::createDirectory(path);
+    }
+    Result<void> moveItem(const std::string& from, const std::string& to) override {
+        beforeEach();
+        return LinuxFileSystem::moveItem(from, to);
+    }
+};
+
 /// The store with the files and the bookmarks of this machine; all else is simulated.
 struct StoreOnDisk {
     SimulatedDesktop desktop;
     InstalledApplications installed;
-    LinuxFileSystem files{installed};
+    WatchedFiles files{installed};
     LinuxBookmarks linuxBookmarks{installed};
     Platform platform = desktop.platform(files, linuxBookmarks);
-    BookmarkManager bookmarks{files, linuxBookmarks, platform.clock};
+    BookmarkManager bookmarks{files, linuxBookmarks, platform.clock, platform.mainQueue,
+                              platform.diskQueue};
     WorkspaceStore store{platform, bookmarks};
 
     void add(const std::string& name) {

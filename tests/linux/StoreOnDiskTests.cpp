@@ -1,16 +1,20 @@
 #include "StoreOnDisk.h"
 #include "core/StoreScene.h"
 #include "foundation/Text.h"
+#include "linux/system/LinuxDiskQueue.h"
 #include "machine/Machine.h"
 
 #include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <functional>
+#include <thread>
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace corvane;
@@ -18,6 +22,8 @@ using namespace corvane::machine;
 namespace fs = std::filesystem;
 
 namespace {
+
+struct Trouble;
 
 class StoreOnDiskTest : public testing::Test {
 protected:
@@ -45,11 +51,25 @@ protected:
         std::ranges::sort(lines);
         return text::joined(lines, "\n");
     }
+    std::unique_ptr<StoreOnDisk> start() const {
+        const AsOrdinaryUser ordinary(folder_);
+        return std::make_unique<StoreOnDisk>();
+    }
     /// An edit and a bookmark, as a user without privileges.
     void use(StoreOnDisk& disk, const std::string& name) {
         const AsOrdinaryUser ordinary(folder_);
         disk.add(name);
         disk.bookmarks.resolveResource(folder_ + "/elsewhere/" + name, ResourceType::file);
+        disk.desktop.runUntilIdle();
+    }
+    std::vector<Trouble> troubles() const;
+    /// Whether a workspace of that name stands in any file of the folder.
+    bool isKept(const std::string& name) const {
+        const auto files = fs::recursive_directory_iterator(folder_);
+        return std::ranges::any_of(files, [&](const auto& entry) {
+            return entry.is_regular_file() &&
+                   read(entry.path()).find("\"" + name + "\"") != std::string::npos;
+        });
     }
     std::string stored(StoreOnDisk& disk) const {
         return described(decodeWorkspaces(read(file_), disk.platform.bundles));
@@ -66,9 +86,16 @@ protected:
     const std::string cache_ = data_ + "/bookmark_cache.plist";
 };
 
-/// Each trouble with the data directory or with a file in it: while it lasts memory keeps
-/// everything and the disk stays as it is; the first save after it stores everything.
-TEST_F(StoreOnDiskTest, whatCannotBeSavedIsKeptInMemoryUntilItCanBe) {
+using Step = std::function<void(const std::string& file)>;
+enum class Of { folder, file, fileOfRoot };
+struct Trouble {
+    const char* name;
+    Of of;
+    Step begin;
+    Step end;
+};
+
+std::vector<Trouble> StoreOnDiskTest::troubles() const {
     const auto permit = [](const std::string& path, int mode) {
         fs::permissions(path, static_cast<fs::perms>(mode));
     };
@@ -78,69 +105,56 @@ TEST_F(StoreOnDiskTest, whatCannotBeSavedIsKeptInMemoryUntilItCanBe) {
         const rlimit limit{.rlim_cur = bytes, .rlim_max = RLIM_INFINITY};
         EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
     };
-    const auto restore = [&](const std::string& file) { fs::remove_all(file); };
-    using Step = std::function<void(const std::string& file)>;
-    enum class Of { folder, file, cache, fileOfRoot };
-    const struct {
-        const char* name;
-        Of of;
-        Step begin;
-        Step end;
-    } troubles[]{
-        {"a folder that can't be entered", Of::folder, [&](auto&) { permit(data_, 0); },
-         [&](auto&) { permit(data_, 0755); }},
+    const auto restore = [](const std::string& file) { fs::remove_all(file); };
+    return {
+        {"a folder that can't be entered", Of::folder, [=, this](auto&) { permit(data_, 0); },
+         [=, this](auto&) { permit(data_, 0755); }},
         {"no folder, and none can be made", Of::folder,
-         [&](auto&) {
+         [=, this](auto&) {
              fs::rename(data_, data_ + ".away");
              permit(folder_, 0555);
          },
-         [&](auto&) { permit(folder_, 0755); }},
+         [=, this](auto&) { permit(folder_, 0755); }},
         {"a file in the folder's place", Of::folder,
-         [&](auto&) {
+         [=, this](auto&) {
              fs::rename(data_, data_ + ".away");
              write(data_, "text");
          },
-         [&](auto&) { fs::remove(data_); }},
-        {"a full disk", Of::folder, [&](auto&) { giveRoom(64); },
-         [&](auto&) { giveRoom(RLIM_INFINITY); }},
-        {"a folder in the file's place", Of::cache,
-         [&](auto& file) {
-             fs::remove(file);
-             write(file + "/inside", "text");
-         },
-         restore},
-        {"a read-only file", Of::file, [&](auto& file) { permit(file, 0444); },
-         [&](auto& file) { permit(file, 0644); }},
+         [=, this](auto&) { fs::remove(data_); }},
+        {"a full disk", Of::folder, [=, this](auto&) { giveRoom(64); },
+         [=, this](auto&) { giveRoom(RLIM_INFINITY); }},
+        {"a read-only file", Of::file, [=, this](auto& file) { permit(file, 0444); },
+         [=, this](auto& file) { permit(file, 0644); }},
         {"another user's file", Of::fileOfRoot,
-         [&](auto& file) { EXPECT_EQ(chown(file.c_str(), 0, 0), 0); },
-         [&](auto& file) { EXPECT_EQ(chown(file.c_str(), 65534, 65534), 0); }},
+         [=, this](auto& file) { EXPECT_EQ(chown(file.c_str(), 0, 0), 0); },
+         [=, this](auto& file) { EXPECT_EQ(chown(file.c_str(), 65534, 65534), 0); }},
         {"a symbolic link into nowhere", Of::file,
-         [&](auto& file) {
+         [=, this](auto& file) {
              fs::remove(file);
              fs::create_symlink(folder_ + "/later/file", file);
          },
-         [&](auto&) {
+         [=, this](auto&) {
              fs::create_directory(folder_ + "/later");
              permit(folder_ + "/later", 0777);
          }},
         {"a symbolic link in a circle", Of::file,
-         [&](auto& file) {
+         [=, this](auto& file) {
              fs::remove(file);
              fs::create_symlink(file, file);
          },
          restore},
     };
-    for (const auto& [name, of, begin, end] : troubles) {
+}
+
+/// Each trouble with the data directory or with a file in it: while it lasts memory keeps
+/// everything and the disk stays as it is; the first save after it stores everything.
+TEST_F(StoreOnDiskTest, whatCannotBeSavedIsKeptInMemoryUntilItCanBe) {
+    for (const auto& [name, of, begin, end] : troubles()) {
         if (of == Of::fileOfRoot && geteuid() != 0) continue;
         for (const auto& file : {file_, cache_}) {
-            if (of == Of::cache && file == file_) continue;
             SCOPED_TRACE(name + (" " + file));
             SetUp();
-            std::unique_ptr<StoreOnDisk> disk;
-            {
-                const AsOrdinaryUser ordinary(folder_);
-                disk = std::make_unique<StoreOnDisk>();
-            }
+            auto disk = start();
             use(*disk, "a");
             begin(file);
             const auto unhindered = of == Of::folder ? "" : file == file_ ? cache_ : file_;
@@ -160,12 +174,96 @@ TEST_F(StoreOnDiskTest, whatCannotBeSavedIsKeptInMemoryUntilItCanBe) {
     }
 }
 
-TEST_F(StoreOnDiskTest, whatCanBeWrittenButNotReplacedIsWrittenInPlace) {
-    std::unique_ptr<StoreOnDisk> disk;
-    {
-        const AsOrdinaryUser ordinary(folder_);
-        disk = std::make_unique<StoreOnDisk>();
+/// Each trouble, beginning before the load, at each step of a save, or with nothing left to save.
+TEST_F(StoreOnDiskTest, atNoMomentDoesATroubleLoseAnything) {
+    enum { beforeTheLoad = -2, atTheEnd = -1, mostSteps = 8 };
+    for (const auto& [name, of, begin, end] : troubles()) {
+        for (int moment = beforeTheLoad; moment < mostSteps; ++moment) {
+            // Midway there is nobody who may give files away.
+            if (of == Of::fileOfRoot && (geteuid() != 0 || moment >= 0)) continue;
+            SCOPED_TRACE(name + (" at " + std::to_string(moment)));
+            SetUp();
+            use(*start(), "precious");
+            if (moment == beforeTheLoad) begin(file_);
+            auto disk = start();
+            int step = 0;
+            disk->files.beforeEach = [&] {
+                if (step++ == moment) begin(file_);
+            };
+            use(*disk, "b");
+            disk->files.beforeEach = [] {};
+            const bool begins = moment < 0 || step > moment;
+            if (moment == atTheEnd) {
+                begin(file_);
+                EXPECT_TRUE(disk->store.savingProblem->empty());
+                disk.reset();
+                end(file_);
+            } else {
+                if (begins) end(file_);
+                use(*disk, "c");
+                EXPECT_EQ(stored(*disk), described(disk->store.workspaces));
+                EXPECT_TRUE(isKept("c"));
+            }
+            // Those take the file itself away.
+            const bool isGone = std::string_view(name).starts_with("a symbolic link");
+            EXPECT_TRUE(isKept("b") || (isGone && moment == atTheEnd));
+            EXPECT_TRUE(isKept("precious") || isGone);
+        }
     }
+}
+
+/// What is still under way at the end is done before it.
+TEST_F(StoreOnDiskTest, aSlowDiskHoldsNothingUpAndNothingIsLostAtTheEnd) {
+    SimulatedDesktop desktop;
+    const InstalledApplications installed;
+    WatchedFiles files{installed};
+    files.beforeEach = [] { std::this_thread::sleep_for(std::chrono::milliseconds(100)); };
+    const auto platform = desktop.platform();
+    const auto start = std::chrono::steady_clock::now();
+    {
+        LinuxDiskQueue diskQueue;
+        WorkspacePersistence persistence(files, platform.bundles, platform.mainQueue, diskQueue,
+                                         platform.alerts, platform.panels, platform.clock);
+        for (const char* name : {"a", "b", "c", "d"})
+            (void)persistence.saveWorkspaces({makeWorkspace(name, "", "", platform.clock.now())});
+        const auto held = std::chrono::steady_clock::now() - start;
+        EXPECT_LT(held, std::chrono::milliseconds(300)) << "one save alone takes 400";
+        EXPECT_FALSE(isKept("d"));
+    }
+    EXPECT_TRUE(isKept("d"));
+}
+
+/// In a process of its own, whose memory nothing else has used.
+TEST_F(StoreOnDiskTest, aPreparedFileTakesLittleMemoryAndIsKept) {
+    constexpr std::size_t megabyte = 1 << 20;
+    for (const std::size_t size : {60 * megabyte, 200 * megabyte}) {
+        write(file_, std::string(size, '['));
+        const pid_t child = fork();
+        if (child == 0) {
+            const auto most = [] {
+                rusage used{};
+                getrusage(RUSAGE_SELF, &used);
+                return static_cast<std::size_t>(used.ru_maxrss) * 1024;
+            };
+            const auto before = most();
+            const StoreOnDisk disk;
+            const bool isKept = fs::file_size(file_) < megabyte;
+            _exit(isKept && most() - before < 250 * megabyte ? 0 : 1);
+        }
+        int status = 0;
+        ASSERT_EQ(waitpid(child, &status, 0), child);
+        EXPECT_EQ(status, 0) << size;
+        std::uintmax_t kept = 0;
+        for (const auto& entry : fs::directory_iterator(data_)) {
+            if (entry.is_regular_file()) kept = std::max(kept, entry.file_size());
+        }
+        EXPECT_EQ(kept, size);
+        fs::remove_all(data_);
+    }
+}
+
+TEST_F(StoreOnDiskTest, whatCanBeWrittenButNotReplacedIsWrittenInPlace) {
+    auto disk = start();
     use(*disk, "a");
     fs::permissions(data_, fs::perms(0555));
     use(*disk, "b");

@@ -123,5 +123,47 @@ TEST_F(App, theEndOfTheProgramSavesTheLayoutsOfRunningWorkspacesInListOrder) {
     setDiagnosticSink({});
 }
 
+TEST_F(App, whatAnEditorPutInAPlaceIsFollowedAfterTheFinishAndTheEnd) {
+    for (const bool finishes : {true, false}) {
+        desktop.files.contents["/plan.md"] = "plan";
+        CorvaneApp app(platform);
+        app.setupApp();
+        auto& store = app.workspaceStore();
+        auto work = store.workspaces->front();
+        store.addResource(makeResource("Plan", "/plan.md", ResourceType::file, platform.bundles),
+                          work.id);
+        work = store.workspaces->front();
+        store.startWorkspace(work);
+        ASSERT_TRUE(desktop.files.removeItem("/plan.md"));
+        desktop.files.contents["/plan.md"] = "edited";
+        if (finishes)
+            store.finishWorkspace(work);
+        else
+            app.appDelegate().applicationWillTerminate();
+        ASSERT_TRUE(desktop.files.moveItem("/plan.md", "/done.md"));
+        EXPECT_EQ(app.bookmarks().resolveResource("/plan.md", ResourceType::file),
+                  Url::fromPath("/done.md"));
+        ASSERT_TRUE(desktop.files.removeItem("/done.md"));
+    }
+}
+
+TEST_F(App, preferencesThatCannotBeReadAreKeptAndToldOfWithNoTourForWhoHadThem) {
+    desktop.defaultsAreUnreadable = true;
+    CorvaneApp app(platform);
+    app.setupApp();
+    platform.userDefaults.onKeptAside("/old.plist", "It holds something else.");
+    platform.userDefaults.onKeptAside("/other.plist", "");
+    desktop.runFor(5);
+    EXPECT_EQ(desktop.logged(), "request authorization\nalert Preferences Kept Aside\n"
+                                "alert Preferences Kept Aside");
+    const std::string kept =
+        "\n\nThat file was kept, and Corvane goes on with the preferences that "
+        "it shows. The other ones are at:\n\n";
+    EXPECT_EQ(desktop.shownAlerts[0].message,
+              "The preferences can't be read: It holds something else." + kept + "/old.plist");
+    EXPECT_EQ(desktop.shownAlerts[1].message,
+              "Another program changed the preferences." + kept + "/other.plist");
+}
+
 } // namespace
 } // namespace corvane

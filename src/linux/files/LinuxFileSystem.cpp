@@ -96,6 +96,16 @@ bool LinuxFileSystem::isDirectory(const std::string& path) const {
     return installed_.byBundlePath(path).has_value();
 }
 
+std::vector<std::string> LinuxFileSystem::namesIn(const std::string& folder) const {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        names.push_back(entry->path().filename());
+    }
+    return names;
+}
+
 Result<FileStamp> LinuxFileSystem::stamp(const std::string& path) const {
     if (!isUsable(path)) return unusable("look at", path);
     struct stat info {};
@@ -113,7 +123,8 @@ Result<std::string> LinuxFileSystem::readFile(const std::string& path) const {
     if (!file || ::fstat(file.get(), &info) != 0) return fileError("read", path, errno);
     if (S_ISDIR(info.st_mode)) return fileError("read", path, EISDIR);
     if (!S_ISREG(info.st_mode)) return fileError("read", path, "Not a regular file");
-    constexpr std::size_t most = std::size_t{1} << 30;
+    // No file that is read here has a use for more.
+    constexpr std::size_t most = std::size_t{64} << 20;
     if (static_cast<std::size_t>(info.st_size) > most) return fileError("read", path, EFBIG);
     std::string content;
     try {

@@ -8,7 +8,7 @@ class InstalledApplications;
 
 /// The file system of the machine, in which the installed applications' bundles stand as folders.
 /// Application Support is the XDG data folder. Copies and moves appear whole or not at all.
-class LinuxFileSystem final : public FileSystem {
+class LinuxFileSystem : public FileSystem {
 public:
     /// Takes the user's folders from the environment.
     explicit LinuxFileSystem(const InstalledApplications& installed);
@@ -17,6 +17,7 @@ public:
     std::string documentsDirectory() const override { return documents_; }
     bool exists(const std::string& path) const override;
     bool isDirectory(const std::string& path) const override;
+    std::vector<std::string> namesIn(const std::string& folder) const override;
     Result<FileStamp> stamp(const std::string& path) const override;
     Result<std::string> readFile(const std::string& path) const override;
     Result<void> writeFile(const std::string& path, std::string_view bytes) override;

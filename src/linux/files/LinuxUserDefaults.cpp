@@ -4,31 +4,44 @@
 #include "foundation/Url.h"
 #include "linux/installed/LinuxBundles.h"
 #include "linux/system/UserFolders.h"
-#include "platform/SafeNames.h"
+#include "platform/MainQueue.h"
+
+#include <utility>
 
 namespace corvane {
 
-LinuxUserDefaults::LinuxUserDefaults(FileSystem& files, const Clock& clock)
-    : files_(files), clock_(clock),
-      path_(path::join(userFolders::config(), std::string(mainBundleIdentifier) + ".plist")) {
-    fileIsUnreadable_ = !load();
+LinuxUserDefaults::LinuxUserDefaults(FileSystem& files, const Clock& clock, MainQueue& mainQueue,
+                                     DiskQueue& diskQueue)
+    : mainQueue_(mainQueue),
+      file_(files, clock, mainQueue, diskQueue,
+            path::join(userFolders::config(), std::string(mainBundleIdentifier) + ".plist"),
+            {.written = [this](const auto& written) { noteWritten(written); },
+             .kept =
+                 [this](const auto& kept, const auto& unreadableBecause) {
+                     if (onKeptAside) onKeptAside(kept, unreadableBecause);
+                 }}) {
+    load();
 }
 
-bool LinuxUserDefaults::load() {
-    const auto bytes = files_.readFile(path_);
-    if (!bytes && bytes.error().isMissing) return true;
-    if (!bytes) {
-        diagnostic({"Failed to read preferences: ", bytes.error().localizedDescription});
-        return false;
-    }
-    const auto list = PropertyList::parse(*bytes);
+LinuxUserDefaults::~LinuxUserDefaults() {
+    // Whoever would be told has gone.
+    onKeptAside = {};
+    if (isDue_) write();
+}
+
+void LinuxUserDefaults::load() {
+    const auto bytes = file_.read();
+    if (!bytes && bytes.error().isMissing) return;
+    const auto list = bytes ? PropertyList::parse(*bytes) : bytes.error();
     const auto* values = list ? list->as<PropertyList::Dictionary>() : nullptr;
-    if (!values) {
-        diagnostic({"Failed to decode preferences: ", path_});
-        return false;
+    if (values) {
+        values_ = *values;
+        return;
     }
-    values_ = *values;
-    return true;
+    const auto why = list ? "It holds something else." : list.error().localizedDescription;
+    diagnostic({"Failed to read preferences: ", why});
+    file_.distrust(why);
+    isUnreadable_ = true;
 }
 
 std::optional<PropertyList> LinuxUserDefaults::objectForKey(std::string_view key) const {
@@ -41,44 +54,36 @@ void LinuxUserDefaults::setObject(std::string_view key, PropertyList value) {
     const auto [entry, isNew] = values_.try_emplace(std::string(key));
     if (!isNew && entry->second == value && !isUnstored_) return;
     entry->second = std::move(value);
-    store();
+    writeLater();
 }
 
 void LinuxUserDefaults::removeObject(std::string_view key) {
     if (values_.erase(std::string(key)) == 0 && !isUnstored_) return;
-    store();
+    writeLater();
 }
 
+/// Not the file itself: behind a symbolic link the old values would stay.
 void LinuxUserDefaults::removePersistentDomain() {
     values_.clear();
-    isUnstored_ = false;
-    if (fileIsUnreadable_) {
-        isUnstored_ = !moveUnreadableFileAside();
-    } else if (files_.exists(path_) && !files_.removeItem(path_)) {
-        store();
-    }
+    writeLater();
 }
 
-bool LinuxUserDefaults::moveUnreadableFileAside() {
-    const auto kept = moveFileAside(files_, path_, "unreadable", clock_.now());
-    if (!kept) {
-        diagnostic({"Failed to move preferences aside: ", kept.error().localizedDescription});
-        return false;
-    }
-    fileIsUnreadable_ = false;
-    return true;
+void LinuxUserDefaults::writeLater() {
+    if (std::exchange(isDue_, true)) return;
+    mainQueue_.async([this, alive = std::weak_ptr(alive_)] {
+        if (!alive.expired()) write();
+    });
 }
 
-void LinuxUserDefaults::store() {
-    isUnstored_ = true;
-    if (fileIsUnreadable_ && !moveUnreadableFileAside()) return;
-    auto written = files_.createDirectory(path::parent(path_));
-    if (written) written = files_.writeFile(path_, PropertyList{values_}.toBinary());
-    if (!written) {
+void LinuxUserDefaults::write() {
+    isDue_ = false;
+    file_.write(PropertyList{values_}.toBinary());
+}
+
+void LinuxUserDefaults::noteWritten(const Result<void>& written) {
+    isUnstored_ = !written;
+    if (!written)
         diagnostic({"Failed to save preferences: ", written.error().localizedDescription});
-        return;
-    }
-    isUnstored_ = false;
 }
 
 } // namespace corvane

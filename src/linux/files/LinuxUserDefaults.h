@@ -1,38 +1,45 @@
 #pragma once
 
-#include "platform/FileSystem.h"
-#include "platform/MainQueue.h"
+#include "platform/OwnFile.h"
 #include "platform/UserDefaults.h"
+
+#include <memory>
 
 namespace corvane {
 
-/// The defaults domain as a property list in the XDG configuration folder, read once at
-/// construction and replaced at each change. A file that can't be read or decoded is moved aside
-/// (`app.corvane.Corvane.unreadable-{date}.plist`) before anything takes its place.
+/// The defaults domain as a property list in the XDG configuration folder, an OwnFile: read once at
+/// construction, and written once a turn of the main queue in which it changed, and at the end.
 class LinuxUserDefaults final : public UserDefaults {
 public:
-    LinuxUserDefaults(FileSystem& files, const Clock& clock);
+    LinuxUserDefaults(FileSystem& files, const Clock& clock, MainQueue& mainQueue,
+                      DiskQueue& diskQueue);
+    ~LinuxUserDefaults() override;
 
     std::optional<PropertyList> objectForKey(std::string_view key) const override;
     void setObject(std::string_view key, PropertyList value) override;
     void removeObject(std::string_view key) override;
     void removePersistentDomain() override;
+    bool isUnreadable() const override { return isUnreadable_; }
 
     /// Where the domain is stored.
-    const std::string& path() const { return path_; }
+    const std::string& path() const { return file_.path(); }
 
 private:
-    bool load();
-    bool moveUnreadableFileAside();
-    void store();
+    void load();
+    void writeLater();
+    void write();
+    void noteWritten(const Result<void>& written);
 
-    FileSystem& files_;
-    const Clock& clock_;
-    std::string path_;
+    MainQueue& mainQueue_;
+    OwnFile file_;
     PropertyList::Dictionary values_;
-    bool fileIsUnreadable_ = false;
-    /// The last change isn't on disk.
+    bool isUnreadable_ = false;
+    /// A write is due on a later turn.
+    bool isDue_ = false;
+    /// The last write didn't come through.
     bool isUnstored_ = false;
+    /// What is done later asks by this whether the defaults are still there.
+    const std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
 };
 
 } // namespace corvane

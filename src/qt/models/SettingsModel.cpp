@@ -93,6 +93,10 @@ void SettingsModel::importWorkspaces() {
     state_.store().importWorkspaces();
 }
 
+void SettingsModel::importKeptCopy() {
+    state_.store().importKeptCopy();
+}
+
 void SettingsModel::exportWorkspaces() {
     state_.store().exportWorkspaces();
 }

@@ -60,6 +60,7 @@ public:
 
     Q_INVOKABLE void resetConfirmations();
     Q_INVOKABLE void importWorkspaces();
+    Q_INVOKABLE void importKeptCopy();
     Q_INVOKABLE void exportWorkspaces();
     Q_INVOKABLE void resetPreferences();
     Q_INVOKABLE void contactSupport();

@@ -119,6 +119,12 @@ Column {
             onClicked: Qt.callLater(sections.settings.importWorkspaces)
         }
         UnifiedSettingsButton {
+            symbol: "clock"
+            title: "Import a Kept Copy"
+            subtitle: "Copies are kept before workspaces are replaced or deleted"
+            onClicked: Qt.callLater(sections.settings.importKeptCopy)
+        }
+        UnifiedSettingsButton {
             symbol: "square.and.arrow.up"
             title: "Export Workspaces"
             subtitle: "Save workspaces to JSON file"
