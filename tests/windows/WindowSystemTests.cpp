@@ -199,6 +199,8 @@ TEST_P(WindowSystemTest, placesAsFarAsAWindowAllows) {
     EXPECT_EQ(placed(plain, FrameWish{.size = PixelSize{655, 477}}), "211,133 655x477");
     EXPECT_EQ(placed(plain, FrameWish{}), "211,133 655x477");
     EXPECT_EQ(placed(plain, {{-70, 600}, {655, 477}}), "-70,600 655x477") << "over the edge";
+    const auto fractional = placed(plain, {{100, 100}, {655.4, 477}});
+    EXPECT_TRUE(fractional.starts_with("100,100 655")) << fractional << ": moved all the same";
     if (session_->has(Feature::secondMonitor)) {
         session_->addSecondMonitor();
         ASSERT_TRUE(comesTrue([&] { return system_.monitors(halfASecondFromNow())->size() == 2; }));
