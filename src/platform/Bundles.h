@@ -6,6 +6,9 @@
 
 namespace corvane {
 
+/// What the system knows this program by: its desktop entry, its preferences, its bundle.
+inline constexpr const char* programIdentifier = "app.corvane.Corvane";
+
 /// What an application bundle says of itself; each is absent where the bundle doesn't say.
 struct Bundle {
     std::optional<std::string> bundleIdentifier;

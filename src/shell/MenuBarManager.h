@@ -25,7 +25,6 @@ public:
     /// Makes the status item as soon as the application runs; nothing if that was done before. For
     /// each launch and activation.
     void setupStatusItem();
-    bool isSetup() const { return isSetup_; }
 
 private:
     void createStatusItem();

@@ -8,8 +8,6 @@ namespace corvane {
 
 namespace {
 
-constexpr std::string_view mainBundle = "app.corvane.Corvane";
-
 class SimulatedDefaults : public UserDefaults {
 public:
     explicit SimulatedDefaults(SimulatedDesktop& desktop) : desktop_(desktop) {}
@@ -138,7 +136,7 @@ public:
         return application ? application->icon : std::nullopt;
     }
 
-    std::string mainBundleIdentifier() const override { return std::string(mainBundle); }
+    std::string mainBundleIdentifier() const override { return programIdentifier; }
     std::optional<std::string> mainBundleInfo(std::string_view key) const override {
         const auto found = desktop_.mainBundleInfo.find(key);
         return found == desktop_.mainBundleInfo.end() ? std::nullopt : std::optional(found->second);

@@ -2,8 +2,8 @@
 
 #include "foundation/Diagnostics.h"
 #include "foundation/Url.h"
-#include "linux/installed/LinuxBundles.h"
 #include "linux/system/UserFolders.h"
+#include "platform/Bundles.h"
 #include "platform/MainQueue.h"
 
 #include <utility>
@@ -14,7 +14,7 @@ LinuxUserDefaults::LinuxUserDefaults(FileSystem& files, const Clock& clock, Main
                                      DiskQueue& diskQueue)
     : mainQueue_(mainQueue),
       file_(files, clock, mainQueue, diskQueue,
-            path::join(userFolders::config(), std::string(mainBundleIdentifier) + ".plist"),
+            path::join(userFolders::config(), std::string(programIdentifier) + ".plist"),
             {.written = [this](const auto& written) { noteWritten(written); },
              .kept =
                  [this](const auto& kept, const auto& unreadableBecause) {

@@ -21,7 +21,7 @@ std::optional<std::string> LinuxBundles::bundlePathOfLauncher(const std::string&
 }
 
 std::string LinuxBundles::mainBundleIdentifier() const {
-    return std::string(corvane::mainBundleIdentifier);
+    return programIdentifier;
 }
 
 std::optional<std::string> LinuxBundles::mainBundleInfo(std::string_view key) const {

@@ -8,8 +8,6 @@ namespace corvane {
 
 class InstalledApplications;
 
-inline constexpr std::string_view mainBundleIdentifier = "app.corvane.Corvane";
-
 /// The installed applications' bundles. The display name is the desktop entry's name in the user's
 /// language, the name the untranslated one.
 class LinuxBundles final : public Bundles {

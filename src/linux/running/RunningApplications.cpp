@@ -3,10 +3,10 @@
 #include "foundation/Text.h"
 #include "foundation/Url.h"
 #include "linux/installed/InstalledApplications.h"
-#include "linux/installed/LinuxBundles.h"
 #include "linux/installed/TerminalEmulator.h"
 #include "linux/running/ApplicationIdentity.h"
 #include "linux/running/LaunchedApplications.h"
+#include "platform/Bundles.h"
 
 #include <algorithm>
 #include <tuple>
@@ -93,7 +93,7 @@ void setIdentity(RunningApplication& result, const ProcessShare& share, const Pr
         if (result.executableURL) result.bundleURL = result.executableURL;
     }
     // Also when it runs from a place where it isn't installed.
-    if (process.processIdentifier == ::getpid()) result.bundleIdentifier = mainBundleIdentifier;
+    if (process.processIdentifier == ::getpid()) result.bundleIdentifier = programIdentifier;
 }
 
 ShownApplication described(const ProcessShare& share, const ProcessFacts& process,

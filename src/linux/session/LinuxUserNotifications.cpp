@@ -2,6 +2,7 @@
 
 #include "foundation/Text.h"
 #include "linux/system/EventThread.h"
+#include "platform/Bundles.h"
 #include "platform/MainQueue.h"
 
 namespace corvane {
@@ -34,11 +35,10 @@ void notify(EventThread& events, const UserNotification& notification, bool esca
     const auto body = escape ? escaped(notification.body) : notification.body;
     GVariantBuilder hints;
     g_variant_builder_init(&hints, G_VARIANT_TYPE_VARDICT);
-    g_variant_builder_add(&hints, "{sv}", "desktop-entry",
-                          g_variant_new_string("app.corvane.Corvane"));
+    g_variant_builder_add(&hints, "{sv}", "desktop-entry", g_variant_new_string(programIdentifier));
     g_variant_builder_add(&hints, "{sv}", "suppress-sound", g_variant_new_boolean(TRUE));
     events.call(serverCall("Notify"),
-                g_variant_new("(susssasa{sv}i)", "Corvane", replacesNone, "app.corvane.Corvane",
+                g_variant_new("(susssasa{sv}i)", "Corvane", replacesNone, programIdentifier,
                               notification.title.c_str(), body.c_str(), nullptr, &hints,
                               asLongAsTheServerLikes));
 }

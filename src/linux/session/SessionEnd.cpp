@@ -1,6 +1,7 @@
 #include "linux/session/SessionEnd.h"
 
 #include "linux/system/EventThread.h"
+#include "platform/Bundles.h"
 
 #include <glib-unix.h>
 
@@ -46,7 +47,7 @@ void SessionEnd::registerWithSessionManager(EventThread& events) {
          .path = "/org/gnome/SessionManager",
          .interface = sessionManager,
          .method = "RegisterClient"},
-        g_variant_new("(ss)", "app.corvane.Corvane", startupId_.c_str()),
+        g_variant_new("(ss)", programIdentifier, startupId_.c_str()),
         [this, &events](GVariant* answer) {
             if (!answer || !g_variant_is_of_type(answer, G_VARIANT_TYPE("(o)"))) return;
             const char* path = nullptr;

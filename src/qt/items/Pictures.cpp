@@ -1,5 +1,6 @@
 #include "qt/items/Pictures.h"
 
+#include "platform/Bundles.h"
 #include "qt/items/Symbols.h"
 
 #include <QFont>
@@ -31,7 +32,7 @@ void drawSymbol(QPainter& painter, const Image& image, const QRect& place) {
 
 QString drawingOf(const Image& image) {
     const auto name = image.source == Image::Source::applicationIcon
-                          ? QStringLiteral("app.corvane.Corvane")
+                          ? QString(programIdentifier)
                           : QString::fromStdString(image.name);
     return ":/data/" + name + ".svg";
 }

@@ -1,5 +1,6 @@
 #include "qt/toolkit/Startup.h"
 
+#include "platform/Bundles.h"
 #include "qt/items/ControlAccessible.h"
 #include "qt/items/Pictures.h"
 
@@ -36,7 +37,7 @@ void prepareApplication() {
 void nameApplication(QGuiApplication& application) {
     application.setApplicationName("corvane");
     application.setApplicationDisplayName("Corvane");
-    application.setDesktopFileName("app.corvane.Corvane");
+    application.setDesktopFileName(programIdentifier);
     application.setWindowIcon(iconOf({.source = Image::Source::applicationIcon}));
     QFont font("Inter");
     font.setPixelSize(13);

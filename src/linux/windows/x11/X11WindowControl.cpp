@@ -51,8 +51,8 @@ bool isBound(const WindowStates& states) {
 
 } // namespace
 
-WindowControl::WindowControl(Server& server, xcb_window_t window, ManagerHabits& habits,
-                             Deadline deadline)
+X11WindowControl::X11WindowControl(Server& server, xcb_window_t window, ManagerHabits& habits,
+                                   Deadline deadline)
     : server_(server), window_(window), mark_(xcb_generate_id(server.get())), habits_(habits),
       deadline_(deadline) {
     const std::uint32_t changes = XCB_EVENT_MASK_PROPERTY_CHANGE;
@@ -63,14 +63,14 @@ WindowControl::WindowControl(Server& server, xcb_window_t window, ManagerHabits&
     xcb_change_window_attributes(server_.get(), window_, XCB_CW_EVENT_MASK, &all);
 }
 
-WindowControl::~WindowControl() {
+X11WindowControl::~X11WindowControl() {
     const std::uint32_t nothing = XCB_EVENT_MASK_NO_EVENT;
     xcb_change_window_attributes(server_.get(), window_, XCB_CW_EVENT_MASK, &nothing);
     xcb_destroy_window(server_.get(), mark_);
     xcb_flush(server_.get());
 }
 
-WindowAnswer WindowControl::place(const FrameWish& wish) {
+WindowAnswer X11WindowControl::place(const FrameWish& wish) {
     if (!look()) return WindowAnswer::gone;
     const Frame now = now_.visible();
     if (inPixels(wishedFrame(wish, now.rect())) == now && !now_.states.shaded)
@@ -82,7 +82,7 @@ WindowAnswer WindowControl::place(const FrameWish& wish) {
     return askFor(wish);
 }
 
-WindowAnswer WindowControl::askFor(const FrameWish& wish) {
+WindowAnswer X11WindowControl::askFor(const FrameWish& wish) {
     using Asked = ApproachSteps::Asked;
     const Frame target = inPixels(wishedFrame(wish, now_.visible().rect()));
     FrameWish whole;
@@ -101,14 +101,14 @@ WindowAnswer WindowControl::askFor(const FrameWish& wish) {
     return approach(whole, {ask, seen, [&] { return isLate(); }});
 }
 
-WindowAnswer WindowControl::setFullscreen(bool on) {
+WindowAnswer X11WindowControl::setFullscreen(bool on) {
     if (!look()) return WindowAnswer::gone;
     if (now_.states.fullscreen == on) return WindowAnswer::done;
     requestState(on, server_.atoms().stateFullscreen);
     return settleState([&] { return now_.states.fullscreen == on; });
 }
 
-WindowAnswer WindowControl::setMaximized(bool on) {
+WindowAnswer X11WindowControl::setMaximized(bool on) {
     if (!look()) return WindowAnswer::gone;
     const auto isThere = [&] {
         return now_.states.maximizedHorizontally == on && now_.states.maximizedVertically == on;
@@ -118,7 +118,7 @@ WindowAnswer WindowControl::setMaximized(bool on) {
     return settleState(isThere);
 }
 
-WindowAnswer WindowControl::leaveStates() {
+WindowAnswer X11WindowControl::leaveStates() {
     const auto& atoms = server_.atoms();
     const auto states = now_.states;
     if (states.maximizedHorizontally || states.maximizedVertically) {
@@ -132,14 +132,14 @@ WindowAnswer WindowControl::leaveStates() {
 }
 
 template <typename Reached>
-WindowAnswer WindowControl::settleState(Reached&& reached) {
+WindowAnswer X11WindowControl::settleState(Reached&& reached) {
     const bool isAnswered = settle(reached, quietAfterState);
     if (!exists_) return WindowAnswer::gone;
     if (reached()) return WindowAnswer::done;
     return isAnswered ? WindowAnswer::refused : WindowAnswer::unanswered;
 }
 
-bool WindowControl::look() {
+bool X11WindowControl::look() {
     const auto found = readGeometry(server_, requestGeometry(server_, window_), deadline_);
     exists_ = found.has_value();
     if (found) now_ = *found;
@@ -149,7 +149,7 @@ bool WindowControl::look() {
 /// Waits until the window manager has dealt with all requests and `reached` holds, or nothing has
 /// happened since for that long. False where it doesn't answer in time.
 template <typename Reached>
-bool WindowControl::settle(Reached&& reached, std::chrono::milliseconds quiet) {
+bool X11WindowControl::settle(Reached&& reached, std::chrono::milliseconds quiet) {
     requestMark();
     const Deadline latest = deadline_ - reserve;
     Deadline until = latest;
@@ -168,7 +168,7 @@ bool WindowControl::settle(Reached&& reached, std::chrono::milliseconds quiet) {
     return !look() || reached() || isAnswered;
 }
 
-void WindowControl::waitForRest(std::chrono::milliseconds length) {
+void X11WindowControl::waitForRest(std::chrono::milliseconds length) {
     const auto fromNow = [&] {
         return std::min(deadline_ - reserveForMove, std::chrono::steady_clock::now() + length);
     };
@@ -180,7 +180,7 @@ void WindowControl::waitForRest(std::chrono::milliseconds length) {
 }
 
 /// A sign of the window manager's that the window has changed or that a mark is reached.
-bool WindowControl::isAnswer(const xcb_generic_event_t& event) {
+bool X11WindowControl::isAnswer(const xcb_generic_event_t& event) {
     constexpr int sent = 0x80;
     const auto& atoms = server_.atoms();
     switch (event.response_type & ~sent) {
@@ -206,17 +206,17 @@ bool WindowControl::isAnswer(const xcb_generic_event_t& event) {
     }
 }
 
-void WindowControl::askManager(xcb_window_t window, xcb_atom_t type,
-                               const Server::Message& message) {
+void X11WindowControl::askManager(xcb_window_t window, xcb_atom_t type,
+                                  const Server::Message& message) {
     server_.sendMessage(Server::Recipient::windowManager, window, type, message);
 }
 
-void WindowControl::requestMark() {
+void X11WindowControl::requestMark() {
     ++openMarks_;
     askManager(mark_, server_.atoms().netRequestFrameExtents, {});
 }
 
-void WindowControl::requestFrame(const Frame& aim) {
+void X11WindowControl::requestFrame(const Frame& aim) {
     constexpr std::uint32_t northWest = 1;
     constexpr std::uint32_t allValues = 0xF << 8;
     askManager(window_, server_.atoms().netMoveresizeWindow,
@@ -225,11 +225,11 @@ void WindowControl::requestFrame(const Frame& aim) {
                 static_cast<std::uint32_t>(aim.height)});
 }
 
-void WindowControl::requestState(bool wanted, xcb_atom_t first, xcb_atom_t second) {
+void X11WindowControl::requestState(bool wanted, xcb_atom_t first, xcb_atom_t second) {
     askManager(window_, server_.atoms().netWmState, {wanted, first, second, fromPager});
 }
 
-bool WindowControl::isLate() const {
+bool X11WindowControl::isLate() const {
     return std::chrono::steady_clock::now() >= deadline_ - reserve;
 }
 

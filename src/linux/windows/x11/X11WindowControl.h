@@ -14,11 +14,11 @@ struct ManagerHabits {
 /// A talk with the window manager about one window. Each operation asks, waits until the window
 /// manager has answered, and looks; where the window isn't as wanted it asks again in other words.
 /// Ends before the deadline in any case.
-class WindowControl {
+class X11WindowControl {
 public:
-    WindowControl(Server& server, xcb_window_t window, ManagerHabits& habits, Deadline deadline);
-    ~WindowControl();
-    WindowControl(const WindowControl&) = delete;
+    X11WindowControl(Server& server, xcb_window_t window, ManagerHabits& habits, Deadline deadline);
+    ~X11WindowControl();
+    X11WindowControl(const X11WindowControl&) = delete;
 
     /// The operations of the same names of `WindowSystem`.
     WindowAnswer place(const FrameWish& wish);

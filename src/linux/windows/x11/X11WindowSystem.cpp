@@ -91,17 +91,18 @@ std::optional<std::vector<Monitor>> X11WindowSystem::monitors(Deadline by) {
 }
 
 WindowAnswer X11WindowSystem::place(const WindowRef& window, const FrameWish& wish, Deadline by) {
-    return control(window, by, [&](WindowControl& control) {
+    return control(window, by, [&](X11WindowControl& control) {
         return isPossible(wish) ? control.place(wish) : WindowAnswer::refused;
     });
 }
 
 WindowAnswer X11WindowSystem::setFullscreen(const WindowRef& window, bool on, Deadline by) {
-    return control(window, by, [&](WindowControl& control) { return control.setFullscreen(on); });
+    return control(window, by,
+                   [&](X11WindowControl& control) { return control.setFullscreen(on); });
 }
 
 WindowAnswer X11WindowSystem::setMaximized(const WindowRef& window, bool on, Deadline by) {
-    return control(window, by, [&](WindowControl& control) { return control.setMaximized(on); });
+    return control(window, by, [&](X11WindowControl& control) { return control.setMaximized(on); });
 }
 
 WindowAnswer X11WindowSystem::control(const WindowRef& window, Deadline by, const Act& act) {
@@ -113,7 +114,7 @@ WindowAnswer X11WindowSystem::control(const WindowRef& window, Deadline by, cons
     if (!server) return WindowAnswer::unanswered;
     if (!*isThere) return WindowAnswer::gone;
     const auto answer = [&] {
-        WindowControl control(*server, idOf(window), habits_, by);
+        X11WindowControl control(*server, idOf(window), habits_, by);
         return act(control);
     }();
     return server->failed() ? WindowAnswer::unanswered : answer;

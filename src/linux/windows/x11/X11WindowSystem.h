@@ -28,7 +28,7 @@ public:
     WindowAnswer askToClose(std::span<const WindowRef> windows, Deadline by) override;
 
 private:
-    using Act = std::function<WindowAnswer(WindowControl&)>;
+    using Act = std::function<WindowAnswer(X11WindowControl&)>;
     WindowAnswer control(const WindowRef& window, Deadline by, const Act& act);
 
     std::mutex mutex_;
