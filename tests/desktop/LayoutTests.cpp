@@ -219,5 +219,21 @@ TEST_F(Layouts, withoutTheFeatureNothingHappensToThemAndWithItOldOnesAreTakenOve
     EXPECT_EQ(closeWindow(), 0);
 }
 
+TEST_F(Layouts, aWindowThatComesLateGetsItsPlaceAllTheSame) {
+    prefer(true, false);
+    desktop.install("late", "Late",
+                    "sh -c \"sleep 3; exec mousepad --disable-server --class=Late\"\n"
+                    "StartupWMClass=Late");
+    start({{"Desk", "", "star", {{"Late", "application", "/Applications/Late.app"}}}});
+    ASSERT_TRUE(startsAll({"Late"}));
+    change("Late", "-e 0,417,163,533,391");
+    ASSERT_TRUE(savesInTheWindow());
+    const auto arranged = saved();
+    change("Late", "-e 0,20,20,700,300");
+    ASSERT_TRUE(finishesAll({"Late"}));
+    ASSERT_TRUE(startsAll({"Late"}));
+    EXPECT_TRUE(become({"Late"}, arranged));
+}
+
 } // namespace
 } // namespace corvane::desktop

@@ -89,6 +89,26 @@ TEST_F(Quit, anEditorWithUnsavedTextAsksAndStays) {
     EXPECT_EQ(readFile(notes), "Some notes\n");
 }
 
+TEST_F(Quit, aJobInATerminalLivesUntilTheQuestionIsAnswered) {
+    start({{"Build", "", "hammer", {{"Shell", "terminal", "sleep 300"}}}});
+    const auto startsJob = [&] {
+        return desktop.press("Start") &&
+               comesTrue([&] { return !desktop.processes("sleep").empty(); }) &&
+               comes("1 resources running");
+    };
+    const std::string question = "Do you want to terminate running processes in this window?";
+    ASSERT_TRUE(startsJob());
+    ASSERT_TRUE(finish());
+    ASSERT_TRUE(comes("sleep"));
+    EXPECT_TRUE(answer(question, "Cancel"));
+    EXPECT_TRUE(answer("Gracefully quit: 1", "OK"));
+    EXPECT_FALSE(desktop.processes("sleep").empty());
+    ASSERT_TRUE(startsJob());
+    ASSERT_TRUE(finish());
+    EXPECT_TRUE(answer(question, "Terminate"));
+    EXPECT_TRUE(comesTrue([&] { return desktop.processes("sleep").size() < 2; }));
+}
+
 TEST_F(Quit, anApplicationThatIgnoresItIsAskedAndLeftAlone) {
     start({{"Hard", "", "hammer", {{"Stubborn", "application", "/Applications/Stubborn.app"}}}});
     ASSERT_TRUE(desktop.press("Start"));
