@@ -221,18 +221,17 @@ TEST_F(Layouts, withoutTheFeatureNothingHappensToThemAndWithItOldOnesAreTakenOve
 
 TEST_F(Layouts, aWindowThatComesLateGetsItsPlaceAllTheSame) {
     prefer(true, false);
-    desktop.install("late", "Late",
-                    "sh -c \"sleep 3; exec mousepad --disable-server --class=Late\"\n"
-                    "StartupWMClass=Late");
-    start({{"Desk", "", "star", {{"Late", "application", "/Applications/Late.app"}}}});
-    ASSERT_TRUE(startsAll({"Late"}));
-    change("Late", "-e 0,417,163,533,391");
+    // Its wrapper ends before the window comes.
+    writeFile(desktop.home("late"), "sh -c 'sleep 3; exec xeyes' &\nsleep 1\n");
+    desktop.install("late", "XEyes", "sh " + desktop.home("late") + "\nStartupWMClass=XEyes");
+    start({{"Desk", "", "star", {{"XEyes", "application", "/Applications/XEyes.app"}}}});
+    ASSERT_TRUE(startsAll({"XEyes"}));
+    change("XEyes", "-e 0,417,163,533,391");
     ASSERT_TRUE(savesInTheWindow());
     const auto arranged = saved();
-    change("Late", "-e 0,20,20,700,300");
-    ASSERT_TRUE(finishesAll({"Late"}));
-    ASSERT_TRUE(startsAll({"Late"}));
-    EXPECT_TRUE(become({"Late"}, arranged));
+    ASSERT_TRUE(finishesAll({"XEyes"}));
+    ASSERT_TRUE(startsAll({"XEyes"}));
+    EXPECT_TRUE(become({"XEyes"}, arranged));
 }
 
 } // namespace

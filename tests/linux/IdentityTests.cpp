@@ -233,6 +233,8 @@ TEST_F(IdentityTest, whatWasLaunchedRunsBeforeItShowsAWindow) {
     started_.push_back(behind[0]);
     show("late", behind[0], "Unknown");
     EXPECT_EQ(all(), slow + " late");
+    LinuxAccessibility accessibility(system_, running_);
+    EXPECT_EQ(accessibility.windows(early.processIdentifier)->size(), 1u);
     system_.clients.clear();
     EXPECT_EQ(all(), "") << "its window has come and gone";
 

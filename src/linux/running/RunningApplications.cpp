@@ -99,6 +99,7 @@ void setIdentity(RunningApplication& result, const ProcessShare& share, const Pr
 ShownApplication described(const ProcessShare& share, const ProcessFacts& process,
                            bool belongsToSession, const Windows& all, const Known& known) {
     ShownApplication shown{.process = process.processIdentifier,
+                           .launchedProcess = process.launchedProcess,
                            .windows = share.windows,
                            .belongsToSession = belongsToSession};
     auto& result = shown.application;

@@ -27,6 +27,8 @@ inline pid_t processOf(std::int32_t identifier) {
 struct ShownApplication {
     RunningApplication application = {};
     pid_t process = 0;
+    /// The process that a launcher started, which this one may come from.
+    pid_t launchedProcess = 0;
     std::vector<ManagedWindow> windows = {};
     /// Draws panels or manages windows: never asked to quit.
     bool belongsToSession = false;

@@ -53,6 +53,10 @@ LinuxAccessibility::windows(std::int32_t processIdentifier) {
     for (const auto& each : *shown) {
         if (each.application.processIdentifier == processIdentifier) return elementsOf(each);
     }
+    // Listed as it was launched, it is another process by the time that it shows a window.
+    for (const auto& each : *shown) {
+        if (each.launchedProcess == processIdentifier) return elementsOf(each);
+    }
     return std::vector<AccessibilityWindow>();
 }
 
