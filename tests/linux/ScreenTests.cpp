@@ -136,6 +136,32 @@ TEST_F(ScreenTest, changesAWindowAndSaysWhatCameOfIt) {
     EXPECT_TRUE(accessibility_.isProcessTrusted());
 }
 
+TEST_F(ScreenTest, maximizesWhatFillsAWorkArea) {
+    system_.screens[0].workArea = {{0, 0}, {1440, 860}};
+    const auto window = element(show("one"));
+    const auto& client = system_.clients[0].window;
+    for (const double height : {860, 859, 860}) {
+        accessibility_.setPosition(window, {0, 0});
+        EXPECT_EQ(accessibility_.setSize(window, {1440, height}), Accessibility::success);
+        EXPECT_EQ(client.frame.size, (PixelSize{1440, height}));
+        EXPECT_EQ(client.isMaximized, height == 860);
+    }
+}
+
+TEST_F(ScreenTest, asksALateSystemOnceMore) {
+    struct Late : MemoryWindowSystem {
+        int timesLate = 0;
+        bool isReady(Deadline by) override {
+            return timesLate-- <= 0 && MemoryWindowSystem::isReady(by);
+        }
+    } late;
+    LinuxAccessibility accessibility(late, running_);
+    for (const int times : {0, 1, 2}) {
+        late.timesLate = times;
+        EXPECT_EQ(accessibility.isProcessTrusted(), times < 2) << times;
+    }
+}
+
 TEST_F(ScreenTest, savingALayoutOfFiveApplicationsPutsTwoQuestions) {
     std::vector<std::unique_ptr<Program>> programs;
     for (int i = 0; i < 5; ++i) {

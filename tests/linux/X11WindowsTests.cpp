@@ -118,6 +118,29 @@ TEST_F(X11WindowsTest, areMovedToWhereTheirInsideIs) {
               frameText(inside.x, inside.y, 420, 370));
 }
 
+TEST_F(X11WindowsTest, areMaximizedWhereTheyFillTheWorkArea) {
+    constexpr std::uint32_t bottom = 40;
+    const auto panel = probe_->make({0, 860, 1440, bottom});
+    probe_->setAtom(panel, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DOCK");
+    probe_->setList(panel, "_NET_WM_STRUT_PARTIAL", {0, 0, 0, bottom, 0, 0, 0, 0, 0, 0, 0, 1439});
+    show(panel);
+    for (const auto* decorations : {"GTK_CSD=0", "GTK_CSD=1"}) {
+        const Program editor({"env", decorations, "mousepad", "--disable-server"});
+        const auto window = firstWindowOf(editor.id());
+        const auto stands = [&](const x11::Frame& frame) {
+            const auto answer = placed(window, frame);
+            const auto found =
+                system_.window({window.identifier, editor.id()}, halfASecondFromNow());
+            return answer + (found && found->isMaximized ? " maximized" : "");
+        };
+        // A client that is slow to draw itself anew is only placed.
+        EXPECT_TRUE(comesTrue([&] {
+            return stands({0, 0, 1440, 860}) == "0,0 1440x860 maximized";
+        })) << decorations;
+        EXPECT_EQ(stands({0, 0, 1440, 859}).find("maximized"), std::string::npos);
+    }
+}
+
 TEST_F(X11WindowsTest, arentPlacedByAManagerThatLeftOnlyItsName) {
     EXPECT_TRUE(accessibility_.isProcessTrusted());
     manager_.reset();

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <ranges>
+#include <thread>
 #include <utility>
 
 namespace corvane {
@@ -87,13 +88,36 @@ WindowAnswer LinuxAccessibility::place(const AccessibilityWindow& window,
                                        std::optional<Point> position, std::optional<Size> size) {
     const auto deadline = halfASecondFromNow();
     FrameWish wish;
+    if (size) wish.size = PixelSize{size->width, size->height};
     if (position) {
         const auto monitors = windows_.monitors(deadline);
         if (!monitors) return WindowAnswer::unanswered;
         wish.origin = SeamSpace(*monitors).fromSeam(*position);
+        const auto fills = [&](const Monitor& monitor) {
+            return wish.size && monitor.workArea == PixelRect{*wish.origin, *wish.size};
+        };
+        if (std::ranges::any_of(*monitors, fills)) {
+            const PixelRect area{*wish.origin, *wish.size};
+            if (fill(refOf(window), area, deadline)) return WindowAnswer::done;
+            return windows_.place(refOf(window), wish, halfASecondFromNow());
+        }
     }
-    if (size) wish.size = PixelSize{size->width, size->height};
     return windows_.place(refOf(window), wish, deadline);
+}
+
+/// On the monitor that the window is on already, by its position.
+bool LinuxAccessibility::fill(const WindowRef& window, const PixelRect& area, Deadline by) {
+    const auto before = windows_.window(window, by);
+    if (!before || before->isFullscreen || before->isTiled) return false;
+    if (windows_.setMaximized(window, true, by) != WindowAnswer::done) return false;
+    // What a client draws around itself goes late.
+    constexpr auto pause = std::chrono::milliseconds(10);
+    for (;;) {
+        const auto after = windows_.window(window, by);
+        if (!after || after->frame == area) return after.has_value();
+        if (std::chrono::steady_clock::now() + pause >= by) return false;
+        std::this_thread::sleep_for(pause);
+    }
 }
 
 int LinuxAccessibility::setPosition(const AccessibilityWindow& window, Point position) {

@@ -30,7 +30,9 @@ public:
 
     /// A window that is to change leaves maximization and shade first; a fullscreen or tiled one
     /// stays as it is. The size is set at the position that was set last, which a window manager
-    /// may have kept from it till then.
+    /// may have kept from it till then. A frame that is a monitor's work area is that of a
+    /// maximized window, and is reached by making it one; where it is not, that takes as long
+    /// again.
     int setPosition(const AccessibilityWindow& window, Point position) override;
     int setSize(const AccessibilityWindow& window, Size size) override;
     int setFullscreen(const AccessibilityWindow& window, bool fullscreen) override;
@@ -42,6 +44,7 @@ public:
     int zoom(const AccessibilityWindow& window);
 
 private:
+    bool fill(const WindowRef& window, const PixelRect& area, Deadline by);
     std::optional<Rect> frame(const AccessibilityWindow& window);
     WindowAnswer place(const AccessibilityWindow& window, std::optional<Point> position,
                        std::optional<Size> size);
