@@ -16,6 +16,7 @@
 #include "linux/screen/LinuxAccessibility.h"
 #include "linux/screen/LinuxDisplays.h"
 #include "linux/screen/LinuxWindowList.h"
+#include "linux/screen/SystemSettings.h"
 #include "linux/scripts/LinuxScriptEngine.h"
 #include "linux/scripts/LinuxTaskRunner.h"
 #include "linux/session/LinuxUserNotifications.h"
@@ -46,10 +47,15 @@ Quitting::AskAboutJobs askingAboutJobs(MainQueue& mainQueue, Alerts& alerts) {
 
 struct LinuxDesktop::Facilities {
     Facilities(MainQueue& mainQueue, Alerts& alerts, EventThread& events)
-        : quitting{*windows, running, askingAboutJobs(mainQueue, alerts)}, defaults{files, clock,
-                                                                                    mainQueue,
-                                                                                    diskQueue},
+        : quitting{*windows, running, askingAboutJobs(mainQueue, alerts)},
+          defaults{files, clock, mainQueue, diskQueue}, settings{recent, alerts},
           notifications(mainQueue, events) {}
+
+    bool openHere(const Url& url) {
+        const bool isMine = SystemSettings::areMeantBy(url);
+        if (isMine) settings.open();
+        return isMine;
+    }
 
     InstalledApplications installed;
     const std::unique_ptr<WindowSystem> windows = windowSystemHere();
@@ -71,7 +77,9 @@ struct LinuxDesktop::Facilities {
     LinuxBundles bundles{installed};
     LinuxFileIcons fileIcons{installed};
     LinuxBookmarks bookmarks{installed};
-    LinuxApplications applications{opener, running, quitting};
+    SystemSettings settings;
+    LinuxApplications applications{opener, running, quitting,
+                                   [this](const Url& url) { return openHere(url); }};
     LinuxTaskRunner tasks{opener};
     LinuxDisplays displays{recent};
     LinuxWindowList windowList{recent, running};
@@ -90,7 +98,15 @@ LinuxDesktop::LinuxDesktop(MainQueue& mainQueue, Alerts& alerts, EventThread& ev
 LinuxDesktop::~LinuxDesktop() = default;
 
 void LinuxDesktop::activateOwnWindow(std::uint64_t number, const std::string& title) {
-    facilities_->running.activateOwn(number, title);
+    auto& facilities = *facilities_;
+    const auto window = facilities.running.ownWindow(number, title);
+    if (window) facilities.recent.activate(window->window, halfASecondFromNow());
+}
+
+bool LinuxDesktop::isOwnWindowAway(std::uint64_t number, const std::string& title) {
+    const auto window = facilities_->running.ownWindow(number, title);
+    // One that has just been made isn't anywhere yet.
+    return window && !window->isOnScreen && (window->isMinimized || !window->workspace.empty());
 }
 
 Machine LinuxDesktop::machine() {

@@ -25,6 +25,9 @@ public:
     /// Gives the keyboard to a window of this program, even where it would be kept where it is.
     /// The number is the toolkit's; where the display has others, the title tells.
     void activateOwnWindow(std::uint64_t number, const std::string& title);
+    /// Such a window is iconified or on another workspace than the one that is shown. False also
+    /// where that can't be told.
+    bool isOwnWindowAway(std::uint64_t number, const std::string& title);
 
 private:
     struct Facilities;

@@ -16,6 +16,7 @@ std::optional<Url> bundleUrl(const std::optional<InstalledApplication>& applicat
 } // namespace
 
 bool LinuxApplications::openUrl(const Url& url) {
+    if (openHere_ && openHere_(url)) return true;
     const auto opened = opener_.open(url);
     if (!opened) diagnostic({"Could not open: ", opened.error().localizedDescription});
     return bool(opened);

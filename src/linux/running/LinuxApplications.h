@@ -2,6 +2,9 @@
 
 #include "platform/Applications.h"
 
+#include <functional>
+#include <utility>
+
 namespace corvane {
 
 class ApplicationOpener;
@@ -11,9 +14,11 @@ class RunningApplications;
 /// NSWorkspace over the installed desktop entries and what the display shows.
 class LinuxApplications final : public Applications {
 public:
+    /// Opens what no application does; false for all else.
+    using OpenHere = std::function<bool(const Url&)>;
     LinuxApplications(const ApplicationOpener& opener, RunningApplications& running,
-                      Quitting& quitting)
-        : opener_(opener), running_(running), quitting_(quitting) {}
+                      Quitting& quitting, OpenHere openHere = {})
+        : opener_(opener), running_(running), quitting_(quitting), openHere_(std::move(openHere)) {}
 
     bool openUrl(const Url& url) override;
     void openUrl(const Url& url, const Url& applicationUrl, OpenCompletion completion) override;
@@ -29,6 +34,7 @@ private:
     const ApplicationOpener& opener_;
     RunningApplications& running_;
     Quitting& quitting_;
+    const OpenHere openHere_;
 };
 
 } // namespace corvane

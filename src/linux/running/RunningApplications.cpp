@@ -205,19 +205,26 @@ bool RunningApplications::activate(const RunningApplication& application) {
     return false;
 }
 
-void RunningApplications::activateOwn(std::uint64_t number, const std::string& title) {
+std::optional<ManagedWindow> RunningApplications::ownWindow(std::uint64_t number,
+                                                            const std::string& title) {
     const auto deadline = halfASecondFromNow();
+    const auto isTitled = [&](const ManagedWindow& window) {
+        return window.title && window.title->starts_with(title);
+    };
+    // One that has just come is in no list yet.
+    const auto numbered = recent_.window({number, ::getpid()}, deadline);
+    if (numbered && isTitled(*numbered)) return numbered;
     const auto now = recent_.windows(deadline);
-    if (!now) return;
+    if (!now) return std::nullopt;
     // The number alone may be another window's, where the toolkit counts by itself; and it may have
     // put the program's name behind the title.
     const auto likeness = [&](const ManagedWindow& window) {
         if (window.window.process != ::getpid()) return 0;
-        return (window.title && window.title->starts_with(title) ? 2 : 0) +
-               (window.window.number == number ? 1 : 0);
+        return (isTitled(window) ? 2 : 0) + (window.window.number == number ? 1 : 0);
     };
     const auto best = std::ranges::max_element(now->windows, {}, likeness);
-    if (best != now->windows.end() && likeness(*best) > 0) recent_.activate(best->window, deadline);
+    if (best == now->windows.end() || likeness(*best) == 0) return std::nullopt;
+    return *best;
 }
 
 } // namespace corvane

@@ -59,9 +59,9 @@ public:
     /// Brings the uppermost window of the application forward, an iconified one too. True when the
     /// display was asked; false where the application has no window.
     bool activate(const RunningApplication& application);
-    /// The same for a window of this process: the one with that title, by its number where several
+    /// A window of this process as it is now: the one with that title, by its number where several
     /// have it. The toolkit's number counts for nothing on some displays.
-    void activateOwn(std::uint64_t number, const std::string& title);
+    std::optional<ManagedWindow> ownWindow(std::uint64_t number, const std::string& title);
 
 private:
     std::int32_t identifierOf(const ProcessFacts& process, const std::string& desktopId);
