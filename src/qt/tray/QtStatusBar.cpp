@@ -11,7 +11,7 @@ std::unique_ptr<StatusItem> QtStatusBar::statusItem(double) {
 }
 
 bool QtStatusBar::isShown() const {
-    return item_ && item_->isPlaced() && tray_.isThere();
+    return item_ && item_->isPlacedIn(tray_.kind());
 }
 
 } // namespace corvane

@@ -1,51 +1,50 @@
 #pragma once
 
 #include "platform/StatusBar.h"
+#include "qt/tray/TrayMenu.h"
+#include "qt/tray/TrayWatch.h"
 
-#include <QHash>
-#include <QIcon>
-#include <QMenu>
 #include <QObject>
 #include <QSystemTrayIcon>
 #include <memory>
 #include <optional>
 
+class QMenu;
+
 namespace corvane {
 
-class TrayWatch;
+class HostedItem;
 
-/// One item in the tray, whenever there is one. A burst of menus becomes one, on the next turn of
-/// the event loop; one that looks like the last only acts differently.
+/// One item in the tray, whenever there is one, of the kind that `TrayWatch` tells. A burst of
+/// menus becomes one, on the next turn of the event loop; one that looks like the last only acts
+/// differently.
 class QtStatusItem final : public QObject, public StatusItem {
 public:
     explicit QtStatusItem(TrayWatch& tray);
+    ~QtStatusItem() override;
 
     bool hasButton() const override { return true; }
     void setButton(StatusButton button) override;
     void setMenu(Menu menu) override;
 
-    bool isPlaced() const { return icon_ != nullptr; }
+    bool isPlacedIn(TrayKind kind) const;
 
 private:
     void place();
-    void scheduleRefresh();
+    void placeOnDisplay();
     void refresh();
-    void replaceWhatLooksNew(const Menu& next);
-    QAction* makeAction(const MenuItem& item);
-    QIcon menuIcon(const Image& image);
-    void choose(QAction* chosen) const;
+    /// As the menu is now, whatever it becomes while it is on the screen.
+    void popUp(QPoint where);
 
     TrayWatch& tray_;
     StatusButton button_;
-    /// What `menu_` shows, and what it is to show next.
-    Menu shown_;
+    TrayMenu menu_;
+    /// What `menu_` is to show next.
     std::optional<Menu> next_;
     bool isScheduled_ = false;
-    /// The menu is shown by a host, not by this program.
-    bool goesOverBus_ = false;
-    QHash<QString, QIcon> menuIcons_;
-    QMenu menu_;
+    std::unique_ptr<HostedItem> hosted_;
     std::unique_ptr<QSystemTrayIcon> icon_;
+    std::unique_ptr<QMenu> poppedUp_;
 };
 
 } // namespace corvane

@@ -17,9 +17,6 @@ namespace corvane {
 
 namespace {
 
-const auto watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
-const auto watcherPath = QStringLiteral("/StatusNotifierWatcher");
-
 struct Free {
     void operator()(void* memory) const { std::free(memory); }
 };
@@ -60,36 +57,38 @@ void TrayWatch::watchBus() {
     auto bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) return;
     auto* owners =
-        new QDBusServiceWatcher(watcherName, bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+        new QDBusServiceWatcher(watcherName(), bus, QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(owners, &QDBusServiceWatcher::serviceOwnerChanged, this, &TrayWatch::askForHost);
     const auto listen = [&](const char* signal, const char* slot) {
-        bus.connect(watcherName, watcherPath, watcherName, signal, this, slot);
+        bus.connect(watcherName(), watcherPath(), watcherName(), signal, this, slot);
     };
-    listen("StatusNotifierHostRegistered", SLOT(welcomeHost()));
+    listen("StatusNotifierHostRegistered", SLOT(askForHost()));
     listen("StatusNotifierHostUnregistered", SLOT(askForHost()));
     askForHost();
 }
 
 void TrayWatch::askForHost() {
-    hasHost_ = false;
-    auto call = QDBusMessage::createMethodCall(watcherName, watcherPath,
+    hasHost_.reset();
+    auto call = QDBusMessage::createMethodCall(watcherName(), watcherPath(),
                                                QStringLiteral("org.freedesktop.DBus.Properties"),
                                                QStringLiteral("Get"));
-    call << watcherName << QStringLiteral("IsStatusNotifierHostRegistered");
+    call << watcherName() << QStringLiteral("IsStatusNotifierHostRegistered");
     call.setAutoStartService(false);
     auto* answer = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this,
             [this, answer, question = ++question_] {
                 const QDBusPendingReply<QDBusVariant> reply = *answer;
                 answer->deleteLater();
-                const bool isLast = question == question_;
-                if (isLast && reply.isValid() && reply.value().variant().toBool()) welcomeHost();
+                if (question != question_) return;
+                hasHost_ = reply.isValid() && reply.value().variant().toBool();
+                emit changed();
             });
 }
 
-void TrayWatch::welcomeHost() {
-    hasHost_ = true;
-    emit hostCame();
+TrayKind TrayWatch::kind() const {
+    if (!hasHost_) return TrayKind::none;
+    if (*hasHost_) return TrayKind::host;
+    return hasSelectionOwner() ? TrayKind::display : TrayKind::none;
 }
 
 /// Who becomes the owner of the selection tells all that listen to the root window.
@@ -125,7 +124,7 @@ bool TrayWatch::nativeEventFilter(const QByteArray&, void* message, qintptr*) {
     const auto* told = static_cast<const xcb_client_message_event_t*>(message);
     if (told->type == manager_ && told->data.data32[1] == selection_) {
         // Once the toolkit has heard of it too.
-        QMetaObject::invokeMethod(this, &TrayWatch::ownerCame, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, &TrayWatch::changed, Qt::QueuedConnection);
     }
     return false;
 }

@@ -3,11 +3,20 @@
 #include <QAbstractNativeEventFilter>
 #include <QObject>
 #include <cstdint>
+#include <optional>
 
 namespace corvane {
 
-/// Whether the desktop has a tray: a host of StatusNotifier items on the session bus, or, on X11,
-/// an owner of the display's tray selection. Waits for no answer of the bus.
+enum class TrayKind {
+    none,
+    /// A host of StatusNotifier items on the session bus.
+    host,
+    /// On X11, an owner of the display's tray selection.
+    display,
+};
+
+/// Which tray the desktop has. Of two it is the host, and none as long as the bus hasn't answered.
+/// Waits for no answer of the bus.
 class TrayWatch : public QObject, private QAbstractNativeEventFilter {
     Q_OBJECT
 
@@ -16,17 +25,17 @@ public:
     TrayWatch();
     ~TrayWatch() override;
 
-    bool isThere() const { return hasHost_ || hasSelectionOwner(); }
-    bool hasHost() const { return hasHost_; }
+    TrayKind kind() const;
+
+    static QString watcherName() { return QStringLiteral("org.kde.StatusNotifierWatcher"); }
+    static QString watcherPath() { return QStringLiteral("/StatusNotifierWatcher"); }
 
 signals:
-    /// One has come, or another one in the place of the last: a host, or a selection owner.
-    void hostCame();
-    void ownerCame();
+    /// A tray may have come, in the place of another one too, or a host has gone.
+    void changed();
 
 private slots:
     void askForHost();
-    void welcomeHost();
 
 private:
     bool hasSelectionOwner() const;
@@ -34,7 +43,8 @@ private:
     void watchDisplay();
     bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
 
-    bool hasHost_ = false;
+    /// Nothing while the bus is asked.
+    std::optional<bool> hasHost_ = false;
     /// Counts the questions, as only the answer to the last one counts.
     int question_ = 0;
     std::uint32_t manager_ = 0;

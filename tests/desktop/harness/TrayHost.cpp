@@ -67,6 +67,7 @@ std::string TrayHost::item() const {
 std::vector<TrayMenuItem> TrayHost::menu() const {
     constexpr int wholeDepth = -1;
     std::vector<TrayMenuItem> items;
+    if (item().empty()) return items;
     const auto answer = watcher_.call(item(), menuPath, menuInterface, "GetLayout",
                                       g_variant_new("(iias)", 0, wholeDepth, nullptr));
     if (!answer) return items;
@@ -111,6 +112,16 @@ std::shared_ptr<GVariant> TrayHost::property(const std::string& name) const {
     GVariant* value = nullptr;
     g_variant_get(answer.get(), "(v)", &value);
     return owned(value);
+}
+
+bool TrayHost::click(int x, int y) const {
+    return watcher_.call(item(), "/StatusNotifierItem", "org.kde.StatusNotifierItem", "Activate",
+                         g_variant_new("(ii)", x, y)) != nullptr;
+}
+
+bool TrayHost::isMenu() const {
+    const auto value = property("ItemIsMenu");
+    return value && g_variant_get_boolean(value.get());
 }
 
 std::string TrayHost::toolTip() const {

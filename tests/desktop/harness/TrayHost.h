@@ -31,9 +31,13 @@ public:
     std::string shownMenu() const;
     /// Chooses the item whose label starts with that text; false where there is none soon.
     bool press(const std::string& label) const;
-    /// The tool tip of the last item, and whether it has a picture for a panel of 22 pixels.
+    /// A host that shows no menus: the item is told of a click there. False where there is no item.
+    bool click(int x, int y) const;
+    /// The tool tip of the last item, and whether it has a picture for a panel of 22 pixels and
+    /// says that each click is for the menu.
     std::string toolTip() const;
     bool hasPicture() const;
+    bool isMenu() const;
 
 private:
     std::string item() const;
