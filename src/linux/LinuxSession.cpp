@@ -22,7 +22,9 @@ LinuxSession::LinuxSession() : parts_(std::make_unique<Parts>()) {
     if (isFirst()) {
         parts_->appearance.emplace(parts_->events);
     } else if (exitStatus() != 0) {
-        std::fputs("Corvane is running already, but doesn't answer.\n", stderr);
+        const auto why = whyNotHere();
+        std::fprintf(stderr, "%s\n",
+                     why.empty() ? "Corvane is running already, but doesn't answer." : why.c_str());
     }
 }
 
@@ -32,24 +34,38 @@ bool LinuxSession::isFirst() const {
     return parts_->instance.start() == SingleInstance::Start::first;
 }
 
+std::string LinuxSession::whyNotHere() const {
+    if (parts_->instance.start() != SingleInstance::Start::isElsewhere) return {};
+    return "You have Corvane open on another display. Quit it there to use it here.";
+}
+
 int LinuxSession::exitStatus() const {
-    return parts_->instance.start() == SingleInstance::Start::noAnswer ? 1 : 0;
+    const auto start = parts_->instance.start();
+    return start == SingleInstance::Start::first || start == SingleInstance::Start::cameForward ? 0
+                                                                                                : 1;
 }
 
 std::optional<bool> LinuxSession::prefersDark() const {
     return parts_->appearance ? parts_->appearance->isDark() : std::nullopt;
 }
 
-void LinuxSession::serve(Post post, std::function<void()> reopen, std::function<void()> terminate) {
-    parts_->end.serve(parts_->events,
-                      [post, terminate = std::move(terminate)] { post(terminate); });
-    parts_->instance.serve(parts_->events,
-                           [post, reopen = std::move(reopen)](std::function<void()> done) {
-                               post([reopen, done = std::move(done)] {
-                                   reopen();
-                                   done();
-                               });
-                           });
+void LinuxSession::serve(const Post& post, const Calls& calls) {
+    const auto posting = [post](const std::function<void()>& call) {
+        return [post, call] { post(call); };
+    };
+    const auto answering = [post](const std::function<void()>& call) {
+        return [post, call](std::function<void()> done) {
+            post([call, done = std::move(done)] {
+                call();
+                done();
+            });
+        };
+    };
+    parts_->end.serve(parts_->events, {.prepare = answering(calls.sessionWillEnd),
+                                       .goOn = posting(calls.sessionGoesOn),
+                                       .terminate = posting(calls.terminate)});
+    parts_->instance.serve(parts_->events, answering(calls.reopen));
+    parts_->appearance->whenTold(parts_->events, posting(calls.appearanceIsKnown));
 }
 
 EventThread& LinuxSession::events() {

@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace corvane {
 
@@ -17,8 +18,11 @@ public:
     ~LinuxSession();
 
     /// Whether this process is to be the program. Otherwise it has brought the one that is there
-    /// forward, or has told on its standard error that this one doesn't answer.
+    /// forward, or has told on its standard error why it couldn't.
     bool isFirst() const;
+    /// The one that is there shows its windows on another display than this process would: one
+    /// sentence for a person on this display. Empty else.
+    std::string whyNotHere() const;
     /// What a process that isn't the first one ends with.
     int exitStatus() const;
 
@@ -27,9 +31,19 @@ public:
 
     /// Runs work on the main thread, also while an alert is up there.
     using Post = std::function<void(std::function<void()>)>;
-    /// From now on calls `reopen` on the main thread when the program is started again, and
-    /// `terminate` when it is to end.
-    void serve(Post post, std::function<void()> reopen, std::function<void()> terminate);
+    struct Calls {
+        /// The program was started again.
+        std::function<void()> reopen;
+        /// The system has said for the first time, perhaps late, what it prefers.
+        std::function<void()> appearanceIsKnown;
+        /// The user's session is about to end and waits for the return; or goes on after all.
+        std::function<void()> sessionWillEnd;
+        std::function<void()> sessionGoesOn;
+        /// The program is to end.
+        std::function<void()> terminate;
+    };
+    /// From now on calls these on the main thread.
+    void serve(const Post& post, const Calls& calls);
 
     EventThread& events();
 

@@ -10,24 +10,38 @@
 int main(int argc, char** argv) {
     using namespace corvane;
     LinuxSession session;
-    if (!session.isFirst()) return session.exitStatus();
+    const auto whyNotHere = session.whyNotHere();
+    if (!session.isFirst() && whyNotHere.empty()) return session.exitStatus();
     prepareApplication();
     QApplication application(argc, argv);
     nameApplication(application);
     QtStatusBar tray;
     QtToolkit toolkit(tray, [&] { return session.prefersDark(); });
     const auto facilities = toolkit.facilities();
+    if (!session.isFirst()) {
+        facilities.alerts.runModal(
+            {.title = "Corvane Is Running", .message = whyNotHere, .buttons = {"OK"}});
+        return session.exitStatus();
+    }
     LinuxDesktop desktop(facilities.mainQueue, facilities.alerts, session.events());
     auto& windows = toolkit.windows();
-    windows.activateWith([&](std::uint64_t number, const std::string& title) {
-        desktop.activateOwnWindow(number, title);
-    });
+    windows.goThrough(
+        {.activate = [&](std::uint64_t number,
+                         const std::string& title) { desktop.activateOwnWindow(number, title); },
+         .isAway =
+             [&](std::uint64_t number, const std::string& title) {
+                 return desktop.isOwnWindowAway(number, title);
+             }});
     Platform platform{facilities, desktop.machine()};
     CorvaneApp app(platform);
     session.serve(
         [&](auto work) {
             QMetaObject::invokeMethod(&application, std::move(work), Qt::QueuedConnection);
         },
-        [&] { windows.reopen(); }, [&] { windows.terminate(); });
+        {.reopen = [&] { windows.reopen(); },
+         .appearanceIsKnown = [&] { toolkit.readAppearanceAgain(); },
+         .sessionWillEnd = [&] { windows.sessionWillEnd(); },
+         .sessionGoesOn = [&] { windows.sessionGoesOn(); },
+         .terminate = [&] { windows.terminate(); }});
     return toolkit.run(app);
 }

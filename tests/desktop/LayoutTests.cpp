@@ -1,3 +1,4 @@
+#include "bus/BusService.h"
 #include "desktop/DesktopTest.h"
 #include "foundation/Json.h"
 #include "foundation/PropertyList.h"
@@ -24,7 +25,8 @@ for name, window in zip(sys.argv[1::2], sys.argv[2::2]):
         return map(int, found[1].split(',')) if found else [0] * 4
     left, right, top, bottom = (a - b for a, b in zip(margins('NET'), margins('GTK')))
     print(name, f'{x - left},{y - top} {width + left + right}x{height + top + bottom}',
-          *['fullscreen'] * ('_STATE_FULLSCREEN' in properties))
+          *['fullscreen'] * ('_STATE_FULLSCREEN' in properties),
+          *['maximized'] * ('_MAXIMIZED_VERT' in properties))
 )";
 /// The same of the first workspace's records.
 constexpr auto readRecords = R"(
@@ -125,7 +127,8 @@ protected:
         std::sscanf(desktop.run({"xprop", "-root", "-notype", "_NET_WORKAREA"}).c_str(),
                     "_NET_WORKAREA = %d, %d, %d, %d", &x, &y, &width, &height);
         return std::to_string(x) + "," + std::to_string(900 - y - height) + " " +
-               std::to_string(width) + "x" + std::to_string(height) + "\n";
+               std::to_string(width) + "x" + std::to_string(height) +
+               (height == 900 ? " maximized\n" : "\n");
     }
 
     const SceneResource notes{"notes.txt", "file", desktop.home("notes.txt")};
@@ -184,6 +187,62 @@ TEST_F(Layouts, savedAtTheEndBringOneWindowBackFullscreenAndFillTheScreenWithThe
     ASSERT_TRUE(endsAndStartsAgain("Mousepad" + fullscreen + "Drawn" + fullscreen, true));
     EXPECT_TRUE(comes("'Mousepad' will be fullscreen, others will be maximized."));
     EXPECT_TRUE(become(all, "Mousepad" + fullscreen + "Drawn " + workArea()));
+}
+
+TEST_F(Layouts, savedBeforeOtherProgramsLeaveTheSession) {
+    const auto* manager = "<interface name='org.gnome.SessionManager'>"
+                          "<method name='RegisterClient'><arg type='s' direction='in'/>"
+                          "<arg type='s' direction='in'/><arg type='o' direction='out'/></method>"
+                          "</interface>";
+    const auto* client = "<interface name='org.gnome.SessionManager.ClientPrivate'>"
+                         "<method name='EndSessionResponse'><arg type='b' direction='in'/>"
+                         "<arg type='s' direction='in'/></method></interface>";
+    const BusService session(desktop.busAddress(), "org.gnome.SessionManager",
+                             {{"/Client1", client}, {"/org/gnome/SessionManager", manager}},
+                             [](const BusService::Call& call) -> GVariant* {
+                                 if (call.method != "RegisterClient") return nullptr;
+                                 const char* who = nullptr;
+                                 g_variant_get(call.parameters, "(&s&s)", &who, nullptr);
+                                 const bool isCorvane = who == std::string("app.corvane.Corvane");
+                                 return g_variant_new("(o)", isCorvane ? "/Client1" : "/Other");
+                             });
+    const auto answers = [&] {
+        return std::ranges::count(session.calls(), "EndSessionResponse (true, '')");
+    };
+    const auto agrees = [&] {
+        const auto before = answers();
+        return comesTrue([&] {
+            session.emit("QueryEndSession", g_variant_new("(u)", 0));
+            return answers() > before;
+        });
+    };
+    prefer(true, true);
+    const Names all{"Mousepad", "Drawn"};
+    start({{"Desk", "", "star", {notes, drawn}}});
+    ASSERT_TRUE(startsAll(all));
+    ASSERT_TRUE(agrees());
+    EXPECT_EQ(saved(), seen(all));
+    session.emit("CancelEndSession", nullptr);
+    change("Mousepad", "-e 0,417,163,533,391");
+    ASSERT_TRUE(agrees());
+    const auto last = seen(all);
+    EXPECT_EQ(saved(), last);
+    EXPECT_TRUE(closes("Drawn"));
+    session.emit("EndSession", nullptr);
+    EXPECT_EQ(desktop.corvane().waitForEnd(), 0);
+    EXPECT_EQ(saved(), last);
+}
+
+TEST_F(Layouts, withoutAWindowManagerTheUserHearsWhatIsMissing) {
+    start({{"Desk", "", "star", {notes}}});
+    ASSERT_TRUE(comes("Desk"));
+    desktop.stopWindowManager();
+    ASSERT_TRUE(desktop.press("Settings"));
+    ASSERT_TRUE(desktop.press("Window Layout Features"));
+    ASSERT_TRUE(comes("Window layout features require Accessibility permission"));
+    // The first button, "Open System Preferences".
+    desktop.run({"xdotool", "key", "Return"});
+    EXPECT_TRUE(comes("Start a window manager: without one, nothing places windows."));
 }
 
 TEST_F(Layouts, withoutTheFeatureNothingHappensToThemAndWithItOldOnesAreTakenOver) {

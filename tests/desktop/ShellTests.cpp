@@ -51,14 +51,13 @@ protected:
             const auto place = placeOfIcon();
             if (!place) return false;
             desktop.run({"xdotool", "mousemove", place->first, place->second, "click", "1"});
-            return comesTrue(
-                [&] {
-                    const auto ids =
-                        desktop.run({"xdotool", "search", "--onlyvisible", "--class", "corvane"});
-                    return std::ranges::count(ids, '\n') == 2;
-                },
-                2);
+            return comesTrue([&] { return shownWindows() == 2; }, 2);
         });
+    }
+    /// Of Corvane, its icon and its menu among them.
+    long shownWindows() {
+        const auto ids = desktop.run({"xdotool", "search", "--onlyvisible", "--class", "corvane"});
+        return std::ranges::count(ids, '\n');
     }
     std::optional<int> startAgain(const std::vector<std::string>& prefix = {}) {
         auto command = prefix;
@@ -99,6 +98,7 @@ TEST_F(Shell, theTrayStartsAndFinishesAWorkspaceAndLeadsBackToTheWindow) {
     })) << tray->shownMenu();
     EXPECT_EQ(tray->toolTip(), "Corvane - Workspace Manager");
     EXPECT_TRUE(tray->hasPicture());
+    EXPECT_TRUE(tray->isMenu());
 
     ASSERT_TRUE(tray->press("R&D"));
     EXPECT_TRUE(opens("mousepad", "note.txt"));
@@ -135,6 +135,43 @@ TEST_F(Shell, aTrayThatComesLateOnTheDisplayHoldsTheMenuToo) {
     EXPECT_EQ(closeWindow(), 0);
 }
 
+/// One tray takes the other's place, as when a panel is replaced or the session's own comes late.
+TEST_F(Shell, theItemMovesBetweenTraysOfBothKinds) {
+    const std::string name = "my__project R&D _Co\tTab";
+    const std::string shown = "my__project R&D _Co Tab     ▶";
+    std::unique_ptr<Process> panel;
+    std::optional<TrayHost> host;
+    const auto leadsBack = [&] {
+        return comesTrue([&] { return host->press("Show App Window"); });
+    };
+    startWithOneNote(name);
+    ASSERT_TRUE(hasWindow());
+    for (int round = 0; round < 2; ++round) {
+        host.reset();
+        panel = desktop.start({"tint2"});
+        ASSERT_TRUE(comesTrue([&] { return placeOfIcon().has_value(); }));
+        ASSERT_TRUE(closesAndStays());
+        ASSERT_TRUE(opensMenu());
+        desktop.run({"xdotool", "key", "--delay", "100", "Down", "Return"});
+        ASSERT_TRUE(hasWindow());
+
+        host.emplace(desktop.busAddress());
+        ASSERT_TRUE(comesTrue([&] { return !host->menu().empty(); }));
+        EXPECT_TRUE(comesTrue([&] { return !placeOfIcon(); })) << "one item is enough";
+        panel.reset();
+        EXPECT_NE(host->shownMenu().find(shown), std::string::npos) << host->shownMenu();
+        ASSERT_TRUE(closesAndStays());
+        EXPECT_TRUE(leadsBack());
+        ASSERT_TRUE(hasWindow());
+    }
+    ASSERT_TRUE(host->click(300, 300));
+    EXPECT_TRUE(comesTrue([&] { return shownWindows() == 2; })) << "window and menu";
+    desktop.run({"xdotool", "key", "Escape"});
+    EXPECT_TRUE(comesTrue([&] { return shownWindows() == 1; }));
+    host.reset();
+    EXPECT_EQ(closeWindow(), 0);
+}
+
 TEST_F(Shell, itStartsAsTheSystemLooksAndASecondStartBringsItForward) {
     const BusService darkPortal(
         desktop.busAddress(), "org.freedesktop.portal.Desktop",
@@ -142,7 +179,11 @@ TEST_F(Shell, itStartsAsTheSystemLooksAndASecondStartBringsItForward) {
           "<interface name='org.freedesktop.portal.Settings'><method name='Read'>"
           "<arg type='s' direction='in'/><arg type='s' direction='in'/>"
           "<arg type='v' direction='out'/></method></interface>"}},
-        [](const BusService::Call&) { return g_variant_new_parsed("(<<uint32 1>>,)"); });
+        [](const BusService::Call&) {
+            // Later than anyone waits for.
+            std::this_thread::sleep_for(std::chrono::seconds(1));
+            return g_variant_new_parsed("(<<uint32 1>>,)");
+        });
     startWithOneNote("Notes");
     ASSERT_TRUE(hasWindow());
     EXPECT_TRUE(comes("Switch to Light Mode"));
@@ -167,10 +208,33 @@ TEST_F(Shell, itStartsAsTheSystemLooksAndASecondStartBringsItForward) {
     EXPECT_EQ(closeWindow(), 0);
 }
 
+TEST_F(Shell, aStartOnAnotherDisplaySaysThereWhereItRuns) {
+    startWithOneNote("Notes");
+    ASSERT_TRUE(hasWindow());
+    std::string display;
+    const auto server = desktop.startDisplay(display);
+    const auto there = [&](std::vector<std::string> command) {
+        command.insert(command.begin(), {"env", "DISPLAY=" + display});
+        return command;
+    };
+    const auto second = desktop.start(there({desktop.corvaneProgram()}));
+    EXPECT_TRUE(comesTrue([&] {
+        return desktop.run(there({"xwininfo", "-root", "-tree"})).find("Corvane Is Running") !=
+               std::string::npos;
+    }));
+    desktop.run(there({"xdotool", "key", "Return"}));
+    EXPECT_EQ(second->waitForEnd(), 1);
+    EXPECT_EQ(closeWindow(), 0);
+}
+
 TEST_F(Shell, aFirstStartShowsTheTourAndTheNextDoesNot) {
     std::filesystem::remove(desktop.preferencesFile());
     startWithOneNote("Notes");
     ASSERT_TRUE(comes("Your workspace management companion"));
+    desktop.corvane().signal(SIGTERM);
+    EXPECT_EQ(desktop.corvane().waitForEnd(), 0);
+    desktop.startCorvane();
+    ASSERT_TRUE(comes("Your workspace management companion")) << "nobody has closed it";
     ASSERT_TRUE(desktop.press("Next"));
     EXPECT_TRUE(comes("2 of 6"));
     ASSERT_TRUE(desktop.press("Skip"));

@@ -56,6 +56,13 @@ TEST_F(Start, opensOneResourceOfEachType) {
     EXPECT_TRUE(desktop.window("mousepad", "notes.txt"));
 }
 
+TEST_F(Start, goesOnWhenTheWindowIsClosedAtOnce) {
+    start({{"Notes", "", "star", {{"notes.txt", "file", document("notes.txt")}}}});
+    ASSERT_TRUE(desktop.press("Start"));
+    EXPECT_EQ(closeWindow(), 0);
+    EXPECT_TRUE(opens("mousepad", "notes.txt"));
+}
+
 TEST_F(Start, aWrongResourceRaisesItsAlertAndStopsNothing) {
     start({{"Mixed",
             "",

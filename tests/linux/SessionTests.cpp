@@ -84,13 +84,19 @@ TEST_F(Session, aPortalThatIsLateOrAbsentHoldsNobodyUp) {
     const auto& appearance = asked.emplace(events);
     EXPECT_EQ(appearance.isDark(), std::nullopt);
     EXPECT_LT(secondsSince(start), 0.2);
-    EXPECT_TRUE(comesTrue([&] { return appearance.isDark() == false; }));
+    std::atomic<int> tellings = 0;
+    asked->whenTold(events, [&] { ++tellings; });
+    EXPECT_TRUE(comesTrue([&] { return tellings == 1; }));
+    EXPECT_EQ(appearance.isDark(), false);
     service.emit("SettingChanged",
                  g_variant_new_parsed("('org.freedesktop.appearance', 'contrast', <uint32 2>)"));
     service.emit(
         "SettingChanged",
         g_variant_new_parsed("('org.freedesktop.appearance', 'color-scheme', <uint32 1>)"));
     EXPECT_TRUE(comesTrue([&] { return appearance.isDark() == true; }));
+    EXPECT_EQ(tellings, 1) << "it is told of the first alone";
+    asked->whenTold(events, [&] { ++tellings; });
+    EXPECT_TRUE(comesTrue([&] { return tellings == 2; }));
 }
 
 TEST_F(Session, notificationsArriveInOrderAsTheServerReadsThem) {
@@ -155,21 +161,33 @@ TEST_F(Session, theEndOfTheSessionAndSignalsAskForTheEnd) {
                                             : nullptr;
                              });
     std::signal(SIGHUP, SIG_IGN);
-    std::atomic<int> ends = 0;
+    std::atomic<int> ends = 0, resumptions = 0;
+    std::function<void()> ready;
+    std::promise<void> asked;
     SessionEnd end;
     EventThread events;
     EXPECT_EQ(std::getenv("DESKTOP_AUTOSTART_ID"), nullptr);
-    end.serve(events, [&] { ++ends; });
+    end.serve(events, {.prepare =
+                           [&](std::function<void()> given) {
+                               if (!std::exchange(ready, given)) asked.set_value();
+                           },
+                       .goOn = [&] { ++resumptions; },
+                       .terminate = [&] { ++ends; }});
     const std::vector<std::string> registered{"RegisterClient ('app.corvane.Corvane', '10ab')"};
-    const auto answered = [&](std::size_t count) {
-        return comesTrue([&] {
-            session.emit("QueryEndSession", g_variant_new("(u)", 0));
-            return session.calls().size() >= count;
-        });
-    };
-    ASSERT_TRUE(answered(2));
-    EXPECT_EQ(session.calls()[0], registered[0]);
+    ASSERT_TRUE(comesTrue([&] { return session.calls() == registered; }));
+    // Who has registered doesn't listen at once.
+    auto question = asked.get_future();
+    ASSERT_TRUE(comesTrue([&] {
+        session.emit("QueryEndSession", g_variant_new("(u)", 0));
+        return question.wait_for(std::chrono::milliseconds(50)) == std::future_status::ready;
+    }));
+    EXPECT_EQ(session.calls().size(), 1u) << "it isn't ready";
+    ready();
+    ASSERT_TRUE(comesTrue([&] { return session.calls().size() == 2; }));
     EXPECT_EQ(session.calls()[1], "EndSessionResponse (true, '')");
+    EXPECT_EQ(resumptions, 0);
+    session.emit("CancelEndSession", nullptr);
+    EXPECT_TRUE(comesTrue([&] { return resumptions == 1; }));
     EXPECT_EQ(ends, 0);
     int expected = 0;
     for (const auto* signal : {"EndSession", "Stop"}) {
@@ -213,6 +231,29 @@ TEST(SingleInstanceTest, oneIsFirstAndOthersBringItForward) {
     write(folder + "/app.corvane.Corvane.socket", "left by a crash");
     EXPECT_EQ(SingleInstance(folder).start(), Start::first);
     EXPECT_EQ(SingleInstance("/proc/no such folder").start(), Start::first);
+}
+
+TEST(SingleInstanceTest, aStartOnAnotherDisplayLeavesTheFirstOneWhereItIs) {
+    const auto folder = place("displays");
+    std::optional<ScopedVariable> x11(std::in_place, "DISPLAY", ":7");
+    std::optional<ScopedVariable> wayland(std::in_place, "WAYLAND_DISPLAY", "wayland-0");
+    SingleInstance first(folder);
+    const struct {
+        const char *x11, *wayland;
+        bool isElsewhere;
+    } cases[]{{":7", "wayland-0", false}, {":7.0", "", false},
+              {":8", "wayland-0", false}, {"", "", false},
+              {":8", "", true},           {":8", "wayland-1", true},
+              {":70", "", true}};
+    EventThread events;
+    first.serve(events, [](const std::function<void()>& done) { done(); });
+    for (const auto& each : cases) {
+        x11.emplace("DISPLAY", each.x11);
+        wayland.emplace("WAYLAND_DISPLAY", each.wayland);
+        EXPECT_EQ(SingleInstance(folder).start() == SingleInstance::Start::isElsewhere,
+                  each.isElsewhere)
+            << each.x11 << " " << each.wayland;
+    }
 }
 
 /// A folder whose lock can't be had is no reason to take the bell of whoever has it.

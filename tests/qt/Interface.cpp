@@ -55,7 +55,7 @@ std::string nameOf(QAccessibleInterface* element) {
 
 } // namespace
 
-Interface::Interface() : platform(withWindows(desktop, windows)), windows(engine) {
+Interface::Interface() : platform(withWindows(desktop, windows)), windows(engine, mainQueue) {
     addViews(engine);
 }
 

@@ -3,6 +3,7 @@
 #include "core/RecordCoding.h"
 #include "core/StoreScene.h"
 #include "qt/toolkit/MainWindows.h"
+#include "qt/toolkit/QtMainQueue.h"
 #include "shell/CorvaneApp.h"
 #include "simulated/SimulatedDesktop.h"
 
@@ -27,6 +28,7 @@ public:
     SimulatedDesktop desktop;
     Platform platform;
     QQmlEngine engine;
+    QtMainQueue mainQueue;
     MainWindows windows;
     std::unique_ptr<CorvaneApp> app;
 

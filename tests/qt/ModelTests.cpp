@@ -3,10 +3,13 @@
 #include "qt/models/AlertModel.h"
 #include "qt/models/WorkspaceListModel.h"
 #include "qt/toolkit/QtMainQueue.h"
+#include "qt/tray/Popup.h"
+#include "qt/tray/TrayMenu.h"
 #include "ui/WorkspaceListState.h"
 
 #include <QAbstractItemModelTester>
 #include <QEventLoop>
+#include <QMenu>
 #include <QTest>
 #include <QTimer>
 #include <thread>
@@ -44,6 +47,85 @@ TEST(AlertModelTest, cutsTheMiddleOfWhatWouldTakeLongToDraw) {
     EXPECT_EQ(many.message().count('\n'), 299);
     EXPECT_TRUE(many.message().contains("y\n…\ny"));
     EXPECT_TRUE(many.message().endsWith("y\nend"));
+}
+
+TEST(QtMainQueueTest, isDoneWithAllThatIsScheduledAndThatComesOfIt) {
+    QtMainQueue queue;
+    std::string log;
+    queue.after(0.3, [&] {
+        log += "first ";
+        std::thread([&] { queue.after(0.5, [&] { log += "second "; }); }).join();
+    });
+    queue.whenDone(10, [&] { log += "replaced "; });
+    queue.whenDone(10, [&] { log += "done "; });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return log == "first second done "; }, 4000)) << log;
+
+    log.clear();
+    queue.after(60, [&] { log += "much later "; });
+    queue.async([&] {
+        log += "alert( ";
+        QEventLoop nested;
+        QTimer::singleShot(500, &nested, &QEventLoop::quit);
+        nested.exec();
+        log += ") ";
+    });
+    queue.whenDone(0.2, [&] { log += "done "; });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return log == "alert( ) done "; }, 4000)) << log;
+}
+
+std::string labelsOf(TrayMenu& menu, std::vector<int>& ids) {
+    constexpr int root = 0, all = -1;
+    bus::MenuNode layout;
+    menu.GetLayout(root, all, {}, layout);
+    std::string labels;
+    ids.clear();
+    for (const auto& child : layout.children) {
+        const auto node = child.variant().value<bus::MenuNode>();
+        ids.push_back(node.id);
+        const auto& shown = node.properties;
+        const auto state = shown.value("toggle-state", -1).toInt();
+        labels += (shown.value("enabled", true).toBool() ? "" : "-") +
+                  shown.value("label", shown.value("type")).toString().toStdString() +
+                  (state < 0 ? "" : std::to_string(state)) + "|";
+    }
+    return labels;
+}
+
+/// A host reads underscores as marks of letters, the toolkit ampersands, and both tabs.
+TEST(TrayMenuTest, readsTheSameWhoeverShowsItAndNoPressMeansAnotherItem) {
+    std::string log;
+    const auto item = [&](const std::string& title) {
+        return MenuItem{.title = title, .action = [&log, title] { log += title + " "; }};
+    };
+    const Menu first{{.title = "Title", .isEnabled = false},
+                     MenuItem::separator(),
+                     item("my__project R&D _Co\tTab"),
+                     {.title = "Switch", .action = [] {}, .state = true}};
+    TrayMenu menu;
+    int updates = 0;
+    QObject::connect(&menu, &TrayMenu::LayoutUpdated, [&] { ++updates; });
+    menu.show(first);
+    std::vector<int> ids, later;
+    EXPECT_EQ(labelsOf(menu, ids), "-Title|separator|my____project R&D __Co Tab|Switch1|");
+    const auto popup = makePopup(first);
+    EXPECT_EQ(popup->actions()[2]->text().toStdString(), "my__project R&&D _Co Tab");
+
+    menu.show(first);
+    EXPECT_EQ(updates, 1) << "it looks the same";
+    menu.show({first[0], first[1], item("New"), item("Other"), first[3]});
+    EXPECT_EQ(updates, 2);
+    EXPECT_EQ(labelsOf(menu, later), "-Title|separator|New|Other|Switch1|");
+    EXPECT_EQ(std::vector({later[0], later[1], later[4]}), std::vector({ids[0], ids[1], ids[3]}));
+    menu.Event(ids[2], "clicked", {}, 0);
+    menu.Event(later[2], "hovered", {}, 0);
+    menu.Event(later[0], "clicked", {}, 0);
+    EXPECT_EQ(menu.EventGroup({{later[3], "clicked", {}, 0}, {999, "clicked", {}, 0}}),
+              QList<int>{999});
+    EXPECT_EQ(log, "") << "the host hears first";
+    QCoreApplication::processEvents();
+    EXPECT_EQ(log, "Other ");
+    EXPECT_EQ(menu.GetProperty(later[2], "label").variant(), "New");
+    EXPECT_EQ(menu.GetGroupProperties({later[3]}, {})[0].properties["label"], "Other");
 }
 
 TEST(SymbolsTest, everyNameHasAGlyphOfItsOwnKind) {

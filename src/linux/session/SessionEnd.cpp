@@ -18,15 +18,15 @@ SessionEnd::SessionEnd() : startupId_(gio::text(g_getenv("DESKTOP_AUTOSTART_ID")
     g_unsetenv("DESKTOP_AUTOSTART_ID");
 }
 
-void SessionEnd::serve(EventThread& events, std::function<void()> terminate) {
-    terminate_ = std::move(terminate);
+void SessionEnd::serve(EventThread& events, Calls calls) {
+    calls_ = std::move(calls);
     for (const int number : {SIGTERM, SIGINT, SIGHUP})
         watchSignal(events, number);
     events.async([this, &events] { registerWithSessionManager(events); });
 }
 
 int SessionEnd::terminateNow(void* self) {
-    static_cast<SessionEnd*>(self)->terminate_();
+    static_cast<SessionEnd*>(self)->calls_.terminate();
     return G_SOURCE_CONTINUE;
 }
 
@@ -61,9 +61,15 @@ void SessionEnd::follow(EventThread& events, const std::string& client) {
     events.listen(
         {.name = sessionManager, .path = client, .interface = clientInterface, .method = {}},
         [this, &events, client](std::string_view signal, GVariant*) {
-            if (signal == "QueryEndSession") agree(events, client);
+            if (signal == "QueryEndSession") {
+                // Other programs stay until all have agreed.
+                calls_.prepare([this, &events, client] {
+                    events.async([this, &events, client] { agree(events, client); });
+                });
+            }
+            if (signal == "CancelEndSession") calls_.goOn();
             // The session waits until this process has left the bus.
-            if (signal == "EndSession" || signal == "Stop") terminate_();
+            if (signal == "EndSession" || signal == "Stop") calls_.terminate();
         });
 }
 

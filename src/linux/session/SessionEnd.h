@@ -14,9 +14,16 @@ public:
     /// Takes what this start of the program is called out of the environment, as others that are
     /// started from here are no part of it. Before there are other threads.
     SessionEnd();
-    /// From now on calls `terminate`, on the event thread, where a signal would have killed the
-    /// process; one that is ignored stays so. Comes once.
-    void serve(EventThread& events, std::function<void()> terminate);
+    struct Calls {
+        /// The session is about to end: get ready, and call `ready` from any thread.
+        std::function<void(std::function<void()> ready)> prepare;
+        /// It goes on after all.
+        std::function<void()> goOn;
+        /// The end, also where a signal would have killed the process.
+        std::function<void()> terminate;
+    };
+    /// From now on calls these on the event thread. A signal that is ignored stays so. Comes once.
+    void serve(EventThread& events, Calls calls);
 
 private:
     static int terminateNow(void* self);
@@ -26,7 +33,7 @@ private:
     void agree(EventThread& events, const std::string& client);
 
     std::string startupId_;
-    std::function<void()> terminate_;
+    Calls calls_;
 };
 
 } // namespace corvane

@@ -1,10 +1,13 @@
 #include "linux/session/SingleInstance.h"
 
+#include "foundation/Text.h"
 #include "linux/system/EventThread.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <thread>
 
@@ -43,6 +46,23 @@ FileDescriptor openedFolder(const std::string& path) {
     return FileDescriptor(::open(path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
 }
 
+std::string variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
+struct DisplayNames {
+    std::string wayland, x11;
+};
+
+DisplayNames displayNames() {
+    auto x11 = variable("DISPLAY");
+    // A screen of the display is no other display.
+    if (const auto dot = x11.find('.', x11.rfind(':') + 1); dot != std::string::npos)
+        x11.resize(dot);
+    return {variable("WAYLAND_DISPLAY"), x11};
+}
+
 const sockaddr* generic(const sockaddr_un& address) {
     return reinterpret_cast<const sockaddr*>(&address);
 }
@@ -61,8 +81,12 @@ SingleInstance::Start SingleInstance::begin() {
     // The first one may just be coming up or going away.
     do {
         const Lock outcome = lock();
-        if (outcome == Lock::held) listen();
+        if (outcome == Lock::held) {
+            tellDisplays();
+            listen();
+        }
         if (outcome != Lock::heldByAnother) return Start::first;
+        if (isElsewhere()) return Start::isElsewhere;
         if (ringAtFirst()) return Start::cameForward;
         std::this_thread::sleep_for(pause);
     } while (std::chrono::steady_clock::now() < deadline);
@@ -80,6 +104,30 @@ SingleInstance::Lock SingleInstance::lock() {
     if (!lock_) return Lock::impossible;
     if (flock(lock_.get(), LOCK_EX | LOCK_NB) == 0) return Lock::held;
     return errno == EWOULDBLOCK ? Lock::heldByAnother : Lock::impossible;
+}
+
+/// In the lock's own file, where each start looks first.
+void SingleInstance::tellDisplays() const {
+    const auto names = displayNames();
+    const auto text = names.wayland + "\n" + names.x11 + "\n";
+    const bool isEmpty = ftruncate(lock_.get(), 0) == 0;
+    if (isEmpty && pwrite(lock_.get(), text.data(), text.size(), 0) < 0) ftruncate(lock_.get(), 0);
+}
+
+/// One name in common is enough: what is started from an X11 program of a Wayland session may know
+/// only that. Who has no display has none to say it on.
+bool SingleInstance::isElsewhere() const {
+    std::string told(512, '\0');
+    const auto length = pread(lock_.get(), told.data(), told.size(), 0);
+    told.resize(std::size_t(std::max<ssize_t>(length, 0)));
+    const auto lines = text::split(told, '\n');
+    if (lines.size() != 3) return false;
+    const auto here = displayNames();
+    const auto isSame = [](const std::string& a, const std::string& b) {
+        return !a.empty() && a == b;
+    };
+    const bool isKnown = lines[0] + lines[1] != "" && here.wayland + here.x11 != "";
+    return isKnown && !isSame(lines[0], here.wayland) && !isSame(lines[1], here.x11);
 }
 
 void SingleInstance::listen() {

@@ -22,7 +22,13 @@ public:
     ~SingleInstance();
     SingleInstance(const SingleInstance&) = delete;
 
-    enum class Start { first, cameForward, noAnswer };
+    enum class Start {
+        first,
+        cameForward,
+        noAnswer,
+        /// The first one shows its windows on another display of the user's.
+        isElsewhere,
+    };
     Start start() const { return start_; }
 
     /// Somebody rang: come forward and call `done`. On the event thread.
@@ -35,6 +41,8 @@ private:
     Start begin();
     Lock lock();
     void listen();
+    void tellDisplays() const;
+    bool isElsewhere() const;
     bool ringAtFirst() const;
     void answer() const;
 

@@ -2,6 +2,8 @@
 
 #include "linux/system/EventThread.h"
 
+#include <utility>
+
 namespace corvane {
 
 namespace {
@@ -51,9 +53,16 @@ void SystemAppearance::take(GVariant* value) {
     Variant inner(g_variant_ref(value));
     while (g_variant_is_of_type(inner.get(), G_VARIANT_TYPE_VARIANT))
         inner.reset(g_variant_get_variant(inner.get()));
-    if (g_variant_is_of_type(inner.get(), G_VARIANT_TYPE_UINT32)) {
-        colorScheme_ = g_variant_get_uint32(inner.get());
-    }
+    if (!g_variant_is_of_type(inner.get(), G_VARIANT_TYPE_UINT32)) return;
+    colorScheme_ = g_variant_get_uint32(inner.get());
+    if (!std::exchange(isTold_, true) && told_) told_();
+}
+
+void SystemAppearance::whenTold(EventThread& events, std::function<void()> told) {
+    events.async([this, told = std::move(told)] {
+        told_ = told;
+        if (isTold_) told_();
+    });
 }
 
 std::optional<bool> SystemAppearance::isDark() const {

@@ -4,6 +4,8 @@
 #include "qt/models/OnboardingModel.h"
 #include "qt/models/SettingsModel.h"
 #include "qt/models/WorkspaceListModel.h"
+#include "qt/toolkit/Places.h"
+#include "qt/toolkit/QtMainQueue.h"
 #include "qt/toolkit/Views.h"
 #include "shell/CorvaneApp.h"
 #include "ui/AddResourceSheet.h"
@@ -14,12 +16,13 @@
 #include <QGuiApplication>
 #include <QPalette>
 #include <QQuickWindow>
-#include <QScreen>
 #include <QThread>
 
 namespace corvane {
 
 namespace {
+
+constexpr std::string_view placeKey = "MainWindowPlace";
 
 std::unique_ptr<ResourceListModel> resourceList(const Uuid& workspaceId, CorvaneApp& app) {
     return std::make_unique<ResourceListModel>(
@@ -28,13 +31,6 @@ std::unique_ptr<ResourceListModel> resourceList(const Uuid& workspaceId, Corvane
             return std::make_unique<AddResourceSheet>(workspaceId, app.workspaceStore(),
                                                       app.bookmarks(), app.platform());
         });
-}
-
-void center(QWindow& window, const Rect& content) {
-    QRect place(0, 0, int(content.width), int(content.height));
-    if (const auto* screen = window.screen())
-        place.moveCenter(screen->availableGeometry().center());
-    window.setGeometry(place);
 }
 
 } // namespace
@@ -76,7 +72,10 @@ struct MainWindows::Tour {
     std::unique_ptr<QQuickWindow> view;
 };
 
-MainWindows::MainWindows(QQmlEngine& engine) : engine_(engine) {}
+MainWindows::MainWindows(QQmlEngine& engine, QtMainQueue& mainQueue)
+    : engine_(engine), mainQueue_(mainQueue) {
+    qGuiApp->installEventFilter(this);
+}
 
 MainWindows::~MainWindows() = default;
 
@@ -84,12 +83,18 @@ void MainWindows::serve(CorvaneApp& app) {
     app_ = &app;
     // What the last window's end means depends on the tray.
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    connect(qGuiApp, &QCoreApplication::aboutToQuit, this,
-            [&app] { app.appDelegate().applicationWillTerminate(); });
+    connect(qGuiApp, &QCoreApplication::aboutToQuit, this, [this] {
+        if (const auto* window = front()) rememberPlace(*window);
+        sessionWillEnd();
+    });
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this,
             [&app](Qt::ApplicationState state) {
                 if (state == Qt::ApplicationActive) app.appDelegate().applicationDidBecomeActive();
             });
+}
+
+void MainWindows::sessionWillEnd() {
+    if (!std::exchange(isSaved_, true)) app_->appDelegate().applicationWillTerminate();
 }
 
 void MainWindows::reopen() {
@@ -111,23 +116,29 @@ bool MainWindows::isRunning() const {
 }
 
 void MainWindows::activate() {
-    const auto window = firstWindow();
-    if (!window) return;
-    auto& view = *find(window->identifier);
-    view.raise();
-    giveKeyboard(view);
+    // Behind an alert no window takes anything.
+    auto* view = QGuiApplication::modalWindow();
+    if (const auto window = firstWindow(); window && !view) view = find(window->identifier);
+    if (!view) return;
+    view->raise();
+    giveKeyboard(*view);
 }
 
-void MainWindows::activateWith(Activation activation) {
-    activation_ = std::move(activation);
+void MainWindows::goThrough(Door door) {
+    door_ = std::move(door);
 }
 
-void MainWindows::giveKeyboard(QQuickWindow& window) {
+bool MainWindows::isInSight(const QWindow& window) const {
+    if (!door_.isAway || !window.handle()) return true;
+    return !door_.isAway(std::uint64_t(window.winId()), window.title().toStdString());
+}
+
+void MainWindows::giveKeyboard(QWindow& window) const {
     window.requestActivate();
-    if (!activation_ || !window.handle()) return;
+    if (!door_.activate || !window.handle()) return;
     // Whoever shows the windows hears of this one before it is asked for it.
     QGuiApplication::sync();
-    activation_(std::uint64_t(window.winId()), window.title().toStdString());
+    door_.activate(std::uint64_t(window.winId()), window.title().toStdString());
 }
 
 QQuickWindow* MainWindows::front() const {
@@ -183,7 +194,11 @@ void MainWindows::openMainWindow() {
                               {"workspaces", QVariant::fromValue(&window.list)},
                               {"settings", QVariant::fromValue(&window.settings)}});
     follow(*window.view, window.identifier);
-    window.view->show();
+    if (restorePlace(*window.view, rememberedPlace())) {
+        window.view->showMaximized();
+    } else {
+        window.view->show();
+    }
     app_->setupApp();
 }
 
@@ -192,7 +207,8 @@ void MainWindows::openEmptyWindow(const std::string& title, const Rect& content)
     auto& window = *(emptyWindows_[identifier] = std::make_unique<QQuickWindow>());
     window.setTitle(QString::fromStdString(title));
     window.setColor(QGuiApplication::palette().color(QPalette::Window));
-    center(window, content);
+    window.resize(int(content.width), int(content.height));
+    center(window);
     follow(window, identifier);
     makeKeyAndOrderFront(identifier);
 }
@@ -204,7 +220,8 @@ int MainWindows::openOnboardingWindow(const std::string& title, const Rect& cont
     tour.view =
         makeWindow(engine_, "tour/OnboardingWindow", {{"tour", QVariant::fromValue(&tour.model)}});
     tour.view->setTitle(QString::fromStdString(title));
-    center(*tour.view, content);
+    tour.view->resize(int(content.width), int(content.height));
+    center(*tour.view);
     // At once, as the program may be on its way out.
     connect(tour.view.get(), &QWindow::visibleChanged, this, [&tour](bool isVisible) {
         if (!isVisible) tour.windowWillClose();
@@ -227,20 +244,61 @@ void MainWindows::follow(QQuickWindow& window, int identifier) {
 void MainWindows::close(int identifier) {
     std::erase_if(windows_, [&](const auto& window) { return window->identifier == identifier; });
     emptyWindows_.erase(identifier);
-    // With no status item nothing on the screen would show that the program still runs.
-    const bool goesOn = !app_->appDelegate().applicationShouldTerminateAfterLastWindowClosed() &&
-                        app_->platform().statusBar.isShown();
-    if (windows().empty() && !goesOn) terminate();
+    endWithLastWindow();
+}
+
+/// With no status item nothing on the screen would show that the program still runs. What the user
+/// asked for just before comes true all the same.
+void MainWindows::endWithLastWindow() {
+    constexpr double secondsAtMost = 10;
+    const auto isLast = [this] {
+        return windows().empty() &&
+               (app_->appDelegate().applicationShouldTerminateAfterLastWindowClosed() ||
+                !app_->platform().statusBar.isShown());
+    };
+    if (!isLast()) return;
+    mainQueue_.whenDone(secondsAtMost, [this, isLast] {
+        if (isLast()) terminate();
+    });
 }
 
 void MainWindows::closeAll() {
+    // A tour that goes with the program wasn't closed by anyone.
+    for (const auto& [identifier, tour] : tours_)
+        tour->view->disconnect(this);
     windows_.clear();
     emptyWindows_.clear();
     tours_.clear();
 }
 
+/// Windows stay as they are: whoever closes one says something by it.
 void MainWindows::terminate() {
-    QCoreApplication::quit();
+    QCoreApplication::exit();
+}
+
+/// Sees the events of all objects.
+bool MainWindows::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Close) {
+        for (const auto& window : windows_) {
+            if (window->view.get() == watched) rememberPlace(*window->view);
+        }
+    }
+    // The toolkit would close all windows first.
+    if (event->type() != QEvent::Quit || watched != qGuiApp) return false;
+    terminate();
+    return true;
+}
+
+std::string MainWindows::rememberedPlace() const {
+    const auto value = app_->platform().userDefaults.objectForKey(placeKey);
+    const auto* text = value ? value->as<std::string>() : nullptr;
+    return text ? *text : "";
+}
+
+void MainWindows::rememberPlace(const QWindow& window) {
+    const auto before = rememberedPlace();
+    const auto place = placeOf(window, before);
+    if (place != before) app_->platform().userDefaults.setObject(placeKey, {place});
 }
 
 } // namespace corvane

@@ -2,6 +2,7 @@
 
 #include "qt/models/AlertModel.h"
 #include "qt/toolkit/MainWindows.h"
+#include "qt/toolkit/Places.h"
 #include "qt/toolkit/Views.h"
 
 #include <QEventLoop>
@@ -16,8 +17,8 @@ QtAlerts::QtAlerts(QQmlEngine& engine, const MainWindows& mainWindows)
 
 QtAlerts::~QtAlerts() = default;
 
-void QtAlerts::show(const Alert& alert, Qt::WindowModality modality,
-                    std::function<void(AlertResponse)> answered) {
+QQuickWindow& QtAlerts::show(const Alert& alert, Qt::WindowModality modality,
+                             std::function<void(AlertResponse)> answered) {
     auto model = std::make_unique<AlertModel>(alert);
     auto made =
         makeWindow(engine_, "window/AlertWindow", {{"alert", QVariant::fromValue(model.get())}});
@@ -30,35 +31,44 @@ void QtAlerts::show(const Alert& alert, Qt::WindowModality modality,
             });
     model.release()->setParent(window);
     up_.push_back(std::move(made));
-    window->setModality(modality);
-    auto* asking = modality == Qt::ApplicationModal ? QGuiApplication::modalWindow() : nullptr;
-    window->setTransientParent(asking ? asking : mainWindows_.front());
+    auto* owner = modality == Qt::ApplicationModal ? QGuiApplication::modalWindow() : nullptr;
+    if (!owner) owner = mainWindows_.front();
+    if (owner && !mainWindows_.isInSight(*owner)) owner = nullptr;
+    window->setTransientParent(owner);
+    // A dialog of no window would be shown where the program's other windows are.
+    if (!owner) window->setFlags(Qt::Window);
+    window->setModality(owner ? modality : Qt::ApplicationModal);
     window->setMinimumSize(window->size());
     window->setMaximumSize(window->size());
+    center(*window, owner);
     window->show();
-    window->requestActivate();
+    mainWindows_.giveKeyboard(*window);
+    return *window;
 }
 
 /// Only hides it for now: this runs inside a press on one of its buttons.
-void QtAlerts::takeDown(QQuickWindow& window) {
+void QtAlerts::takeDown(const QQuickWindow& window) {
     const auto found = std::find_if(up_.begin(), up_.end(),
                                     [&](const auto& shown) { return shown.get() == &window; });
     if (found == up_.end()) return;
-    found->release()->deleteLater();
+    auto* gone = found->release();
     up_.erase(found);
-    for (auto* model : window.findChildren<AlertModel*>(Qt::FindDirectChildrenOnly))
+    for (auto* model : gone->findChildren<AlertModel*>(Qt::FindDirectChildrenOnly))
         model->disconnect(this);
-    window.hide();
+    gone->hide();
+    gone->deleteLater();
 }
 
 AlertResponse QtAlerts::runModal(const Alert& alert) {
     AlertResponse response;
     QEventLoop loop;
-    show(alert, Qt::ApplicationModal, [&](AlertResponse given) {
+    const auto& window = show(alert, Qt::ApplicationModal, [&](AlertResponse given) {
         response = given;
         loop.quit();
     });
     loop.exec();
+    // The loop ends with the program, too.
+    takeDown(window);
     return response;
 }
 

@@ -14,8 +14,8 @@ namespace corvane {
 
 class MainWindows;
 
-/// Alerts as windows of the program, over the modal window that asks, or else over its main window
-/// where there is one.
+/// Alerts as windows of the program, where the user is: over the modal window that asks, or else
+/// over its main window, if that is in sight.
 class QtAlerts final : public QObject, public Alerts {
 public:
     /// Both outlive the alerts.
@@ -32,9 +32,9 @@ private:
     };
 
     /// `answered` is called once, when the window has gone.
-    void show(const Alert& alert, Qt::WindowModality modality,
-              std::function<void(AlertResponse)> answered);
-    void takeDown(QQuickWindow& window);
+    QQuickWindow& show(const Alert& alert, Qt::WindowModality modality,
+                       std::function<void(AlertResponse)> answered);
+    void takeDown(const QQuickWindow& window);
     void showNextSheet();
 
     QQmlEngine& engine_;

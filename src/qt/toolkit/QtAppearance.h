@@ -20,6 +20,9 @@ public:
     void setAppearance(bool dark) override { chosen_ = dark; }
     ChangeSignal& screenParametersDidChange() override { return screensChange_; }
 
+    /// What was read before came too early: whoever follows the screens reads once more.
+    void readAgain() { screensChange_.fire(); }
+
 private:
     const Preference prefersDark_;
     std::optional<bool> chosen_;

@@ -6,6 +6,15 @@
 
 namespace corvane {
 
+namespace {
+
+std::chrono::steady_clock::duration lengthOf(double seconds) {
+    return std::chrono::duration_cast<std::chrono::steady_clock::duration>(
+        std::chrono::duration<double>(std::max(0.0, seconds)));
+}
+
+} // namespace
+
 QtMainQueue::QtMainQueue() : timer_(new QTimer(this)) {
     timer_->setSingleShot(true);
     timer_->setTimerType(Qt::PreciseTimer);
@@ -19,8 +28,7 @@ void QtMainQueue::async(std::function<void()> work) {
 }
 
 void QtMainQueue::after(double seconds, std::function<void()> work) {
-    const auto delay = std::chrono::duration_cast<Clock::duration>(
-        std::chrono::duration<double>(std::max(0.0, seconds)));
+    const auto delay = lengthOf(seconds);
     bool isNext = false;
     {
         const std::lock_guard lock(mutex_);
@@ -57,6 +65,28 @@ void QtMainQueue::runNext() {
         isRunning_ = false;
     }
     wake();
+}
+
+void QtMainQueue::whenDone(double secondsAtMost, std::function<void()> done) {
+    const bool isLookedAfter = done_ != nullptr;
+    done_ = std::move(done);
+    const auto now = Clock::now();
+    if (!isLookedAfter) lookWhetherDone(now, now + lengthOf(secondsAtMost));
+}
+
+void QtMainQueue::lookWhetherDone(Clock::time_point quietSince, Clock::time_point latest) {
+    constexpr auto quiet = std::chrono::seconds(1);
+    constexpr auto pause = std::chrono::milliseconds(50);
+    const auto now = Clock::now();
+    {
+        const std::lock_guard lock(mutex_);
+        if (isRunning_ || !work_.empty()) quietSince = now;
+    }
+    if (!isRunning_ && (now - quietSince >= quiet || now >= latest)) {
+        std::exchange(done_, nullptr)();
+    } else {
+        QTimer::singleShot(pause, this, [=, this] { lookWhetherDone(quietSince, latest); });
+    }
 }
 
 } // namespace corvane

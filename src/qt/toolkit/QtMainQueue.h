@@ -24,9 +24,15 @@ public:
     void async(std::function<void()> work) override;
     void after(double seconds, std::function<void()> work) override;
 
+    /// Calls `done` once all work is done and for a second no more has come, as another thread may
+    /// be at some; after that many seconds also before. Never while work runs. Only the last `done`
+    /// is called. Main thread.
+    void whenDone(double secondsAtMost, std::function<void()> done);
+
 private:
     using Clock = std::chrono::steady_clock;
 
+    void lookWhetherDone(Clock::time_point quietSince, Clock::time_point latest);
     void wake();
     void runNext();
 
@@ -36,6 +42,7 @@ private:
     // Main thread only.
     QTimer* timer_;
     bool isRunning_ = false;
+    std::function<void()> done_;
 };
 
 } // namespace corvane

@@ -25,6 +25,8 @@ public:
     /// Valid while this lives.
     Toolkit facilities();
     MainWindows& windows() { return windows_; }
+    /// What the system prefers was read too early.
+    void readAppearanceAgain() { appearance_.readAgain(); }
 
     /// Shows the program until it ends, and returns its exit status.
     int run(CorvaneApp& app);
@@ -34,7 +36,7 @@ private:
     QtMainQueue mainQueue_;
     QtAppearance appearance_;
     QQmlEngine engine_;
-    MainWindows windows_{engine_};
+    MainWindows windows_{engine_, mainQueue_};
     QtAlerts alerts_{engine_, windows_};
     QtPanels panels_{engine_, windows_};
     QtImages images_;

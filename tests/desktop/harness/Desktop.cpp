@@ -119,20 +119,26 @@ void Desktop::install(const std::string& id, const std::string& name,
               "[Desktop Entry]\nType=Application\nName=" + name + "\nExec=" + exec + "\n");
 }
 
+std::unique_ptr<Process> Desktop::startServer(std::vector<std::string> command,
+                                              std::string& line) const {
+    // Ends the server even where this process is killed, and with it all that shows windows.
+    command.insert(command.begin(), {"setpriv", "--pdeathsig", "TERM", "--"});
+    return startReporting(command, environment_, root_ + "/session.log", line);
+}
+
+std::unique_ptr<Process> Desktop::startDisplay(std::string& name) const {
+    name = ":";
+    return startServer(
+        {"Xvfb", "-displayfd", "3", "-screen", "0", "1440x900x24", "-nolisten", "tcp", "-noreset"},
+        name);
+}
+
 void Desktop::startSession() {
     const auto log = root_ + "/session.log";
-    const auto ends = [](std::vector<std::string> command) {
-        // Ends the server even where this process is killed, and with it all that shows windows.
-        command.insert(command.begin(), {"setpriv", "--pdeathsig", "TERM", "--"});
-        return command;
-    };
-    std::string display = ":";
-    display_ = startReporting(ends({"Xvfb", "-displayfd", "3", "-screen", "0", "1440x900x24",
-                                    "-nolisten", "tcp", "-noreset"}),
-                              environment_, log, display);
+    std::string display;
+    display_ = startDisplay(display);
     set("DISPLAY", display);
-    bus_ = startReporting(ends({"dbus-daemon", "--session", "--nofork", "--print-address=3"}),
-                          environment_, log, busAddress_);
+    bus_ = startServer({"dbus-daemon", "--session", "--nofork", "--print-address=3"}, busAddress_);
     set("DBUS_SESSION_BUS_ADDRESS", busAddress_);
     const auto windowManager = variable("WINDOW_MANAGER", "openbox");
     windowManager_ = std::make_unique<Process>(std::vector{windowManager}, environment_, log);

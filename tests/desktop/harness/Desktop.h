@@ -56,6 +56,10 @@ public:
     /// Runs a command to its end and gives its standard output and errors.
     std::string run(const std::vector<std::string>& command) const;
 
+    /// One more X server, without a window manager; `name` becomes what DISPLAY is to it.
+    std::unique_ptr<Process> startDisplay(std::string& name) const;
+    void stopWindowManager() { windowManager_.reset(); }
+
     const std::string& busAddress() const { return busAddress_; }
 
     std::vector<Window> windows() const;
@@ -89,6 +93,7 @@ private:
     void set(const std::string& name, const std::string& value);
     void prepareHome() const;
     void startSession();
+    std::unique_ptr<Process> startServer(std::vector<std::string> command, std::string& line) const;
     std::optional<Rect> placeOf(const std::string& name, const std::string& inside) const;
     /// Brings Corvane's newest window to the front, and gives its identifier.
     std::string raise() const;
