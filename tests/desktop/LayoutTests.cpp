@@ -24,9 +24,11 @@ for name, window in zip(sys.argv[1::2], sys.argv[2::2]):
         found = re.search(kind + '_FRAME_EXTENTS.* = (.*)', properties)
         return map(int, found[1].split(',')) if found else [0] * 4
     left, right, top, bottom = (a - b for a, b in zip(margins('NET'), margins('GTK')))
+    # Under a full screen nobody sees whether it is maximized.
+    state = ('fullscreen' if '_STATE_FULLSCREEN' in properties else
+             'maximized' if '_MAXIMIZED_VERT' in properties else '')
     print(name, f'{x - left},{y - top} {width + left + right}x{height + top + bottom}',
-          *['fullscreen'] * ('_STATE_FULLSCREEN' in properties),
-          *['maximized'] * ('_MAXIMIZED_VERT' in properties))
+          *filter(None, [state]))
 )";
 /// The same of the first workspace's records.
 constexpr auto readRecords = R"(
