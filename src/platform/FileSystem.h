@@ -25,8 +25,8 @@ class FileSystem {
 public:
     virtual ~FileSystem() = default;
 
-    /// URLsForDirectory: Application Support and Documents of the user. No trailing "/"; the folders
-    /// needn't exist.
+    /// URLsForDirectory: Application Support and Documents of the user. No trailing "/"; the
+    /// folders needn't exist.
     virtual std::string applicationSupportDirectory() const = 0;
     virtual std::string documentsDirectory() const = 0;
 
