@@ -50,8 +50,11 @@ TEST_F(Quit, aWorkspaceIsMadeStartedFinishedAndDeletedWithThePointer) {
     ASSERT_TRUE(desktop.press("New Workspace"));
     ASSERT_TRUE(comes("Create New Workspace"));
     desktop.run({"xdotool", "type", "Errand"});
-    ASSERT_TRUE(desktop.press("hammer"));
+    ASSERT_TRUE(desktop.press("briefcase"));
     ASSERT_TRUE(desktop.press("Create"));
+    EXPECT_TRUE(comesTrue([&] {
+        return readFile(desktop.workspacesFile()).find("\"briefcase\"") != std::string::npos;
+    }));
     ASSERT_TRUE(desktop.press("Resources", "Errand"));
     ASSERT_TRUE(desktop.press("Add Resource"));
     ASSERT_TRUE(desktop.press("Terminal"));

@@ -1,4 +1,5 @@
 #include "desktop/DesktopTest.h"
+#include "foundation/PropertyList.h"
 
 #include <filesystem>
 
@@ -94,7 +95,8 @@ TEST_F(Resources, aChosenApplicationIsAChipAndAResetAsksFirst) {
     ASSERT_TRUE(desktop.press("Reset Preferences"));
     EXPECT_TRUE(answer(question, "Reset"));
     EXPECT_TRUE(answer("Preferences have been reset to defaults. Please restart the app.", "OK"));
-    EXPECT_EQ(readFile(desktop.preferencesFile()), "");
+    EXPECT_EQ(readFile(desktop.preferencesFile()),
+              PropertyList{PropertyList::Dictionary()}.toBinary());
     ASSERT_TRUE(desktop.press("Done"));
     EXPECT_EQ(closeWindow(), 0);
 }
