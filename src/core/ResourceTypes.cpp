@@ -1,5 +1,7 @@
 #include "core/ResourceTypes.h"
 
+#include <algorithm>
+
 namespace corvane {
 
 namespace {
@@ -13,6 +15,8 @@ constexpr std::array<ResourceTypeFacts, allResourceTypes.size()> facts{{
     {"terminal", "Terminal", "terminal.fill", "", "Terminal Command"},
     {"separator", "Separator", "minus", "", ""},
 }};
+static_assert(std::ranges::none_of(facts, &std::string_view::empty, &ResourceTypeFacts::rawValue),
+              "a type without its facts");
 
 } // namespace
 
