@@ -198,6 +198,7 @@ TEST_F(QuittingTest, aJobInATerminalIsAskedAboutFirst) {
     ASSERT_TRUE(comesTrue([&] { return !foregroundJobsBelow(busy.id()).empty(); }));
     EXPECT_TRUE(quitting_.terminate(b));
     EXPECT_EQ(jobsAskedAbout_, std::vector<std::string>{"sleep"});
+    EXPECT_FALSE(quitting_.forceTerminate(b)) << "the user may say no";
     jobsAskedAbout_.clear();
     EXPECT_TRUE(quitting_.terminate(i));
     EXPECT_TRUE(idle.ends()) << "a shell that waits is no job";

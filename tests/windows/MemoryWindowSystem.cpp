@@ -112,7 +112,6 @@ WindowAnswer MemoryWindowSystem::place(const WindowRef& window, const FrameWish&
             return target == client.window.frame ? WindowAnswer::done : WindowAnswer::refused;
         }
         maximize(client, false);
-        client.isShaded = false;
         target.size = {fitted(target.size.width, client.least.width, client.step.width),
                        fitted(target.size.height, client.least.height, client.step.height)};
         client.window.frame = target;

@@ -15,7 +15,7 @@ public:
     struct Client {
         ManagedWindow window = {};
         PixelSize least = {}, step = {};
-        bool ignoresClose = false, hasStopped = false, isShaded = false;
+        bool ignoresClose = false, hasStopped = false;
         /// Where it goes back to from fullscreen and maximized.
         PixelRect restored = {};
     };

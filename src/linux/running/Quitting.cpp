@@ -70,13 +70,12 @@ bool Quitting::askToClose(const RunningApplication& application, bool jobsMayEnd
         if (!isDesktop(window) && window.canBeAskedToClose) windows.push_back(window.window);
     }
     if (windows.empty()) return false;
-    const bool closesUnasked =
-        application.executableURL &&
-        terminalEmulator::closesUnasked(path::lastComponent(application.executableURL->path()));
-    if (auto jobs = closesUnasked && !jobsMayEnd ? foregroundJobsBelow(target->process)
-                                                 : std::vector<std::string>();
-        !jobs.empty()) {
-        asked_.insert(name);
+    const auto& program = target->application.executableURL;
+    std::vector<std::string> jobs;
+    if (!jobsMayEnd && program && terminalEmulator::closesUnasked(program->path()))
+        jobs = foregroundJobsBelow(target->process);
+    if (!jobs.empty()) {
+        // Whoever answers "Cancel" wasn't asked by a window, so nothing may be ended by force.
         askAboutJobs_(std::move(jobs), [this, application] { askToClose(application, true); });
         return true;
     }

@@ -29,11 +29,11 @@ public:
 
     /// Asks each of the application's windows that takes such a request to close, those above
     /// others first. A desktop that a file manager draws stays. Where a terminal emulator would
-    /// close them without a question while a job runs in them, the user is asked first, which
-    /// counts as asked. True when one was asked, and for
-    /// what was asked before and has lost its last window since. False for this program and the
-    /// session's own, for what has ended, another process in its place included, for what has no
-    /// window that can be asked, and where the display doesn't answer. No process gets a signal.
+    /// close them without a question while a job runs in them, the user is asked first. True when
+    /// one or the user was asked, and for what was asked before and has lost its last window since.
+    /// False for this program and the session's own, for what has ended, another process in its
+    /// place included, for what has no window that can be asked, and where the display doesn't
+    /// answer. No process gets a signal.
     bool terminate(const RunningApplication& application);
     /// Kills the process of an application that was asked and still shows windows, if it shows no
     /// other application's. False as above, for one that draws the desktop, for one that the
