@@ -99,6 +99,21 @@ void WorkspaceStore::removeResource(const Uuid& resourceId, const Uuid& workspac
     saveWorkspaces();
 }
 
+void WorkspaceStore::insertWorkspace(Workspace workspace, std::size_t index) {
+    workspaces.mutate([&](auto& list) {
+        list.insert(list.begin() + static_cast<std::ptrdiff_t>(std::min(index, list.size())),
+                    std::move(workspace));
+    });
+    saveWorkspaces();
+}
+
+void WorkspaceStore::insertResource(Resource resource, std::size_t index, const Uuid& workspaceId) {
+    editResources(workspaceId, [&](auto& list) {
+        list.insert(list.begin() + static_cast<std::ptrdiff_t>(std::min(index, list.size())),
+                    std::move(resource));
+    });
+}
+
 void WorkspaceStore::moveResource(std::size_t from, std::size_t to, const Uuid& workspaceId) {
     const auto* workspace = find(workspaceId);
     if (!workspace) return;

@@ -107,6 +107,9 @@ public:
     void duplicateWorkspace(const Workspace& workspace);
     void addResource(Resource resource, const Uuid& workspaceId);
     void removeResource(const Uuid& resourceId, const Uuid& workspaceId);
+    // Put back what was removed, at its old place or, where the list is shorter by now, at the end.
+    void insertWorkspace(Workspace workspace, std::size_t index);
+    void insertResource(Resource resource, std::size_t index, const Uuid& workspaceId);
     /// `to` counts in the list after the removal. An index outside the list changes nothing.
     void moveResource(std::size_t from, std::size_t to, const Uuid& workspaceId);
     void toggleResourceEnabled(const Uuid& resourceId, const Uuid& workspaceId);

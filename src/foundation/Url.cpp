@@ -79,7 +79,7 @@ std::optional<Url> Url::parse(std::string_view text) {
     UriUriA uri;
     if (uriParseSingleUriA(&uri, parts.text.c_str(), nullptr) != URI_SUCCESS) return std::nullopt;
     parts.scheme = rangeOf(uri.scheme);
-    parts.host = rangeOf(uri.hostText);
+    if (uri.hostText.first) parts.host = rangeOf(uri.hostText);
     const std::string raw = encodedPath(uri, uri.hostText.first != nullptr);
     uriFreeUriMembersA(&uri);
     parts.hasDirectoryPath = raw.ends_with('/');
@@ -91,6 +91,7 @@ Url Url::fromPath(std::string_view path) {
     // With slashes before it, the first part of a relative path would be a host.
     return Url({.text = (path.starts_with('/') ? "file://" : "file:") + percentEncodedPath(path),
                 .scheme = "file",
+                .host = "",
                 .path = withoutTrailingSlash(std::string(path)),
                 .hasDirectoryPath = path.ends_with('/')});
 }

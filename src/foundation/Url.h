@@ -25,8 +25,8 @@ public:
     /// Empty where there is none. Lower case as written is kept.
     const std::string& scheme() const { return parts_->scheme; }
     bool hasScheme() const { return !scheme().empty(); }
-    /// Empty where there is none.
-    const std::string& host() const { return parts_->host; }
+    /// Nothing where the URL names no place for one; empty where that place is, as in "https://".
+    const std::optional<std::string>& host() const { return parts_->host; }
     bool isFile() const;
     /// Percent-decoded, without a trailing "/" (but "/" itself).
     const std::string& path() const { return parts_->path; }
@@ -47,7 +47,7 @@ private:
     struct Parts {
         std::string text;
         std::string scheme = {};
-        std::string host = {};
+        std::optional<std::string> host = {};
         std::string path = {};
         bool hasDirectoryPath = false;
     };

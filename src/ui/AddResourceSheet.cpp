@@ -11,22 +11,34 @@ namespace corvane {
 
 namespace {
 
-PanelContent contentOf(ResourceType type) {
-    if (type == ResourceType::application) return PanelContent::application;
-    return type == ResourceType::folder ? PanelContent::folder : PanelContent::file;
-}
-
-/// The host, which after a last "//" is the empty text; else what was typed.
+/// The host, of which there is nothing yet behind a bare "https://"; else what was typed.
 std::string nameFrom(const Url& url, const std::string& typed) {
-    const auto host = url.host();
-    return host.empty() && !url.absoluteString().ends_with("//") ? typed : host;
+    const auto& host = url.host();
+    const bool isNamed = host && (!host->empty() || url.path().empty());
+    return isNamed ? *host : typed;
 }
 
 } // namespace
 
+PanelContent panelContent(ResourceType type) {
+    if (type == ResourceType::application) return PanelContent::application;
+    return type == ResourceType::folder ? PanelContent::folder : PanelContent::file;
+}
+
 AddResourceSheet::AddResourceSheet(const Uuid& workspaceId, WorkspaceStore& store,
-                                   BookmarkManager& bookmarks, const Platform& platform)
-    : workspaceId_(workspaceId), store_(store), bookmarks_(bookmarks), platform_(platform) {}
+                                   BookmarkManager& bookmarks, const Platform& platform,
+                                   std::optional<RecordKey> edited)
+    : workspaceId_(workspaceId), store_(store), bookmarks_(bookmarks), platform_(platform),
+      edited_(edited) {
+    const auto* workspace = edited ? store.find(workspaceId) : nullptr;
+    const auto place = workspace ? placeOf(*edited, workspace->resources) : std::nullopt;
+    if (!place) return;
+    const auto& resource = workspace->resources[*place];
+    selectedResourceType = resource.type;
+    resourceName = resource.name;
+    resourcePath = resource.path;
+    enabledByDefault = resource.enabled;
+}
 
 void AddResourceSheet::select(ResourceType type) {
     selectedResourceType = type;
@@ -48,7 +60,7 @@ void AddResourceSheet::pick() {
     if (!factsOf(selectedResourceType).isInFileSystem) return;
     const auto url = platform_.panels.runOpenPanel(
         {.title = std::string(pathHeading()),
-         .content = contentOf(selectedResourceType),
+         .content = panelContent(selectedResourceType),
          .directory = selectedResourceType == ResourceType::application ? "/Applications" : ""});
     if (url) takePicked(*url);
 }
@@ -74,7 +86,38 @@ void AddResourceSheet::add() {
         bookmarks_.createBookmark(Url::fromPath(resourcePath.get()),
                                   BookmarkManager::bookmarkKey(resourcePath.get(), type));
     }
-    store_.addResource(std::move(resource), workspaceId_);
+    edited_ ? change(resource) : store_.addResource(std::move(resource), workspaceId_);
+}
+
+void AddResourceSheet::change(const Resource& wanted) {
+    const auto* found = store_.find(workspaceId_);
+    const auto place = found ? placeOf(*edited_, found->resources) : std::nullopt;
+    if (!place) return;
+    Workspace workspace = *found;
+    auto& resource = workspace.resources[*place];
+    resource.name = wanted.name;
+    resource.path = wanted.path;
+    resource.type = wanted.type;
+    resource.enabled = wanted.enabled;
+    resource.bundleIdentifier = wanted.bundleIdentifier;
+    store_.updateWorkspace(std::move(workspace));
+}
+
+std::string_view AddResourceSheet::title() const {
+    return edited_ ? "Edit Resource" : "Add New Resource";
+}
+
+std::string_view AddResourceSheet::subtitle() const {
+    return edited_ ? "Change what this resource opens"
+                   : "Add a file, folder, app, URL, or terminal command to your workspace";
+}
+
+std::string_view AddResourceSheet::addTitle() const {
+    return edited_ ? "Save" : "Add Resource";
+}
+
+std::string_view AddResourceSheet::enabledTitle() const {
+    return edited_ ? "Enabled" : "Enabled by default";
 }
 
 std::string_view AddResourceSheet::pathHeading() const {

@@ -3,8 +3,11 @@
 #include "core/Records.h"
 #include "foundation/Published.h"
 #include "foundation/Url.h"
+#include "platform/Panels.h"
+#include "ui/RecordKey.h"
 
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,12 +17,14 @@ class BookmarkManager;
 struct Platform;
 class WorkspaceStore;
 
-/// The sheet that adds a resource to a workspace. Nothing reaches the store before `add`. Store,
-/// bookmarks and platform outlive it. Main thread.
+/// The sheet that adds a resource to a workspace, or changes one. Nothing reaches the store before
+/// `add`. Store, bookmarks and platform outlive it. Main thread.
 class AddResourceSheet {
 public:
+    /// With a resource to change it starts as that one is; where it has gone by then, adding does
+    /// nothing.
     AddResourceSheet(const Uuid& workspaceId, WorkspaceStore& store, BookmarkManager& bookmarks,
-                     const Platform& platform);
+                     const Platform& platform, std::optional<RecordKey> edited = std::nullopt);
 
     /// The tiles, in their order.
     static constexpr std::array resourceTypes{ResourceType::folder, ResourceType::file,
@@ -43,9 +48,15 @@ public:
     void pick();
 
     bool canAdd() const;
-    /// Adds the resource, with a bookmark where its file exists; nothing where `canAdd` is false.
+    /// Adds or changes the resource, with a bookmark where its file exists; nothing where `canAdd`
+    /// is false.
     void add();
 
+    std::string_view title() const;
+    std::string_view subtitle() const;
+    std::string_view addTitle() const;
+    /// What the switch says.
+    std::string_view enabledTitle() const;
     /// The heading of the input, its prompt, and what the picker's button says.
     std::string_view pathHeading() const;
     std::string_view pathPrompt() const;
@@ -59,11 +70,16 @@ public:
 
 private:
     void takePicked(const Url& url);
+    void change(const Resource& wanted);
 
     const Uuid workspaceId_;
     WorkspaceStore& store_;
     BookmarkManager& bookmarks_;
     const Platform& platform_;
+    const std::optional<RecordKey> edited_;
 };
+
+/// What a panel lets one choose for a resource of that type.
+PanelContent panelContent(ResourceType type);
 
 } // namespace corvane

@@ -3,7 +3,9 @@
 #include "platform/Platform.h"
 #include "shell/ThemeManager.h"
 #include "ui/HeaderState.h"
+#include "ui/MissingFiles.h"
 #include "ui/SettingsSheet.h"
+#include "ui/UndoOffer.h"
 #include "ui/WorkspaceListState.h"
 
 namespace corvane {
@@ -13,11 +15,15 @@ namespace corvane {
 struct ContentState {
     ContentState(WorkspaceStore& store, const Platform& platform)
         : theme(platform.appearance, platform.mainQueue), header(store, theme),
-          list(store, platform.mainQueue, platform.alerts),
+          undo(platform.mainQueue),
+          missing(store, platform.backgroundQueue, platform.mainQueue, platform.fileSystem),
+          list(store, platform.mainQueue, platform.alerts, undo, missing),
           settings(store, platform.bundles, platform.applications, platform.mainQueue) {}
 
     ThemeManager theme;
     HeaderState header;
+    UndoOffer undo;
+    MissingFiles missing;
     WorkspaceListState list;
     SettingsSheet settings;
 };

@@ -2,9 +2,14 @@
 
 #include "core/WorkspaceStore.h"
 #include "platform/Platform.h"
+#include "ui/AddResourceSheet.h"
 #include "ui/AppIcons.h"
+#include "ui/MissingFiles.h"
+#include "ui/UndoOffer.h"
 
 #include <algorithm>
+#include <tuple>
+#include <utility>
 
 namespace corvane {
 
@@ -25,64 +30,106 @@ void addApplication(const std::string& appName, const Uuid& resourceId, const Uu
     store.addAssociatedApp(resourceId, appName, workspaceId);
 }
 
+/// The store's own operations take the first resource of an identifier.
+template <typename Change>
+void edit(WorkspaceStore& store, const Uuid& workspaceId, const RecordKey& key, Change change) {
+    const auto* found = store.find(workspaceId);
+    const auto place = found ? placeOf(key, found->resources) : std::nullopt;
+    if (!place) return;
+    Workspace edited = *found;
+    change(edited.resources, edited.resources.begin() + static_cast<std::ptrdiff_t>(*place));
+    store.updateWorkspace(std::move(edited));
+}
+
+std::string shownName(const Resource& resource) {
+    return resource.name.empty() ? "Section" : resource.name;
+}
+
 } // namespace
 
 ResourceManagement::ResourceManagement(const Uuid& workspaceId, WorkspaceStore& store,
-                                       const Platform& platform)
-    : workspaceId_(workspaceId), store_(store), platform_(platform),
-      storeChanges_(store.objectWillChange.subscribe([this] { objectWillChange.fire(); })) {}
+                                       const Platform& platform, UndoOffer& undo,
+                                       MissingFiles& missing)
+    : workspaceId_(workspaceId), store_(store), platform_(platform), undo_(undo), missing_(missing),
+      storeChanges_(store.objectWillChange.subscribe([this] { objectWillChange.fire(); })),
+      missingChanges_(missing.objectWillChange.subscribe([this] { objectWillChange.fire(); })) {}
 
 const Workspace* ResourceManagement::workspace() const {
     return store_.find(workspaceId_);
 }
 
-const Resource* ResourceManagement::resourceAt(std::size_t index) const {
+std::optional<std::size_t> ResourceManagement::indexOf(const RecordKey& key) const {
     const auto* found = workspace();
-    return found && index < found->resources.size() ? &found->resources[index] : nullptr;
+    return found ? placeOf(key, found->resources) : std::nullopt;
+}
+
+const Resource* ResourceManagement::find(const RecordKey& key) const {
+    const auto index = indexOf(key);
+    return index ? &workspace()->resources[*index] : nullptr;
 }
 
 std::vector<ResourceRow> ResourceManagement::rows() const {
     std::vector<ResourceRow> rows;
     const auto* found = workspace();
     if (!found) return rows;
-    Icons icons;
+    std::map<Uuid, int> seen;
     for (const auto& resource : found->resources) {
-        const bool isApplication = resource.type == ResourceType::application;
-        rows.push_back({.id = resource.id,
+        const RecordKey key{resource.id, seen[resource.id]++};
+        const auto edited = editedNames_->find(key);
+        rows.push_back({.key = key,
                         .type = resource.type,
                         .name = resource.name,
                         .opens = whatOpens(resource),
-                        .icon = isApplication
-                                    ? platform_.fileIcons.iconForFile(resource.path).value_or("")
-                                    : "",
+                        .path = resource.path,
+                        .associatedApps = resource.associatedApps,
                         .enabled = resource.enabled,
                         .isRunning = store_.isRunning(resource.id, workspaceId_),
-                        .chips = chipsOf(resource, icons)});
+                        .isMissing = missing_.contains(resource),
+                        .editedName = edited == editedNames_->end()
+                                          ? std::nullopt
+                                          : std::optional(edited->second)});
     }
     return rows;
 }
 
-std::vector<AppChip> ResourceManagement::chipsOf(const Resource& resource, Icons& icons) const {
-    std::vector<AppChip> chips;
-    if (resource.type == ResourceType::application || resource.type == ResourceType::separator) {
-        return chips;
+const RowPictures& ResourceManagement::picturesOf(const ResourceRow& row) {
+    auto& entry = lookedUp_[row.key];
+    const auto known = [&] { return std::tie(entry.type, entry.path, entry.associatedApps); };
+    if (entry.isKnown && known() == std::tie(row.type, row.path, row.associatedApps)) {
+        return entry.pictures;
     }
-    // A look-up may go through everything that runs, and many rows share the name of a browser.
-    const auto icon = [&](const std::string& name) {
-        const auto [found, isNew] = icons.try_emplace(name);
-        if (isNew)
-            found->second = appIconForName(name, platform_.fileSystem, platform_.applications,
-                                           platform_.fileIcons);
-        return found->second;
-    };
+    entry = {.isKnown = true,
+             .type = row.type,
+             .path = row.path,
+             .associatedApps = row.associatedApps,
+             .pictures = {}};
+    if (const auto* resource = find(row.key)) entry.pictures = lookUp(*resource);
+    return entry.pictures;
+}
+
+RowPictures ResourceManagement::lookUp(const Resource& resource) {
+    RowPictures pictures;
+    if (resource.type == ResourceType::application) {
+        pictures.icon = platform_.fileIcons.iconForFile(resource.path).value_or("");
+    }
+    if (resource.type == ResourceType::application || resource.type == ResourceType::separator) {
+        return pictures;
+    }
     if (const auto appName = store_.appNameForResource(resource)) {
-        auto found = icon(*appName);
-        if (!found) found = openerIcon(resource);
-        chips.push_back({*appName, true, found.value_or("")});
+        pictures.chips.push_back({*appName, true, iconOf(*appName, &resource)});
     }
     for (const auto& appName : resource.associatedApps)
-        chips.push_back({appName, false, icon(appName).value_or("")});
-    return chips;
+        pictures.chips.push_back({appName, false, iconOf(appName, nullptr)});
+    return pictures;
+}
+
+std::string ResourceManagement::iconOf(const std::string& appName, const Resource* opened) {
+    const auto [found, isNew] = icons_.try_emplace(appName);
+    if (isNew)
+        found->second = appIconForName(appName, platform_.fileSystem, platform_.applications,
+                                       platform_.fileIcons);
+    if (found->second || !opened) return found->second.value_or("");
+    return openerIcon(*opened).value_or("");
 }
 
 /// Of the names that stand for the desktop's file manager and browser, no application need have
@@ -101,45 +148,87 @@ void ResourceManagement::addSeparator() {
         workspaceId_);
 }
 
-void ResourceManagement::removeRow(std::size_t index) {
-    if (const auto* resource = resourceAt(index)) {
-        store_.removeResource(Uuid(resource->id), workspaceId_);
+void ResourceManagement::removeRow(const RecordKey& key) {
+    const auto index = indexOf(key);
+    if (!index) return;
+    const Resource removed = workspace()->resources[*index];
+    if (key.repetition == 0) {
+        store_.removeResource(key.id, workspaceId_);
+    } else {
+        edit(store_, workspaceId_, key, [](auto& list, auto place) { list.erase(place); });
     }
+    undo_.offer(shownName(removed), [&store = store_, id = workspaceId_, removed, at = *index] {
+        store.insertResource(removed, at, id);
+    });
 }
 
 void ResourceManagement::moveRow(std::size_t from, std::size_t to) {
     store_.moveResource(from, to, workspaceId_);
 }
 
-void ResourceManagement::toggleEnabled(std::size_t index) {
-    if (const auto* resource = resourceAt(index)) {
-        store_.toggleResourceEnabled(resource->id, workspaceId_);
-    }
+void ResourceManagement::moveRowBy(const RecordKey& key, int by) {
+    const auto index = indexOf(key);
+    const auto to = index ? static_cast<std::ptrdiff_t>(*index) + by : -1;
+    if (to >= 0) moveRow(*index, static_cast<std::size_t>(to));
 }
 
-void ResourceManagement::pressPlay(std::size_t index) {
-    const auto* found = resourceAt(index);
+void ResourceManagement::toggleEnabled(const RecordKey& key) {
+    if (key.repetition == 0) return store_.toggleResourceEnabled(key.id, workspaceId_);
+    edit(store_, workspaceId_, key,
+         [](auto&, auto resource) { resource->enabled = !resource->enabled; });
+}
+
+void ResourceManagement::pressPlay(const RecordKey& key) {
+    const auto* found = find(key);
     if (!found) return;
     // Copies, as launching may change the list.
     store_.toggle(Resource(*found), Workspace(*workspace()));
 }
 
-void ResourceManagement::rename(std::size_t index, const std::string& name) {
-    if (const auto* resource = resourceAt(index)) {
-        store_.renameResource(resource->id, name, workspaceId_);
-    }
+void ResourceManagement::beginRenaming(const RecordKey& key) {
+    if (const auto* resource = find(key)) setEditedName(key, resource->name);
 }
 
-void ResourceManagement::chooseApplication(std::size_t index) {
-    const auto* resource = resourceAt(index);
-    if (!resource) return;
+void ResourceManagement::setEditedName(const RecordKey& key, std::string name) {
+    editedNames_.mutate([&](auto& names) { names[key] = std::move(name); });
+}
+
+void ResourceManagement::submitName(const RecordKey& key) {
+    const auto edited = editedNames_->find(key);
+    if (edited == editedNames_->end()) return;
+    const std::string name = edited->second;
+    cancelRenaming(key);
+    if (key.repetition == 0) return store_.renameResource(key.id, name, workspaceId_);
+    edit(store_, workspaceId_, key, [&](auto&, auto resource) { resource->name = name; });
+}
+
+void ResourceManagement::cancelRenaming(const RecordKey& key) {
+    editedNames_.mutate([&](auto& names) { names.erase(key); });
+}
+
+void ResourceManagement::locate(const RecordKey& key) {
+    const auto* resource = find(key);
+    if (!resource || !factsOf(resource->type).isInFileSystem) return;
+    const auto url = platform_.panels.runOpenPanel(
+        {.title = "Locate " + resource->name,
+         .content = panelContent(resource->type),
+         .directory = resource->type == ResourceType::application ? "/Applications" : ""});
+    if (!url || !store_.acceptsPath(*url)) return;
+    edit(store_, workspaceId_, key, [&](auto&, auto located) {
+        located->path = url->path();
+        located->bundleIdentifier = deriveBundleIdentifier(located->path, platform_.bundles);
+    });
+}
+
+void ResourceManagement::chooseApplication(const RecordKey& key) {
+    if (!find(key)) return;
     platform_.panels.beginOpenPanel(
         {.title = "Choose Application",
          .message = "Select an application to add to this resource",
          .content = PanelContent::application,
          .directory = "/Applications"},
         [&store = store_, &platform = platform_, workspaceId = workspaceId_,
-         id = resource->id](const std::optional<Url>& url) {
+         id = key.id](const std::optional<Url>& url) {
             if (!url) return;
             platform.mainQueue.async([&, workspaceId, id, appName = path::stem(url->path())] {
                 addApplication(appName, id, workspaceId, store, platform.alerts);
@@ -147,10 +236,27 @@ void ResourceManagement::chooseApplication(std::size_t index) {
         });
 }
 
-void ResourceManagement::removeApplication(std::size_t index, const std::string& appName) {
-    if (const auto* resource = resourceAt(index)) {
-        store_.removeAssociatedApp(resource->id, appName, workspaceId_);
+void ResourceManagement::removeApplication(const RecordKey& key, const std::string& appName) {
+    const auto* resource = find(key);
+    if (!resource) return;
+    const auto before = resource->associatedApps;
+    if (std::ranges::find(before, appName) == before.end()) return;
+    const auto without = [appName](auto&, auto edited) {
+        auto& apps = edited->associatedApps;
+        apps.erase(std::ranges::find(apps, appName));
+    };
+    if (key.repetition == 0) {
+        store_.removeAssociatedApp(key.id, appName, workspaceId_);
+    } else {
+        edit(store_, workspaceId_, key, without);
     }
+    const auto at = std::ranges::find(before, appName) - before.begin();
+    undo_.offer(appName, [&store = store_, id = workspaceId_, key, appName, at] {
+        edit(store, id, key, [&](auto&, auto edited) {
+            auto& apps = edited->associatedApps;
+            apps.insert(apps.begin() + std::min<std::ptrdiff_t>(at, std::ssize(apps)), appName);
+        });
+    });
 }
 
 void ResourceManagement::addFile(const Url& url) {

@@ -3,6 +3,7 @@
 #include "core/Records.h"
 #include "foundation/Published.h"
 #include "foundation/Url.h"
+#include "ui/RecordKey.h"
 
 #include <cstddef>
 #include <functional>
@@ -16,7 +17,9 @@
 
 namespace corvane {
 
+class MissingFiles;
 struct Platform;
+class UndoOffer;
 class WorkspaceStore;
 
 /// The badge of one application in a row.
@@ -32,25 +35,38 @@ struct AppChip {
 
 /// One row of the list. A separator has only its name.
 struct ResourceRow {
-    Uuid id = {};
+    RecordKey key = {};
     ResourceType type = ResourceType::file;
     std::string name = {};
     /// What a press on its button opens or runs.
     std::string opens = {};
-    /// The icon of an application's bundle, as FileIcons gives icons; else empty.
-    std::string icon = {};
+    std::string path = {};
+    std::vector<std::string> associatedApps = {};
     bool enabled = true;
     bool isRunning = false;
-    std::vector<AppChip> chips = {};
+    /// There is nothing at its path.
+    bool isMissing = false;
+    /// What stands in the field of a separator that is being renamed.
+    std::optional<std::string> editedName = {};
 
     bool operator==(const ResourceRow&) const = default;
 };
 
-/// What the expanded card of one workspace shows of its resources and does with them. Rows are
-/// named by their place in the list. Store and platform outlive it. Main thread.
+/// What is looked up for a row.
+struct RowPictures {
+    /// The icon of an application's bundle, as FileIcons gives icons; else empty.
+    std::string icon = {};
+    std::vector<AppChip> chips = {};
+};
+
+/// What the expanded card of one workspace shows of its resources and does with them. An action is
+/// for the resource that was shown, wherever it stands by then; one that has gone ends it silently.
+/// What it is
+/// given outlives it. Main thread.
 class ResourceManagement {
 public:
-    ResourceManagement(const Uuid& workspaceId, WorkspaceStore& store, const Platform& platform);
+    ResourceManagement(const Uuid& workspaceId, WorkspaceStore& store, const Platform& platform,
+                       UndoOffer& undo, MissingFiles& missing);
 
     /// Fires before anything read here changes.
     ChangeSignal objectWillChange;
@@ -60,20 +76,32 @@ public:
     Published<bool> isAddResourceDropTarget{objectWillChange};
 
     const Uuid& workspaceId() const { return workspaceId_; }
-    /// In stored order; none where the workspace has gone.
+    /// In stored order; none where the workspace has gone. Asks nobody but the store.
     std::vector<ResourceRow> rows() const;
+    /// Looks at the installed applications, and for a file at the disk, when a row is first asked
+    /// about, and once more where its path or its applications have changed.
+    const RowPictures& picturesOf(const ResourceRow& row);
 
     void addSeparator();
-    /// At once, without a question.
-    void removeRow(std::size_t index);
+    /// At once, without a question, but it can be undone.
+    void removeRow(const RecordKey& key);
     void moveRow(std::size_t from, std::size_t to);
-    void toggleEnabled(std::size_t index);
+    /// So many places down, or up; nothing where the list ends before that.
+    void moveRowBy(const RecordKey& key, int by);
+    void toggleEnabled(const RecordKey& key);
     /// Launches the resource alone, or quits it if it runs.
-    void pressPlay(std::size_t index);
-    void rename(std::size_t index, const std::string& name);
+    void pressPlay(const RecordKey& key);
+    /// A separator's new name is kept here until it is submitted or given up.
+    void beginRenaming(const RecordKey& key);
+    void setEditedName(const RecordKey& key, std::string name);
+    void submitName(const RecordKey& key);
+    void cancelRenaming(const RecordKey& key);
+    /// Lets the user say where a file, a folder or an application is by now.
+    void locate(const RecordKey& key);
     /// Lets the user choose an application for the resource, without blocking the window.
-    void chooseApplication(std::size_t index);
-    void removeApplication(std::size_t index, const std::string& appName);
+    void chooseApplication(const RecordKey& key);
+    /// This too can be undone.
+    void removeApplication(const RecordKey& key, const std::string& appName);
     /// Makes a resource of a dropped file, of the application where the file only stands for one;
     /// the last one ends the hover.
     void addFile(const Url& url);
@@ -81,18 +109,33 @@ public:
     void later(std::function<void()> action);
 
 private:
+    struct LookedUp {
+        bool isKnown = false;
+        ResourceType type = ResourceType::file;
+        std::string path;
+        std::vector<std::string> associatedApps;
+        RowPictures pictures;
+    };
+
     const Workspace* workspace() const;
-    const Resource* resourceAt(std::size_t index) const;
+    std::optional<std::size_t> indexOf(const RecordKey& key) const;
+    const Resource* find(const RecordKey& key) const;
     Url meantBy(const Url& dropped) const;
-    /// What was looked up already for the rows that are being made, by name.
-    using Icons = std::map<std::string, std::optional<std::string>>;
-    std::vector<AppChip> chipsOf(const Resource& resource, Icons& icons) const;
+    RowPictures lookUp(const Resource& resource);
+    std::string iconOf(const std::string& appName, const Resource* opened);
     std::optional<std::string> openerIcon(const Resource& resource) const;
 
     const Uuid workspaceId_;
     WorkspaceStore& store_;
     const Platform& platform_;
+    UndoOffer& undo_;
+    const MissingFiles& missing_;
+    std::map<RecordKey, LookedUp> lookedUp_;
+    /// Many rows share the name of a browser.
+    std::map<std::string, std::optional<std::string>> icons_;
+    Published<std::map<RecordKey, std::string>> editedNames_{objectWillChange};
     Subscription storeChanges_;
+    Subscription missingChanges_;
     /// What is done later asks by this whether the list is still there.
     std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
 };

@@ -1,22 +1,26 @@
 #pragma once
 
 #include "core/Records.h"
+#include "ui/RecordKey.h"
 
 #include <string>
 #include <vector>
 
 namespace corvane {
 
+class MissingFiles;
 class WorkspaceStore;
 
 enum class ChipState { running, startMarked, plain };
 
 /// One resource in the preview of a collapsed card.
 struct PreviewChip {
-    Uuid resourceId;
+    RecordKey key;
     ResourceType type = ResourceType::file;
     std::string name;
     ChipState state = ChipState::plain;
+    bool enabled = true;
+    bool isMissing = false;
 
     bool operator==(const PreviewChip&) const = default;
 };
@@ -34,6 +38,7 @@ struct ResourcePreview {
 /// path, address or command.
 std::string chipTooltip(const Resource& resource, ChipState state, const WorkspaceStore& store);
 
-ResourcePreview resourcePreview(const Workspace& workspace, const WorkspaceStore& store);
+ResourcePreview resourcePreview(const Workspace& workspace, const WorkspaceStore& store,
+                                const MissingFiles& missing);
 
 } // namespace corvane

@@ -2,9 +2,13 @@
 
 #include "core/WorkspaceStore.h"
 #include "platform/Alerts.h"
+#include "platform/MainQueue.h"
+#include "ui/UndoOffer.h"
 
 #include <algorithm>
 #include <functional>
+#include <utility>
+#include <vector>
 
 namespace corvane {
 
@@ -17,8 +21,9 @@ constexpr double spinnerAfterFinish = 1.5;
 } // namespace
 
 WorkspaceCardState::WorkspaceCardState(const Uuid& workspaceId, WorkspaceStore& store,
-                                       MainQueue& mainQueue, Alerts& alerts)
-    : workspaceId_(workspaceId), store_(store), mainQueue_(mainQueue), alerts_(alerts) {}
+                                       MainQueue& mainQueue, Alerts& alerts, UndoOffer& undo)
+    : workspaceId_(workspaceId), store_(store), mainQueue_(mainQueue), alerts_(alerts),
+      undo_(undo) {}
 
 bool WorkspaceCardState::isRunning() const {
     return store_.isRunning(workspaceId_);
@@ -28,8 +33,8 @@ bool WorkspaceCardState::canSaveLayout() const {
     return store_.enableAccessibilityFeatures;
 }
 
-std::string_view WorkspaceCardState::startTitle() const {
-    return isLoading ? "Starting..." : "Start";
+std::string WorkspaceCardState::startTitle() const {
+    return isLoading ? loadingMessage.get() : "Start";
 }
 
 std::string WorkspaceCardState::statusText(const Workspace& workspace) const {
@@ -93,7 +98,18 @@ void WorkspaceCardState::deleteWorkspace(const Workspace& workspace) {
                           .style = AlertStyle::warning,
                           .buttons = {"Delete", "Cancel"},
                           .firstButtonIsDestructive = true});
-    if (response.button == AlertResponse::firstButton) store_.deleteWorkspace(workspace.id);
+    if (response.button != AlertResponse::firstButton) return;
+    std::vector<std::pair<std::size_t, Workspace>> deleted;
+    const auto& list = *store_.workspaces;
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        if (list[i].id == workspace.id) deleted.emplace_back(i, list[i]);
+    }
+    store_.deleteWorkspace(workspace.id);
+    if (deleted.empty()) return;
+    undo_.offer(deleted.front().second.name, [&store = store_, deleted] {
+        for (const auto& [place, record] : deleted)
+            store.insertWorkspace(record, place);
+    });
 }
 
 std::string finishMessage(const std::string& workspaceName) {

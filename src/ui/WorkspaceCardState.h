@@ -11,15 +11,16 @@ namespace corvane {
 
 class Alerts;
 class MainQueue;
+class UndoOffer;
 class WorkspaceStore;
 
 /// What the card of one workspace keeps and does. What it keeps belongs to the view and is never
 /// stored; whether the workspace runs is the store's to say. Held by a shared pointer, as a start
-/// under way outlives the card; store, queue and alerts outlive both. Main thread.
+/// under way outlives the card; store, queue, alerts and undo outlive both. Main thread.
 class WorkspaceCardState : public std::enable_shared_from_this<WorkspaceCardState> {
 public:
     WorkspaceCardState(const Uuid& workspaceId, WorkspaceStore& store, MainQueue& mainQueue,
-                       Alerts& alerts);
+                       Alerts& alerts, UndoOffer& undo);
 
     /// Fires before a field below changes.
     ChangeSignal objectWillChange;
@@ -34,7 +35,7 @@ public:
     /// Whether a running card offers to save the layout.
     bool canSaveLayout() const;
     /// The text of the Start button.
-    std::string_view startTitle() const;
+    std::string startTitle() const;
     /// What a running card says of itself.
     std::string statusText(const Workspace& workspace) const;
 
@@ -45,7 +46,8 @@ public:
     void finish(const Workspace& workspace);
     /// Saves the layout of a running workspace, and says so if the user wants to hear of it.
     void saveLayout(const Workspace& workspace);
-    /// Deletes the workspace, running or not, if the user confirms it.
+    /// Deletes the workspace, running or not, if the user confirms it; it can be undone all the
+    /// same.
     void deleteWorkspace(const Workspace& workspace);
 
 private:
@@ -55,6 +57,7 @@ private:
     WorkspaceStore& store_;
     MainQueue& mainQueue_;
     Alerts& alerts_;
+    UndoOffer& undo_;
 };
 
 /// The second line of the finish dialog.

@@ -3,11 +3,15 @@
 #include "core/WorkspaceStore.h"
 #include "foundation/Text.h"
 
+#include <set>
+
 namespace corvane {
 
-WorkspaceListState::WorkspaceListState(WorkspaceStore& store, MainQueue& mainQueue, Alerts& alerts)
-    : store_(store), mainQueue_(mainQueue), alerts_(alerts),
-      storeChanges_(store.objectWillChange.subscribe([this] { objectWillChange.fire(); })) {}
+WorkspaceListState::WorkspaceListState(WorkspaceStore& store, MainQueue& mainQueue, Alerts& alerts,
+                                       UndoOffer& undo, MissingFiles& missing)
+    : store_(store), mainQueue_(mainQueue), alerts_(alerts), undo_(undo), missing_(missing),
+      storeChanges_(store.objectWillChange.subscribe([this] { objectWillChange.fire(); })),
+      missingChanges_(missing.objectWillChange.subscribe([this] { objectWillChange.fire(); })) {}
 
 std::vector<const Workspace*> WorkspaceListState::filteredWorkspaces() const {
     const auto& wanted = store_.searchText.get();
@@ -32,10 +36,24 @@ std::string WorkspaceListState::emptySearchMessage() const {
 WorkspaceCardState& WorkspaceListState::card(const Uuid& workspaceId) {
     auto& card = cards_[workspaceId];
     if (!card.state) {
-        card.state = std::make_shared<WorkspaceCardState>(workspaceId, store_, mainQueue_, alerts_);
+        card.state =
+            std::make_shared<WorkspaceCardState>(workspaceId, store_, mainQueue_, alerts_, undo_);
         card.changes = card.state->objectWillChange.subscribe([this] { objectWillChange.fire(); });
     }
     return *card.state;
+}
+
+void WorkspaceListState::tidy() {
+    std::set<Uuid> shown, present;
+    for (const auto* workspace : filteredWorkspaces())
+        shown.insert(workspace->id);
+    for (const auto& workspace : *store_.workspaces)
+        present.insert(workspace.id);
+    std::erase_if(cards_, [&](const auto& entry) { return !present.contains(entry.first); });
+    for (const auto& [id, card] : cards_) {
+        const bool isUnseen = !shown.contains(id) && card.state->showingFinishConfirm;
+        if (isUnseen) card.state->showingFinishConfirm = false;
+    }
 }
 
 } // namespace corvane

@@ -2,6 +2,7 @@
 
 #include "core/Records.h"
 #include "foundation/Published.h"
+#include "ui/MissingFiles.h"
 #include "ui/WorkspaceCardState.h"
 
 #include <map>
@@ -14,10 +15,11 @@ namespace corvane {
 /// What the list shows under the header.
 enum class ListContent { cards, emptySearch, emptyWorkspaces };
 
-/// The list of workspace cards of one main window. Store, queue and alerts outlive it. Main thread.
+/// The list of workspace cards of one main window. What it is given outlives it. Main thread.
 class WorkspaceListState {
 public:
-    WorkspaceListState(WorkspaceStore& store, MainQueue& mainQueue, Alerts& alerts);
+    WorkspaceListState(WorkspaceStore& store, MainQueue& mainQueue, Alerts& alerts, UndoOffer& undo,
+                       MissingFiles& missing);
 
     /// Fires before anything read here changes, the state of any card included.
     ChangeSignal objectWillChange;
@@ -31,8 +33,11 @@ public:
     std::string emptySearchMessage() const;
 
     WorkspaceStore& store() const { return store_; }
-    /// Made at the first call for an identifier, and kept while this list lives.
+    MissingFiles& missing() const { return missing_; }
+    /// Made at the first call for an identifier, and kept while the store has the workspace.
     WorkspaceCardState& card(const Uuid& workspaceId);
+    /// Lets cards go whose workspaces have gone, and questions that nobody sees any more.
+    void tidy();
 
 private:
     struct Card {
@@ -43,8 +48,11 @@ private:
     WorkspaceStore& store_;
     MainQueue& mainQueue_;
     Alerts& alerts_;
+    UndoOffer& undo_;
+    MissingFiles& missing_;
     std::map<Uuid, Card> cards_;
     Subscription storeChanges_;
+    Subscription missingChanges_;
 };
 
 } // namespace corvane

@@ -1,6 +1,8 @@
 #include "core/StoreScene.h"
 #include "foundation/Text.h"
+#include "ui/MissingFiles.h"
 #include "ui/ResourcePreview.h"
+#include "ui/UndoOffer.h"
 #include "ui/WorkspaceListState.h"
 
 #include <algorithm>
@@ -22,8 +24,11 @@ protected:
                                               scene.resource("serve", "serve", terminal)});
     Workspace other = scene.workspace("Other");
     WorkspaceStore& store = scene.start({other, work});
+    UndoOffer undo{scene.platform.mainQueue};
+    MissingFiles missing{store, scene.platform.backgroundQueue, scene.platform.mainQueue,
+                         scene.platform.fileSystem};
     std::unique_ptr<WorkspaceListState> list = std::make_unique<WorkspaceListState>(
-        store, scene.platform.mainQueue, scene.platform.alerts);
+        store, scene.platform.mainQueue, scene.platform.alerts, undo, missing);
 
     WorkspaceCardState& card() { return list->card(work.id); }
     /// "button title | status text | running?"
@@ -82,7 +87,7 @@ TEST_F(Card, aStartUnderWayOutlivesItsCard) {
         card().start(work);
         desktop.runFor(gone);
         list = std::make_unique<WorkspaceListState>(store, scene.platform.mainQueue,
-                                                    scene.platform.alerts);
+                                                    scene.platform.alerts, undo, missing);
         EXPECT_EQ(card().isLoading, false) << "a new window's card is idle";
         desktop.runFor(2);
         EXPECT_TRUE(card().isRunning());
@@ -101,11 +106,36 @@ TEST_F(Card, whatRunsIsCountedFromTheStoreWithoutSeparators) {
     EXPECT_EQ(runningResourceCount(work, store), 0u);
 }
 
+TEST_F(Card, aDeletedWorkspaceComesBackToItsPlaceAndAQuestionGoesWithItsCard) {
+    desktop.alertAnswers["Delete Workspace"].button = AlertResponse::firstButton;
+    list->card(other.id).deleteWorkspace(other);
+    EXPECT_EQ(store.workspaces->size(), 1u);
+    EXPECT_EQ(undo.text(), "Removed 'Other'");
+    undo.undo();
+    EXPECT_EQ(*store.workspaces, (std::vector{other, work}));
+
+    card().isExpanded = true;
+    for (const auto* search : {"work", "other"}) {
+        card().showingFinishConfirm = true;
+        store.search(search);
+        list->tidy();
+        EXPECT_EQ(card().showingFinishConfirm, search == std::string("work"));
+    }
+    store.deleteWorkspace(work.id);
+    list->tidy();
+    EXPECT_FALSE(card().isExpanded) << "it is another card";
+}
+
+TEST_F(Card, aWorkspaceThatCloses) {
+    card().finish(work);
+    EXPECT_EQ(shown(), "Closing resources... | Closing resources...");
+}
+
 // Preview.
 
 TEST_F(Card, thePreviewShowsEightResourcesAndCountsTheRest) {
     const auto described = [&](const Workspace& workspace) {
-        const auto preview = resourcePreview(workspace, store);
+        const auto preview = resourcePreview(workspace, store, missing);
         std::string text;
         for (const auto& chip : preview.chips) {
             text += chip.name + (chip.state == ChipState::running       ? "!"
@@ -140,8 +170,8 @@ TEST_F(Card, thePreviewShowsEightResourcesAndCountsTheRest) {
     StoreState::set(store.runningResources,
                     {{work.id, {work.resources[0].id, work.resources[2].id}}});
     EXPECT_EQ(described(work), "build!serve!");
-    const auto chip = resourcePreview(work, store).chips[1];
-    EXPECT_EQ(chip, (PreviewChip{work.resources[2].id, terminal, "serve", ChipState::running}));
+    const auto chip = resourcePreview(work, store, missing).chips[1];
+    EXPECT_EQ(chip, (PreviewChip{{work.resources[2].id}, terminal, "serve", ChipState::running}));
     auto hidden = scene.resource("Notes", "curl example.org\n| sh", terminal);
     EXPECT_EQ(chipTooltip(hidden, ChipState::plain, store),
               "Launch Notes with Terminal\ncurl example.org⏎| sh");

@@ -1,7 +1,9 @@
 #include "core/StoreScene.h"
 #include "ui/AppIcons.h"
+#include "ui/MissingFiles.h"
 #include "ui/ResourceDrops.h"
 #include "ui/ResourceManagement.h"
+#include "ui/UndoOffer.h"
 
 #include <gtest/gtest.h>
 
@@ -19,16 +21,20 @@ protected:
                                  scene.resource("c", "make", terminal),
                                  scene.resource("d", "/Applications/Pad.app", application)});
     WorkspaceStore& store = startStore();
-    ResourceManagement list{work.id, store, scene.platform};
+    UndoOffer undo{scene.platform.mainQueue};
+    MissingFiles missing{store, scene.platform.backgroundQueue, scene.platform.mainQueue,
+                         scene.platform.fileSystem};
+    ResourceManagement list{work.id, store, scene.platform, undo, missing};
 
     std::string names() const { return described(store.workspaces); }
     const Resource& resource(std::size_t index) const {
         return store.workspaces->front().resources[index];
     }
-    std::string chips(std::size_t index) const {
+    RecordKey key(std::size_t index) const { return list.rows()[index].key; }
+    std::string chips(std::size_t index) {
         std::string text;
         const auto rows = list.rows();
-        for (const auto& chip : rows[index].chips)
+        for (const auto& chip : list.picturesOf(rows[index]).chips)
             text += chip.appName + (chip.isDefault ? "* " : " ");
         return text + rows[index].opens;
     }
@@ -70,27 +76,123 @@ TEST_F(ResourceList, anIconIsFoundByThePathThenTheIdentifierThenWhatRuns) {
     desktop.files.directories.insert("/folder");
     desktop.defaultHandlers["/"] = "/x/Files.app";
     store.addResource(scene.resource("f", "/folder", folder), work.id);
-    EXPECT_EQ(list.rows().back().chips.front().icon, "files") << "of what opens the folder";
+    EXPECT_EQ(list.picturesOf(list.rows().back()).chips.front().icon, "files")
+        << "of what opens the folder";
 }
 
 TEST_F(ResourceList, aStrayRowChangesNothing) {
     const int saves = scene.saves();
-    list.removeRow(9);
-    list.rename(9, "x");
-    list.toggleEnabled(9);
-    list.pressPlay(9);
+    const RecordKey stray{Uuid::random()};
+    list.removeRow(stray);
+    list.beginRenaming(stray);
+    list.submitName(stray);
+    list.toggleEnabled(stray);
+    list.pressPlay(stray);
     list.moveRow(0, 9);
-    list.removeApplication(0, "Quill");
+    list.moveRowBy(key(0), -1);
+    list.moveRowBy(key(3), 1);
+    list.removeApplication(key(0), "Quill");
+    EXPECT_EQ(undo.text(), "");
     store.deleteWorkspace(work.id);
     list.addSeparator();
     EXPECT_TRUE(list.rows().empty());
     EXPECT_EQ(scene.saves(), saves + 1);
 }
 
+TEST_F(ResourceList, anActionIsForTheResourceThatWasShown) {
+    // The second of an identifier is another resource.
+    work.resources.push_back(work.resources[0]);
+    work.resources.back().name = "A";
+    store.updateWorkspace(work);
+    const auto shown = list.rows();
+    list.removeRow(shown[0].key);
+    list.removeRow(shown[2].key);
+    EXPECT_EQ(names(), "Work(b d A)");
+    undo.undo();
+    undo.undo();
+    EXPECT_EQ(names(), "Work(a b c d A)");
+    list.toggleEnabled(shown[4].key);
+    list.beginRenaming(shown[4].key);
+    list.setEditedName(shown[4].key, "second");
+    EXPECT_EQ(names(), "Work(a b c d A)") << "until it is submitted";
+    store.search("x");
+    EXPECT_EQ(list.rows()[4].editedName, "second");
+    list.submitName(shown[4].key);
+    EXPECT_EQ(names(), "Work(a b c d second)");
+    EXPECT_TRUE(resource(0).enabled && !resource(4).enabled);
+    list.moveRowBy(shown[4].key, -4);
+    list.removeRow({shown[0].key.id, 1});
+    EXPECT_EQ(names(), "Work(second b c d)");
+    list.beginRenaming(shown[1].key);
+    list.cancelRenaming(shown[1].key);
+    list.submitName(shown[1].key);
+    EXPECT_EQ(resource(1).name, "b");
+}
+
+TEST_F(ResourceList, whatIsRemovedIsOfferedForEightSeconds) {
+    store.addAssociatedApp(work.resources[0].id, "Quill", work.id);
+    store.addAssociatedApp(work.resources[0].id, "Easel", work.id);
+    list.removeApplication(key(0), "Quill");
+    EXPECT_EQ(undo.text(), "Removed 'Quill'");
+    desktop.runFor(7);
+    list.removeRow(key(1));
+    EXPECT_EQ(undo.text(), "Removed 'b'");
+    desktop.runFor(7.9);
+    undo.undo();
+    EXPECT_EQ(undo.text(), "Removed 'Quill'");
+    undo.undo();
+    EXPECT_EQ(names(), "Work(a b c d)");
+    EXPECT_EQ(resource(0).associatedApps, (std::vector<std::string>{"Quill", "Easel"}));
+    list.removeRow(key(3));
+    desktop.runFor(8.1);
+    EXPECT_EQ(undo.text(), "");
+    undo.undo();
+    EXPECT_EQ(names(), "Work(a b c)");
+}
+
+TEST_F(ResourceList, whatIsMissingIsMarkedAndCanBeLocated) {
+    desktop.files.contents["/x/b.txt"] = "";
+    work.resources = {scene.resource("gone", "/x/gone.txt"), scene.resource("b", "/x/b.txt"),
+                      scene.resource("far", "/mnt/far.txt"),
+                      scene.resource("Lost", "/Applications/Lost.app", application),
+                      scene.resource("run", "make", terminal)};
+    desktop.files.unreachable.insert("/mnt");
+    store.updateWorkspace(work);
+    const auto marked = [&] {
+        std::string text;
+        for (const auto& row : list.rows())
+            text += row.name + (row.isMissing ? "! " : " ");
+        return text;
+    };
+    desktop.runUntilIdle();
+    EXPECT_EQ(marked(), "gone! b far Lost! run ");
+    desktop.panels.choices["Locate gone"] = "/x/b.txt";
+    list.locate(key(0));
+    list.locate(key(4));
+    desktop.runUntilIdle();
+    EXPECT_EQ(resource(0).path, "/x/b.txt");
+    EXPECT_EQ(marked(), "gone b far Lost! run ");
+    desktop.files.contents.erase("/x/b.txt");
+    missing.look();
+    EXPECT_EQ(marked(), "gone b far Lost! run ") << "nothing waits for the disk";
+    desktop.runUntilIdle();
+    EXPECT_EQ(marked(), "gone! b! far Lost! run ");
+}
+
+TEST_F(ResourceList, applicationsAreLookedUpOnceForARow) {
+    EXPECT_EQ(chips(0), "Pad* /notes.txt");
+    desktop.defaultHandlers.clear();
+    store.search("a");
+    EXPECT_EQ(chips(0), "Pad* /notes.txt") << "nobody asks on the way of a key";
+    store.addAssociatedApp(work.resources[0].id, "Quill", work.id);
+    EXPECT_EQ(chips(0), "Quill /notes.txt");
+}
+
 TEST_F(ResourceList, anApplicationThatIsChosenAfterTheCardWasClosedIsAdded) {
     desktop.panels.choices["Choose Application"] = "/Applications/Pad.app";
-    std::optional<ResourceManagement> closed(std::in_place, work.id, store, scene.platform);
-    closed->chooseApplication(0);
+    std::optional<ResourceManagement> closed(std::in_place, work.id, store, scene.platform, undo,
+                                             missing);
+    closed->chooseApplication(key(0));
     closed.reset();
     desktop.runUntilIdle();
     EXPECT_EQ(resource(0).associatedApps, std::vector<std::string>{"Pad"});

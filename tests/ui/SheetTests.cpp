@@ -99,6 +99,8 @@ TEST_F(Sheets, aTypedAddressNamesTheResourceOnce) {
         {{"file:///tmp/a"}, "file"},
         {{"https://"}, ""},
         {{"http:a"}, "http:a"},
+        {{"http:a//"}, "http:a//"},
+        {{"https://x//"}, "x"},
         {{"http:///x"}, "http:///x"},
     };
     for (const auto& [typed, name] : cases) {
@@ -135,6 +137,28 @@ TEST_F(Sheets, aResourceIsAddedWithABookmarkWhereItsFileExists) {
     add.add();
     EXPECT_EQ(resources().back().path, "make");
     EXPECT_EQ(scene.bookmarks->bookmarkCache().size(), 1u);
+}
+
+TEST_F(Sheets, aResourceIsChangedAndKeepsWhatTheSheetDoesNotShow) {
+    add.select(terminal);
+    add.resourceName = "Run";
+    add.setPath("make");
+    add.add();
+    const auto before = resources().back();
+    store.addAssociatedApp(before.id, "Quill", work.id);
+    AddResourceSheet edit(work.id, store, *scene.bookmarks, scene.platform, RecordKey{before.id});
+    EXPECT_EQ(std::string(edit.title()) + "|" + edit.resourceName.get() + "|" +
+                  edit.resourcePath.get() + "|" + std::string(edit.addTitle()),
+              "Edit Resource|Run|make|Save");
+    edit.setPath("make all");
+    edit.enabledByDefault = false;
+    EXPECT_EQ(resources().back().path, "make");
+    edit.add();
+    auto expected = before;
+    expected.path = "make all";
+    expected.enabled = false;
+    expected.associatedApps = {"Quill"};
+    EXPECT_EQ(resources().back(), expected);
 }
 
 TEST_F(Sheets, theSettingsSayWhatDependsOnOtherThings) {

@@ -39,7 +39,8 @@ Result<std::string> itemText(char code, const std::string& uri) {
     if (!url || !url->hasScheme()) return Error{uri + " is not an address."};
     if (url->isFile()) {
         const auto& path = url->path();
-        if (!path.starts_with('/') || path.find('\0') != path.npos || !isOfThisMachine(url->host()))
+        if (!path.starts_with('/') || path.find('\0') != path.npos ||
+            !isOfThisMachine(url->host().value_or("")))
             return Error{uri + " is not a file of this machine."};
         if (code == 'f' || code == 'F') return path;
     } else if (code == 'f' || code == 'F') {
