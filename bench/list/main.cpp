@@ -4,6 +4,7 @@
 #include "core/StoreState.h"
 #include "qt/models/HeaderModel.h"
 #include "qt/models/SettingsModel.h"
+#include "qt/models/UndoModel.h"
 #include "qt/models/WorkspaceListModel.h"
 #include "qt/toolkit/Startup.h"
 #include "qt/toolkit/Views.h"
@@ -170,7 +171,8 @@ struct RealWindow {
         view = makeWindow(engine, "window/MainWindow",
                           {{"header", QVariant::fromValue(&header)},
                            {"workspaces", QVariant::fromValue(&list)},
-                           {"settings", QVariant::fromValue(&settings)}});
+                           {"settings", QVariant::fromValue(&settings)},
+                           {"undo", QVariant::fromValue(&undo)}});
     }
 
     SimulatedDesktop desktop;
@@ -182,6 +184,7 @@ struct RealWindow {
     HeaderModel header{content.header, {}};
     WorkspaceListModel list{content.list, {}, {}};
     SettingsModel settings{content.settings};
+    UndoModel undo{content.undo};
     std::unique_ptr<QQuickWindow> view;
 };
 

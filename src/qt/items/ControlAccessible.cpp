@@ -114,7 +114,15 @@ QAccessibleInterface* make(const QString& className, QObject* object) {
     if (className != QLatin1String("QQuickAbstractButton")) return nullptr;
     const auto* attached = saidOf(*object);
     if (!attached || attached->property("ignored").toBool()) return nullptr;
-    return new ControlAccessible(qobject_cast<QQuickItem*>(object));
+    auto* item = qobject_cast<QQuickItem*>(object);
+    // The toolkit tells of a change only on what it describes itself.
+    QObject::connect(item, &QQuickItem::enabledChanged, item, [item] {
+        QAccessible::State changed;
+        changed.disabled = true;
+        QAccessibleStateChangeEvent event(item, changed);
+        QAccessible::updateAccessibility(&event);
+    });
+    return new ControlAccessible(item);
 }
 
 } // namespace

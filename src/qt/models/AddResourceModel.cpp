@@ -10,6 +10,22 @@ AddResourceModel::AddResourceModel(std::unique_ptr<AddResourceSheet> sheet)
 
 AddResourceModel::~AddResourceModel() = default;
 
+QString AddResourceModel::title() const {
+    return toQString(sheet_->title());
+}
+
+QString AddResourceModel::subtitle() const {
+    return toQString(sheet_->subtitle());
+}
+
+QString AddResourceModel::addTitle() const {
+    return toQString(sheet_->addTitle());
+}
+
+QString AddResourceModel::enabledTitle() const {
+    return toQString(sheet_->enabledTitle());
+}
+
 QVariantList AddResourceModel::tiles() const {
     QVariantList tiles;
     for (const auto type : AddResourceSheet::resourceTypes) {
@@ -85,7 +101,9 @@ void AddResourceModel::select(const QString& type) {
 }
 
 void AddResourceModel::pick() {
-    sheet_->pick();
+    // Outside of the press that led here, since a panel comes up.
+    QMetaObject::invokeMethod(
+        this, [this] { sheet_->pick(); }, Qt::QueuedConnection);
 }
 
 void AddResourceModel::add() {

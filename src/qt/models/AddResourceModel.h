@@ -17,6 +17,10 @@ class AddResourceModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the program for each sheet")
+    Q_PROPERTY(QString title READ title CONSTANT)
+    Q_PROPERTY(QString subtitle READ subtitle CONSTANT)
+    Q_PROPERTY(QString addTitle READ addTitle CONSTANT)
+    Q_PROPERTY(QString enabledTitle READ enabledTitle CONSTANT)
     /// Objects with `type`, `title` and `symbol`.
     Q_PROPERTY(QVariantList tiles READ tiles CONSTANT)
     Q_PROPERTY(QString type READ type NOTIFY changed)
@@ -37,6 +41,10 @@ public:
     explicit AddResourceModel(std::unique_ptr<AddResourceSheet> sheet);
     ~AddResourceModel() override;
 
+    QString title() const;
+    QString subtitle() const;
+    QString addTitle() const;
+    QString enabledTitle() const;
     QVariantList tiles() const;
     QString type() const;
     QString name() const;

@@ -1,18 +1,14 @@
 #pragma once
 
-#include "foundation/Uuid.h"
 #include "ui/ResourcePreview.h"
 
 #include <string>
-#include <utility>
 
 namespace corvane {
 
 /// What the view of one card shows.
 struct CardRow {
-    Uuid workspaceId;
-    /// Counts the cards of one identifier, from 0, so that each row has a key of its own.
-    int repetition = 0;
+    RecordKey workspace;
     std::string name;
     std::string description;
     std::string icon;
@@ -26,7 +22,7 @@ struct CardRow {
     std::string statusText;
     ResourcePreview preview;
 
-    auto key() const { return std::pair(workspaceId, repetition); }
+    auto key() const { return workspace; }
     bool operator==(const CardRow&) const = default;
 };
 

@@ -7,9 +7,7 @@ namespace corvane {
 
 HeaderModel::HeaderModel(HeaderState& state, MakeSheet makeSheet)
     : state_(state), makeSheet_(std::move(makeSheet)),
-      relay_(state.objectWillChange, [this] { emit changed(); }) {
-    connect(&sheet_, &SheetHolder::changed, this, &HeaderModel::sheetChanged);
-}
+      relay_(state.objectWillChange, [this] { emit changed(); }) {}
 
 QString HeaderModel::searchText() const {
     return toQString(state_.searchText());

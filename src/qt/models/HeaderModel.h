@@ -2,6 +2,8 @@
 
 #include "qt/models/ChangeRelay.h"
 #include "qt/models/SheetHolder.h"
+#include "qt/models/WorkspaceSheetModel.h"
+#include "ui/WorkspaceSheet.h"
 
 #include <QObject>
 #include <functional>
@@ -47,7 +49,9 @@ public:
     Q_INVOKABLE void toggleTheme();
     Q_INVOKABLE void toggleFocusMode();
     Q_INVOKABLE void saveAgain();
-    Q_INVOKABLE void openNewSpaceSheet() { sheet_.open(makeSheet_()); }
+    Q_INVOKABLE void openNewSpaceSheet() {
+        sheet_.open(std::make_unique<WorkspaceSheetModel>(makeSheet_()));
+    }
 
 signals:
     void changed();
@@ -56,7 +60,7 @@ signals:
 private:
     HeaderState& state_;
     const MakeSheet makeSheet_;
-    SheetHolder sheet_;
+    SheetHolder<WorkspaceSheetModel> sheet_{[this] { emit sheetChanged(); }};
     ChangeRelay relay_;
 };
 

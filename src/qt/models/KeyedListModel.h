@@ -27,8 +27,10 @@ protected:
 
     /// Removes, inserts, moves and updates rows until they are these.
     void show(const std::vector<Row>& next) {
-        removeRowsNotIn(next);
-        insertAndMoveTo(next);
+        if (!std::ranges::equal(rows_, next, {}, &Row::key, &Row::key)) {
+            removeRowsNotIn(next);
+            insertAndMoveTo(next);
+        }
         update(next);
     }
 

@@ -5,16 +5,25 @@
 #include "ui/AddResourceSheet.h"
 #include "ui/ResourceDrops.h"
 
-#include <map>
+#include <QSysInfo>
+#include <algorithm>
+#include <utility>
 
 namespace corvane {
 
 namespace {
 
+/// A file's address may name another machine.
+bool isOfThisMachine(const QUrl& url) {
+    const auto host = url.host();
+    return url.isLocalFile() && (host.isEmpty() || host == QLatin1String("localhost") ||
+                                 host == QSysInfo::machineHostName().toLower());
+}
+
 DropInfo dropInfo(const QList<QUrl>& urls, bool hasText = false, const QString& text = {}) {
     DropInfo info;
     for (const auto& url : urls) {
-        if (!url.isLocalFile()) continue;
+        if (!isOfThisMachine(url)) continue;
         // The toolkit leaves these two as they are, which no address may hold in its path.
         const auto encoded = url.toEncoded().replace('[', "%5B").replace(']', "%5D");
         info.fileUrls.push_back(encoded.toStdString());
@@ -23,9 +32,9 @@ DropInfo dropInfo(const QList<QUrl>& urls, bool hasText = false, const QString& 
     return info;
 }
 
-QVariantList chipsOf(const ResourceRow& row) {
+QVariantList chipsOf(const RowPictures& pictures) {
     QVariantList chips;
-    for (const auto& chip : row.chips) {
+    for (const auto& chip : pictures.chips) {
         chips.append(QVariantMap{{"appName", toQString(chip.appName)},
                                  {"isDefault", chip.isDefault},
                                  {"iconSource", iconSource(chip.icon)}});
@@ -46,17 +55,14 @@ ResourceListModel::~ResourceListModel() = default;
 
 std::vector<ResourceListRow> ResourceListModel::currentRows(const ResourceManagement& state) {
     std::vector<ResourceListRow> rows;
-    std::map<Uuid, int> seen;
-    for (auto& row : state.rows()) {
-        const auto index = rows.size();
-        const int repetition = seen[row.id]++;
-        rows.push_back({std::move(row), state.dropTargetIndexes->contains(index), repetition});
-    }
+    for (auto& row : state.rows())
+        rows.push_back({std::move(row), state.dropTargetIndexes->contains(rows.size())});
     return rows;
 }
 
 QHash<int, QByteArray> ResourceListModel::roleNames() const {
-    return {{NameRole, "name"},
+    return {{KeyRole, "key"},
+            {NameRole, "name"},
             {OpensRole, "opens"},
             {TypeRole, "type"},
             {SymbolRole, "symbol"},
@@ -67,7 +73,11 @@ QHash<int, QByteArray> ResourceListModel::roleNames() const {
             {PlayTooltipRole, "playTooltip"},
             {EnabledTooltipRole, "enabledTooltip"},
             {SeparatorTitleRole, "separatorTitle"},
-            {DropTargetRole, "isRowTarget"}};
+            {EditingRole, "isEditing"},
+            {EditedNameRole, "editedName"},
+            {DropTargetRole, "isRowTarget"},
+            {MissingRole, "isMissing"},
+            {PathRole, "path"}};
 }
 
 QVariant ResourceListModel::data(const QModelIndex& index, int role) const {
@@ -75,8 +85,10 @@ QVariant ResourceListModel::data(const QModelIndex& index, int role) const {
     if (!found) return {};
     const auto& row = found->row;
     switch (role) {
+    case KeyRole:
+        return toQString(row.key.toString());
     case NameRole:
-        return toQString(row.name);
+        return onOneLine(row.name);
     case OpensRole:
         return toQString(row.opens);
     case TypeRole:
@@ -84,63 +96,107 @@ QVariant ResourceListModel::data(const QModelIndex& index, int role) const {
     case SymbolRole:
         return toQString(symbolName(row.type));
     case IconSourceRole:
-        return iconSource(row.icon);
+        return iconSource(state_->picturesOf(row).icon);
     case EnabledRole:
         return row.enabled;
     case RunningRole:
         return row.isRunning;
     case ChipsRole:
-        return chipsOf(row);
+        return chipsOf(state_->picturesOf(row));
     case PlayTooltipRole:
-        return toQString(playTooltip(row));
+        return onOneLine(playTooltip(row));
     case EnabledTooltipRole:
         return toQString(enabledTooltip(row));
     case SeparatorTitleRole:
-        return toQString(separatorTitle(row));
+        return onOneLine(separatorTitle(row));
+    case EditingRole:
+        return row.editedName.has_value();
+    case EditedNameRole:
+        return toQString(row.editedName.value_or(""));
     case DropTargetRole:
         return found->isDropTarget;
+    case MissingRole:
+        return row.isMissing;
+    case PathRole:
+        return toQString(row.path);
     default:
         return {};
     }
 }
 
+int ResourceListModel::rowOf(const QString& key) const {
+    const auto record = RecordKey::parse(key.toStdString());
+    const auto found =
+        record ? std::ranges::find(rows(), *record, &ResourceListRow::key) : rows().end();
+    return found == rows().end() ? -1 : int(found - rows().begin());
+}
+
 void ResourceListModel::openAddSheet() {
-    sheet_ = std::make_unique<AddResourceModel>(makeSheet_());
-    connect(sheet_.get(), &AddResourceModel::closed, this, [this] {
-        // The view says it once more when it has gone.
-        if (!sheet_) return;
-        closedSheet_ = std::move(sheet_);
-        emit sheetChanged();
-    });
-    emit sheetChanged();
+    sheet_.open(std::make_unique<AddResourceModel>(makeSheet_(std::nullopt)));
 }
 
-void ResourceListModel::remove(int row) {
-    if (rowAt(row)) state_->removeRow(std::size_t(row));
+void ResourceListModel::edit(const QString& key) {
+    const auto record = RecordKey::parse(key.toStdString());
+    if (!record) return;
+    // The menu that led here goes first.
+    QMetaObject::invokeMethod(
+        this,
+        [this, record] { sheet_.open(std::make_unique<AddResourceModel>(makeSheet_(record))); },
+        Qt::QueuedConnection);
 }
 
-void ResourceListModel::move(int row, int to) {
-    if (rowAt(row) && rowAt(to)) state_->moveRow(std::size_t(row), std::size_t(to));
+template <typename... Parameters, typename... Arguments>
+void ResourceListModel::act(const QString& key,
+                            void (ResourceManagement::*action)(const RecordKey&, Parameters...),
+                            Arguments&&... arguments) {
+    const auto record = RecordKey::parse(key.toStdString());
+    if (record) (state_.get()->*action)(*record, std::forward<Arguments>(arguments)...);
 }
 
-void ResourceListModel::toggleEnabled(int row) {
-    if (rowAt(row)) state_->toggleEnabled(std::size_t(row));
+void ResourceListModel::remove(const QString& key) {
+    act(key, &ResourceManagement::removeRow);
 }
 
-void ResourceListModel::pressPlay(int row) {
-    if (rowAt(row)) state_->pressPlay(std::size_t(row));
+void ResourceListModel::moveBy(const QString& key, int by) {
+    act(key, &ResourceManagement::moveRowBy, by);
 }
 
-void ResourceListModel::rename(int row, const QString& name) {
-    if (rowAt(row)) state_->rename(std::size_t(row), name.toStdString());
+void ResourceListModel::toggleEnabled(const QString& key) {
+    act(key, &ResourceManagement::toggleEnabled);
 }
 
-void ResourceListModel::chooseApplication(int row) {
-    if (rowAt(row)) state_->chooseApplication(std::size_t(row));
+void ResourceListModel::pressPlay(const QString& key) {
+    act(key, &ResourceManagement::pressPlay);
 }
 
-void ResourceListModel::removeApplication(int row, const QString& appName) {
-    if (rowAt(row)) state_->removeApplication(std::size_t(row), appName.toStdString());
+void ResourceListModel::beginRenaming(const QString& key) {
+    act(key, &ResourceManagement::beginRenaming);
+}
+
+void ResourceListModel::setEditedName(const QString& key, const QString& name) {
+    act(key, &ResourceManagement::setEditedName, name.toStdString());
+}
+
+void ResourceListModel::submitName(const QString& key) {
+    act(key, &ResourceManagement::submitName);
+}
+
+void ResourceListModel::cancelRenaming(const QString& key) {
+    act(key, &ResourceManagement::cancelRenaming);
+}
+
+void ResourceListModel::chooseApplication(const QString& key) {
+    act(key, &ResourceManagement::chooseApplication);
+}
+
+void ResourceListModel::locate(const QString& key) {
+    // Outside of the press that led here, since a panel comes up.
+    QMetaObject::invokeMethod(
+        this, [this, key] { act(key, &ResourceManagement::locate); }, Qt::QueuedConnection);
+}
+
+void ResourceListModel::removeApplication(const QString& key, const QString& appName) {
+    act(key, &ResourceManagement::removeApplication, appName.toStdString());
 }
 
 bool ResourceListModel::enterList(const QList<QUrl>& urls) {

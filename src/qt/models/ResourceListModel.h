@@ -3,6 +3,7 @@
 #include "qt/models/AddResourceModel.h"
 #include "qt/models/ChangeRelay.h"
 #include "qt/models/KeyedListModel.h"
+#include "qt/models/SheetHolder.h"
 #ifndef Q_MOC_RUN // Which can't read what this includes.
 #include "ui/ResourceManagement.h"
 #endif
@@ -22,10 +23,8 @@ struct ResourceListRow {
     ResourceRow row;
     /// A drag of a row hovers over it.
     bool isDropTarget = false;
-    /// Counts the rows of one identifier, from 0.
-    int repetition = 0;
 
-    auto key() const { return std::pair(row.id, repetition); }
+    auto key() const { return row.key; }
     bool operator==(const ResourceListRow&) const = default;
 };
 
@@ -37,12 +36,13 @@ class ResourceListModel : public KeyedListModel<ResourceListRow> {
     Q_PROPERTY(int count READ count NOTIFY changed)
     /// A drag of files hovers over the list.
     Q_PROPERTY(bool isDropTarget READ isDropTarget NOTIFY changed)
-    /// The sheet that adds a resource while it is up, else null.
+    /// The sheet that adds or changes a resource while it is up, else null.
     Q_PROPERTY(corvane::AddResourceModel* addSheet READ addSheet NOTIFY sheetChanged)
 
 public:
     enum Role {
-        NameRole = Qt::UserRole,
+        KeyRole = Qt::UserRole,
+        NameRole,
         OpensRole,
         TypeRole,
         SymbolRole,
@@ -53,32 +53,46 @@ public:
         PlayTooltipRole,
         EnabledTooltipRole,
         SeparatorTitleRole,
+        EditingRole,
+        EditedNameRole,
         DropTargetRole,
+        MissingRole,
+        PathRole,
     };
-    using MakeSheet = std::function<std::unique_ptr<AddResourceSheet>()>;
+    /// A sheet that adds a resource, or changes the one that is meant.
+    using MakeSheet =
+        std::function<std::unique_ptr<AddResourceSheet>(const std::optional<RecordKey>&)>;
 
     ResourceListModel(std::unique_ptr<ResourceManagement> state, MakeSheet makeSheet);
     ~ResourceListModel() override;
 
-    /// `name`, `opens`, `type` ("url"), `symbol`, `iconSource`, `isEnabled`, `isRunning`, `chips`
-    /// (objects with `appName`, `isDefault` and `iconSource`), `playTooltip`, `enabledTooltip`,
-    /// `separatorTitle` and `isRowTarget`.
+    /// `key` (which names the resource to what follows), `name`, `opens`, `type` ("url"), `symbol`,
+    /// `iconSource`, `isEnabled`, `isRunning`, `chips` (objects with `appName`, `isDefault` and
+    /// `iconSource`), `playTooltip`, `enabledTooltip`, `separatorTitle`, `isEditing`, `editedName`
+    /// and `isRowTarget`.
     QHash<int, QByteArray> roleNames() const override;
     QVariant data(const QModelIndex& index, int role) const override;
 
     int count() const { return rowCount(); }
     bool isDropTarget() const { return state_->isAddResourceDropTarget; }
-    AddResourceModel* addSheet() const { return sheet_.get(); }
+    AddResourceModel* addSheet() const { return sheet_.sheet(); }
 
+    /// Where the resource stands in the list; -1 where it has gone.
+    Q_INVOKABLE int rowOf(const QString& key) const;
     Q_INVOKABLE void openAddSheet();
+    Q_INVOKABLE void edit(const QString& key);
     Q_INVOKABLE void addSeparator() { state_->addSeparator(); }
-    Q_INVOKABLE void remove(int row);
-    Q_INVOKABLE void move(int row, int to);
-    Q_INVOKABLE void toggleEnabled(int row);
-    Q_INVOKABLE void pressPlay(int row);
-    Q_INVOKABLE void rename(int row, const QString& name);
-    Q_INVOKABLE void chooseApplication(int row);
-    Q_INVOKABLE void removeApplication(int row, const QString& appName);
+    Q_INVOKABLE void remove(const QString& key);
+    Q_INVOKABLE void moveBy(const QString& key, int by);
+    Q_INVOKABLE void toggleEnabled(const QString& key);
+    Q_INVOKABLE void pressPlay(const QString& key);
+    Q_INVOKABLE void beginRenaming(const QString& key);
+    Q_INVOKABLE void setEditedName(const QString& key, const QString& name);
+    Q_INVOKABLE void submitName(const QString& key);
+    Q_INVOKABLE void cancelRenaming(const QString& key);
+    Q_INVOKABLE void chooseApplication(const QString& key);
+    Q_INVOKABLE void locate(const QString& key);
+    Q_INVOKABLE void removeApplication(const QString& key, const QString& appName);
 
     // A drag over the list, and one over a row: whether it is taken, and what it then does.
     Q_INVOKABLE bool enterList(const QList<QUrl>& urls);
@@ -93,13 +107,15 @@ signals:
     void sheetChanged();
 
 private:
+    template <typename... Parameters, typename... Arguments>
+    void act(const QString& key,
+             void (ResourceManagement::*action)(const RecordKey&, Parameters...),
+             Arguments&&... arguments);
     static std::vector<ResourceListRow> currentRows(const ResourceManagement& state);
 
     std::unique_ptr<ResourceManagement> state_;
     const MakeSheet makeSheet_;
-    std::unique_ptr<AddResourceModel> sheet_;
-    /// Until the next one, as its view goes a turn later.
-    std::unique_ptr<AddResourceModel> closedSheet_;
+    SheetHolder<AddResourceModel> sheet_{[this] { emit sheetChanged(); }};
     ChangeRelay relay_;
 };
 

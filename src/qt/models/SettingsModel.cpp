@@ -6,32 +6,39 @@
 
 namespace corvane {
 
+namespace {
+
+std::function<bool()> reads(const Preference<bool>& preference) {
+    return [&preference] { return preference.get(); };
+}
+
+std::function<void(bool)> writes(Preference<bool>& preference) {
+    return [&preference](bool on) { preference = on; };
+}
+
+} // namespace
+
 SettingsModel::SettingsModel(SettingsSheet& state)
-    : state_(state), relay_(state.objectWillChange, [this] { emit changed(); }) {}
-
-bool SettingsModel::focusMode() const {
-    return state_.store().focusMode;
-}
-
-void SettingsModel::setFocusMode(bool on) {
-    state_.store().focusMode = on;
-}
-
-bool SettingsModel::accessibilityFeatures() const {
-    return state_.store().enableAccessibilityFeatures;
-}
-
-void SettingsModel::setAccessibilityFeatures(bool on) {
-    state_.setAccessibilityFeatures(on);
-}
-
-bool SettingsModel::autoSaveLayouts() const {
-    return state_.store().autoSaveLayouts;
-}
-
-void SettingsModel::setAutoSaveLayouts(bool on) {
-    state_.store().autoSaveLayouts = on;
-}
+    : state_(state), focusMode_(state.objectWillChange, reads(state.store().focusMode),
+                                writes(state.store().focusMode)),
+      accessibilityFeatures_(
+          state.objectWillChange,
+          [&state] { return state.store().enableAccessibilityFeatures.get(); },
+          [&state](bool on) { state.setAccessibilityFeatures(on); }),
+      autoSaveLayouts_(state.objectWillChange, reads(state.store().autoSaveLayouts),
+                       writes(state.store().autoSaveLayouts)),
+      showLayoutSavedAlert_(state.objectWillChange, reads(state.store().showLayoutSavedAlert),
+                            writes(state.store().showLayoutSavedAlert)),
+      showWorkspaceClosedAlert_(state.objectWillChange,
+                                reads(state.store().showWorkspaceClosedAlert),
+                                writes(state.store().showWorkspaceClosedAlert)),
+      showLayoutsDisabledAlert_(state.objectWillChange,
+                                reads(state.store().showLayoutsDisabledAlert),
+                                writes(state.store().showLayoutsDisabledAlert)),
+      showApplicationsClosedAlert_(state.objectWillChange,
+                                   reads(state.store().showApplicationsClosedAlert),
+                                   writes(state.store().showApplicationsClosedAlert)),
+      relay_(state.objectWillChange, [this] { emit changed(); }) {}
 
 QString SettingsModel::autoSaveSubtitle() const {
     return toQString(state_.autoSaveSubtitle());
@@ -43,38 +50,6 @@ QString SettingsModel::fullscreenPriority() const {
 
 void SettingsModel::setFullscreenPriority(const QString& priority) {
     state_.store().fullscreenPriority = priority.toStdString();
-}
-
-bool SettingsModel::showLayoutSavedAlert() const {
-    return state_.store().showLayoutSavedAlert;
-}
-
-void SettingsModel::setShowLayoutSavedAlert(bool on) {
-    state_.store().showLayoutSavedAlert = on;
-}
-
-bool SettingsModel::showWorkspaceClosedAlert() const {
-    return state_.store().showWorkspaceClosedAlert;
-}
-
-void SettingsModel::setShowWorkspaceClosedAlert(bool on) {
-    state_.store().showWorkspaceClosedAlert = on;
-}
-
-bool SettingsModel::showLayoutsDisabledAlert() const {
-    return state_.store().showLayoutsDisabledAlert;
-}
-
-void SettingsModel::setShowLayoutsDisabledAlert(bool on) {
-    state_.store().showLayoutsDisabledAlert = on;
-}
-
-bool SettingsModel::showApplicationsClosedAlert() const {
-    return state_.store().showApplicationsClosedAlert;
-}
-
-void SettingsModel::setShowApplicationsClosedAlert(bool on) {
-    state_.store().showApplicationsClosedAlert = on;
 }
 
 QString SettingsModel::versionLine() const {
@@ -89,8 +64,14 @@ void SettingsModel::resetConfirmations() {
     state_.store().resetConfirmations();
 }
 
+template <typename Action>
+void SettingsModel::later(Action action) {
+    QMetaObject::invokeMethod(
+        this, [this, action] { action(state_.store()); }, Qt::QueuedConnection);
+}
+
 void SettingsModel::importWorkspaces() {
-    state_.store().importWorkspaces();
+    later([](auto& store) { store.importWorkspaces(); });
 }
 
 void SettingsModel::importKeptCopy() {
@@ -98,7 +79,7 @@ void SettingsModel::importKeptCopy() {
 }
 
 void SettingsModel::exportWorkspaces() {
-    state_.store().exportWorkspaces();
+    later([](auto& store) { store.exportWorkspaces(); });
 }
 
 void SettingsModel::resetPreferences() {

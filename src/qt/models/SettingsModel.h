@@ -1,6 +1,7 @@
 #pragma once
 
 #include "qt/models/ChangeRelay.h"
+#include "qt/models/SwitchModel.h"
 
 #include <QObject>
 
@@ -10,27 +11,25 @@ namespace corvane {
 
 class SettingsSheet;
 
-/// The settings for their view. Every switch is a preference of the store.
+/// The settings for their view.
 class SettingsModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("belongs to its window")
-    Q_PROPERTY(bool focusMode READ focusMode WRITE setFocusMode NOTIFY changed)
-    Q_PROPERTY(bool accessibilityFeatures READ accessibilityFeatures WRITE setAccessibilityFeatures
-                   NOTIFY changed)
-    Q_PROPERTY(bool autoSaveLayouts READ autoSaveLayouts WRITE setAutoSaveLayouts NOTIFY changed)
+    Q_PROPERTY(corvane::SwitchModel* focusMode READ focusMode CONSTANT)
+    Q_PROPERTY(corvane::SwitchModel* accessibilityFeatures READ accessibilityFeatures CONSTANT)
+    Q_PROPERTY(corvane::SwitchModel* autoSaveLayouts READ autoSaveLayouts CONSTANT)
+    Q_PROPERTY(corvane::SwitchModel* showLayoutSavedAlert READ showLayoutSavedAlert CONSTANT)
+    Q_PROPERTY(
+        corvane::SwitchModel* showWorkspaceClosedAlert READ showWorkspaceClosedAlert CONSTANT)
+    Q_PROPERTY(
+        corvane::SwitchModel* showLayoutsDisabledAlert READ showLayoutsDisabledAlert CONSTANT)
+    Q_PROPERTY(
+        corvane::SwitchModel* showApplicationsClosedAlert READ showApplicationsClosedAlert CONSTANT)
     Q_PROPERTY(QString autoSaveSubtitle READ autoSaveSubtitle NOTIFY changed)
     /// "first" or "last".
     Q_PROPERTY(QString fullscreenPriority READ fullscreenPriority WRITE setFullscreenPriority NOTIFY
                    changed)
-    Q_PROPERTY(bool showLayoutSavedAlert READ showLayoutSavedAlert WRITE setShowLayoutSavedAlert
-                   NOTIFY changed)
-    Q_PROPERTY(bool showWorkspaceClosedAlert READ showWorkspaceClosedAlert WRITE
-                   setShowWorkspaceClosedAlert NOTIFY changed)
-    Q_PROPERTY(bool showLayoutsDisabledAlert READ showLayoutsDisabledAlert WRITE
-                   setShowLayoutsDisabledAlert NOTIFY changed)
-    Q_PROPERTY(bool showApplicationsClosedAlert READ showApplicationsClosedAlert WRITE
-                   setShowApplicationsClosedAlert NOTIFY changed)
     Q_PROPERTY(QString versionLine READ versionLine CONSTANT)
     Q_PROPERTY(QString supportAddress READ supportAddress CONSTANT)
 
@@ -38,23 +37,16 @@ public:
     /// The state outlives the model.
     explicit SettingsModel(SettingsSheet& state);
 
-    bool focusMode() const;
-    void setFocusMode(bool on);
-    bool accessibilityFeatures() const;
-    void setAccessibilityFeatures(bool on);
-    bool autoSaveLayouts() const;
-    void setAutoSaveLayouts(bool on);
+    SwitchModel* focusMode() { return &focusMode_; }
+    SwitchModel* accessibilityFeatures() { return &accessibilityFeatures_; }
+    SwitchModel* autoSaveLayouts() { return &autoSaveLayouts_; }
+    SwitchModel* showLayoutSavedAlert() { return &showLayoutSavedAlert_; }
+    SwitchModel* showWorkspaceClosedAlert() { return &showWorkspaceClosedAlert_; }
+    SwitchModel* showLayoutsDisabledAlert() { return &showLayoutsDisabledAlert_; }
+    SwitchModel* showApplicationsClosedAlert() { return &showApplicationsClosedAlert_; }
     QString autoSaveSubtitle() const;
     QString fullscreenPriority() const;
     void setFullscreenPriority(const QString& priority);
-    bool showLayoutSavedAlert() const;
-    void setShowLayoutSavedAlert(bool on);
-    bool showWorkspaceClosedAlert() const;
-    void setShowWorkspaceClosedAlert(bool on);
-    bool showLayoutsDisabledAlert() const;
-    void setShowLayoutsDisabledAlert(bool on);
-    bool showApplicationsClosedAlert() const;
-    void setShowApplicationsClosedAlert(bool on);
     QString versionLine() const;
     QString supportAddress() const;
 
@@ -69,7 +61,18 @@ signals:
     void changed();
 
 private:
+    /// Outside of the press that led here, since a panel comes up.
+    template <typename Action>
+    void later(Action action);
+
     SettingsSheet& state_;
+    SwitchModel focusMode_;
+    SwitchModel accessibilityFeatures_;
+    SwitchModel autoSaveLayouts_;
+    SwitchModel showLayoutSavedAlert_;
+    SwitchModel showWorkspaceClosedAlert_;
+    SwitchModel showLayoutsDisabledAlert_;
+    SwitchModel showApplicationsClosedAlert_;
     ChangeRelay relay_;
 };
 

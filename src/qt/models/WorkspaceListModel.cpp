@@ -3,9 +3,11 @@
 #include "core/WorkspaceStore.h"
 #include "qt/items/Strings.h"
 #include "ui/WorkspaceListState.h"
+#include "ui/WorkspaceSheet.h"
 
 #include <QJSEngine>
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <utility>
 
@@ -28,18 +30,28 @@ const char* stateName(ChipState state) {
 QVariantList chipsOf(const ResourcePreview& preview) {
     QVariantList chips;
     for (const auto& chip : preview.chips) {
-        chips.append(QVariantMap{{"name", toQString(chip.name)},
+        chips.append(QVariantMap{{"key", toQString(chip.key.toString())},
+                                 {"name", onOneLine(chip.name)},
                                  {"type", toQString(rawValue(chip.type))},
                                  {"symbol", toQString(symbolName(chip.type))},
-                                 {"state", stateName(chip.state)}});
+                                 {"state", stateName(chip.state)},
+                                 {"isEnabled", chip.enabled},
+                                 {"isMissing", chip.isMissing}});
     }
     return chips;
 }
 
-const Resource* resourceOfChip(const Workspace& workspace, const ResourcePreview& preview,
-                               int chip) {
-    if (chip < 0 || std::size_t(chip) >= preview.chips.size()) return nullptr;
-    return findById(workspace.resources, preview.chips[std::size_t(chip)].resourceId);
+const Resource* resourceOf(const QString& chip, const Workspace& workspace) {
+    const auto key = RecordKey::parse(chip.toStdString());
+    const auto place = key ? placeOf(*key, workspace.resources) : std::nullopt;
+    return place ? &workspace.resources[*place] : nullptr;
+}
+
+std::set<Uuid> identifiersOf(const std::vector<Workspace>& workspaces) {
+    std::set<Uuid> identifiers;
+    for (const auto& workspace : workspaces)
+        identifiers.insert(workspace.id);
+    return identifiers;
 }
 
 } // namespace
@@ -48,9 +60,8 @@ WorkspaceListModel::WorkspaceListModel(WorkspaceListState& state, MakeSheet make
                                        MakeResources makeResources)
     : KeyedListModel(currentRows(state)), state_(state), makeEditSheet_(std::move(makeEditSheet)),
       makeResources_(std::move(makeResources)), shownSearch_(state.store().searchText.get()),
-      relay_(state.objectWillChange, [this] { refresh(); }) {
-    connect(&editSheet_, &SheetHolder::changed, this, &WorkspaceListModel::sheetChanged);
-}
+      known_(identifiersOf(*state.store().workspaces)),
+      relay_(state.objectWillChange, [this] { refresh(); }) {}
 
 WorkspaceListModel::~WorkspaceListModel() = default;
 
@@ -75,9 +86,9 @@ QVariant WorkspaceListModel::data(const QModelIndex& index, int role) const {
     const auto& row = rows()[std::size_t(index.row())];
     switch (role) {
     case WorkspaceIdRole:
-        return toQString(row.workspaceId.toString());
+        return toQString(row.workspace.toString());
     case NameRole:
-        return toQString(row.name);
+        return onOneLine(row.name);
     case DescriptionRole:
         return toQString(row.description);
     case IconRole:
@@ -127,30 +138,44 @@ QString WorkspaceListModel::finishMessage() const {
     return row ? toQString(corvane::finishMessage(row->name)) : QString();
 }
 
-/// The store may be a turn ahead of the view.
-const Workspace* WorkspaceListModel::workspaceOf(int row) const {
-    const auto* shown = rowAt(row);
-    if (!shown) return nullptr;
-    int repetition = 0;
-    for (const auto& workspace : *state_.store().workspaces) {
-        if (workspace.id == shown->workspaceId && repetition++ == shown->repetition)
-            return &workspace;
-    }
-    return nullptr;
+const Workspace* WorkspaceListModel::workspaceOf(const QString& workspaceId) const {
+    const auto& workspaces = *state_.store().workspaces;
+    const auto key = RecordKey::parse(workspaceId.toStdString());
+    const auto place = key ? placeOf(*key, workspaces) : std::nullopt;
+    return place ? &workspaces[*place] : nullptr;
 }
 
-void WorkspaceListModel::start(int row) {
-    if (const auto* workspace = workspaceOf(row)) state_.card(workspace->id).start(*workspace);
+int WorkspaceListModel::rowOf(const QString& workspaceId) const {
+    const auto key = RecordKey::parse(workspaceId.toStdString());
+    const auto found = key ? std::ranges::find(rows(), *key, &CardRow::key) : rows().end();
+    return found == rows().end() ? -1 : int(found - rows().begin());
 }
 
-void WorkspaceListModel::requestFinish(int row) {
-    const auto* workspace = workspaceOf(row);
-    if (workspace) state_.card(workspace->id).showingFinishConfirm = true;
+template <typename Action>
+void WorkspaceListModel::later(const QString& workspaceId, Action action) {
+    QMetaObject::invokeMethod(
+        this,
+        [this, workspaceId, action] {
+            const auto* found = workspaceOf(workspaceId);
+            if (!found) return;
+            const Workspace workspace = *found;
+            action(state_.card(workspace.id), workspace);
+        },
+        Qt::QueuedConnection);
+}
+
+void WorkspaceListModel::start(const QString& workspaceId) {
+    if (const auto* found = workspaceOf(workspaceId)) state_.card(found->id).start(*found);
+}
+
+void WorkspaceListModel::requestFinish(const QString& workspaceId) {
+    if (const auto* found = workspaceOf(workspaceId))
+        state_.card(found->id).showingFinishConfirm = true;
 }
 
 void WorkspaceListModel::confirmFinish() {
     const auto* row = rowToFinish();
-    const auto* found = row ? workspaceOf(int(row - rows().data())) : nullptr;
+    const auto* found = row ? workspaceOf(toQString(row->workspace.toString())) : nullptr;
     cancelFinish();
     if (!found) return;
     const Workspace workspace = *found;
@@ -158,67 +183,66 @@ void WorkspaceListModel::confirmFinish() {
 }
 
 void WorkspaceListModel::cancelFinish() {
-    if (const auto* row = rowToFinish()) state_.card(row->workspaceId).showingFinishConfirm = false;
+    const auto* row = rowToFinish();
+    if (row) state_.card(row->workspace.id).showingFinishConfirm = false;
 }
 
-void WorkspaceListModel::saveLayout(int row) {
-    if (const auto* found = workspaceOf(row)) {
-        const Workspace workspace = *found;
-        state_.card(workspace.id).saveLayout(workspace);
-    }
+void WorkspaceListModel::saveLayout(const QString& workspaceId) {
+    later(workspaceId, [](auto& card, const auto& workspace) { card.saveLayout(workspace); });
 }
 
-void WorkspaceListModel::toggleExpanded(int row) {
-    if (const auto* workspace = workspaceOf(row)) {
+void WorkspaceListModel::toggleExpanded(const QString& workspaceId) {
+    if (const auto* workspace = workspaceOf(workspaceId)) {
         auto& card = state_.card(workspace->id);
         card.isExpanded = !card.isExpanded;
     }
 }
 
 ResourceListModel* WorkspaceListModel::resourcesOf(const QString& workspaceId) {
-    const auto id = Uuid::parse(workspaceId.toStdString());
-    if (!id) return nullptr;
-    auto& resources = resources_[*id];
+    const auto key = RecordKey::parse(workspaceId.toStdString());
+    if (!key) return nullptr;
+    auto& resources = resources_[key->id];
     if (!resources) {
-        resources = makeResources_(*id);
+        resources = makeResources_(key->id);
         // The views may not take what belongs here for theirs.
         QJSEngine::setObjectOwnership(resources.get(), QJSEngine::CppOwnership);
     }
     return resources.get();
 }
 
-void WorkspaceListModel::edit(int row) {
-    if (const auto* workspace = workspaceOf(row)) editSheet_.open(makeEditSheet_(*workspace));
+void WorkspaceListModel::edit(const QString& workspaceId) {
+    later(workspaceId, [this](auto&, const auto& workspace) {
+        editSheet_.open(std::make_unique<WorkspaceSheetModel>(makeEditSheet_(workspace)));
+    });
 }
 
-void WorkspaceListModel::duplicate(int row) {
-    if (const auto* workspace = workspaceOf(row)) state_.store().duplicateWorkspace(*workspace);
+void WorkspaceListModel::duplicate(const QString& workspaceId) {
+    later(workspaceId, [this](auto&, const auto& workspace) {
+        expectNew();
+        state_.store().duplicateWorkspace(workspace);
+    });
 }
 
-void WorkspaceListModel::remove(int row) {
-    if (const auto* found = workspaceOf(row)) {
-        const Workspace workspace = *found;
-        state_.card(workspace.id).deleteWorkspace(workspace);
-    }
+void WorkspaceListModel::remove(const QString& workspaceId) {
+    later(workspaceId, [](auto& card, const auto& workspace) { card.deleteWorkspace(workspace); });
 }
 
-void WorkspaceListModel::pressChip(int row, int chip) {
-    const auto* found = workspaceOf(row);
+void WorkspaceListModel::pressChip(const QString& workspaceId, const QString& chip) {
+    const auto* found = workspaceOf(workspaceId);
     if (!found) return;
+    // A copy, as launching may change the list.
     const Workspace workspace = *found;
-    if (const auto* resource = resourceOfChip(workspace, rows()[std::size_t(row)].preview, chip)) {
+    if (const auto* resource = resourceOf(chip, workspace))
         state_.store().toggle(*resource, workspace);
-    }
 }
 
-QString WorkspaceListModel::chipTooltip(int row, int chip) const {
-    const auto* workspace = workspaceOf(row);
-    if (!workspace) return {};
-    const auto& preview = rows()[std::size_t(row)].preview;
-    const auto* resource = resourceOfChip(*workspace, preview, chip);
+QString WorkspaceListModel::chipTooltip(const QString& workspaceId, const QString& chip) const {
+    const auto* workspace = workspaceOf(workspaceId);
+    const auto* resource = workspace ? resourceOf(chip, *workspace) : nullptr;
     if (!resource) return {};
-    return toQString(
-        corvane::chipTooltip(*resource, preview.chips[std::size_t(chip)].state, state_.store()));
+    const bool isRunning = state_.store().isRunning(resource->id, workspace->id);
+    const auto state = isRunning ? ChipState::running : ChipState::plain;
+    return toQString(corvane::chipTooltip(*resource, state, state_.store()));
 }
 
 std::vector<CardRow> WorkspaceListModel::currentRows(WorkspaceListState& state) {
@@ -226,8 +250,7 @@ std::vector<CardRow> WorkspaceListModel::currentRows(WorkspaceListState& state) 
     std::map<Uuid, int> seen;
     for (const auto* workspace : state.filteredWorkspaces()) {
         const auto& card = state.card(workspace->id);
-        rows.push_back({.workspaceId = workspace->id,
-                        .repetition = seen[workspace->id]++,
+        rows.push_back({.workspace = {workspace->id, seen[workspace->id]++},
                         .name = workspace->name,
                         .description = workspace->description,
                         .icon = workspace->icon,
@@ -237,28 +260,38 @@ std::vector<CardRow> WorkspaceListModel::currentRows(WorkspaceListState& state) 
                         .isExpanded = card.isExpanded,
                         .canSaveLayout = card.canSaveLayout(),
                         .asksToFinish = card.showingFinishConfirm,
-                        .startTitle = std::string(card.startTitle()),
+                        .startTitle = card.startTitle(),
                         .statusText = card.statusText(*workspace),
-                        .preview = resourcePreview(*workspace, state.store())});
+                        .preview = resourcePreview(*workspace, state.store(), state.missing())});
     }
     return rows;
 }
 
 void WorkspaceListModel::refresh() {
+    state_.tidy();
     const auto& search = state_.store().searchText.get();
-    if (std::exchange(shownSearch_, search) == search) {
-        show(currentRows(state_));
-    } else {
-        showOther(currentRows(state_));
-    }
+    const bool isSameSearch = std::exchange(shownSearch_, search) == search;
+    isSameSearch ? show(currentRows(state_)) : showOther(currentRows(state_));
     dropCollapsedResources();
     emit contentChanged();
+    if (!isSameSearch) emit searched();
+    tellOfNew();
+}
+
+void WorkspaceListModel::tellOfNew() {
+    auto present = identifiersOf(*state_.store().workspaces);
+    std::vector<Uuid> fresh;
+    std::ranges::set_difference(present, known_, std::back_inserter(fresh));
+    known_ = std::move(present);
+    const bool isExpected = std::exchange(expectsNew_, false);
+    if (isExpected && fresh.size() == 1) emit added(toQString(fresh.front().toString()));
 }
 
 /// After the views of those that have collapsed were told to go.
 void WorkspaceListModel::dropCollapsedResources() {
     for (auto entry = resources_.begin(); entry != resources_.end();) {
-        if (state_.card(entry->first).isExpanded) {
+        const bool isThere = state_.store().find(entry->first) != nullptr;
+        if (isThere && state_.card(entry->first).isExpanded) {
             ++entry;
             continue;
         }

@@ -4,6 +4,10 @@
 #include "qt/models/KeyedListModel.h"
 #include "qt/models/ResourceListModel.h"
 #include "qt/models/SheetHolder.h"
+#include "qt/models/WorkspaceSheetModel.h"
+#ifndef Q_MOC_RUN // Which can't read what this includes.
+#include "ui/WorkspaceListState.h"
+#endif
 #ifndef Q_MOC_RUN // Which can't read what this includes.
 #include "qt/models/CardRow.h"
 #endif
@@ -11,6 +15,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <set>
 #include <vector>
 
 #include <QtQml/qqmlregistration.h>
@@ -58,9 +63,11 @@ public:
                        MakeResources makeResources);
     ~WorkspaceListModel() override;
 
-    /// `workspaceId`, `name`, `description`, `icon` (a symbol's name), `gradient` (an index),
-    /// `isRunning`, `isLoading`, `isExpanded`, `canSaveLayout`, `startTitle`, `statusText`, `chips`
-    /// (a list of objects with `name`, `type` and `state`, the last two as "url" and "running") and
+    /// `workspaceId` (with what tells it from others of its identifier), `name`, `description`,
+    /// `icon` (a symbol's name), `gradient` (an index), `isRunning`, `isLoading`, `isExpanded`,
+    /// `canSaveLayout`, `startTitle`, `statusText`, `chips` (a list of objects with `key`, `name`,
+    /// `type`, `symbol`, `state`,
+    /// `isEnabled` and `isMissing`, `type` and `state` as "url" and "running") and
     /// `counter`.
     QHash<int, QByteArray> roleNames() const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -71,28 +78,44 @@ public:
     QString finishMessage() const;
     WorkspaceSheetModel* editSheet() const { return editSheet_.sheet(); }
 
-    Q_INVOKABLE void start(int row);
+    // What is asked of a workspace names it by its `workspaceId`, and a chip by its `key`.
+
+    Q_INVOKABLE void start(const QString& workspaceId);
     /// Asks before it finishes.
-    Q_INVOKABLE void requestFinish(int row);
+    Q_INVOKABLE void requestFinish(const QString& workspaceId);
     Q_INVOKABLE void confirmFinish();
     Q_INVOKABLE void cancelFinish();
-    Q_INVOKABLE void saveLayout(int row);
-    Q_INVOKABLE void toggleExpanded(int row);
+    Q_INVOKABLE void saveLayout(const QString& workspaceId);
+    Q_INVOKABLE void toggleExpanded(const QString& workspaceId);
     /// The resources of an expanded card, while it is expanded; null where the text is no
     /// identifier.
     Q_INVOKABLE corvane::ResourceListModel* resourcesOf(const QString& workspaceId);
-    Q_INVOKABLE void edit(int row);
-    Q_INVOKABLE void duplicate(int row);
-    Q_INVOKABLE void remove(int row);
-    Q_INVOKABLE void pressChip(int row, int chip);
-    Q_INVOKABLE QString chipTooltip(int row, int chip) const;
+    Q_INVOKABLE void edit(const QString& workspaceId);
+    Q_INVOKABLE void duplicate(const QString& workspaceId);
+    Q_INVOKABLE void remove(const QString& workspaceId);
+    Q_INVOKABLE void pressChip(const QString& workspaceId, const QString& chip);
+    Q_INVOKABLE QString chipTooltip(const QString& workspaceId, const QString& chip) const;
+    /// Another program may have moved files meanwhile.
+    Q_INVOKABLE void lookForFiles() { state_.missing().look(); }
+    /// The next workspace that comes alone is one that the user has just asked for here.
+    Q_INVOKABLE void expectNew() { expectsNew_ = true; }
+    /// Where the workspace stands in the list; -1 where it isn't shown.
+    Q_INVOKABLE int rowOf(const QString& workspaceId) const;
 
 signals:
     void contentChanged();
     void sheetChanged();
+    /// The rows are those of another search.
+    void searched();
+    /// The workspace that was expected is there.
+    void added(const QString& workspaceId);
 
 private:
-    const Workspace* workspaceOf(int row) const;
+    const Workspace* workspaceOf(const QString& workspaceId) const;
+    /// Runs outside of the press that led here, since it puts a question.
+    template <typename Action>
+    void later(const QString& workspaceId, Action action);
+    void tellOfNew();
     const CardRow* rowToFinish() const;
     static std::vector<CardRow> currentRows(WorkspaceListState& state);
     void refresh();
@@ -102,9 +125,11 @@ private:
     const MakeSheet makeEditSheet_;
     const MakeResources makeResources_;
     std::map<Uuid, std::unique_ptr<ResourceListModel>> resources_;
-    /// What the rows were last filtered by.
+    /// What the rows were last filtered by, and which workspaces there were.
     std::string shownSearch_;
-    SheetHolder editSheet_;
+    std::set<Uuid> known_;
+    bool expectsNew_ = false;
+    SheetHolder<WorkspaceSheetModel> editSheet_{[this] { emit sheetChanged(); }};
     ChangeRelay relay_;
 };
 

@@ -3,6 +3,7 @@
 #include "qt/models/HeaderModel.h"
 #include "qt/models/OnboardingModel.h"
 #include "qt/models/SettingsModel.h"
+#include "qt/models/UndoModel.h"
 #include "qt/models/WorkspaceListModel.h"
 #include "qt/toolkit/Places.h"
 #include "qt/toolkit/QtMainQueue.h"
@@ -24,12 +25,14 @@ namespace {
 
 constexpr std::string_view placeKey = "MainWindowPlace";
 
-std::unique_ptr<ResourceListModel> resourceList(const Uuid& workspaceId, CorvaneApp& app) {
+std::unique_ptr<ResourceListModel> resourceList(const Uuid& workspaceId, CorvaneApp& app,
+                                                ContentState& content) {
     return std::make_unique<ResourceListModel>(
-        std::make_unique<ResourceManagement>(workspaceId, app.workspaceStore(), app.platform()),
-        [workspaceId, &app] {
+        std::make_unique<ResourceManagement>(workspaceId, app.workspaceStore(), app.platform(),
+                                             content.undo, content.missing),
+        [workspaceId, &app](const std::optional<RecordKey>& edited) {
             return std::make_unique<AddResourceSheet>(workspaceId, app.workspaceStore(),
-                                                      app.bookmarks(), app.platform());
+                                                      app.bookmarks(), app.platform(), edited);
         });
 }
 
@@ -46,14 +49,17 @@ struct MainWindows::Window {
               [&app](const Workspace& workspace) {
                   return editWorkspaceSheet(workspace, app.workspaceStore(), app.platform().clock);
               },
-              [&app](const Uuid& workspaceId) { return resourceList(workspaceId, app); }),
-          settings(content.settings) {}
+              [this, &app](const Uuid& workspaceId) {
+                  return resourceList(workspaceId, app, content);
+              }),
+          settings(content.settings), undo(content.undo) {}
 
     const int identifier;
     ContentState content;
     HeaderModel header;
     WorkspaceListModel list;
     SettingsModel settings;
+    UndoModel undo;
     std::unique_ptr<QQuickWindow> view;
 };
 
@@ -192,7 +198,8 @@ void MainWindows::openMainWindow() {
     window.view = makeWindow(engine_, "window/MainWindow",
                              {{"header", QVariant::fromValue(&window.header)},
                               {"workspaces", QVariant::fromValue(&window.list)},
-                              {"settings", QVariant::fromValue(&window.settings)}});
+                              {"settings", QVariant::fromValue(&window.settings)},
+                              {"undo", QVariant::fromValue(&window.undo)}});
     follow(*window.view, window.identifier);
     if (restorePlace(*window.view, rememberedPlace())) {
         window.view->showMaximized();
