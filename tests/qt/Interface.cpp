@@ -117,16 +117,32 @@ bool Interface::shows(const std::string& name) {
     return find(name, "") != nullptr;
 }
 
+void Interface::resize(int width, int height) {
+    windows.front()->setMinimumSize({});
+    windows.front()->resize(width, height);
+    runFor(0);
+    runFor(0);
+}
+
+std::string Interface::cut() {
+    const auto window = topWindow()->geometry();
+    std::string names;
+    for (auto* element : elements()) {
+        const auto place = element->rect();
+        const bool isWhole = place.left() >= window.left() && place.right() <= window.right();
+        if (element->actionInterface() && !isWhole) names += nameOf(element) + "|";
+    }
+    return names;
+}
+
 void Interface::closeWindow() {
     topWindow()->close();
     runFor(0);
 }
 
 bool Interface::isEnabled(const std::string& name, const std::string& inside) {
-    // Qt tells screen readers nothing of it.
     auto* element = find(name, inside);
-    const auto* item = element ? qobject_cast<QQuickItem*>(element->object()) : nullptr;
-    return item && item->isEnabled();
+    return element && !element->state().disabled;
 }
 
 bool Interface::press(const std::string& name, const std::string& inside) {
@@ -158,14 +174,41 @@ std::string Interface::toolTipOf(const std::string& name) {
     return text;
 }
 
+std::string Interface::act(const std::string& action, const std::string& name,
+                           const std::string& inside) {
+    auto* element = find(name, inside);
+    auto* actions = element ? element->actionInterface() : nullptr;
+    if (!actions) return "none";
+    const auto names = actions->actionNames().join(' ').toStdString();
+    actions->doAction(QString::fromStdString(action));
+    // It comes a turn later, and some controls wait another one.
+    for (int i = 0; i < 3; ++i)
+        runFor(0);
+    return names;
+}
+
+void Interface::hold(Qt::Key key, int repetitions) {
+    const auto send = [&](QEvent::Type type, bool isRepeated) {
+        QKeyEvent event(type, key, Qt::NoModifier, key == Qt::Key_Space ? " " : "", isRepeated);
+        QCoreApplication::sendEvent(topWindow(), &event);
+        runFor(0);
+    };
+    send(QEvent::KeyPress, false);
+    for (int i = 0; i < repetitions; ++i) {
+        send(QEvent::KeyRelease, true);
+        send(QEvent::KeyPress, true);
+    }
+    send(QEvent::KeyRelease, false);
+}
+
 void Interface::type(const std::string& text) {
     for (const char letter : text)
         QTest::keyClick(topWindow(), letter);
     runFor(0);
 }
 
-void Interface::key(Qt::Key key) {
-    QTest::keyClick(topWindow(), key);
+void Interface::key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    QTest::keyClick(topWindow(), key, modifiers);
     runFor(0);
 }
 

@@ -48,8 +48,17 @@ public:
     bool press(const std::string& name, const std::string& inside = "");
     /// What comes up where the pointer rests in the middle of an element.
     std::string toolTipOf(const std::string& name);
+    /// Does what an assistive program does; gives the names of all actions that the control has.
+    std::string act(const std::string& action, const std::string& name,
+                    const std::string& inside = "");
+    /// A key that is held down for a while.
+    void hold(Qt::Key key, int repetitions = 5);
     void type(const std::string& text);
-    void key(Qt::Key key);
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
+    /// Makes the main window as small as a window manager may.
+    void resize(int width, int height);
+    /// The names of the controls of which a part is beyond the left or right edge of the window.
+    std::string cut();
     void closeWindow();
     /// Drops what a drag carries in the middle of an element, or leads the drag away from there.
     void drag(const QMimeData& data, const std::string& name, bool drops = true);

@@ -5,6 +5,7 @@
 #include "qt/toolkit/QtMainQueue.h"
 #include "qt/tray/Popup.h"
 #include "qt/tray/TrayMenu.h"
+#include "ui/UndoOffer.h"
 #include "ui/WorkspaceListState.h"
 
 #include <QAbstractItemModelTester>
@@ -150,7 +151,10 @@ TEST(WorkspaceListModelTest, rowsKeepTheirIdentityWhenTheListChanges) {
                d = scene.workspace("d");
     scene.writeFile({a, b, c});
     auto& store = scene.start();
-    WorkspaceListState state(store, scene.platform.mainQueue, scene.platform.alerts);
+    UndoOffer undo(scene.platform.mainQueue);
+    MissingFiles missing(store, scene.platform.backgroundQueue, scene.platform.mainQueue,
+                         scene.platform.fileSystem);
+    WorkspaceListState state(store, scene.platform.mainQueue, scene.platform.alerts, undo, missing);
     WorkspaceListModel model(state, {}, {});
     const QAbstractItemModelTester tester(&model);
     const QPersistentModelIndex rowOfC(model.index(2));

@@ -84,6 +84,41 @@ TEST_F(ResourceViews, aRowHasWhatCanBeDoneWithItsResource) {
     EXPECT_TRUE(interface.shows("Separator - click to rename"));
 }
 
+TEST_F(ResourceViews, aRowIsChangedByItsMenuAndLeavesTheKeyboardToItsNeighbour) {
+    open({{"note.txt", file}, {"lost", file}, {"Pad.app", application}});
+    EXPECT_TRUE(interface.shows("Not found: /x/lost"));
+    EXPECT_FALSE(interface.shows("Not found: /x/note.txt"));
+    interface.desktop.panels.choices["Locate lost"] = "/x/note.txt";
+    ASSERT_TRUE(interface.press("More", "lost"));
+    ASSERT_TRUE(interface.press("Locate…"));
+    interface.runFor(0);
+    EXPECT_FALSE(interface.shows("Not found: /x/lost"));
+    EXPECT_EQ(resources()[1].path, "/x/note.txt");
+
+    ASSERT_TRUE(interface.press("More", "note.txt"));
+    ASSERT_TRUE(interface.press("Edit"));
+    interface.runFor(0);
+    EXPECT_TRUE(interface.shows("Edit Resource"));
+    EXPECT_EQ(interface.focused(), "Enter a name for this resource");
+    interface.key(Qt::Key_End);
+    interface.type("!");
+    ASSERT_TRUE(interface.press("Save"));
+    EXPECT_EQ(stored(), "note.txt!:file lost:file Pad.app:application ");
+    EXPECT_EQ(interface.focused(), "More") << "of the row";
+
+    for (int i = 0; i < 2; ++i) {
+        ASSERT_TRUE(interface.reach("Remove"));
+        interface.hold(Qt::Key_Return);
+        interface.runFor(0);
+        EXPECT_EQ(interface.focused(), "Move");
+    }
+    EXPECT_EQ(stored(), "note.txt!:file ");
+    EXPECT_TRUE(interface.shows("Removed 'Pad.app'"));
+    interface.key(Qt::Key_Z, Qt::ControlModifier);
+    ASSERT_TRUE(interface.press("Undo"));
+    EXPECT_EQ(stored(), "note.txt!:file lost:file Pad.app:application ");
+}
+
 TEST_F(ResourceViews, aDragIsTakenByTheListOrByARow) {
     open({{"a", file}, {"b", file}});
     QMimeData files;

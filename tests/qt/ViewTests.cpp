@@ -1,4 +1,4 @@
-#include "qt/Interface.h"
+#include "qt/Views.h"
 
 #include <QCoreApplication>
 #include <QTimer>
@@ -7,21 +7,6 @@
 
 namespace corvane {
 namespace {
-
-class Views : public testing::Test {
-protected:
-    Interface interface;
-
-    Workspace workspace(const std::string& name, std::vector<Resource> resources = {}) {
-        auto made = makeWorkspace(name, name == "Work" ? "What has to be done" : "", "star", {});
-        made.resources = std::move(resources);
-        return made;
-    }
-    Resource note() {
-        interface.desktop.files.contents["/note.txt"] = "A note";
-        return makeResource("note", "/note.txt", ResourceType::file, interface.platform.bundles);
-    }
-};
 
 TEST_F(Views, aStartGoesThroughItsStates) {
     interface.open({workspace("Work", {note()}), workspace("Home")});
@@ -176,43 +161,6 @@ TEST_F(Views, theHeaderActsOnTheWholeProgram) {
     EXPECT_TRUE(interface.press("Switch to Dark Mode"));
     EXPECT_TRUE(interface.shows("Switch to Light Mode"));
     EXPECT_TRUE(interface.platform.appearance.effectiveAppearanceIsDark());
-}
-
-TEST_F(Views, theKeyboardReachesEveryControlInOrder) {
-    interface.open({workspace("Work"), workspace("Home", {note()})});
-    std::string order;
-    for (int i = 0; i < 9; ++i) {
-        interface.key(Qt::Key_Tab);
-        order += interface.focused() + "|";
-    }
-    EXPECT_EQ(order, "Search workspaces...|Switch to Dark Mode|Focus Mode|New Workspace|Settings|"
-                     "Start|Resources|More|Start|");
-    interface.key(Qt::Key_Return);
-    interface.runFor(2);
-    EXPECT_EQ(interface.store().activeWorkspace.get()->name, "Home");
-    EXPECT_EQ(interface.focused(), "Finish");
-}
-
-TEST_F(Views, theKeyboardGoesThroughALongListAndBack) {
-    std::vector<Workspace> many;
-    std::string names;
-    for (char name = 'a'; name <= 'z'; ++name) {
-        many.push_back(workspace({name}, {note()}));
-        names += name;
-    }
-    interface.open(many);
-    const auto reached = [&](Qt::Key key, const char* control, int times) {
-        std::string cards;
-        for (int i = 0; i < times; ++i) {
-            interface.key(key);
-            if (interface.focused() == control) cards += interface.focusedDescription();
-        }
-        return cards;
-    };
-    // Five controls in the header, and four in each card.
-    EXPECT_EQ(reached(Qt::Key_Tab, "Start", 5 + 26 * 4), names);
-    const auto back = reached(Qt::Key_Backtab, "More", 26 * 4 - 1);
-    EXPECT_EQ(std::string(back.rbegin(), back.rend()), names);
 }
 
 TEST_F(Views, aClosedWindowComesBackWithTheStoreAsItIs) {

@@ -13,7 +13,7 @@ Sheet {
     signal confirmed
     signal cancelled
 
-    width: 380
+    wantedWidth: 380
     onIsWantedChanged: isWanted ? open() : close()
     // By the Escape key, while it is still wanted.
     onClosed: {
@@ -39,7 +39,7 @@ Sheet {
 
             width: parent.width
             text: dialog.message !== "" ? dialog.message : last
-            onTextChanged: last = text
+            onTextChanged: last = this.text
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter
             bottomPadding: 6

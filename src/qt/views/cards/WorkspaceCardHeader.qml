@@ -5,15 +5,25 @@ import Corvane
 Item {
     id: header
 
-    required property Item card
+    required property WorkspaceCardData card
 
-    implicitHeight: Math.max(tile.height, titles.height) + 2 * 18
+    // On the button that starts or finishes the workspace.
+    function takeKeyboard() {
+        action.forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    // Where titles and controls have no room side by side, these go below.
+    readonly property real room: width - 2 * 18
+    readonly property real controlsWidth: (action.item ? action.item.naturalWidth : 0) + toggle.implicitWidth + 28 + 2 * 12
+    readonly property bool isStacked: controlsWidth + 36 + 2 * 12 + 160 > room
+
+    implicitHeight: 2 * 18 + (isStacked ? Math.max(tile.height, titles.height) + 12 + controls.height : Math.max(tile.height, titles.height))
 
     GradientTile {
         id: tile
 
         x: 18
-        anchors.verticalCenter: parent.verticalCenter
+        y: header.isStacked ? 18 : (parent.height - height) / 2
         width: 36
         height: 36
         symbol: header.card.icon
@@ -22,13 +32,9 @@ Item {
     Item {
         id: titles
 
-        anchors {
-            left: tile.right
-            leftMargin: 12
-            right: controls.left
-            rightMargin: 12
-            verticalCenter: parent.verticalCenter
-        }
+        x: 18 + 36 + 12
+        y: header.isStacked ? 18 + Math.max(0, (tile.height - height) / 2) : (parent.height - height) / 2
+        width: header.room - 36 - 12 - (header.isStacked ? 0 : header.controlsWidth + 12)
         height: name.height + (description.visible ? 2 + description.height : 0)
 
         ElidedText {
@@ -46,38 +52,45 @@ Item {
             width: parent.width
             visible: text !== ""
             text: header.card.description
+            wrapMode: Text.Wrap
+            maximumLineCount: 3
             font.pixelSize: Theme.captionSize
             color: Theme.secondaryLabel
         }
     }
-    Row {
+    Flow {
         id: controls
 
-        anchors {
-            right: parent.right
-            rightMargin: 18
-            verticalCenter: parent.verticalCenter
-        }
+        x: 18 + header.room - width
+        y: header.isStacked ? parent.height - 18 - height : (parent.height - height) / 2
+        width: Math.min(header.room, header.controlsWidth)
         spacing: 12
 
         // The keyboard stays with the button that a start or finish has changed.
         Loader {
-            anchors.verticalCenter: parent.verticalCenter
+            id: action
+
+            width: item ? Math.min(header.room, item.naturalWidth) : 0
             sourceComponent: header.card.isRunning ? whileRunning : otherwise
         }
         ActionButton {
-            anchors.verticalCenter: parent.verticalCenter
+            id: toggle
+
             symbol: header.card.isExpanded ? "chevron.up" : "chevron.down"
             text: "Resources"
             foreground: header.card.isExpanded ? Theme.blue : Theme.label
-            Accessible.checkable: true
-            Accessible.checked: header.card.isExpanded
+            readonly property bool isExpanded: header.card.isExpanded
             Accessible.description: header.card.name
             onClicked: header.card.toggle()
         }
-        WorkspaceMenuButton {
-            anchors.verticalCenter: parent.verticalCenter
-            card: header.card
+        Item {
+            width: 28
+            height: 32
+
+            WorkspaceMenuButton {
+                anchors.verticalCenter: parent.verticalCenter
+                card: header.card
+            }
         }
     }
     HairLine {
@@ -90,6 +103,8 @@ Item {
         id: otherwise
 
         ActionButton {
+            readonly property real naturalWidth: implicitWidth
+
             focus: true
             enabled: !header.card.isLoading
             implicitWidth: Math.max(120, contentWidth)
@@ -98,7 +113,7 @@ Item {
             symbol: "play.fill"
             text: header.card.startTitle
             Accessible.description: header.card.name
-            onClicked: header.card.workspaces.start(header.card.index)
+            onClicked: header.card.workspaces.start(header.card.workspaceId)
         }
     }
     Component {

@@ -3,32 +3,14 @@ import Corvane
 
 // One workspace: its header, and under it a preview of its resources or all of them. The list gives
 // a card that has left it another workspace, so nothing here is the workspace's own.
-Rectangle {
+WorkspaceCardData {
     id: card
 
-    required property string workspaceId
-    required property int index
-    required property string name
-    required property string description
-    required property string icon
-    required property int gradient
-    required property bool isRunning
-    required property bool isLoading
-    required property bool isExpanded
-    required property bool canSaveLayout
-    required property string startTitle
-    required property string statusText
-    required property var chips
-    required property string counter
-    required property WorkspaceListModel workspaces
     // Not while it waits for its next workspace.
     property bool isInUse: true
-    // Only what a user changes moves; a card that takes another workspace doesn't.
-    property string toggledWorkspace: ""
 
-    function toggle() {
-        toggledWorkspace = workspaceId;
-        workspaces.toggleExpanded(index);
+    function takeKeyboard() {
+        header.takeKeyboard();
     }
 
     onWorkspaceIdChanged: toggledWorkspace = ""

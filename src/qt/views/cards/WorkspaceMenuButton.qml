@@ -6,7 +6,7 @@ import Corvane
 ActionButton {
     id: button
 
-    required property Item card
+    required property WorkspaceCardData card
     property Menu menu: null
 
     implicitWidth: 28
@@ -25,16 +25,17 @@ ActionButton {
         id: ofWorkspace
 
         ThemedMenu {
+            opener: button
             y: button.height + 4
             x: button.width - width
 
             ThemedMenuItem {
                 text: "Edit"
-                onTriggered: button.card.workspaces.edit(button.card.index)
+                onTriggered: button.card.workspaces.edit(button.card.workspaceId)
             }
             ThemedMenuItem {
                 text: "Duplicate"
-                onTriggered: button.card.workspaces.duplicate(button.card.index)
+                onTriggered: button.card.workspaces.duplicate(button.card.workspaceId)
             }
             MenuSeparator {
                 padding: 4
@@ -46,7 +47,7 @@ ActionButton {
             ThemedMenuItem {
                 text: "Delete"
                 isDestructive: true
-                onTriggered: Qt.callLater(button.card.workspaces.remove, button.card.index)
+                onTriggered: button.card.workspaces.remove(button.card.workspaceId)
             }
         }
     }

@@ -1,7 +1,7 @@
 import QtQuick
 import Corvane
 
-// One line of text; where it has no room, the pointer brings all of it.
+// One line of text, unless told otherwise; where it has no room, the pointer brings all of it.
 BodyText {
     id: line
 

@@ -21,6 +21,6 @@ Item {
         visible: tile.symbol !== ""
         symbol: tile.symbol
         size: tile.symbolSize
-        color: "white"
+        color: Theme.textOnTint
     }
 }

@@ -12,7 +12,7 @@ PressButton {
     width: 28
     height: 28
     Accessible.role: Accessible.RadioButton
-    Accessible.name: symbol
+    Accessible.name: symbol.replace(/\./g, " ")
     Accessible.checkable: true
     Accessible.checked: isSelected
 
@@ -20,6 +20,15 @@ PressButton {
         symbol: tile.symbol
         size: 16
         color: tile.isSelected ? Theme.accent : Theme.primary
+    }
+    OnDemand {
+        parent: tile
+        wanted: tile.hovered || tile.visualFocus
+
+        ThemedToolTip {
+            text: tile.Accessible.name
+            visible: true
+        }
     }
     background: Rectangle {
         radius: Theme.smallRadius

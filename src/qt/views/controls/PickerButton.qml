@@ -26,7 +26,8 @@ PressButton {
             anchors.right: parent.right
             anchors.rightMargin: 10
             anchors.verticalCenter: parent.verticalCenter
-            text: button.text
+            text: button.text.replace(/\s+/g, " ")
+            maximumLineCount: 1
             textFormat: Text.PlainText
             elide: Text.ElideMiddle
             font.pixelSize: Theme.bodySize

@@ -6,7 +6,37 @@ import Corvane
 Popup {
     id: sheet
 
+    // What had the keyboard before, and what that is in.
+    property var before: []
+
+    // To the control that opened the sheet, or the one nearest to where that was.
+    function giveKeyboardBack() {
+        for (const item of before) {
+            if (!item || !item.visible || !item.enabled)
+                continue;
+            const next = item.activeFocusOnTab ? item : item.nextItemInFocusChain();
+            for (let inner = next; inner; inner = inner.parent) {
+                if (inner === item)
+                    return next.forceActiveFocus(Qt.TabFocusReason);
+            }
+        }
+    }
+
+    // The size it has where the window has room for it.
+    property int wantedWidth: 0
+    property int wantedHeight: 0
+    readonly property int most: 24
+
+    width: Math.min(wantedWidth, parent ? parent.width - most : wantedWidth)
+    height: wantedHeight > 0 ? Math.min(wantedHeight, parent ? parent.height - most : wantedHeight) : implicitHeight
     parent: Overlay.overlay
+    onAboutToShow: {
+        const items = [];
+        for (let item = parent.Window.activeFocusItem; item; item = item.parent)
+            items.push(item);
+        before = items;
+    }
+    onClosed: giveKeyboardBack()
     anchors.centerIn: parent
     modal: true
     focus: true
@@ -14,7 +44,7 @@ Popup {
     closePolicy: Popup.CloseOnEscape
 
     Overlay.modal: Rectangle {
-        color: Qt.rgba(0, 0, 0, Theme.dark ? 0.5 : 0.3)
+        color: Theme.shade
     }
     background: Rectangle {
         radius: Theme.radius

@@ -1,10 +1,11 @@
 import QtQuick
+import Corvane
 
 // A small turning ring, at the size of a symbol.
 Item {
     id: spinner
 
-    property color color: "white"
+    property color color: Theme.textOnTint
 
     implicitWidth: 16
     implicitHeight: 16

@@ -9,7 +9,6 @@ PressButton {
     required property string symbol
     required property color tint
     required property string tooltip
-    // Of what is seen: the symbols fill three quarters of the square that their font gives them.
     property int size: 12
     property bool isBold: false
 
@@ -24,7 +23,7 @@ PressButton {
 
     contentItem: SymbolText {
         symbol: button.symbol
-        size: Math.round(button.size * 4 / 3)
+        size: button.size
         font.bold: button.isBold
         color: button.tint
     }

@@ -1,7 +1,8 @@
 import QtQuick
 import Corvane
 
-// A symbol by its name. Decoration: whoever shows it carries the name for screen readers.
+// A symbol by its name, of that size as it is seen: symbols fill three quarters of the square that
+// their font gives them. Decoration: whoever shows it carries the name for screen readers.
 Text {
     required property string symbol
     property int size: Theme.bodySize
@@ -9,7 +10,7 @@ Text {
     text: Symbols.glyph(symbol)
     textFormat: Text.PlainText
     font.family: Symbols.fontFamily
-    font.pixelSize: size
+    font.pixelSize: Math.round(size * 4 / 3)
     color: Theme.label
     horizontalAlignment: Text.AlignHCenter
     verticalAlignment: Text.AlignVCenter

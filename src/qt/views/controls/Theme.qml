@@ -49,6 +49,11 @@ QtObject {
     readonly property color gray: secondaryLabel
 
     // As what white text, or a lot else, stands on.
+    readonly property color dropRed: "#FF3B30"
+    readonly property color dropBlue: "#0A7AFF"
+    readonly property color switchOff: mixed("#B9B9BF", "#55555B")
+    readonly property color tipBackground: mixed("#FBFBFC", "#38383C")
+    readonly property color shade: Qt.rgba(0, 0, 0, 0.3 + 0.2 * darkness)
     readonly property color greenFill: mixed("#2BA24A", "#238A40")
     readonly property color blueFill: mixed("#0A66DB", "#2A6FDB")
     readonly property color purpleFill: mixed("#8A3FC9", "#8D47C9")

@@ -3,7 +3,12 @@ import QtQuick.Controls.Basic
 import Corvane
 
 Menu {
+    id: menu
+
+    required property Item opener
+
     padding: 5
+    onClosed: opener.forceActiveFocus(Qt.TabFocusReason)
     // A press beside it only closes it, and nothing below scrolls away from it.
     modal: true
     dim: false

@@ -18,6 +18,7 @@ MenuItem {
     }
 
     contentItem: Text {
+        opacity: item.enabled ? 1 : 0.5
         text: item.text
         textFormat: Text.PlainText
         verticalAlignment: Text.AlignVCenter

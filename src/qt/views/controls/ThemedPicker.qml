@@ -53,6 +53,8 @@ PressButton {
     ThemedMenu {
         id: menu
 
+        opener: picker
+
         y: picker.height + 4
         width: Math.max(picker.width, 140)
 

@@ -27,7 +27,7 @@ PressButton {
 
     background: Rectangle {
         radius: height / 2
-        color: toggle.isOn ? toggle.tint : Theme.dark ? "#55555B" : "#B9B9BF"
+        color: toggle.isOn ? toggle.tint : Theme.switchOff
 
         FocusRing {
             target: toggle
@@ -39,7 +39,7 @@ PressButton {
             width: 18
             height: 18
             radius: 9
-            color: "white"
+            color: Theme.textOnTint
 
             Behavior on x {
                 NumberAnimation {

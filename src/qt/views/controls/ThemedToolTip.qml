@@ -20,7 +20,7 @@ ToolTip {
     }
     background: Rectangle {
         radius: 5
-        color: Theme.dark ? "#38383C" : "#FBFBFC"
+        color: Theme.tipBackground
         border.width: 1
         border.color: Theme.separator
     }

@@ -3,14 +3,14 @@ import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Corvane
 
-// Adds a resource: its type, its name, and a path, an address or a command.
+// Adds a resource, or changes one: its type, its name, and a path, an address or a command.
 Sheet {
     id: popup
 
     required property AddResourceModel sheet
 
-    width: 480
-    height: 580
+    wantedWidth: 480
+    wantedHeight: 580
     // No key gives up what was typed.
     closePolicy: Popup.NoAutoClose
     onClosed: {
@@ -26,19 +26,21 @@ Sheet {
         }
     }
 
-    contentItem: ColumnLayout {
+    contentItem: SheetColumn {
         spacing: 8
         Accessible.role: Accessible.Dialog
-        Accessible.name: "Add New Resource"
+        Accessible.name: popup.sheet.title
 
         BodyText {
-            text: "Add New Resource"
+            text: popup.sheet.title
             font.pixelSize: Theme.titleSize
             font.weight: Font.DemiBold
         }
         BodyText {
             Layout.bottomMargin: 8
-            text: "Add a file, folder, app, URL, or terminal command to your workspace"
+            Layout.fillWidth: true
+            text: popup.sheet.subtitle
+            wrapMode: Text.Wrap
             color: Theme.secondaryLabel
         }
         BodyText {
@@ -85,7 +87,7 @@ Sheet {
             visible: popup.sheet.isPicked
             symbol: popup.sheet.pickerSymbol
             text: popup.sheet.pickerTitle
-            onClicked: Qt.callLater(popup.sheet.pick)
+            onClicked: popup.sheet.pick()
         }
         ThemedTextField {
             Layout.fillWidth: true
@@ -124,10 +126,10 @@ Sheet {
 
             BodyText {
                 Layout.fillWidth: true
-                text: "Enabled by default"
+                text: popup.sheet.enabledTitle
             }
             ThemedSwitch {
-                Accessible.name: "Enabled by default"
+                Accessible.name: popup.sheet.enabledTitle
                 isOn: popup.sheet.enabledByDefault
                 onSwitched: on => popup.sheet.enabledByDefault = on
             }
@@ -144,7 +146,8 @@ Sheet {
             }
             ActionButton {
                 isProminent: true
-                text: "Add Resource"
+                implicitWidth: Math.max(88, contentWidth)
+                text: popup.sheet.addTitle
                 enabled: popup.sheet.canAdd
                 onClicked: popup.sheet.add()
             }

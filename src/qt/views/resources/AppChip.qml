@@ -5,9 +5,9 @@ import Corvane
 Rectangle {
     id: chip
 
-    required property var modelData
-    readonly property string appName: modelData.appName
-    readonly property bool isDefault: modelData.isDefault
+    required property string appName
+    required property bool isDefault
+    required property string iconSource
     readonly property color hue: isDefault ? Theme.accent : Theme.secondaryLabel
 
     signal removed
@@ -30,7 +30,7 @@ Rectangle {
         ResourceIcon {
             anchors.verticalCenter: parent.verticalCenter
             symbol: "app"
-            iconSource: chip.modelData.iconSource
+            iconSource: chip.iconSource
             size: 20
         }
         SymbolButton {
@@ -44,6 +44,8 @@ Rectangle {
             tint: Theme.secondaryLabel
             tooltip: "Remove " + chip.appName
             onClicked: chip.removed()
+            // The second press of two in a row isn't meant for what has come under the pointer.
+            onDoubleClicked: {}
         }
     }
 }

@@ -6,21 +6,25 @@ import Corvane
 Item {
     id: handle
 
-    required property Item row
+    required property ResourceRowData row
+    property var picture: null
 
     width: 20
     height: 30
+    Drag.hotSpot: Qt.point(x + width / 2, row.height / 2)
     Drag.dragType: Drag.Automatic
     Drag.supportedActions: Qt.MoveAction
     Drag.mimeData: {
         "text/plain": String(row.index)
     }
     activeFocusOnTab: true
-    Accessible.role: Accessible.Button
+    Accessible.role: Accessible.Grip
     Accessible.name: "Move"
     Accessible.focusable: true
-    Keys.onUpPressed: row.resources.move(row.index, row.index - 1)
-    Keys.onDownPressed: row.resources.move(row.index, row.index + 1)
+    Accessible.onIncreaseAction: row.moveBy(1)
+    Accessible.onDecreaseAction: row.moveBy(-1)
+    Keys.onUpPressed: row.moveBy(-1)
+    Keys.onDownPressed: row.moveBy(1)
 
     Rectangle {
         anchors.fill: parent
@@ -49,6 +53,11 @@ Item {
         }
     }
     HoverHandler {
+        // What the pointer will carry.
+        onHoveredChanged: {
+            if (hovered)
+                handle.row.grabToImage(result => handle.picture = result);
+        }
         cursorShape: dragging.active ? Qt.ClosedHandCursor : Qt.OpenHandCursor
     }
     DragHandler {
@@ -56,6 +65,9 @@ Item {
 
         target: null
         // Not a binding, as the drag begins and ends inside of this change.
-        onActiveChanged: handle.Drag.active = active
+        onActiveChanged: {
+            handle.Drag.imageSource = handle.picture ? handle.picture.url : "";
+            handle.Drag.active = active;
+        }
     }
 }

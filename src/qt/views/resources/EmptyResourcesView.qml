@@ -22,7 +22,10 @@ Column {
         font.weight: Font.Medium
     }
     BodyText {
-        anchors.horizontalCenter: parent.horizontalCenter
+        width: parent.width - 2 * 18
+        x: 18
+        wrapMode: Text.Wrap
+        horizontalAlignment: Text.AlignHCenter
         text: "Drag & drop files, apps or folders from Finder to add resources"
         color: Theme.secondaryLabel
     }

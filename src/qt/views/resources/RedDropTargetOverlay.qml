@@ -3,7 +3,7 @@ import Corvane
 
 // Lies over the list while a drag of files hovers over it.
 Rectangle {
-    readonly property color tint: "#FF3B30"
+    readonly property color tint: Theme.dropRed
 
     radius: 12
     color: Theme.faded(tint, 0.1)

@@ -6,7 +6,8 @@ import Corvane
 Item {
     id: content
 
-    required property Item row
+    required property ResourceRowData row
+    readonly property Item handle: grip
 
     implicitHeight: Math.max(44, layout.implicitHeight + 2 * 6) + 2 * row.inset
 
@@ -15,6 +16,10 @@ Item {
         anchors.margins: content.row.inset
         radius: 8
         color: Theme.faded(Theme.controlBackground, content.row.isEnabled ? 1 : 0.5)
+    }
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+        onTapped: menuButton.open()
     }
     RowLayout {
         id: layout
@@ -26,6 +31,8 @@ Item {
         opacity: content.row.isEnabled ? 1 : 0.6
 
         DragHandle {
+            id: grip
+
             row: content.row
         }
         ResourceIcon {
@@ -64,6 +71,10 @@ Item {
                     font.pixelSize: 14
                     font.weight: Font.Medium
                 }
+                MissingMark {
+                    visible: content.row.isMissing
+                    path: content.row.path
+                }
                 Rectangle {
                     implicitWidth: badge.implicitWidth + 2 * 6
                     implicitHeight: badge.implicitHeight + 2 * 2
@@ -93,11 +104,16 @@ Item {
                     model: content.row.chips
 
                     AppChip {
-                        onRemoved: content.row.resources.removeApplication(content.row.index, appName)
+                        required property var modelData
+
+                        appName: modelData.appName
+                        isDefault: modelData.isDefault
+                        iconSource: modelData.iconSource
+                        onRemoved: content.row.resources.removeApplication(content.row.key, appName)
                     }
                 }
                 AddAppButton {
-                    onClicked: Qt.callLater(content.row.resources.chooseApplication, content.row.index)
+                    onClicked: content.row.resources.chooseApplication(content.row.key)
                 }
             }
         }
@@ -140,7 +156,7 @@ Item {
                     symbol: content.row.isRunning ? "stop.fill" : "play.fill"
                     tint: content.row.isRunning ? Theme.red : Theme.accent
                     tooltip: content.row.playTooltip
-                    onClicked: content.row.resources.pressPlay(content.row.index)
+                    onClicked: content.row.resources.pressPlay(content.row.key)
                 }
                 ThemedSwitch {
                     scale: 0.8
@@ -148,13 +164,15 @@ Item {
                     isOn: content.row.isEnabled
                     tooltip: content.row.enabledTooltip
                     Accessible.name: content.row.enabledTooltip
-                    onSwitched: content.row.resources.toggleEnabled(content.row.index)
+                    onSwitched: content.row.resources.toggleEnabled(content.row.key)
                 }
-                SymbolButton {
-                    symbol: "trash"
-                    tint: Theme.red
-                    tooltip: "Remove"
-                    onClicked: Qt.callLater(content.row.resources.remove, content.row.index)
+                TrashButton {
+                    row: content.row
+                }
+                RowMenuButton {
+                    id: menuButton
+
+                    row: content.row
                 }
             }
         }

@@ -7,10 +7,11 @@ import Corvane
 PressButton {
     id: chip
 
-    required property int index
-    required property Item card
+    required property WorkspaceCardData card
     required property var resource
     readonly property bool isRunning: resource ? resource.state === "running" : false
+    readonly property bool isMissing: resource ? resource.isMissing : false
+    readonly property bool isDisabled: resource ? !resource.isEnabled : false
     readonly property bool isMarked: resource ? resource.state === "startMarked" : false
     readonly property color stateColor: isRunning ? Theme.green : isMarked ? Theme.blue : Theme.gray
     // From 0, as it lies there, to 1, under the pointer.
@@ -21,9 +22,9 @@ PressButton {
     visible: resource !== undefined
     text: resource ? resource.name : ""
     scale: 1 + 0.02 * lift
-    opacity: down ? 0.75 : 1
-    Accessible.description: isRunning ? "Running" : ""
-    onClicked: card.workspaces.pressChip(card.index, index)
+    opacity: down ? 0.75 : isDisabled && !isRunning ? 0.6 : 1
+    Accessible.description: isMissing ? "Not found" : isRunning ? "Running" : isDisabled ? "Disabled" : ""
+    onClicked: card.workspaces.pressChip(card.workspaceId, resource.key)
 
     Behavior on lift {
         NumberAnimation {
@@ -37,7 +38,7 @@ PressButton {
 
         ThemedToolTip {
             // Asked for when it is needed, as the answer takes a look at the installed applications.
-            text: chip.resource ? chip.card.workspaces.chipTooltip(chip.card.index, chip.index) : ""
+            text: chip.resource ? chip.card.workspaces.chipTooltip(chip.card.workspaceId, chip.resource.key) : ""
             visible: true
         }
     }
@@ -66,9 +67,9 @@ PressButton {
         x: 10
         width: 16
         height: parent.height
-        symbol: chip.resource ? chip.resource.symbol : ""
+        symbol: chip.isMissing ? "exclamationmark.triangle.fill" : chip.resource ? chip.resource.symbol : ""
         size: 16
-        color: Theme.typeColor(chip.resource ? chip.resource.type : "")
+        color: chip.isMissing ? Theme.orange : Theme.typeColor(chip.resource ? chip.resource.type : "")
     }
     Text {
         id: title
@@ -83,6 +84,7 @@ PressButton {
         maximumLineCount: 1
         font.pixelSize: 14
         font.weight: Font.Medium
+        font.strikeout: chip.isDisabled
         color: Theme.label
         Accessible.ignored: true
     }
@@ -93,8 +95,7 @@ PressButton {
         width: 12
         height: parent.height
         symbol: chip.isRunning ? "stop.fill" : "play.fill"
-        // The symbols fill three quarters of the square that their font gives them.
-        size: 16
+        size: 12
         color: Theme.faded(chip.isRunning ? Theme.red : chip.hovered ? Theme.blue : Theme.secondaryLabel, 0.7 + 0.3 * chip.lift)
         scale: 1 + 0.1 * chip.lift
     }

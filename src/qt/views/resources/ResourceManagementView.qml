@@ -7,7 +7,11 @@ import Corvane
 Item {
     id: view
 
+    // Null while the view of a workspace that has gone is on its way.
     required property ResourceListModel resources
+    readonly property int count: resources ? resources.count : 0
+    // So that the card's header and some of what is below it stay in sight.
+    readonly property int longestList: Math.max(200, Window.height - 280)
 
     implicitHeight: panel.height + 2 * 14
 
@@ -61,6 +65,8 @@ Item {
                     onClicked: view.resources.addSeparator()
                 }
                 ActionButton {
+                    id: addButton
+
                     Layout.rightMargin: 14
                     isProminent: true
                     symbol: "plus"
@@ -70,12 +76,15 @@ Item {
             }
             HairLine {}
             Column {
-                visible: view.resources.count > 0
+                visible: view.count > 0
                 width: parent.width
 
                 Row {
+                    id: hint
+
                     x: 18
-                    height: 34
+                    width: parent.width - 2 * 18
+                    height: Math.max(34, hintText.implicitHeight + 12)
                     spacing: 8
 
                     SymbolText {
@@ -85,30 +94,32 @@ Item {
                         color: Theme.secondaryLabel
                     }
                     BodyText {
+                        id: hintText
+
                         anchors.verticalCenter: parent.verticalCenter
+                        width: hint.width - x
+                        wrapMode: Text.Wrap
                         text: "Drag anything from Finder to add resources, or drag rows to reorder"
                         font.pixelSize: 12
                         color: Theme.secondaryLabel
                     }
                 }
                 HairLine {}
-                Repeater {
-                    model: view.resources
-
-                    ResourceRow {
-                        width: content.width
-                        resources: view.resources
-                    }
+                ResourceList {
+                    width: content.width
+                    longest: view.longestList
+                    resources: view.resources
+                    onEmptied: addButton.forceActiveFocus(Qt.TabFocusReason)
                 }
             }
             EmptyResourcesView {
-                visible: view.resources.count === 0
+                visible: view.count === 0
                 width: parent.width
             }
         }
         RedDropTargetOverlay {
             anchors.fill: parent
-            visible: view.resources.isDropTarget
+            visible: view.resources ? view.resources.isDropTarget : false
         }
     }
 

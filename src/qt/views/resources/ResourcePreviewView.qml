@@ -1,11 +1,11 @@
 import QtQuick
 import Corvane
 
-// One line with the first resources of a collapsed card. The line above it is the card header's.
+// One line with the first resources of a collapsed card.
 Item {
     id: view
 
-    required property Item card
+    required property WorkspaceCardData card
     // Read once from the model, for all chips.
     readonly property var resources: card.chips
     readonly property bool isEmpty: resources.length === 0
@@ -23,6 +23,11 @@ Item {
 
         sourceComponent: EmptyPreviewView {}
     }
+    HairLine {
+        visible: !view.isEmpty
+        x: 1
+        width: parent.width - 2
+    }
     Flickable {
         id: line
 
@@ -35,6 +40,16 @@ Item {
         flickableDirection: Flickable.HorizontalFlick
         boundsBehavior: Flickable.StopAtBounds
         clip: contentWidth > width
+        // A plain wheel goes along the line while there is more of it that way.
+        WheelHandler {
+            onWheel: event => {
+                const turned = event.angleDelta.x !== 0 ? event.angleDelta.x : event.angleDelta.y;
+                const wanted = Math.max(0, Math.min(line.contentX - turned, line.contentWidth - line.width));
+                event.accepted = line.clip && wanted !== line.contentX;
+                if (event.accepted)
+                    line.contentX = wanted;
+            }
+        }
         // Another workspace is seen from its first chip on.
         readonly property string workspace: view.card.workspaceId
         onWorkspaceChanged: contentX = 0
@@ -57,6 +72,8 @@ Item {
                 model: view.chipCount
 
                 ResourceChipView {
+                    required property int index
+
                     card: view.card
                     resource: view.resources[index]
                     onVisualFocusChanged: {
@@ -65,12 +82,31 @@ Item {
                     }
                 }
             }
-            BodyText {
+            PressButton {
+                id: more
+
                 visible: view.card.counter !== ""
                 anchors.verticalCenter: parent.verticalCenter
+                padding: 6
                 text: view.card.counter
-                font.pixelSize: 12
-                color: Theme.secondaryLabel
+                Accessible.description: "Show all resources"
+                onClicked: view.card.toggle()
+                onVisualFocusChanged: {
+                    if (visualFocus)
+                        line.reveal(this);
+                }
+
+                contentItem: BodyText {
+                    text: more.text
+                    font.pixelSize: 12
+                    color: more.hovered ? Theme.label : Theme.secondaryLabel
+                    Accessible.ignored: true
+                }
+                background: Item {
+                    FocusRing {
+                        target: more
+                    }
+                }
             }
         }
     }

@@ -2,27 +2,13 @@ import QtQuick
 import Corvane
 
 // One row of the list: a resource or a separator. Takes rows that are dropped on it.
-Item {
+ResourceRowData {
     id: row
 
-    required property int index
-    required property string name
-    required property string opens
-    required property string type
-    required property string symbol
-    required property string iconSource
-    required property bool isEnabled
-    required property bool isRunning
-    required property var chips
-    required property string playTooltip
-    required property string enabledTooltip
-    required property string separatorTitle
-    required property bool isRowTarget
-    required property ResourceListModel resources
-    readonly property bool isSeparator: type === "separator"
-    // The grounds of the rows stand apart.
-    readonly property int inset: 3
+    // Where in the list a drag hovers over it; -1 where it left.
+    signal draggedAt(y: real)
 
+    handle: isSeparator ? separator.handle : regular.handle
     implicitHeight: (isSeparator ? separator.implicitHeight : regular.implicitHeight) + (line.visible ? 1 : 0)
     Accessible.role: Accessible.ListItem
     Accessible.name: name
@@ -54,16 +40,21 @@ Item {
     }
     DropArea {
         anchors.fill: parent
-        onEntered: drag => drag.accepted = row.resources.enterRow(row.index, drag.urls, drag.formats.includes("text/plain"), drag.text)
-        onExited: row.resources.leaveRow(row.index)
+        onEntered: drag => drag.accepted = row.isOfThisList(drag.source) && row.resources.enterRow(row.index, drag.urls, drag.formats.includes("text/plain"), drag.text)
+        onPositionChanged: drag => row.draggedAt(mapToItem(row.ListView.view, drag.x, drag.y).y)
+        onExited: {
+            row.draggedAt(-1);
+            row.resources.leaveRow(row.index);
+        }
         onDropped: drop => {
+            row.draggedAt(-1);
             if (row.resources.dropOnRow(row.index, drop.urls, drop.formats.includes("text/plain"), drop.text))
                 // Where another program dropped its text, a move would take the text away there.
                 drop.accept(drop.source ? Qt.MoveAction : Qt.CopyAction);
         }
     }
     Rectangle {
-        readonly property color tint: "#0A7AFF"
+        readonly property color tint: Theme.dropBlue
 
         anchors.fill: parent
         anchors.margins: row.inset

@@ -7,8 +7,28 @@ import Corvane
 Item {
     id: content
 
-    required property Item row
-    property bool isEditing: false
+    required property ResourceRowData row
+    readonly property Item handle: grip
+
+    // The name that is being typed is the model's, so that it outlives this row.
+    readonly property bool isEditing: row.isEditing
+    property bool startsEditing: false
+
+    function begin() {
+        startsEditing = true;
+        row.resources.beginRenaming(row.key);
+    }
+
+    onIsEditingChanged: {
+        if (isEditing && startsEditing) {
+            field.forceActiveFocus(Qt.MouseFocusReason);
+            // Once it has its text.
+            Qt.callLater(field.selectAll);
+        } else if (!isEditing && field.hadFocus) {
+            title.forceActiveFocus(Qt.TabFocusReason);
+        }
+        startsEditing = false;
+    }
 
     implicitHeight: Math.max(44, layout.implicitHeight + 2 * 8) + 2 * row.inset
 
@@ -27,6 +47,8 @@ Item {
         spacing: 10
 
         DragHandle {
+            id: grip
+
             row: content.row
         }
         Rectangle {
@@ -41,12 +63,7 @@ Item {
             Layout.fillWidth: true
             Layout.maximumWidth: Math.ceil(implicitWidth)
             text: content.row.separatorTitle
-            onClicked: {
-                field.text = content.row.name;
-                content.isEditing = true;
-                field.forceActiveFocus(Qt.MouseFocusReason);
-                field.selectAll();
-            }
+            onClicked: content.begin()
 
             contentItem: Text {
                 text: title.text
@@ -66,13 +83,26 @@ Item {
         ThemedTextField {
             id: field
 
+            // It loses the keyboard as it goes.
+            property bool hadFocus: false
+
             visible: content.isEditing
             implicitWidth: 240
             font.pixelSize: 12
             placeholderText: "Section name"
+            text: content.row.editedName
+            onTextEdited: content.row.resources.setEditedName(content.row.key, text)
             onAccepted: {
-                content.isEditing = false;
-                content.row.resources.rename(content.row.index, text);
+                hadFocus = true;
+                content.row.resources.submitName(content.row.key);
+            }
+            Keys.onEscapePressed: {
+                hadFocus = true;
+                content.row.resources.cancelRenaming(content.row.key);
+            }
+            onVisibleChanged: {
+                if (visible)
+                    hadFocus = false;
             }
         }
         Rectangle {
@@ -81,11 +111,8 @@ Item {
             implicitHeight: 1
             color: Theme.faded(Theme.secondaryLabel, 0.3)
         }
-        SymbolButton {
-            symbol: "trash"
-            tint: Theme.red
-            tooltip: "Remove"
-            onClicked: Qt.callLater(content.row.resources.remove, content.row.index)
+        TrashButton {
+            row: content.row
         }
     }
 }

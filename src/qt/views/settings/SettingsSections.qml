@@ -17,25 +17,22 @@ Column {
             icon: "scope"
             title: "Focus Mode"
             subtitle: "Quit unrelated apps when launching a workspace"
-            isOn: sections.settings.focusMode
-            onSwitched: on => sections.settings.focusMode = on
+            preference: sections.settings.focusMode
         }
         SettingsSwitchRow {
             icon: "rectangle.on.rectangle"
             title: "Window Layout Features"
             subtitle: "Enable saving and restoring window positions (requires Accessibility permission)"
-            isOn: sections.settings.accessibilityFeatures
-            onSwitched: on => sections.settings.accessibilityFeatures = on
+            preference: sections.settings.accessibilityFeatures
         }
         SettingsSwitchRow {
             icon: "square.and.arrow.down.on.square"
-            iconColor: isOn ? Theme.green : Theme.secondaryLabel
+            iconColor: preference.isOn ? Theme.green : Theme.secondaryLabel
             title: "Auto-Save Layouts"
-            titleColor: sections.settings.accessibilityFeatures ? Theme.label : Theme.secondaryLabel
+            titleColor: sections.settings.accessibilityFeatures.isOn ? Theme.label : Theme.secondaryLabel
             subtitle: sections.settings.autoSaveSubtitle
-            isAvailable: sections.settings.accessibilityFeatures
-            isOn: sections.settings.autoSaveLayouts
-            onSwitched: on => sections.settings.autoSaveLayouts = on
+            isAvailable: sections.settings.accessibilityFeatures.isOn
+            preference: sections.settings.autoSaveLayouts
         }
         SettingsRow {
             icon: "rectangle.expand.vertical"
@@ -57,7 +54,7 @@ Column {
             text: "macOS only allows one app to be fullscreen at a time. If multiple apps in your workspace are saved as fullscreen, only one will be fullscreen and others will be maximized."
         }
         SettingsNote {
-            visible: !sections.settings.accessibilityFeatures
+            visible: !sections.settings.accessibilityFeatures.isOn
             icon: "exclamationmark.triangle"
             tint: Theme.orange
             text: "Window Layout Features are currently disabled. You can still use all core workspace functionality, but window positions won't be saved or restored automatically."
@@ -77,29 +74,25 @@ Column {
             icon: "checkmark.circle"
             title: "Window Layout Saved"
             subtitle: "Show confirmation when saving window layouts"
-            isOn: sections.settings.showLayoutSavedAlert
-            onSwitched: on => sections.settings.showLayoutSavedAlert = on
+            preference: sections.settings.showLayoutSavedAlert
         }
         SettingsSwitchRow {
             icon: "xmark.circle"
             title: "Workspace Applications Closed"
             subtitle: "Show summary when finishing a workspace"
-            isOn: sections.settings.showWorkspaceClosedAlert
-            onSwitched: on => sections.settings.showWorkspaceClosedAlert = on
+            preference: sections.settings.showWorkspaceClosedAlert
         }
         SettingsSwitchRow {
             icon: "exclamationmark.triangle"
             title: "Window Layouts Disabled"
             subtitle: "Show warning when accessibility features are disabled"
-            isOn: sections.settings.showLayoutsDisabledAlert
-            onSwitched: on => sections.settings.showLayoutsDisabledAlert = on
+            preference: sections.settings.showLayoutsDisabledAlert
         }
         SettingsSwitchRow {
             icon: "app.badge.checkmark"
             title: "Applications Closed (Focus Mode)"
             subtitle: "Show summary when focus mode closes apps"
-            isOn: sections.settings.showApplicationsClosedAlert
-            onSwitched: on => sections.settings.showApplicationsClosedAlert = on
+            preference: sections.settings.showApplicationsClosedAlert
         }
         UnifiedSettingsButton {
             symbol: "arrow.clockwise"
@@ -116,7 +109,7 @@ Column {
             symbol: "square.and.arrow.down"
             title: "Import Workspaces"
             subtitle: "Load workspaces from JSON file"
-            onClicked: Qt.callLater(sections.settings.importWorkspaces)
+            onClicked: sections.settings.importWorkspaces()
         }
         UnifiedSettingsButton {
             symbol: "clock"
@@ -128,7 +121,7 @@ Column {
             symbol: "square.and.arrow.up"
             title: "Export Workspaces"
             subtitle: "Save workspaces to JSON file"
-            onClicked: Qt.callLater(sections.settings.exportWorkspaces)
+            onClicked: sections.settings.exportWorkspaces()
         }
     }
     UnifiedSettingsSection {

@@ -5,16 +5,14 @@ import Corvane
 SettingsRow {
     id: row
 
-    required property bool isOn
+    required property SwitchModel preference
     property bool isAvailable: true
-
-    signal switched(on: bool)
 
     ThemedSwitch {
         Accessible.name: row.title
         Accessible.description: row.subtitle
         enabled: row.isAvailable
-        isOn: row.isOn
-        onSwitched: on => row.switched(on)
+        isOn: row.preference.isOn
+        onSwitched: on => row.preference.isOn = on
     }
 }

@@ -9,8 +9,8 @@ Sheet {
 
     required property SettingsModel settings
 
-    width: 520
-    height: Math.min(750, parent ? parent.height - 24 : 750)
+    wantedWidth: 520
+    wantedHeight: 750
     padding: 0
 
     contentItem: ColumnLayout {

@@ -8,13 +8,18 @@ Window {
     required property HeaderModel header
     required property WorkspaceListModel workspaces
     required property SettingsModel settings
+    required property UndoModel undo
 
     title: "Corvane"
     width: 1000
     height: 700
-    minimumWidth: 950
-    minimumHeight: 650
+    minimumWidth: Math.min(950, Screen.desktopAvailableWidth)
+    minimumHeight: Math.min(650, Screen.desktopAvailableHeight)
     color: Theme.windowBackground
+    onActiveChanged: {
+        if (active)
+            workspaces.lookForFiles();
+    }
 
     Binding {
         target: Theme
@@ -40,6 +45,30 @@ Window {
             workspaces: window.workspaces
             onNewSpaceWanted: window.header.openNewSpaceSheet()
         }
+        UndoBar {
+            anchors.horizontalCenter: parent.horizontalCenter
+            anchors.bottom: parent.bottom
+            anchors.bottomMargin: 20
+            undo: window.undo
+        }
+    }
+
+    Shortcut {
+        sequences: [StandardKey.Find]
+        onActivated: headerView.takeKeyboard()
+    }
+    Shortcut {
+        sequences: [StandardKey.New]
+        onActivated: window.header.openNewSpaceSheet()
+    }
+    Shortcut {
+        sequence: "Ctrl+,"
+        onActivated: settingsSheet.open()
+    }
+    Shortcut {
+        sequences: [StandardKey.Undo]
+        enabled: window.undo.text !== ""
+        onActivated: window.undo.undo()
     }
 
     Component {
@@ -52,6 +81,8 @@ Window {
 
         function onSheetChanged() {
             window.showSheet(window.header.newSpaceSheet);
+            if (!window.header.newSpaceSheet)
+                window.workspaces.expectNew();
         }
     }
     Connections {

@@ -10,86 +10,117 @@ Rectangle {
     required property HeaderModel model
     required property bool isShowingSettings
 
+    // Where the window is too narrow for one line, the buttons go to a second one.
+    readonly property bool isNarrow: width < 930
+
     signal settingsToggled
 
-    implicitHeight: row.implicitHeight + 2 * 12
+    function takeKeyboard() {
+        search.forceActiveFocus(Qt.ShortcutFocusReason);
+        search.selectAll();
+    }
+
+    implicitHeight: line.height + 2 * 12
     color: Theme.windowBackground
 
-    RowLayout {
-        id: row
+    Flow {
+        id: line
 
-        anchors {
-            left: parent.left
-            right: parent.right
-            verticalCenter: parent.verticalCenter
-            leftMargin: 20
-            rightMargin: 20
-        }
+        x: 20
+        y: 12
+        width: parent.width - 2 * 20
         spacing: 12
 
-        Drawing {
-            implicitWidth: 48
-            implicitHeight: 48
-            source: ":/data/mac.svg"
-        }
-        BodyText {
-            Layout.fillWidth: true
-            text: "Workspace Manager"
-            elide: Text.ElideRight
-            // The narrowest window has room for it at 20.
-            fontSizeMode: Text.HorizontalFit
-            minimumPixelSize: 16
-            font.pixelSize: Theme.largeTitleSize
-            font.weight: Font.DemiBold
-        }
-        SymbolButton {
-            visible: header.model.savingProblem !== ""
-            implicitWidth: 32
-            implicitHeight: 32
-            symbol: "exclamationmark.triangle.fill"
-            size: 20
-            tint: Theme.orange
-            tooltip: header.model.savingProblem
-            onClicked: header.model.saveAgain()
-        }
-        SearchField {
-            text: header.model.searchText
-            placeholderText: "Search workspaces..."
-            onTextEdited: header.model.searchText = text
-        }
-        ActionButton {
-            implicitWidth: 32
-            symbol: header.model.themeSymbol
-            tooltip: header.model.themeTooltip
-            onClicked: {
-                Theme.changesOver = true;
-                header.model.toggleTheme();
+        RowLayout {
+            width: line.width - search.width - 12 - (header.isNarrow ? 0 : buttons.width + 12)
+            height: 48
+            spacing: 12
+
+            Drawing {
+                implicitWidth: 48
+                implicitHeight: 48
+                source: ":/data/mac.svg"
+            }
+            BodyText {
+                Layout.fillWidth: true
+                text: "Workspace Manager"
+                elide: Text.ElideRight
+                // The narrowest window has room for it at 20.
+                fontSizeMode: Text.HorizontalFit
+                minimumPixelSize: 16
+                font.pixelSize: Theme.largeTitleSize
+                font.weight: Font.DemiBold
+            }
+            SymbolButton {
+                visible: header.model.savingProblem !== ""
+                implicitWidth: 32
+                implicitHeight: 32
+                symbol: "exclamationmark.triangle.fill"
+                size: 20
+                tint: Theme.orange
+                tooltip: header.model.savingProblem
+                onClicked: header.model.saveAgain()
             }
         }
-        ActionButton {
-            isProminent: header.model.focusMode
-            tint: Theme.purpleFill
-            ground: Theme.dark ? Theme.underPageBackground : Theme.controlBackground
-            symbol: "scope"
-            text: "Focus Mode"
-            tooltip: header.model.focusModeTooltip
-            Accessible.checkable: true
-            Accessible.checked: header.model.focusMode
-            onClicked: header.model.toggleFocusMode()
+        Item {
+            width: search.width
+            height: 48
+
+            SearchField {
+                id: search
+
+                anchors.verticalCenter: parent.verticalCenter
+                width: header.isNarrow ? Math.min(240, 0.42 * line.width) : 240
+                text: header.model.searchText
+                placeholderText: "Search workspaces..."
+                onTextEdited: header.model.searchText = text
+                Keys.onEscapePressed: header.model.searchText = ""
+            }
         }
-        ActionButton {
-            isProminent: true
-            symbol: "plus"
-            text: "New Workspace"
-            onClicked: header.model.openNewSpaceSheet()
-        }
-        ActionButton {
-            implicitWidth: 32
-            symbol: "gearshape.fill"
-            symbolSize: 20
-            ground: header.isShowingSettings ? Theme.faded(Theme.accent, 0.1) : Theme.controlBackground
-            tooltip: "Settings"
-            onClicked: header.settingsToggled()
+        Row {
+            id: buttons
+
+            height: header.isNarrow ? 32 : 48
+            spacing: 12
+
+            ActionButton {
+                anchors.verticalCenter: parent.verticalCenter
+                implicitWidth: 32
+                symbol: header.model.themeSymbol
+                tooltip: header.model.themeTooltip
+                onClicked: {
+                    Theme.changesOver = true;
+                    header.model.toggleTheme();
+                }
+            }
+            ActionButton {
+                anchors.verticalCenter: parent.verticalCenter
+                isProminent: header.model.focusMode
+                tint: Theme.purpleFill
+                ground: Theme.dark ? Theme.underPageBackground : Theme.controlBackground
+                symbol: "scope"
+                text: "Focus Mode"
+                tooltip: header.model.focusModeTooltip
+                Accessible.checkable: true
+                Accessible.checked: header.model.focusMode
+                onClicked: header.model.toggleFocusMode()
+            }
+            ActionButton {
+                anchors.verticalCenter: parent.verticalCenter
+                isProminent: true
+                symbol: "plus"
+                text: "New Workspace"
+                onClicked: header.model.openNewSpaceSheet()
+            }
+            ActionButton {
+                anchors.verticalCenter: parent.verticalCenter
+                implicitWidth: 32
+                symbol: "gearshape.fill"
+                symbolSize: 20
+                ground: header.isShowingSettings ? Theme.faded(Theme.accent, 0.1) : Theme.controlBackground
+                tooltip: "Settings"
+                onClicked: header.settingsToggled()
+            }
         }
     }
 

@@ -14,7 +14,25 @@ Item {
     onFocusItemChanged: {
         const reason = focusItem ? focusItem.focusReason : Qt.NoFocusReason;
         if (reason === Qt.TabFocusReason || reason === Qt.BacktabFocusReason)
-            list.reveal(focusItem);
+            Qt.callLater(list.reveal, focusItem);
+    }
+    Connections {
+        target: view.workspaces
+
+        // The first match is seen from its top.
+        function onSearched() {
+            list.contentY = list.originY - list.topMargin;
+        }
+        function onAdded(workspaceId: string) {
+            const row = view.workspaces.rowOf(workspaceId);
+            if (row < 0)
+                return;
+            list.positionViewAtIndex(row, ListView.Contain);
+            list.forceLayout();
+            const card = list.itemAtIndex(row) as WorkspaceCardView;
+            if (card)
+                card.takeKeyboard();
+        }
     }
 
     ListView {
@@ -54,6 +72,8 @@ Item {
         // Scrolls to what the keyboard has reached in a card, and some way on, so that the next card
         // is there to be reached.
         function reveal(item: Item) {
+            if (!item)
+                return;
             let ancestor = item;
             while (ancestor && ancestor !== contentItem)
                 ancestor = ancestor.parent;

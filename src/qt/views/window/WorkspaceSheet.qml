@@ -9,8 +9,8 @@ Sheet {
 
     required property WorkspaceSheetModel sheet
 
-    width: 460
-    height: 460
+    wantedWidth: 460
+    wantedHeight: 460
     onClosed: {
         sheet.cancel();
         destroy();
@@ -24,7 +24,7 @@ Sheet {
         }
     }
 
-    contentItem: ColumnLayout {
+    contentItem: SheetColumn {
         spacing: 8
         Accessible.role: Accessible.Dialog
         Accessible.name: popup.sheet.title
