@@ -253,6 +253,8 @@ std::optional<Rect> Desktop::placeOf(const std::string& name, const std::string&
     std::optional<Rect> place;
     for (const auto& control : all) {
         if (control.name != name || !control.isEnabled || control.place.width <= 0) continue;
+        // A heading may have the name of the button above it.
+        if (place && control.role == "label") continue;
         const bool fits = inside.empty() || std::ranges::any_of(all, [&](const Control& whole) {
                               return whole.name == inside && isInside(control.place, whole.place);
                           });
