@@ -42,8 +42,7 @@ function(corvane_library NAME)
   target_link_libraries(corvane_${NAME} PUBLIC corvane_flags ${ARGN})
 endfunction()
 
-# corvane_test(LABEL [dependencies...]): one GoogleTest program from the current folder. The variable
-# CORVANE_TEST_PROPERTIES adds properties to its tests.
+# corvane_test(LABEL [dependencies...]): one GoogleTest program from the current folder.
 function(corvane_test LABEL)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   if(NOT sources)
@@ -55,5 +54,5 @@ function(corvane_test LABEL)
   # Long tables of cases take the optimizer minutes.
   target_compile_options(${LABEL}_tests PRIVATE -O0)
   gtest_discover_tests(${LABEL}_tests DISCOVERY_MODE PRE_TEST TEST_PREFIX "${LABEL}."
-    PROPERTIES LABELS ${LABEL} TIMEOUT 120 ${CORVANE_TEST_PROPERTIES})
+    PROPERTIES LABELS ${LABEL} TIMEOUT 120)
 endfunction()
