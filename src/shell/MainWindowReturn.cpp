@@ -38,16 +38,19 @@ void MenuBarManager::presentMainWindow() {
 void MenuBarManager::recreateMainWindow() {
     platform_.notificationCenter.post("createNewWindow");
     delegate_.applicationShouldHandleReopen(false);
-    platform_.application.activate();
-    platform_.mainQueue.after(windowDelay, [this] { ensureMainWindowVisible(); });
+    auto& application = platform_.application;
+    application.activate();
+    const bool hasCome = application.firstWindow().has_value();
+    platform_.mainQueue.after(windowDelay, [this, hasCome] { ensureMainWindowVisible(hasCome); });
 }
 
-void MenuBarManager::ensureMainWindowVisible() {
+/// A window that came and is closed again by now needs none in its place.
+void MenuBarManager::ensureMainWindowVisible(bool hasCome) {
     auto& application = platform_.application;
     if (const auto window = application.firstWindow()) {
         application.makeKeyAndOrderFront(window->identifier);
         application.orderFront(window->identifier);
-    } else {
+    } else if (!hasCome) {
         application.openEmptyWindow("Corvane - Workspace Manager", {100, 100, 1200, 800});
     }
 }

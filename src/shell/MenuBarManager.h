@@ -50,7 +50,7 @@ private:
     void showMainWindow();
     void presentMainWindow();
     void recreateMainWindow();
-    void ensureMainWindowVisible();
+    void ensureMainWindowVisible(bool hasCome);
 
     WorkspaceStore& store_;
     AppDelegate& delegate_;

@@ -282,7 +282,10 @@ public:
     void makeKeyAndOrderFront(int windowIdentifier) override { tell("key ", windowIdentifier); }
     void orderFront(int windowIdentifier) override { tell("front ", windowIdentifier); }
     void deminiaturize(int windowIdentifier) override { tell("deminiaturize ", windowIdentifier); }
-    void openMainWindow() override { desktop_.log.push_back("open main window"); }
+    void openMainWindow() override {
+        desktop_.log.push_back("open main window");
+        if (desktop_.opensMainWindows) desktop_.windows.push_back({1});
+    }
     void openEmptyWindow(const std::string& title, const Rect& content) override {
         const auto number = [](double value) { return std::to_string(int(value)); };
         desktop_.log.push_back("open window " + title + " " + number(content.width) + "x" +

@@ -125,6 +125,8 @@ public:
 
     /// The windows of the program itself.
     std::vector<ApplicationWindow> windows;
+    /// Whether a main window that is asked for comes, at once.
+    bool opensMainWindows = false;
     /// What the newest window of the tour tells at its close.
     std::function<void()> windowWillClose;
     /// Whether the program has the keyboard, and whether its main loop has begun.

@@ -300,6 +300,18 @@ TEST_F(StatusMenu, bringsTheFirstWindowThatIsNoSheetBack) {
     desktop.log.clear();
     desktop.runFor(0.3);
     EXPECT_EQ(desktop.logged(), "key 4\nfront 4");
+
+    // One that comes and is closed at once stays closed.
+    desktop.opensMainWindows = true;
+    desktop.windows.clear();
+    settle();
+    bar.press("Show App Window");
+    desktop.runFor(0.1);
+    EXPECT_EQ(desktop.windows.size(), 1u);
+    desktop.windows.clear();
+    desktop.log.clear();
+    desktop.runFor(0.3);
+    EXPECT_EQ(desktop.logged(), "");
 }
 
 } // namespace
