@@ -54,6 +54,15 @@ protected:
             return comesTrue([&] { return shownWindows() == 2; }, 2);
         });
     }
+    /// Chooses the first item that can be chosen, and sees the main window come. The menu takes the
+    /// keyboard a moment after it is seen; its first Return marks the item.
+    bool choosesTheWindow() {
+        return comesTrue([&] {
+            if (desktop.window("corvane")) return true;
+            if (shownWindows() == 2) desktop.run({"xdotool", "key", "Return"});
+            return false;
+        });
+    }
     /// Of Corvane, its icon and its menu among them.
     long shownWindows() {
         const auto ids = desktop.run({"xdotool", "search", "--onlyvisible", "--class", "corvane"});
@@ -127,9 +136,7 @@ TEST_F(Shell, aTrayThatComesLateOnTheDisplayHoldsTheMenuToo) {
         ASSERT_TRUE(comesTrue([&] { return placeOfIcon().has_value(); }));
         ASSERT_TRUE(closesAndStays());
         ASSERT_TRUE(opensMenu());
-        // The first item that can be chosen.
-        desktop.run({"xdotool", "key", "--delay", "100", "Down", "Return"});
-        EXPECT_TRUE(hasWindow());
+        EXPECT_TRUE(choosesTheWindow());
     }
     // With the panel the only other way back has gone.
     EXPECT_EQ(closeWindow(), 0);
@@ -152,8 +159,7 @@ TEST_F(Shell, theItemMovesBetweenTraysOfBothKinds) {
         ASSERT_TRUE(comesTrue([&] { return placeOfIcon().has_value(); }));
         ASSERT_TRUE(closesAndStays());
         ASSERT_TRUE(opensMenu());
-        desktop.run({"xdotool", "key", "--delay", "100", "Down", "Return"});
-        ASSERT_TRUE(hasWindow());
+        ASSERT_TRUE(choosesTheWindow());
 
         host.emplace(desktop.busAddress());
         ASSERT_TRUE(comesTrue([&] { return !host->menu().empty(); }));
@@ -164,13 +170,13 @@ TEST_F(Shell, theItemMovesBetweenTraysOfBothKinds) {
         EXPECT_TRUE(leadsBack());
         ASSERT_TRUE(hasWindow());
     }
-    ASSERT_TRUE(host->click(300, 300));
-    EXPECT_TRUE(comesTrue([&] { return shownWindows() == 2; })) << "window and menu";
-    // It takes the keyboard a moment after it is seen.
+    // A window that comes to the front a moment later takes the keyboard from the menu.
     EXPECT_TRUE(comesTrue([&] {
+        if (!host->click(300, 300) || !comesTrue([&] { return shownWindows() == 2; }, 2))
+            return false;
         desktop.run({"xdotool", "key", "Escape"});
-        return shownWindows() == 1;
-    }));
+        return comesTrue([&] { return shownWindows() == 1; }, 1);
+    })) << "the menu comes beside the window, and goes";
     host.reset();
     EXPECT_EQ(closeWindow(), 0);
 }
