@@ -1,5 +1,6 @@
 #include "bus/BusService.h"
 #include "desktop/DesktopTest.h"
+#include "desktop/harness/XSessionManager.h"
 #include "foundation/Json.h"
 #include "foundation/PropertyList.h"
 
@@ -122,6 +123,34 @@ protected:
         EXPECT_TRUE(comesTrue([&] { return seen({name}) != before; })) << name << " " << how;
     }
 
+    /// A session that ends, and one whose end is called off, so that the user ends Corvane.
+    void goThroughEnds(const Names& prefix, const std::function<bool()>& agrees,
+                       const std::function<void()>& goOn, const std::function<void()>& end) {
+        prefer(true, true);
+        const Names all{"Mousepad", "Drawn"};
+        writeFile(desktop.workspacesFile(), workspacesJson({{"Desk", "", "star", {notes, drawn}}}));
+        desktop.startCorvane(prefix);
+        ASSERT_TRUE(startsAll(all));
+        change("Drawn", "-e 0,60,310,611,405");
+        ASSERT_TRUE(agrees());
+        const auto last = seen(all);
+        EXPECT_EQ(saved(), last);
+        EXPECT_TRUE(closes("Drawn"));
+        end();
+        EXPECT_EQ(desktop.corvane().waitForEnd(), 0);
+        EXPECT_EQ(saved(), last);
+
+        change("Mousepad", "-e 0,417,163,533,391");
+        desktop.startCorvane(prefix);
+        ASSERT_TRUE(startsAll(all));
+        ASSERT_TRUE(become(all, last));
+        ASSERT_TRUE(agrees());
+        goOn();
+        change("Mousepad", "-e 0,317,163,533,391");
+        EXPECT_EQ(closeWindow(), 0);
+        EXPECT_EQ(saved(), seen(all));
+    }
+
     /// The place of a window that fills it, whose height above the floor is taken for that below
     /// the ceiling.
     std::string workArea() {
@@ -218,21 +247,16 @@ TEST_F(Layouts, savedBeforeOtherProgramsLeaveTheSession) {
             return answers() > before;
         });
     };
-    prefer(true, true);
-    const Names all{"Mousepad", "Drawn"};
-    start({{"Desk", "", "star", {notes, drawn}}});
-    ASSERT_TRUE(startsAll(all));
-    ASSERT_TRUE(agrees());
-    EXPECT_EQ(saved(), seen(all));
-    session.emit("CancelEndSession", nullptr);
-    change("Mousepad", "-e 0,417,163,533,391");
-    ASSERT_TRUE(agrees());
-    const auto last = seen(all);
-    EXPECT_EQ(saved(), last);
-    EXPECT_TRUE(closes("Drawn"));
-    session.emit("EndSession", nullptr);
-    EXPECT_EQ(desktop.corvane().waitForEnd(), 0);
-    EXPECT_EQ(saved(), last);
+    goThroughEnds(
+        {}, agrees, [&] { session.emit("CancelEndSession", nullptr); },
+        [&] { session.emit("EndSession", nullptr); });
+}
+
+TEST_F(Layouts, savedBeforeOtherProgramsLeaveTheXSession) {
+    XSessionManager session;
+    goThroughEnds(
+        {"env", "SESSION_MANAGER=" + session.address()}, [&] { return session.asks(); },
+        [&] { session.goesOn(); }, [&] { session.ends(); });
 }
 
 TEST_F(Layouts, withoutAWindowManagerTheUserHearsWhatIsMissing) {

@@ -93,6 +93,10 @@ void MainWindows::serve(CorvaneApp& app) {
         if (const auto* window = front()) rememberPlace(*window);
         sessionWillEnd();
     });
+    connect(qGuiApp, &QGuiApplication::commitDataRequest, this, [this] {
+        app_->appDelegate().applicationWillTerminate();
+        isCommitted_ = true;
+    });
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this,
             [&app](Qt::ApplicationState state) {
                 if (state == Qt::ApplicationActive) app.appDelegate().applicationDidBecomeActive();
@@ -292,6 +296,7 @@ bool MainWindows::eventFilter(QObject* watched, QEvent* event) {
     }
     // The toolkit would close all windows first.
     if (event->type() != QEvent::Quit || watched != qGuiApp) return false;
+    if (isCommitted_) isSaved_ = true;
     terminate();
     return true;
 }

@@ -88,6 +88,9 @@ private:
     std::map<int, std::unique_ptr<Tour>> tours_;
     int lastIdentifier_ = 0;
     bool isSaved_ = false;
+    /// The X11 session manager has asked for all that is to be kept. Whether the session goes on
+    /// then isn't told; what comes if it doesn't is an event that ends the program.
+    bool isCommitted_ = false;
 };
 
 } // namespace corvane
