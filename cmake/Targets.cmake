@@ -19,7 +19,7 @@ foreach(flag -fstack-clash-protection -fcf-protection)
     target_compile_options(corvane_flags INTERFACE $<$<CONFIG:Release>:${flag}>)
   endif()
 endforeach()
-target_compile_definitions(corvane_flags INTERFACE $<$<CONFIG:Release>:_GLIBCXX_ASSERTIONS>)
+target_compile_definitions(corvane_flags INTERFACE _GLIBCXX_ASSERTIONS)
 if(CORVANE_SANITIZE)
   target_compile_options(corvane_flags INTERFACE -fsanitize=address,undefined
     -fno-sanitize-recover=undefined -fno-omit-frame-pointer)

@@ -17,13 +17,12 @@ int main(int argc, char** argv) {
     nameApplication(application);
     QtStatusBar tray;
     QtToolkit toolkit(tray, [&] { return session.prefersDark(); });
-    const auto facilities = toolkit.facilities();
     if (!session.isFirst()) {
-        facilities.alerts.runModal(
+        toolkit.alerts().runModal(
             {.title = "Corvane Is Running", .message = whyNotHere, .buttons = {"OK"}});
         return session.exitStatus();
     }
-    LinuxDesktop desktop(facilities.mainQueue, facilities.alerts, session.events());
+    LinuxDesktop desktop(toolkit.mainQueue(), toolkit.alerts(), session.events());
     auto& windows = toolkit.windows();
     windows.goThrough(
         {.activate = [&](std::uint64_t number,
@@ -32,7 +31,8 @@ int main(int argc, char** argv) {
              [&](std::uint64_t number, const std::string& title) {
                  return desktop.isOwnWindowAway(number, title);
              }});
-    Platform platform{facilities, desktop.machine()};
+    auto panels = toolkit.panels(desktop.machine());
+    Platform platform{toolkit.facilities(panels), desktop.machine()};
     CorvaneApp app(platform);
     session.serve(
         [&](auto work) {

@@ -33,7 +33,8 @@ CorvaneApp::CorvaneApp(Platform& platform)
       bookmarks_(platform.fileSystem, platform.bookmarks, platform.clock, platform.mainQueue,
                  platform.diskQueue),
       workspaceStore_(platform, bookmarks_),
-      menuBarManager_(workspaceStore_, appDelegate_, platform),
+      menuBarManager_(workspaceStore_, appDelegate_, platform, platform.userDefaults,
+                      platform.notificationCenter, platform.userNotifications),
       onboardingManager_(platform.application, platform.userDefaults) {
     platform.userNotifications.requestAuthorization([](const Result<void>& granted) {
         if (!granted)

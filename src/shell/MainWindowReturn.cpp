@@ -14,11 +14,11 @@ constexpr double windowDelay = 0.2;
 } // namespace
 
 void MenuBarManager::showMainWindow() {
-    platform_.mainQueue.async([this] { presentMainWindow(); });
+    toolkit_.mainQueue.async([this] { presentMainWindow(); });
 }
 
 void MenuBarManager::presentMainWindow() {
-    auto& application = platform_.application;
+    auto& application = toolkit_.application;
     application.activate();
     if (const auto window = application.firstWindow()) {
         application.orderFront(window->identifier);
@@ -29,24 +29,24 @@ void MenuBarManager::presentMainWindow() {
             application.orderFront(window->identifier);
         }
     } else {
-        platform_.mainQueue.async([this] { recreateMainWindow(); });
+        toolkit_.mainQueue.async([this] { recreateMainWindow(); });
     }
-    platform_.mainQueue.after(secondActivationDelay, [&application] { application.activate(); });
+    toolkit_.mainQueue.after(secondActivationDelay, [&application] { application.activate(); });
     rebuildMenuAfter(rebuildDelayAfterReturn);
 }
 
 void MenuBarManager::recreateMainWindow() {
-    platform_.notificationCenter.post("createNewWindow");
+    notificationCenter_.post("createNewWindow");
     delegate_.applicationShouldHandleReopen(false);
-    auto& application = platform_.application;
+    auto& application = toolkit_.application;
     application.activate();
     const bool hasCome = application.firstWindow().has_value();
-    platform_.mainQueue.after(windowDelay, [this, hasCome] { ensureMainWindowVisible(hasCome); });
+    toolkit_.mainQueue.after(windowDelay, [this, hasCome] { ensureMainWindowVisible(hasCome); });
 }
 
 /// A window that came and is closed again by now needs none in its place.
 void MenuBarManager::ensureMainWindowVisible(bool hasCome) {
-    auto& application = platform_.application;
+    auto& application = toolkit_.application;
     if (const auto window = application.firstWindow()) {
         application.makeKeyAndOrderFront(window->identifier);
         application.orderFront(window->identifier);

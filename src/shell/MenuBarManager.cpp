@@ -26,36 +26,39 @@ std::optional<Image> resized(std::optional<Image> image, double size) {
 
 } // namespace
 
-MenuBarManager::MenuBarManager(WorkspaceStore& store, AppDelegate& delegate, Platform& platform)
-    : store_(store), delegate_(delegate), platform_(platform),
-      onboardingManager_(platform.application, platform.userDefaults) {}
+MenuBarManager::MenuBarManager(WorkspaceStore& store, AppDelegate& delegate, const Toolkit& toolkit,
+                               UserDefaults& userDefaults, NotificationCenter& notificationCenter,
+                               UserNotifications& userNotifications)
+    : store_(store), delegate_(delegate), toolkit_(toolkit),
+      notificationCenter_(notificationCenter), userNotifications_(userNotifications),
+      onboardingManager_(toolkit.application, userDefaults) {}
 
 void MenuBarManager::setupStatusItem() {
     if (isSetup_) return;
-    if (platform_.application.isActive() || platform_.application.isRunning()) {
+    if (toolkit_.application.isActive() || toolkit_.application.isRunning()) {
         createStatusItem();
     } else {
-        platform_.mainQueue.async([this] { setupStatusItem(); });
+        toolkit_.mainQueue.async([this] { setupStatusItem(); });
     }
 }
 
 void MenuBarManager::createStatusItem() {
-    statusItem_ = platform_.statusBar.statusItem(itemLength);
+    statusItem_ = toolkit_.statusBar.statusItem(itemLength);
     if (statusItem_->hasButton()) statusItem_->setButton(button());
     isSetup_ = true;
     rebuildMenu();
-    storeObserver_ = platform_.notificationCenter.addObserver(
-        "WorkspaceStoreDidChange", [this] { workspaceStoreDidChange(); });
+    storeObserver_ = notificationCenter_.addObserver("WorkspaceStoreDidChange",
+                                                     [this] { workspaceStoreDidChange(); });
 }
 
 StatusButton MenuBarManager::button() const {
     StatusButton button{.toolTip = "Corvane - Workspace Manager"};
     auto& image = button.image;
-    image = resized(platform_.images.named("MenuBarIcon"), buttonIconSize);
-    if (!image) image = resized(platform_.images.applicationIcon(), buttonIconSize);
+    image = resized(toolkit_.images.named("MenuBarIcon"), buttonIconSize);
+    if (!image) image = resized(toolkit_.images.applicationIcon(), buttonIconSize);
     if (!image) {
         image =
-            resized(platform_.images.systemSymbol("rectangle.3.group", "Corvane"), buttonIconSize);
+            resized(toolkit_.images.systemSymbol("rectangle.3.group", "Corvane"), buttonIconSize);
         if (image) image->isTemplate = true;
     }
     if (!image) button.title = "⚡";
@@ -63,11 +66,11 @@ StatusButton MenuBarManager::button() const {
 }
 
 void MenuBarManager::workspaceStoreDidChange() {
-    platform_.mainQueue.async([this] { rebuildMenu(); });
+    toolkit_.mainQueue.async([this] { rebuildMenu(); });
 }
 
 void MenuBarManager::rebuildMenuAfter(double seconds) {
-    platform_.mainQueue.after(seconds, [this] { rebuildMenu(); });
+    toolkit_.mainQueue.after(seconds, [this] { rebuildMenu(); });
 }
 
 void MenuBarManager::rebuildMenu() {
@@ -113,7 +116,7 @@ MenuItem MenuBarManager::workspaceItem(const Workspace& workspace) {
         item.action = [this, workspace] { launchWorkspaceFromMenu(workspace); };
     }
     item.image =
-        resized(platform_.images.systemSymbol(workspace.icon, workspace.name), menuIconSize);
+        resized(toolkit_.images.systemSymbol(workspace.icon, workspace.name), menuIconSize);
     return item;
 }
 
@@ -187,11 +190,11 @@ void MenuBarManager::quitAllApps() {
 }
 
 void MenuBarManager::quitApp() {
-    platform_.mainQueue.async([this] { platform_.application.terminate(); });
+    toolkit_.mainQueue.async([this] { toolkit_.application.terminate(); });
 }
 
 void MenuBarManager::sendUserNotification(std::string title, std::string body) {
-    platform_.userNotifications.add({Uuid::random().toString(), std::move(title), std::move(body)});
+    userNotifications_.add({Uuid::random().toString(), std::move(title), std::move(body)});
 }
 
 } // namespace corvane

@@ -11,16 +11,21 @@
 namespace corvane {
 
 class AppDelegate;
+class NotificationCenter;
+class UserDefaults;
+class UserNotifications;
 class WorkspaceStore;
-struct Platform;
+struct Toolkit;
 
 /// The status item, with a menu that starts and finishes workspaces and leads back to the main
 /// window. The menu is made anew from the store at each change of it. What an action did is told by
 /// a user notification. One instance for the life of the process; main thread.
 class MenuBarManager {
 public:
-    /// All three outlive the manager.
-    MenuBarManager(WorkspaceStore& store, AppDelegate& delegate, Platform& platform);
+    /// What is given outlives the manager.
+    MenuBarManager(WorkspaceStore& store, AppDelegate& delegate, const Toolkit& toolkit,
+                   UserDefaults& userDefaults, NotificationCenter& notificationCenter,
+                   UserNotifications& userNotifications);
 
     /// Makes the status item as soon as the application runs; nothing if that was done before. For
     /// each launch and activation.
@@ -54,7 +59,9 @@ private:
 
     WorkspaceStore& store_;
     AppDelegate& delegate_;
-    Platform& platform_;
+    const Toolkit& toolkit_;
+    NotificationCenter& notificationCenter_;
+    UserNotifications& userNotifications_;
     std::unique_ptr<StatusItem> statusItem_;
     Subscription storeObserver_;
     bool isSetup_ = false;

@@ -3,7 +3,8 @@
 #include "core/BookmarkManager.h"
 #include "core/WorkspaceStore.h"
 #include "foundation/Text.h"
-#include "platform/Platform.h"
+#include "platform/Bundles.h"
+#include "platform/FileSystem.h"
 
 #include <algorithm>
 
@@ -26,10 +27,11 @@ PanelContent panelContent(ResourceType type) {
 }
 
 AddResourceSheet::AddResourceSheet(const Uuid& workspaceId, WorkspaceStore& store,
-                                   BookmarkManager& bookmarks, const Platform& platform,
+                                   BookmarkManager& bookmarks, Panels& panels,
+                                   const Bundles& bundles, const FileSystem& fileSystem,
                                    std::optional<RecordKey> edited)
-    : workspaceId_(workspaceId), store_(store), bookmarks_(bookmarks), platform_(platform),
-      edited_(edited) {
+    : workspaceId_(workspaceId), store_(store), bookmarks_(bookmarks), panels_(panels),
+      bundles_(bundles), fileSystem_(fileSystem), edited_(edited) {
     const auto* workspace = edited ? store.find(workspaceId) : nullptr;
     const auto place = workspace ? placeOf(*edited, workspace->resources) : std::nullopt;
     if (!place) return;
@@ -58,7 +60,7 @@ void AddResourceSheet::setPath(const std::string& text) {
 
 void AddResourceSheet::pick() {
     if (!factsOf(selectedResourceType).isInFileSystem) return;
-    const auto url = platform_.panels.runOpenPanel(
+    const auto url = panels_.runOpenPanel(
         {.title = std::string(pathHeading()),
          .content = panelContent(selectedResourceType),
          .directory = selectedResourceType == ResourceType::application ? "/Applications" : ""});
@@ -80,9 +82,9 @@ bool AddResourceSheet::canAdd() const {
 void AddResourceSheet::add() {
     if (!canAdd()) return;
     const ResourceType type = selectedResourceType;
-    auto resource = makeResource(resourceName, resourcePath, type, platform_.bundles);
+    auto resource = makeResource(resourceName, resourcePath, type, bundles_);
     resource.enabled = enabledByDefault;
-    if (factsOf(type).isInFileSystem && platform_.fileSystem.exists(resourcePath)) {
+    if (factsOf(type).isInFileSystem && fileSystem_.exists(resourcePath)) {
         bookmarks_.createBookmark(Url::fromPath(resourcePath.get()),
                                   BookmarkManager::bookmarkKey(resourcePath.get(), type));
     }

@@ -14,17 +14,19 @@
 namespace corvane {
 
 class BookmarkManager;
-struct Platform;
+class Bundles;
+class FileSystem;
 class WorkspaceStore;
 
 /// The sheet that adds a resource to a workspace, or changes one. Nothing reaches the store before
-/// `add`. Store, bookmarks and platform outlive it. Main thread.
+/// `add`. What it is given outlives it. Main thread.
 class AddResourceSheet {
 public:
     /// With a resource to change it starts as that one is; where it has gone by then, adding does
     /// nothing.
     AddResourceSheet(const Uuid& workspaceId, WorkspaceStore& store, BookmarkManager& bookmarks,
-                     const Platform& platform, std::optional<RecordKey> edited = std::nullopt);
+                     Panels& panels, const Bundles& bundles, const FileSystem& fileSystem,
+                     std::optional<RecordKey> edited = std::nullopt);
 
     /// The tiles, in their order.
     static constexpr std::array resourceTypes{ResourceType::folder, ResourceType::file,
@@ -75,7 +77,9 @@ private:
     const Uuid workspaceId_;
     WorkspaceStore& store_;
     BookmarkManager& bookmarks_;
-    const Platform& platform_;
+    Panels& panels_;
+    const Bundles& bundles_;
+    const FileSystem& fileSystem_;
     const std::optional<RecordKey> edited_;
 };
 

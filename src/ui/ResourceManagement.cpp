@@ -48,9 +48,9 @@ std::string shownName(const Resource& resource) {
 } // namespace
 
 ResourceManagement::ResourceManagement(const Uuid& workspaceId, WorkspaceStore& store,
-                                       const Platform& platform, UndoOffer& undo,
+                                       const Desktop& desktop, UndoOffer& undo,
                                        MissingFiles& missing)
-    : workspaceId_(workspaceId), store_(store), platform_(platform), undo_(undo), missing_(missing),
+    : workspaceId_(workspaceId), store_(store), desktop_(desktop), undo_(undo), missing_(missing),
       storeChanges_(store.objectWillChange.subscribe([this] { objectWillChange.fire(); })),
       missingChanges_(missing.objectWillChange.subscribe([this] { objectWillChange.fire(); })) {}
 
@@ -110,7 +110,7 @@ const RowPictures& ResourceManagement::picturesOf(const ResourceRow& row) {
 RowPictures ResourceManagement::lookUp(const Resource& resource) {
     RowPictures pictures;
     if (resource.type == ResourceType::application) {
-        pictures.icon = platform_.fileIcons.iconForFile(resource.path).value_or("");
+        pictures.icon = desktop_.fileIcons.iconForFile(resource.path).value_or("");
     }
     if (resource.type == ResourceType::application || resource.type == ResourceType::separator) {
         return pictures;
@@ -126,8 +126,8 @@ RowPictures ResourceManagement::lookUp(const Resource& resource) {
 std::string ResourceManagement::iconOf(const std::string& appName, const Resource* opened) {
     const auto [found, isNew] = icons_.try_emplace(appName);
     if (isNew)
-        found->second = appIconForName(appName, platform_.fileSystem, platform_.applications,
-                                       platform_.fileIcons);
+        found->second =
+            appIconForName(appName, desktop_.fileSystem, desktop_.applications, desktop_.fileIcons);
     if (found->second || !opened) return found->second.value_or("");
     return openerIcon(*opened).value_or("");
 }
@@ -138,13 +138,13 @@ std::optional<std::string> ResourceManagement::openerIcon(const Resource& resour
     const auto url = resource.type == ResourceType::folder
                          ? std::optional(Url::fromPath(resource.path + "/"))
                          : Url::parse(resource.path);
-    const auto opener = url ? platform_.applications.urlForApplicationToOpen(*url) : std::nullopt;
-    return opener ? platform_.fileIcons.iconForFile(opener->path()) : std::nullopt;
+    const auto opener = url ? desktop_.applications.urlForApplicationToOpen(*url) : std::nullopt;
+    return opener ? desktop_.fileIcons.iconForFile(opener->path()) : std::nullopt;
 }
 
 void ResourceManagement::addSeparator() {
     store_.addResource(
-        makeResource("Separator - click to rename", "", ResourceType::separator, platform_.bundles),
+        makeResource("Separator - click to rename", "", ResourceType::separator, desktop_.bundles),
         workspaceId_);
 }
 
@@ -209,29 +209,29 @@ void ResourceManagement::cancelRenaming(const RecordKey& key) {
 void ResourceManagement::locate(const RecordKey& key) {
     const auto* resource = find(key);
     if (!resource || !factsOf(resource->type).isInFileSystem) return;
-    const auto url = platform_.panels.runOpenPanel(
+    const auto url = desktop_.panels.runOpenPanel(
         {.title = "Locate " + resource->name,
          .content = panelContent(resource->type),
          .directory = resource->type == ResourceType::application ? "/Applications" : ""});
     if (!url || !store_.acceptsPath(*url)) return;
     edit(store_, workspaceId_, key, [&](auto&, auto located) {
         located->path = url->path();
-        located->bundleIdentifier = deriveBundleIdentifier(located->path, platform_.bundles);
+        located->bundleIdentifier = deriveBundleIdentifier(located->path, desktop_.bundles);
     });
 }
 
 void ResourceManagement::chooseApplication(const RecordKey& key) {
     if (!find(key)) return;
-    platform_.panels.beginOpenPanel(
+    desktop_.panels.beginOpenPanel(
         {.title = "Choose Application",
          .message = "Select an application to add to this resource",
          .content = PanelContent::application,
          .directory = "/Applications"},
-        [&store = store_, &platform = platform_, workspaceId = workspaceId_,
-         id = key.id](const std::optional<Url>& url) {
+        [&store = store_, &mainQueue = desktop_.mainQueue, &alerts = desktop_.alerts,
+         workspaceId = workspaceId_, id = key.id](const std::optional<Url>& url) {
             if (!url) return;
-            platform.mainQueue.async([&, workspaceId, id, appName = path::stem(url->path())] {
-                addApplication(appName, id, workspaceId, store, platform.alerts);
+            mainQueue.async([&, workspaceId, id, appName = path::stem(url->path())] {
+                addApplication(appName, id, workspaceId, store, alerts);
             });
         });
 }
@@ -266,16 +266,16 @@ void ResourceManagement::addFile(const Url& url) {
 
 Url ResourceManagement::meantBy(const Url& dropped) const {
     const auto path = dropped.path();
-    if (const auto bundle = platform_.bundles.bundlePathOfLauncher(path)) {
+    if (const auto bundle = desktop_.bundles.bundlePathOfLauncher(path)) {
         return Url::fromPath(*bundle);
     }
     // Not every file manager ends the address of a folder with "/".
-    const bool isFolder = !dropped.hasDirectoryPath() && platform_.fileSystem.isDirectory(path);
+    const bool isFolder = !dropped.hasDirectoryPath() && desktop_.fileSystem.isDirectory(path);
     return isFolder ? Url::fromPath(path + "/") : dropped;
 }
 
 void ResourceManagement::later(std::function<void()> action) {
-    platform_.mainQueue.async([alive = std::weak_ptr(alive_), action = std::move(action)] {
+    desktop_.mainQueue.async([alive = std::weak_ptr(alive_), action = std::move(action)] {
         if (!alive.expired()) action();
     });
 }

@@ -17,8 +17,14 @@
 
 namespace corvane {
 
+class Alerts;
+class Applications;
+class Bundles;
+class FileIcons;
+class FileSystem;
+class MainQueue;
 class MissingFiles;
-struct Platform;
+class Panels;
 class UndoOffer;
 class WorkspaceStore;
 
@@ -61,11 +67,20 @@ struct RowPictures {
 
 /// What the expanded card of one workspace shows of its resources and does with them. An action is
 /// for the resource that was shown, wherever it stands by then; one that has gone ends it silently.
-/// What it is
-/// given outlives it. Main thread.
+/// What it is given outlives it. Main thread.
 class ResourceManagement {
 public:
-    ResourceManagement(const Uuid& workspaceId, WorkspaceStore& store, const Platform& platform,
+    /// What it uses of the desktop.
+    struct Desktop {
+        MainQueue& mainQueue;
+        Alerts& alerts;
+        Panels& panels;
+        const FileSystem& fileSystem;
+        const Bundles& bundles;
+        const Applications& applications;
+        const FileIcons& fileIcons;
+    };
+    ResourceManagement(const Uuid& workspaceId, WorkspaceStore& store, const Desktop& desktop,
                        UndoOffer& undo, MissingFiles& missing);
 
     /// Fires before anything read here changes.
@@ -127,7 +142,7 @@ private:
 
     const Uuid workspaceId_;
     WorkspaceStore& store_;
-    const Platform& platform_;
+    const Desktop desktop_;
     UndoOffer& undo_;
     const MissingFiles& missing_;
     std::map<RecordKey, LookedUp> lookedUp_;

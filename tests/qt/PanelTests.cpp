@@ -18,7 +18,8 @@ namespace {
 class PanelViews : public testing::Test {
 protected:
     Interface interface;
-    QtPanels panels{interface.engine, interface.windows};
+    QtPanels panels{interface.engine, interface.windows, interface.platform.alerts,
+                    interface.platform};
     std::string outcome;
     QTemporaryDir folder;
 
@@ -26,7 +27,6 @@ protected:
         interface.desktop.install({.path = "/Applications/Quill.app"});
         interface.desktop.install({.path = "/Applications/atlas.app"});
         interface.desktop.install({.path = "/Applications/Ärger.app"});
-        panels.serve(interface.platform);
         interface.open({});
         for (const auto* name : {"Out.json", "notes.txt"})
             QFile(folder.filePath(name)).open(QIODevice::WriteOnly);

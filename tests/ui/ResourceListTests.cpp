@@ -24,7 +24,14 @@ protected:
     UndoOffer undo{scene.platform.mainQueue};
     MissingFiles missing{store, scene.platform.backgroundQueue, scene.platform.mainQueue,
                          scene.platform.fileSystem};
-    ResourceManagement list{work.id, store, scene.platform, undo, missing};
+    const ResourceManagement::Desktop used{.mainQueue = scene.platform.mainQueue,
+                                           .alerts = scene.platform.alerts,
+                                           .panels = scene.platform.panels,
+                                           .fileSystem = scene.platform.fileSystem,
+                                           .bundles = scene.platform.bundles,
+                                           .applications = scene.platform.applications,
+                                           .fileIcons = scene.platform.fileIcons};
+    ResourceManagement list{work.id, store, used, undo, missing};
 
     std::string names() const { return described(store.workspaces); }
     const Resource& resource(std::size_t index) const {
@@ -190,8 +197,7 @@ TEST_F(ResourceList, applicationsAreLookedUpOnceForARow) {
 
 TEST_F(ResourceList, anApplicationThatIsChosenAfterTheCardWasClosedIsAdded) {
     desktop.panels.choices["Choose Application"] = "/Applications/Pad.app";
-    std::optional<ResourceManagement> closed(std::in_place, work.id, store, scene.platform, undo,
-                                             missing);
+    std::optional<ResourceManagement> closed(std::in_place, work.id, store, used, undo, missing);
     closed->chooseApplication(key(0));
     closed.reset();
     desktop.runUntilIdle();

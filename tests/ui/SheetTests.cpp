@@ -17,7 +17,12 @@ protected:
     SimulatedDesktop& desktop = scene.desktop;
     Workspace work = scene.workspace("Work", {scene.resource("note")});
     WorkspaceStore& store = scene.start({work});
-    AddResourceSheet add{work.id, store, *scene.bookmarks, scene.platform};
+    AddResourceSheet add{work.id,
+                         store,
+                         *scene.bookmarks,
+                         scene.platform.panels,
+                         scene.platform.bundles,
+                         scene.platform.fileSystem};
 
     const std::vector<Resource>& resources() const { return store.workspaces->at(0).resources; }
 };
@@ -146,7 +151,8 @@ TEST_F(Sheets, aResourceIsChangedAndKeepsWhatTheSheetDoesNotShow) {
     add.add();
     const auto before = resources().back();
     store.addAssociatedApp(before.id, "Quill", work.id);
-    AddResourceSheet edit(work.id, store, *scene.bookmarks, scene.platform, RecordKey{before.id});
+    AddResourceSheet edit(work.id, store, *scene.bookmarks, scene.platform.panels,
+                          scene.platform.bundles, scene.platform.fileSystem, RecordKey{before.id});
     EXPECT_EQ(std::string(edit.title()) + "|" + edit.resourceName.get() + "|" +
                   edit.resourcePath.get() + "|" + std::string(edit.addTitle()),
               "Edit Resource|Run|make|Save");

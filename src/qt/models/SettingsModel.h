@@ -1,15 +1,15 @@
 #pragma once
 
+#include "core/WorkspaceStore.h"
 #include "qt/models/ChangeRelay.h"
 #include "qt/models/SwitchModel.h"
+#include "ui/SettingsSheet.h"
 
 #include <QObject>
 
 #include <QtQml/qqmlregistration.h>
 
 namespace corvane {
-
-class SettingsSheet;
 
 /// The settings for their view.
 class SettingsModel : public QObject {
@@ -66,13 +66,19 @@ private:
     void later(Action action);
 
     SettingsSheet& state_;
-    SwitchModel focusMode_;
-    SwitchModel accessibilityFeatures_;
-    SwitchModel autoSaveLayouts_;
-    SwitchModel showLayoutSavedAlert_;
-    SwitchModel showWorkspaceClosedAlert_;
-    SwitchModel showLayoutsDisabledAlert_;
-    SwitchModel showApplicationsClosedAlert_;
+    SwitchModel focusMode_{state_.objectWillChange, state_.store().focusMode};
+    SwitchModel accessibilityFeatures_{
+        state_.objectWillChange,
+        [this] { return state_.store().enableAccessibilityFeatures.get(); },
+        [this](bool on) { state_.setAccessibilityFeatures(on); }};
+    SwitchModel autoSaveLayouts_{state_.objectWillChange, state_.store().autoSaveLayouts};
+    SwitchModel showLayoutSavedAlert_{state_.objectWillChange, state_.store().showLayoutSavedAlert};
+    SwitchModel showWorkspaceClosedAlert_{state_.objectWillChange,
+                                          state_.store().showWorkspaceClosedAlert};
+    SwitchModel showLayoutsDisabledAlert_{state_.objectWillChange,
+                                          state_.store().showLayoutsDisabledAlert};
+    SwitchModel showApplicationsClosedAlert_{state_.objectWillChange,
+                                             state_.store().showApplicationsClosedAlert};
     ChangeRelay relay_;
 };
 

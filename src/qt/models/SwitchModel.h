@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Preference.h"
 #include "qt/models/ChangeRelay.h"
 
 #include <QObject>
@@ -17,7 +18,12 @@ class SwitchModel : public QObject {
     Q_PROPERTY(bool isOn READ isOn WRITE set NOTIFY changed)
 
 public:
-    /// `signal` fires before the preference changes.
+    /// `signal` fires before the preference changes, which outlives this.
+    SwitchModel(ChangeSignal& signal, Preference<bool>& preference)
+        : SwitchModel(
+              signal, [&preference] { return preference.get(); },
+              [&preference](bool on) { preference = on; }) {}
+    /// One that is more than a stored value.
     SwitchModel(ChangeSignal& signal, std::function<bool()> get, std::function<void(bool)> set)
         : get_(std::move(get)), set_(std::move(set)), relay_(signal, [this] { emit changed(); }) {}
 

@@ -86,7 +86,8 @@ int main(int argc, char** argv) {
     desktop.files.contents[desktop.files.applicationSupportDirectory() +
                            "/Corvane/corvane_workspaces.json"] =
         encodeWorkspaces(workspaces(simulated));
-    Platform platform{toolkit.facilities(), simulated};
+    auto panels = toolkit.panels(simulated);
+    Platform platform{toolkit.facilities(panels), simulated};
     // What the desktop itself does later is done in step with the time of the wall.
     QTimer steps;
     constexpr int stepInMilliseconds = 20;

@@ -27,12 +27,22 @@ constexpr std::string_view placeKey = "MainWindowPlace";
 
 std::unique_ptr<ResourceListModel> resourceList(const Uuid& workspaceId, CorvaneApp& app,
                                                 ContentState& content) {
+    auto& store = app.workspaceStore();
+    const auto& platform = app.platform();
+    const ResourceManagement::Desktop desktop{.mainQueue = platform.mainQueue,
+                                              .alerts = platform.alerts,
+                                              .panels = platform.panels,
+                                              .fileSystem = platform.fileSystem,
+                                              .bundles = platform.bundles,
+                                              .applications = platform.applications,
+                                              .fileIcons = platform.fileIcons};
     return std::make_unique<ResourceListModel>(
-        std::make_unique<ResourceManagement>(workspaceId, app.workspaceStore(), app.platform(),
-                                             content.undo, content.missing),
-        [workspaceId, &app](const std::optional<RecordKey>& edited) {
+        std::make_unique<ResourceManagement>(workspaceId, store, desktop, content.undo,
+                                             content.missing),
+        [workspaceId, &app, desktop](const std::optional<RecordKey>& edited) {
             return std::make_unique<AddResourceSheet>(workspaceId, app.workspaceStore(),
-                                                      app.bookmarks(), app.platform(), edited);
+                                                      app.bookmarks(), desktop.panels,
+                                                      desktop.bundles, desktop.fileSystem, edited);
         });
 }
 

@@ -5,10 +5,8 @@
 #include "qt/toolkit/Places.h"
 #include "qt/toolkit/Views.h"
 
-#include <QEventLoop>
 #include <QGuiApplication>
 #include <QQuickWindow>
-#include <algorithm>
 
 namespace corvane {
 
@@ -26,11 +24,11 @@ QQuickWindow& QtAlerts::show(const Alert& alert, Qt::WindowModality modality,
     connect(model.get(), &AlertModel::answered, this,
             [this, window, answered = std::move(answered)](int button, bool checkboxIsOn) {
                 const auto callback = answered;
-                takeDown(*window);
+                up_.takeDown(*window, *this);
                 callback({button, checkboxIsOn});
             });
     model.release()->setParent(window);
-    up_.push_back(std::move(made));
+    up_.add(std::move(made));
     auto* owner = modality == Qt::ApplicationModal ? QGuiApplication::modalWindow() : nullptr;
     if (!owner) owner = mainWindows_.front();
     if (owner && !mainWindows_.isInSight(*owner)) owner = nullptr;
@@ -46,30 +44,12 @@ QQuickWindow& QtAlerts::show(const Alert& alert, Qt::WindowModality modality,
     return *window;
 }
 
-/// Only hides it for now: this runs inside a press on one of its buttons.
-void QtAlerts::takeDown(const QQuickWindow& window) {
-    const auto found = std::find_if(up_.begin(), up_.end(),
-                                    [&](const auto& shown) { return shown.get() == &window; });
-    if (found == up_.end()) return;
-    auto* gone = found->release();
-    up_.erase(found);
-    for (auto* model : gone->findChildren<AlertModel*>(Qt::FindDirectChildrenOnly))
-        model->disconnect(this);
-    gone->hide();
-    gone->deleteLater();
-}
-
 AlertResponse QtAlerts::runModal(const Alert& alert) {
-    AlertResponse response;
-    QEventLoop loop;
-    const auto& window = show(alert, Qt::ApplicationModal, [&](AlertResponse given) {
-        response = given;
-        loop.quit();
-    });
-    loop.exec();
-    // The loop ends with the program, too.
-    takeDown(window);
-    return response;
+    return up_.untilAnswered<AlertResponse>(
+        [&](auto answered) -> QObject& {
+            return show(alert, Qt::ApplicationModal, std::move(answered));
+        },
+        *this);
 }
 
 bool QtAlerts::beginSheet(const Alert& alert, std::function<void(AlertResponse)> completion) {

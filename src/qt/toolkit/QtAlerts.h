@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Alerts.h"
+#include "qt/toolkit/ModalWindows.h"
 
 #include <QObject>
 #include <deque>
@@ -34,12 +35,11 @@ private:
     /// `answered` is called once, when the window has gone.
     QQuickWindow& show(const Alert& alert, Qt::WindowModality modality,
                        std::function<void(AlertResponse)> answered);
-    void takeDown(const QQuickWindow& window);
     void showNextSheet();
 
     QQmlEngine& engine_;
     const MainWindows& mainWindows_;
-    std::vector<std::unique_ptr<QQuickWindow>> up_;
+    ModalWindows up_;
     std::deque<Sheet> sheets_;
     bool sheetIsUp_ = false;
 };

@@ -8,10 +8,8 @@
 #include "qt/toolkit/Views.h"
 
 #include <QDir>
-#include <QEventLoop>
 #include <QFileDialog>
 #include <QQuickWindow>
-#include <algorithm>
 
 namespace corvane {
 
@@ -34,15 +32,17 @@ QString titleOf(const std::string& title, const std::string& message) {
 
 } // namespace
 
-QtPanels::QtPanels(QQmlEngine& engine, const MainWindows& mainWindows)
-    : engine_(engine), mainWindows_(mainWindows) {}
+QtPanels::QtPanels(QQmlEngine& engine, const MainWindows& mainWindows, Alerts& alerts,
+                   const Machine& machine)
+    : engine_(engine), mainWindows_(mainWindows), alerts_(alerts),
+      applications_(machine.applications), fileIcons_(machine.fileIcons),
+      fileSystem_(machine.fileSystem) {}
 
 QtPanels::~QtPanels() = default;
 
 /// A folder that isn't there would be taken for a name.
 QString QtPanels::startOf(const std::string& directory) const {
-    for (const auto& folder :
-         {directory, lastFolder_, platform_->fileSystem.documentsDirectory()}) {
+    for (const auto& folder : {directory, lastFolder_, fileSystem_.documentsDirectory()}) {
         if (!folder.empty() && QFileInfo(toQString(folder)).isDir()) return toQString(folder);
     }
     return QDir::homePath();
@@ -64,10 +64,10 @@ QObject& QtPanels::show(std::unique_ptr<QFileDialog> made, Qt::WindowModality mo
     connect(&dialog, &QDialog::finished, this, [this, &dialog, answered = std::move(answered)] {
         const auto callback = answered;
         const auto answer = answerOf(dialog);
-        takeDown(dialog);
+        up_.takeDown(dialog, *this);
         callback(answer);
     });
-    up_.push_back(std::move(made));
+    up_.add(std::move(made));
     // The main window is no widget, so that it can't be the dialog's parent.
     dialog.winId();
     dialog.windowHandle()->setTransientParent(mainWindows_.front());
@@ -79,8 +79,7 @@ QObject& QtPanels::show(std::unique_ptr<QFileDialog> made, Qt::WindowModality mo
 
 QObject& QtPanels::showPicker(const OpenPanel& panel, Qt::WindowModality modality,
                               Answered answered) {
-    auto model = std::make_unique<ApplicationPickerModel>(panel, platform_->applications,
-                                                          platform_->fileIcons);
+    auto model = std::make_unique<ApplicationPickerModel>(panel, applications_, fileIcons_);
     auto made = makeWindow(engine_, "panels/ApplicationPicker",
                            {{"panel", QVariant::fromValue(model.get())}});
     auto& window = *made;
@@ -88,11 +87,11 @@ QObject& QtPanels::showPicker(const OpenPanel& panel, Qt::WindowModality modalit
             [this, &window, answered = std::move(answered)](const auto& path) {
                 const auto callback = answered;
                 const auto given = path;
-                takeDown(window);
+                up_.takeDown(window, *this);
                 callback(given);
             });
     model.release()->setParent(&window);
-    up_.push_back(std::move(made));
+    up_.add(std::move(made));
     window.setModality(modality);
     window.setTransientParent(mainWindows_.front());
     window.show();
@@ -111,56 +110,31 @@ QObject& QtPanels::showOpenPanel(const OpenPanel& panel, Qt::WindowModality moda
     return show(std::move(dialog), modality, std::move(answered));
 }
 
-/// Only hides it for now: this runs inside an event of its own.
-void QtPanels::takeDown(const QObject& shown) {
-    const auto found = std::find_if(up_.begin(), up_.end(),
-                                    [&](const auto& object) { return object.get() == &shown; });
-    if (found == up_.end()) return;
-    auto* gone = found->release();
-    up_.erase(found);
-    gone->disconnect(this);
-    for (auto* model : gone->findChildren<ApplicationPickerModel*>(Qt::FindDirectChildrenOnly))
-        model->disconnect(this);
-    if (auto* window = qobject_cast<QWindow*>(gone)) window->hide();
-    gone->deleteLater();
-}
-
-QtPanels::Answer QtPanels::untilAnswered(const std::function<QObject&(Answered)>& show) {
-    Answer chosen;
-    QEventLoop loop;
-    const auto& shown = show([&](const Answer& answer) {
-        chosen = answer;
-        loop.quit();
-    });
-    loop.exec();
-    // The loop ends with the program, too.
-    takeDown(shown);
-    return chosen;
-}
-
 bool QtPanels::mayReplace(const QString& file) const {
     const QFileInfo found(file);
     if (!found.exists()) return true;
     const auto name = found.fileName().toStdString();
     const auto folder = found.dir().dirName().toStdString();
-    const auto answer = platform_->alerts.runModal(
-        {.title = "“" + name + "” already exists. Do you want to replace it?",
-         .message = "A file with this name is already in “" + folder +
-                    "”. Replacing it overwrites what it holds.",
-         .buttons = {"Replace", "Cancel"},
-         .firstButtonIsDestructive = true});
+    const auto answer =
+        alerts_.runModal({.title = "“" + name + "” already exists. Do you want to replace it?",
+                          .message = "A file with this name is already in “" + folder +
+                                     "”. Replacing it overwrites what it holds.",
+                          .buttons = {"Replace", "Cancel"},
+                          .firstButtonIsDestructive = true});
     return answer.button == AlertResponse::firstButton;
 }
 
 std::optional<Url> QtPanels::runSavePanel(const SavePanel& panel) {
     auto asked = panel;
     for (;;) {
-        auto chosen = untilAnswered([&](Answered answered) -> QObject& {
-            auto dialog = makeDialog(asked);
-            dialog->setAcceptMode(QFileDialog::AcceptSave);
-            dialog->selectFile(toQString(asked.proposedName));
-            return show(std::move(dialog), Qt::ApplicationModal, std::move(answered));
-        });
+        auto chosen = up_.untilAnswered<Answer>(
+            [&](auto answered) -> QObject& {
+                auto dialog = makeDialog(asked);
+                dialog->setAcceptMode(QFileDialog::AcceptSave);
+                dialog->selectFile(toQString(asked.proposedName));
+                return show(std::move(dialog), Qt::ApplicationModal, std::move(answered));
+            },
+            *this);
         if (!chosen) return std::nullopt;
         if (panel.directory.empty()) lastFolder_ = path::parent(*chosen);
         // A chooser asks about the name that was typed, so what is put behind it is asked about
@@ -175,9 +149,11 @@ std::optional<Url> QtPanels::runSavePanel(const SavePanel& panel) {
 }
 
 std::optional<Url> QtPanels::runOpenPanel(const OpenPanel& panel) {
-    const auto chosen = untilAnswered([&](Answered answered) -> QObject& {
-        return showOpenPanel(panel, Qt::ApplicationModal, std::move(answered));
-    });
+    const auto chosen = up_.untilAnswered<Answer>(
+        [&](auto answered) -> QObject& {
+            return showOpenPanel(panel, Qt::ApplicationModal, std::move(answered));
+        },
+        *this);
     if (chosen && panel.directory.empty()) lastFolder_ = path::parent(*chosen);
     return urlOf(chosen);
 }

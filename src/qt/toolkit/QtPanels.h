@@ -1,32 +1,34 @@
 #pragma once
 
 #include "platform/Panels.h"
+#include "qt/toolkit/ModalWindows.h"
 
 #include <QObject>
 #include <QString>
 #include <memory>
-#include <vector>
 
 class QFileDialog;
 class QQmlEngine;
 
 namespace corvane {
 
+class Alerts;
+class Applications;
+class FileIcons;
+class FileSystem;
 class MainWindows;
-struct Platform;
+struct Machine;
 
 /// File panels: the desktop's own chooser of files where the toolkit knows of one, else the
 /// toolkit's; applications are picked in a window of the program. All stand over its main window
 /// where there is one.
 class QtPanels final : public QObject, public Panels {
 public:
-    /// Both outlive the panels.
-    QtPanels(QQmlEngine& engine, const MainWindows& mainWindows);
+    /// The alerts ask whether a file may be replaced, and of the machine's applications one is
+    /// picked. What is given here outlives the panels.
+    QtPanels(QQmlEngine& engine, const MainWindows& mainWindows, Alerts& alerts,
+             const Machine& machine);
     ~QtPanels() override;
-
-    /// Whose applications are picked, and who asks. Comes before the first panel; outlives them
-    /// all.
-    void serve(const Platform& platform) { platform_ = &platform; }
 
     std::optional<Url> runSavePanel(const SavePanel& panel) override;
     std::optional<Url> runOpenPanel(const OpenPanel& panel) override;
@@ -45,14 +47,15 @@ private:
                   Answered answered);
     QObject& showPicker(const OpenPanel& panel, Qt::WindowModality modality, Answered answered);
     QObject& showOpenPanel(const OpenPanel& panel, Qt::WindowModality modality, Answered answered);
-    Answer untilAnswered(const std::function<QObject&(Answered)>& show);
     bool mayReplace(const QString& file) const;
-    void takeDown(const QObject& shown);
 
     QQmlEngine& engine_;
     const MainWindows& mainWindows_;
-    const Platform* platform_ = nullptr;
-    std::vector<std::unique_ptr<QObject>> up_;
+    Alerts& alerts_;
+    const Applications& applications_;
+    const FileIcons& fileIcons_;
+    const FileSystem& fileSystem_;
+    ModalWindows up_;
     /// Where the last panel without a directory of its own ended.
     std::string lastFolder_;
 };

@@ -13,18 +13,17 @@ QtToolkit::QtToolkit(StatusBar& tray, QtAppearance::Preference prefersDark)
     addViews(engine_);
 }
 
-Toolkit QtToolkit::facilities() {
+Toolkit QtToolkit::facilities(Panels& panels) {
     return {.mainQueue = mainQueue_,
             .alerts = alerts_,
             .application = windows_,
             .statusBar = tray_,
             .images = images_,
             .appearance = appearance_,
-            .panels = panels_};
+            .panels = panels};
 }
 
 int QtToolkit::run(CorvaneApp& app) {
-    panels_.serve(app.platform());
     windows_.serve(app);
     windows_.openMainWindow();
     app.appDelegate().applicationDidFinishLaunching();

@@ -22,8 +22,12 @@ public:
         StatusBar& tray,
         QtAppearance::Preference prefersDark = [] { return std::optional<bool>(); });
 
-    /// Valid while this lives.
-    Toolkit facilities();
+    /// File panels over these windows; they go before this does.
+    QtPanels panels(const Machine& machine) { return {engine_, windows_, alerts_, machine}; }
+    /// Valid while this and the panels live.
+    Toolkit facilities(Panels& panels);
+    MainQueue& mainQueue() { return mainQueue_; }
+    Alerts& alerts() { return alerts_; }
     MainWindows& windows() { return windows_; }
     /// What the system prefers was read too early.
     void readAppearanceAgain() { appearance_.readAgain(); }
@@ -38,7 +42,6 @@ private:
     QQmlEngine engine_;
     MainWindows windows_{engine_, mainQueue_};
     QtAlerts alerts_{engine_, windows_};
-    QtPanels panels_{engine_, windows_};
     QtImages images_;
 };
 

@@ -22,7 +22,7 @@ Sheet {
     }
 
     contentItem: Column {
-        spacing: 10
+        spacing: Theme.spacingL
         Accessible.role: Accessible.Dialog
         Accessible.name: dialog.title
 
@@ -42,7 +42,7 @@ Sheet {
             onTextChanged: last = this.text
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter
-            bottomPadding: 6
+            bottomPadding: Theme.spacingS
         }
         ActionButton {
             width: parent.width

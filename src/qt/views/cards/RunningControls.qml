@@ -14,7 +14,7 @@ Flow {
         return sum - spacing;
     }
 
-    spacing: 12
+    spacing: Theme.spacingL
 
     Item {
         id: pill

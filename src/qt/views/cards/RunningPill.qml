@@ -15,12 +15,12 @@ Rectangle {
         id: row
 
         anchors.centerIn: parent
-        spacing: 6
+        spacing: Theme.spacingS
 
         Rectangle {
             implicitWidth: 8
             implicitHeight: 8
-            radius: 4
+            radius: Theme.tinyRadius
             color: Theme.green
 
             SequentialAnimation on opacity {

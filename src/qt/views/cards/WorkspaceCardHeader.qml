@@ -64,7 +64,7 @@ Item {
         x: 18 + header.room - width
         y: header.isStacked ? parent.height - 18 - height : (parent.height - height) / 2
         width: Math.min(header.room, header.controlsWidth)
-        spacing: 12
+        spacing: Theme.spacingL
 
         // The keyboard stays with the button that a start or finish has changed.
         Loader {

@@ -38,7 +38,7 @@ ActionButton {
                 onTriggered: button.card.workspaces.duplicate(button.card.workspaceId)
             }
             MenuSeparator {
-                padding: 4
+                padding: Theme.spacingXS
                 contentItem: Rectangle {
                     implicitHeight: 1
                     color: Theme.separator

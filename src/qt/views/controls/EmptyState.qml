@@ -15,7 +15,7 @@ Column {
     signal acted
 
     width: 420
-    spacing: 14
+    spacing: Theme.spacingL
 
     Item {
         anchors.horizontalCenter: parent.horizontalCenter

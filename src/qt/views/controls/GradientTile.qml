@@ -8,7 +8,7 @@ Item {
     property string symbol: ""
     property int symbolSize: 20
     property int gradientIndex: 0
-    property real radius: 10
+    property real radius: Theme.tileRadius
 
     GradientSquare {
         anchors.fill: parent

@@ -11,7 +11,7 @@ Rectangle {
 
     signal picked(icon: string)
 
-    radius: 8
+    radius: Theme.mediumRadius
     color: Theme.faded(Theme.primary, 0.05)
 
     GridView {
@@ -20,7 +20,7 @@ Rectangle {
         readonly property int columns: 8
 
         anchors.fill: parent
-        anchors.margins: 8
+        anchors.margins: Theme.spacingM
         clip: true
         model: grid.icons
         cellWidth: Math.floor(width / columns)

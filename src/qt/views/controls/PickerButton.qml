@@ -22,9 +22,9 @@ PressButton {
         }
         Text {
             anchors.left: mark.right
-            anchors.leftMargin: 8
+            anchors.leftMargin: Theme.spacingM
             anchors.right: parent.right
-            anchors.rightMargin: 10
+            anchors.rightMargin: Theme.fieldPadding
             anchors.verticalCenter: parent.verticalCenter
             text: button.text.replace(/\s+/g, " ")
             maximumLineCount: 1

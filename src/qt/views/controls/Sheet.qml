@@ -40,7 +40,7 @@ Popup {
     anchors.centerIn: parent
     modal: true
     focus: true
-    padding: 20
+    padding: Theme.sheetPadding
     closePolicy: Popup.CloseOnEscape
 
     Overlay.modal: Rectangle {

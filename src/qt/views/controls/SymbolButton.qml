@@ -28,7 +28,7 @@ PressButton {
         color: button.tint
     }
     background: Rectangle {
-        radius: 5
+        radius: Theme.smallRadius
         color: Theme.faded(Theme.primary, button.down ? 0.14 : button.hovered ? 0.07 : 0)
 
         FocusRing {

@@ -59,8 +59,24 @@ QtObject {
     readonly property color purpleFill: mixed("#8A3FC9", "#8D47C9")
     readonly property color redFill: mixed("#D12F23", "#CB3A30")
 
-    readonly property int radius: 12
+    // One scale of distances, with those of what is named.
+    readonly property int spacingXXS: 2
+    readonly property int spacingXS: 4
+    readonly property int spacingS: 6
+    readonly property int spacingM: 8
+    readonly property int spacingL: 12
+    readonly property int spacingXL: 18
+    readonly property int spacingXXL: 24
+    readonly property int fieldPadding: 10
+    readonly property int sheetPadding: 20
+
+    readonly property int tinyRadius: 4
     readonly property int smallRadius: 6
+    readonly property int mediumRadius: 8
+    readonly property int tileRadius: 10
+    readonly property int radius: 12
+    readonly property int largeRadius: 16
+
     readonly property int largeTitleSize: 22
     readonly property int titleSize: 17
     readonly property int headlineSize: 13

@@ -10,7 +10,7 @@ PressButton {
     // That is the answer of the alert it stands in.
     takesReturn: false
     padding: 0
-    spacing: 8
+    spacing: Theme.spacingM
 
     implicitWidth: contentItem.implicitWidth
     implicitHeight: 20
@@ -22,7 +22,7 @@ PressButton {
         y: (box.height - height) / 2
         implicitWidth: 16
         implicitHeight: 16
-        radius: 4
+        radius: Theme.tinyRadius
         color: box.checked ? Theme.accent : Theme.fieldBackground
         border.width: 1
         border.color: box.checked ? Theme.accent : Theme.secondaryLabel

@@ -7,7 +7,7 @@ Menu {
 
     required property Item opener
 
-    padding: 5
+    padding: Theme.spacingXS
     onClosed: opener.forceActiveFocus(Qt.TabFocusReason)
     // A press beside it only closes it, and nothing below scrolls away from it.
     modal: true
@@ -15,7 +15,7 @@ Menu {
 
     background: Rectangle {
         implicitWidth: 160
-        radius: 8
+        radius: Theme.mediumRadius
         color: Theme.controlBackground
         border.width: 1
         border.color: Theme.separator

@@ -8,8 +8,8 @@ MenuItem {
     property bool isDestructive: false
 
     implicitHeight: 28
-    leftPadding: 10
-    rightPadding: 10
+    leftPadding: Theme.fieldPadding
+    rightPadding: Theme.fieldPadding
     Accessible.name: text
 
     function press() {
@@ -27,7 +27,7 @@ MenuItem {
         Accessible.ignored: true
     }
     background: Rectangle {
-        radius: 5
+        radius: Theme.smallRadius
         color: item.isDestructive ? Theme.redFill : Theme.blueFill
         visible: item.highlighted
     }

@@ -22,7 +22,7 @@ PressButton {
     contentItem: Item {
         Text {
             anchors.left: parent.left
-            anchors.leftMargin: 10
+            anchors.leftMargin: Theme.fieldPadding
             anchors.verticalCenter: parent.verticalCenter
             text: picker.titles[picker.current]
             textFormat: Text.PlainText
@@ -32,7 +32,7 @@ PressButton {
         }
         SymbolText {
             anchors.right: parent.right
-            anchors.rightMargin: 6
+            anchors.rightMargin: Theme.spacingS
             anchors.verticalCenter: parent.verticalCenter
             symbol: "chevron.down"
             size: 16
@@ -72,7 +72,7 @@ PressButton {
 
                 SymbolText {
                     anchors.right: parent.right
-                    anchors.rightMargin: 8
+                    anchors.rightMargin: Theme.spacingM
                     anchors.verticalCenter: parent.verticalCenter
                     visible: parent.index === picker.current
                     symbol: "checkmark"

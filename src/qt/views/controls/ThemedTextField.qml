@@ -6,8 +6,8 @@ TextField {
     id: field
 
     implicitHeight: 30
-    leftPadding: 10
-    rightPadding: 10
+    leftPadding: Theme.fieldPadding
+    rightPadding: Theme.fieldPadding
     color: Theme.label
     placeholderTextColor: Theme.secondaryLabel
     selectionColor: Theme.blueFill

@@ -7,7 +7,7 @@ ToolTip {
     id: tip
 
     delay: 600
-    padding: 7
+    padding: Theme.spacingS
     width: Math.min(implicitWidth, 420)
 
     contentItem: Text {
@@ -19,7 +19,7 @@ ToolTip {
         Accessible.ignored: true
     }
     background: Rectangle {
-        radius: 5
+        radius: Theme.smallRadius
         color: Theme.tipBackground
         border.width: 1
         border.color: Theme.separator

@@ -31,9 +31,9 @@ PressButton {
         }
         Text {
             anchors.left: picture.right
-            anchors.leftMargin: 8
+            anchors.leftMargin: Theme.spacingM
             anchors.right: parent.right
-            anchors.rightMargin: 12
+            anchors.rightMargin: Theme.spacingL
             anchors.verticalCenter: parent.verticalCenter
             text: entry.name
             textFormat: Text.PlainText
@@ -46,8 +46,8 @@ PressButton {
     }
     background: Rectangle {
         anchors.fill: parent
-        anchors.leftMargin: 4
-        anchors.rightMargin: 4
+        anchors.leftMargin: Theme.spacingXS
+        anchors.rightMargin: Theme.spacingXS
         radius: Theme.smallRadius
         color: entry.isSelected ? Theme.blueFill : Theme.faded(Theme.primary, entry.hovered ? 0.04 : 0)
     }

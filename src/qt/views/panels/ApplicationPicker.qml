@@ -20,8 +20,8 @@ Window {
 
     ColumnLayout {
         anchors.fill: parent
-        anchors.margins: 20
-        spacing: 12
+        anchors.margins: Theme.sheetPadding
+        spacing: Theme.spacingL
         Accessible.role: Accessible.Dialog
         Accessible.name: window.panel.title
         Keys.onEscapePressed: window.close()
@@ -53,7 +53,7 @@ Window {
         Rectangle {
             Layout.fillWidth: true
             Layout.fillHeight: true
-            radius: 8
+            radius: Theme.mediumRadius
             color: Theme.textBackground
             border.width: 1
             border.color: Theme.separator
@@ -66,8 +66,8 @@ Window {
                 anchors.fill: parent
                 anchors.margins: 1
                 clip: true
-                topMargin: 4
-                bottomMargin: 4
+                topMargin: Theme.spacingXS
+                bottomMargin: Theme.spacingXS
                 boundsBehavior: Flickable.StopAtBounds
                 keyNavigationEnabled: false
                 activeFocusOnTab: false
@@ -95,7 +95,7 @@ Window {
         }
         RowLayout {
             Layout.alignment: Qt.AlignRight
-            spacing: 10
+            spacing: Theme.spacingL
 
             ActionButton {
                 implicitWidth: 88

@@ -16,7 +16,7 @@ PressButton {
             id: row
 
             anchors.centerIn: parent
-            spacing: 4
+            spacing: Theme.spacingXS
 
             SymbolText {
                 anchors.verticalCenter: parent.verticalCenter
@@ -37,7 +37,7 @@ PressButton {
     background: Item {
         Rectangle {
             anchors.fill: parent
-            radius: 4
+            radius: Theme.tinyRadius
             color: Theme.faded(Theme.accent, button.down ? 0.16 : button.hovered ? 0.08 : 0)
         }
         Shape {

@@ -27,7 +27,7 @@ Sheet {
     }
 
     contentItem: SheetColumn {
-        spacing: 8
+        spacing: Theme.spacingM
         Accessible.role: Accessible.Dialog
         Accessible.name: popup.sheet.title
 
@@ -37,7 +37,7 @@ Sheet {
             font.weight: Font.DemiBold
         }
         BodyText {
-            Layout.bottomMargin: 8
+            Layout.bottomMargin: Theme.spacingM
             Layout.fillWidth: true
             text: popup.sheet.subtitle
             wrapMode: Text.Wrap
@@ -50,8 +50,8 @@ Sheet {
         GridLayout {
             Layout.fillWidth: true
             columns: 3
-            rowSpacing: 12
-            columnSpacing: 12
+            rowSpacing: Theme.spacingL
+            columnSpacing: Theme.spacingL
 
             Repeater {
                 model: popup.sheet.tiles
@@ -64,7 +64,7 @@ Sheet {
             }
         }
         BodyText {
-            Layout.topMargin: 6
+            Layout.topMargin: Theme.spacingS
             text: "Resource Name"
             font.weight: Font.DemiBold
         }
@@ -78,7 +78,7 @@ Sheet {
             onTextEdited: popup.sheet.name = text
         }
         BodyText {
-            Layout.topMargin: 6
+            Layout.topMargin: Theme.spacingS
             text: popup.sheet.pathHeading
             font.weight: Font.DemiBold
         }
@@ -105,7 +105,7 @@ Sheet {
             id: status
 
             visible: popup.sheet.statusText !== ""
-            spacing: 6
+            spacing: Theme.spacingS
 
             SymbolText {
                 symbol: status.isCommand ? "info.circle" : popup.sheet.isStatusValid ? "checkmark.circle.fill" : "exclamationmark.triangle.fill"
@@ -135,9 +135,9 @@ Sheet {
             }
         }
         RowLayout {
-            Layout.topMargin: 6
+            Layout.topMargin: Theme.spacingS
             Layout.alignment: Qt.AlignRight
-            spacing: 12
+            spacing: Theme.spacingL
 
             ActionButton {
                 implicitWidth: Math.max(88, contentWidth)

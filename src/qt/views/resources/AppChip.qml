@@ -14,7 +14,7 @@ Rectangle {
 
     implicitWidth: content.implicitWidth + 2 * 6
     implicitHeight: 28
-    radius: 4
+    radius: Theme.tinyRadius
     color: Theme.faded(hue, isDefault ? 0.1 : 0.15)
     border.width: 1
     border.color: Theme.faded(hue, isDefault ? 0.3 : 0.1)
@@ -25,7 +25,7 @@ Rectangle {
         id: content
 
         anchors.centerIn: parent
-        spacing: 4
+        spacing: Theme.spacingXS
 
         ResourceIcon {
             anchors.verticalCenter: parent.verticalCenter

@@ -38,7 +38,7 @@ Item {
     Grid {
         anchors.centerIn: parent
         columns: 2
-        spacing: 4
+        spacing: Theme.spacingXS
 
         Repeater {
             model: 6

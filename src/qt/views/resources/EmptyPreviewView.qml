@@ -3,7 +3,7 @@ import Corvane
 
 // What a collapsed card shows of a workspace with no resources.
 BodyText {
-    padding: 24
+    padding: Theme.spacingXXL
     horizontalAlignment: Text.AlignHCenter
     text: "No resources configured"
     font.pixelSize: 14

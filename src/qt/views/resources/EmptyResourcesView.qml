@@ -5,9 +5,9 @@ import Corvane
 Column {
     id: empty
 
-    topPadding: 28
-    bottomPadding: 28
-    spacing: 8
+    topPadding: Theme.spacingXXL
+    bottomPadding: Theme.spacingXXL
+    spacing: Theme.spacingM
 
     SymbolText {
         anchors.horizontalCenter: parent.horizontalCenter

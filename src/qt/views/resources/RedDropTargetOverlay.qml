@@ -5,7 +5,7 @@ import Corvane
 Rectangle {
     readonly property color tint: Theme.dropRed
 
-    radius: 12
+    radius: Theme.radius
     color: Theme.faded(tint, 0.1)
     border.width: 3
     border.color: tint

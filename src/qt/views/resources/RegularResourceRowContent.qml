@@ -14,7 +14,7 @@ Item {
     Rectangle {
         anchors.fill: parent
         anchors.margins: content.row.inset
-        radius: 8
+        radius: Theme.mediumRadius
         color: Theme.faded(Theme.controlBackground, content.row.isEnabled ? 1 : 0.5)
     }
     TapHandler {
@@ -27,7 +27,7 @@ Item {
         x: 18
         width: parent.width - 2 * 18
         anchors.verticalCenter: parent.verticalCenter
-        spacing: 12
+        spacing: Theme.spacingL
         opacity: content.row.isEnabled ? 1 : 0.6
 
         DragHandle {
@@ -42,13 +42,13 @@ Item {
         }
         ColumnLayout {
             Layout.fillWidth: true
-            spacing: 4
+            spacing: Theme.spacingXS
 
             RowLayout {
                 id: heading
 
                 Layout.fillWidth: true
-                spacing: 8
+                spacing: Theme.spacingM
 
                 HoverHandler {
                     id: pointer
@@ -78,7 +78,7 @@ Item {
                 Rectangle {
                     implicitWidth: badge.implicitWidth + 2 * 6
                     implicitHeight: badge.implicitHeight + 2 * 2
-                    radius: 4
+                    radius: Theme.tinyRadius
                     color: Theme.faded(Theme.secondaryLabel, 0.15)
 
                     BodyText {
@@ -98,7 +98,7 @@ Item {
             Flow {
                 Layout.fillWidth: true
                 visible: content.row.type !== "application"
-                spacing: 6
+                spacing: Theme.spacingS
 
                 Repeater {
                     model: content.row.chips
@@ -118,7 +118,7 @@ Item {
             }
         }
         ColumnLayout {
-            spacing: 2
+            spacing: Theme.spacingXXS
 
             Item {
                 Layout.alignment: Qt.AlignRight
@@ -150,7 +150,7 @@ Item {
             }
             RowLayout {
                 Layout.alignment: Qt.AlignRight
-                spacing: 16
+                spacing: Theme.spacingL
 
                 SymbolButton {
                     symbol: content.row.isRunning ? "stop.fill" : "play.fill"

@@ -22,7 +22,7 @@ Item {
         y: 14
         width: parent.width - 2 * 14
         height: content.implicitHeight
-        radius: 8
+        radius: Theme.mediumRadius
         color: Theme.dark ? Theme.controlBackground : Theme.textBackground
         border.width: 1
         border.color: Theme.separator
@@ -50,10 +50,10 @@ Item {
             RowLayout {
                 width: parent.width
                 height: 52
-                spacing: 8
+                spacing: Theme.spacingM
 
                 BodyText {
-                    Layout.leftMargin: 18
+                    Layout.leftMargin: Theme.spacingXL
                     Layout.fillWidth: true
                     text: "Resources"
                     font.pixelSize: 15
@@ -67,7 +67,7 @@ Item {
                 ActionButton {
                     id: addButton
 
-                    Layout.rightMargin: 14
+                    Layout.rightMargin: Theme.spacingL
                     isProminent: true
                     symbol: "plus"
                     text: "Add Resource"
@@ -85,7 +85,7 @@ Item {
                     x: 18
                     width: parent.width - 2 * 18
                     height: Math.max(34, hintText.implicitHeight + 12)
-                    spacing: 8
+                    spacing: Theme.spacingM
 
                     SymbolText {
                         anchors.verticalCenter: parent.verticalCenter

@@ -66,7 +66,7 @@ Item {
 
             x: 19
             y: 12
-            spacing: 8
+            spacing: Theme.spacingM
 
             Repeater {
                 model: view.chipCount
@@ -87,7 +87,7 @@ Item {
 
                 visible: view.card.counter !== ""
                 anchors.verticalCenter: parent.verticalCenter
-                padding: 6
+                padding: Theme.spacingS
                 text: view.card.counter
                 Accessible.description: "Show all resources"
                 onClicked: view.card.toggle()

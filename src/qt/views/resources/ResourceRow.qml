@@ -59,7 +59,7 @@ ResourceRowData {
         anchors.fill: parent
         anchors.margins: row.inset
         visible: row.isRowTarget
-        radius: 8
+        radius: Theme.mediumRadius
         color: Theme.faded(tint, 0.1)
         border.width: 2
         border.color: tint

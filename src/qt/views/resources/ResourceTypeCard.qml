@@ -19,7 +19,7 @@ PressButton {
     contentItem: Item {
         Column {
             anchors.centerIn: parent
-            spacing: 4
+            spacing: Theme.spacingXS
 
             SymbolText {
                 anchors.horizontalCenter: parent.horizontalCenter
@@ -39,7 +39,7 @@ PressButton {
         }
     }
     background: Rectangle {
-        radius: 12
+        radius: Theme.radius
         color: tile.isSelected ? Theme.faded(Theme.accent, 0.1) : Theme.faded(Theme.primary, tile.hovered ? 0.04 : 0)
         border.width: tile.isSelected ? 2 : 1
         border.color: tile.isSelected ? Theme.accent : Theme.faded(Theme.secondaryLabel, 0.3)

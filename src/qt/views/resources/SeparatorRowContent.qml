@@ -35,7 +35,7 @@ Item {
     Rectangle {
         anchors.fill: parent
         anchors.margins: content.row.inset
-        radius: 8
+        radius: Theme.mediumRadius
         color: Theme.faded(Theme.controlBackground, 0.3)
     }
     RowLayout {
@@ -44,7 +44,7 @@ Item {
         x: 12
         width: parent.width - 2 * 12
         anchors.verticalCenter: parent.verticalCenter
-        spacing: 10
+        spacing: Theme.spacingL
 
         DragHandle {
             id: grip

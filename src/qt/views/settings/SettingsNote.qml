@@ -11,7 +11,7 @@ Rectangle {
 
     width: parent ? parent.width : 0
     height: visible ? words.implicitHeight + 2 * 10 : 0
-    radius: 8
+    radius: Theme.mediumRadius
     color: Theme.faded(tint, 0.1)
 
     SymbolText {

@@ -28,7 +28,7 @@ Item {
         x: 24 + 12
         width: parent.width - x - (slot.childrenRect.width > 0 ? slot.childrenRect.width + 12 : 0)
         anchors.verticalCenter: parent.verticalCenter
-        spacing: 2
+        spacing: Theme.spacingXXS
 
         BodyText {
             width: parent.width

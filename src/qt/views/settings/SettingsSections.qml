@@ -7,7 +7,7 @@ Column {
 
     required property SettingsModel settings
 
-    spacing: 20
+    spacing: Theme.sheetPadding
 
     UnifiedSettingsSection {
         title: "Workspace Management"

@@ -32,7 +32,7 @@ PressButton {
     background: Rectangle {
         anchors.fill: parent
         anchors.margins: -6
-        radius: 8
+        radius: Theme.mediumRadius
         color: Theme.faded(Theme.primary, button.down ? 0.1 : button.hovered ? 0.05 : 0)
 
         FocusRing {

@@ -11,7 +11,7 @@ Rectangle {
 
     width: parent ? parent.width : 0
     height: whole.implicitHeight + 2 * whole.x
-    radius: 12
+    radius: Theme.radius
     color: Theme.controlBackground
     border.width: 1
     border.color: Theme.separator
@@ -22,10 +22,10 @@ Rectangle {
         x: 16
         y: 16
         width: parent.width - 2 * x
-        spacing: 12
+        spacing: Theme.spacingL
 
         Row {
-            spacing: 8
+            spacing: Theme.spacingM
 
             SymbolText {
                 anchors.verticalCenter: parent.verticalCenter
@@ -44,7 +44,7 @@ Rectangle {
             id: rows
 
             width: parent.width
-            spacing: 12
+            spacing: Theme.spacingL
         }
     }
 }

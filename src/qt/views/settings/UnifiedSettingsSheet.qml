@@ -20,9 +20,9 @@ Sheet {
 
         ColumnLayout {
             Layout.alignment: Qt.AlignHCenter
-            Layout.topMargin: 20
-            Layout.bottomMargin: 16
-            spacing: 4
+            Layout.topMargin: Theme.sheetPadding
+            Layout.bottomMargin: Theme.spacingL
+            spacing: Theme.spacingXS
 
             SymbolText {
                 Layout.alignment: Qt.AlignHCenter
@@ -89,7 +89,7 @@ Sheet {
         }
         ActionButton {
             Layout.alignment: Qt.AlignRight
-            Layout.margins: 14
+            Layout.margins: Theme.spacingL
             implicitWidth: 88
             isProminent: true
             text: "Done"

@@ -31,7 +31,7 @@ Item {
             GradientTile {
                 anchors.fill: parent
                 visible: view.showsApplication && view.tour.applicationPicture === ""
-                radius: 16
+                radius: Theme.largeRadius
                 symbol: "bolt.fill"
                 symbolSize: 40
             }
@@ -45,7 +45,7 @@ Item {
         }
         Column {
             width: parent.width
-            spacing: 16
+            spacing: Theme.spacingL
 
             BodyText {
                 width: parent.width

@@ -19,7 +19,7 @@ Window {
 
     ColumnLayout {
         anchors.fill: parent
-        anchors.margins: 20
+        anchors.margins: Theme.sheetPadding
         spacing: 0
 
         ActionButton {
@@ -31,8 +31,8 @@ Window {
         }
         Row {
             Layout.alignment: Qt.AlignHCenter
-            Layout.topMargin: 12
-            spacing: 8
+            Layout.topMargin: Theme.spacingL
+            spacing: Theme.spacingM
 
             Repeater {
                 model: window.tour.stepCount

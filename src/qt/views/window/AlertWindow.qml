@@ -8,7 +8,7 @@ Window {
     id: window
 
     required property AlertModel alert
-    readonly property int margin: 20
+    readonly property int margin: Theme.sheetPadding
     readonly property int longestMessage: 420
 
     title: alert.title
@@ -62,7 +62,7 @@ Window {
                 id: message
 
                 anchors.top: heading.bottom
-                anchors.topMargin: 8
+                anchors.topMargin: Theme.spacingM
                 width: parent.width
                 height: Math.min(messageText.implicitHeight, window.longestMessage)
                 contentHeight: messageText.implicitHeight
@@ -83,7 +83,7 @@ Window {
                 id: checkbox
 
                 anchors.top: message.bottom
-                anchors.topMargin: 12
+                anchors.topMargin: Theme.spacingL
                 visible: text !== ""
                 text: window.alert.checkbox
             }
@@ -92,7 +92,7 @@ Window {
             anchors.right: parent.right
             anchors.bottom: parent.bottom
             layoutDirection: Qt.RightToLeft
-            spacing: 10
+            spacing: Theme.spacingL
 
             Repeater {
                 model: window.alert.buttons

@@ -48,7 +48,7 @@ Window {
         UndoBar {
             anchors.horizontalCenter: parent.horizontalCenter
             anchors.bottom: parent.bottom
-            anchors.bottomMargin: 20
+            anchors.bottomMargin: Theme.sheetPadding
             undo: window.undo
         }
     }

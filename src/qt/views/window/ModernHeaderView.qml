@@ -29,12 +29,12 @@ Rectangle {
         x: 20
         y: 12
         width: parent.width - 2 * 20
-        spacing: 12
+        spacing: Theme.spacingL
 
         RowLayout {
             width: line.width - search.width - 12 - (header.isNarrow ? 0 : buttons.width + 12)
             height: 48
-            spacing: 12
+            spacing: Theme.spacingL
 
             Drawing {
                 implicitWidth: 48
@@ -81,7 +81,7 @@ Rectangle {
             id: buttons
 
             height: header.isNarrow ? 32 : 48
-            spacing: 12
+            spacing: Theme.spacingL
 
             ActionButton {
                 anchors.verticalCenter: parent.verticalCenter

@@ -42,7 +42,7 @@ Rectangle {
 
         x: 16
         height: parent.height
-        spacing: 12
+        spacing: Theme.spacingL
 
         BodyText {
             Layout.maximumWidth: Math.min(360, bar.parent.width - 160)

@@ -39,11 +39,11 @@ Item {
         id: list
 
         anchors.fill: parent
-        leftMargin: 18
-        rightMargin: 18
-        topMargin: 24
-        bottomMargin: 24
-        spacing: 24
+        leftMargin: Theme.spacingXL
+        rightMargin: Theme.spacingXL
+        topMargin: Theme.spacingXXL
+        bottomMargin: Theme.spacingXXL
+        spacing: Theme.spacingXXL
         clip: true
         model: view.workspaces
         reuseItems: true

@@ -25,12 +25,12 @@ Sheet {
     }
 
     contentItem: SheetColumn {
-        spacing: 8
+        spacing: Theme.spacingM
         Accessible.role: Accessible.Dialog
         Accessible.name: popup.sheet.title
 
         BodyText {
-            Layout.bottomMargin: 8
+            Layout.bottomMargin: Theme.spacingM
             text: popup.sheet.title
             font.pixelSize: Theme.titleSize
             font.weight: Font.DemiBold
@@ -49,7 +49,7 @@ Sheet {
             onAccepted: popup.sheet.commit()
         }
         BodyText {
-            Layout.topMargin: 6
+            Layout.topMargin: Theme.spacingS
             text: "Description"
             font.pixelSize: Theme.headlineSize
             font.weight: Font.DemiBold
@@ -62,7 +62,7 @@ Sheet {
             onAccepted: popup.sheet.commit()
         }
         BodyText {
-            Layout.topMargin: 6
+            Layout.topMargin: Theme.spacingS
             text: "Icon"
             font.pixelSize: Theme.headlineSize
             font.weight: Font.DemiBold
@@ -79,7 +79,7 @@ Sheet {
         }
         RowLayout {
             Layout.alignment: Qt.AlignRight
-            spacing: 12
+            spacing: Theme.spacingL
 
             ActionButton {
                 implicitWidth: Math.max(88, contentWidth)
