@@ -6,8 +6,8 @@ import Corvane
 Rectangle {
     id: pill
 
-    implicitWidth: row.implicitWidth + 2 * 10
-    implicitHeight: row.implicitHeight + 2 * 4
+    implicitWidth: row.implicitWidth + 2 * Theme.fieldPadding
+    implicitHeight: row.implicitHeight + 2 * Theme.spacingXS
     radius: height / 2
     color: Theme.faded(Theme.greenFill, 0.2)
 

@@ -13,11 +13,11 @@ Item {
     }
 
     // Where titles and controls have no room side by side, these go below.
-    readonly property real room: width - 2 * 18
-    readonly property real controlsWidth: (action.item ? action.item.naturalWidth : 0) + toggle.implicitWidth + 28 + 2 * 12
-    readonly property bool isStacked: controlsWidth + 36 + 2 * 12 + 160 > room
+    readonly property real room: width - 2 * Theme.spacingXL
+    readonly property real controlsWidth: (action.item ? action.item.naturalWidth : 0) + toggle.implicitWidth + 28 + 2 * Theme.spacingL
+    readonly property bool isStacked: controlsWidth + 36 + 2 * Theme.spacingL + 160 > room
 
-    implicitHeight: 2 * 18 + (isStacked ? Math.max(tile.height, titles.height) + 12 + controls.height : Math.max(tile.height, titles.height))
+    implicitHeight: 2 * Theme.spacingXL + (isStacked ? Math.max(tile.height, titles.height) + 12 + controls.height : Math.max(tile.height, titles.height))
 
     GradientTile {
         id: tile

@@ -65,6 +65,7 @@ QtObject {
     readonly property int spacingS: 6
     readonly property int spacingM: 8
     readonly property int spacingL: 12
+    readonly property int looseSpacing: 16
     readonly property int spacingXL: 18
     readonly property int spacingXXL: 24
     readonly property int fieldPadding: 10
@@ -82,7 +83,7 @@ QtObject {
     readonly property int headlineSize: 13
     readonly property int bodySize: 13
     readonly property int captionSize: 11
-    readonly property int chipHeight: Math.max(16, Math.ceil(chipFont.height)) + 2 * 6
+    readonly property int chipHeight: Math.max(16, Math.ceil(chipFont.height)) + 2 * spacingS
     readonly property FontMetrics chipFont: FontMetrics {
         font.pixelSize: 14
         font.weight: Font.Medium

@@ -7,7 +7,7 @@ import Corvane
 PressButton {
     id: button
 
-    implicitWidth: row.implicitWidth + 2 * 8
+    implicitWidth: row.implicitWidth + 2 * Theme.spacingM
     implicitHeight: 28
     text: "Add App"
 

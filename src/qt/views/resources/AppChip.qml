@@ -12,7 +12,7 @@ Rectangle {
 
     signal removed
 
-    implicitWidth: content.implicitWidth + 2 * 6
+    implicitWidth: content.implicitWidth + 2 * Theme.spacingS
     implicitHeight: 28
     radius: Theme.tinyRadius
     color: Theme.faded(hue, isDefault ? 0.1 : 0.15)

@@ -22,7 +22,7 @@ Column {
         font.weight: Font.Medium
     }
     BodyText {
-        width: parent.width - 2 * 18
+        width: parent.width - 2 * Theme.spacingXL
         x: 18
         wrapMode: Text.Wrap
         horizontalAlignment: Text.AlignHCenter

@@ -9,7 +9,7 @@ Item {
     required property ResourceRowData row
     readonly property Item handle: grip
 
-    implicitHeight: Math.max(44, layout.implicitHeight + 2 * 6) + 2 * row.inset
+    implicitHeight: Math.max(44, layout.implicitHeight + 2 * Theme.spacingS) + 2 * row.inset
 
     Rectangle {
         anchors.fill: parent
@@ -24,8 +24,8 @@ Item {
     RowLayout {
         id: layout
 
-        x: 18
-        width: parent.width - 2 * 18
+        x: Theme.spacingXL
+        width: parent.width - 2 * x
         anchors.verticalCenter: parent.verticalCenter
         spacing: Theme.spacingL
         opacity: content.row.isEnabled ? 1 : 0.6
@@ -76,8 +76,8 @@ Item {
                     path: content.row.path
                 }
                 Rectangle {
-                    implicitWidth: badge.implicitWidth + 2 * 6
-                    implicitHeight: badge.implicitHeight + 2 * 2
+                    implicitWidth: badge.implicitWidth + 2 * Theme.spacingS
+                    implicitHeight: badge.implicitHeight + 2 * Theme.spacingXXS
                     radius: Theme.tinyRadius
                     color: Theme.faded(Theme.secondaryLabel, 0.15)
 
@@ -130,7 +130,7 @@ Item {
 
                     visible: !content.row.isEnabled
                     anchors.right: parent.right
-                    width: pillText.implicitWidth + 2 * 8
+                    width: pillText.implicitWidth + 2 * Theme.spacingM
                     height: 18
                     radius: 9
                     color: Theme.faded(Theme.gray, 0.1)
@@ -150,7 +150,7 @@ Item {
             }
             RowLayout {
                 Layout.alignment: Qt.AlignRight
-                spacing: Theme.spacingL
+                spacing: Theme.looseSpacing
 
                 SymbolButton {
                     symbol: content.row.isRunning ? "stop.fill" : "play.fill"

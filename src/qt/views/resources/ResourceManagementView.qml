@@ -83,7 +83,7 @@ Item {
                     id: hint
 
                     x: 18
-                    width: parent.width - 2 * 18
+                    width: parent.width - 2 * Theme.spacingXL
                     height: Math.max(34, hintText.implicitHeight + 12)
                     spacing: Theme.spacingM
 

@@ -12,7 +12,7 @@ Item {
     // Chips stay when the card takes another workspace.
     property int chipCount: 0
 
-    implicitHeight: isEmpty ? empty.height : Theme.chipHeight + 2 * 12
+    implicitHeight: isEmpty ? empty.height : Theme.chipHeight + 2 * Theme.spacingL
     onResourcesChanged: chipCount = Math.max(chipCount, resources.length)
 
     Loader {

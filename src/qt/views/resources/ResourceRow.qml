@@ -34,7 +34,7 @@ ResourceRowData {
         visible: row.index < row.resources.count - 1
         anchors.bottom: parent.bottom
         x: 12
-        width: parent.width - 2 * 12
+        width: parent.width - 2 * Theme.spacingL
         height: 1
         color: Theme.faded(Theme.separator, 0.3)
     }

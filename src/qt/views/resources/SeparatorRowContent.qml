@@ -30,7 +30,7 @@ Item {
         startsEditing = false;
     }
 
-    implicitHeight: Math.max(44, layout.implicitHeight + 2 * 8) + 2 * row.inset
+    implicitHeight: Math.max(44, layout.implicitHeight + 2 * Theme.spacingM) + 2 * row.inset
 
     Rectangle {
         anchors.fill: parent
@@ -42,7 +42,7 @@ Item {
         id: layout
 
         x: 12
-        width: parent.width - 2 * 12
+        width: parent.width - 2 * Theme.spacingL
         anchors.verticalCenter: parent.verticalCenter
         spacing: Theme.spacingL
 

@@ -10,7 +10,7 @@ Rectangle {
     required property string text
 
     width: parent ? parent.width : 0
-    height: visible ? words.implicitHeight + 2 * 10 : 0
+    height: visible ? words.implicitHeight + 2 * Theme.fieldPadding : 0
     radius: Theme.mediumRadius
     color: Theme.faded(tint, 0.1)
 

@@ -70,7 +70,7 @@ Sheet {
             }
             Layout.fillWidth: true
             Layout.fillHeight: true
-            contentHeight: sections.implicitHeight + 2 * 16
+            contentHeight: sections.implicitHeight + 2 * Theme.looseSpacing
             clip: true
             boundsBehavior: Flickable.StopAtBounds
             ScrollBar.vertical: ScrollBar {}
@@ -80,7 +80,7 @@ Sheet {
 
                 x: 20
                 y: 16
-                width: scroll.width - 2 * 20
+                width: scroll.width - 2 * Theme.sheetPadding
                 settings: popup.settings
             }
         }

@@ -45,7 +45,7 @@ Item {
         }
         Column {
             width: parent.width
-            spacing: Theme.spacingL
+            spacing: Theme.looseSpacing
 
             BodyText {
                 width: parent.width

@@ -20,7 +20,7 @@ Rectangle {
         search.selectAll();
     }
 
-    implicitHeight: line.height + 2 * 12
+    implicitHeight: line.height + 2 * Theme.spacingL
     color: Theme.windowBackground
 
     Flow {
@@ -28,7 +28,7 @@ Rectangle {
 
         x: 20
         y: 12
-        width: parent.width - 2 * 20
+        width: parent.width - 2 * Theme.sheetPadding
         spacing: Theme.spacingL
 
         RowLayout {
