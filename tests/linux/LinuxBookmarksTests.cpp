@@ -79,6 +79,21 @@ TEST_F(LinuxBookmarksTest, findAFileFarAwayOnlyWhereTheSystemAllowsIt) {
     EXPECT_EQ(resolved(bookmark), "“" + in("up/home/plan.md") + "” can't be found.");
 }
 
+TEST_F(LinuxBookmarksTest, searchAtNoMoreThanAFewThousandEntries) {
+    for (const int entries : {2'400, 5'100}) {
+        SetUp();
+        const auto bookmark = bookmarkOf(in("up/home/plan.md"));
+        fs::rename(in("up/home/plan.md"), in("up/beside/plan.md"));
+        // The folder of the file comes first, and again for the folders in it.
+        for (int i = 0; i < entries; ++i)
+            fs::create_symlink("nowhere", in("up/home/" + std::to_string(i)));
+        const AsOrdinaryUser ordinary(root_);
+        EXPECT_EQ(resolved(bookmark), entries < 5'000
+                                          ? "up/beside/plan.md"
+                                          : "“" + in("up/home/plan.md") + "” can't be found.");
+    }
+}
+
 TEST_F(LinuxBookmarksTest, followAFileOfWhichAnotherOneTookThePlace) {
     const auto bookmark = bookmarkOf(in("up/home/plan.md"));
     fs::rename(in("up/home/plan.md"), in("up/home/older plan.md"));

@@ -96,14 +96,14 @@ public:
         return found;
     }
 
-    /// In the folders directly below, but for those of another file system.
-    std::optional<std::string> belowOf(const std::string& folder) {
+    /// In the folders directly below, but for those of another file system and for one of them.
+    std::optional<std::string> belowOf(const std::string& folder, const std::string& seen = {}) {
         const auto here = inodeOf(folder, Links::stay);
         std::optional<std::string> found;
         eachEntry(folder, [&](const std::filesystem::directory_entry& entry) {
             std::error_code error;
-            if (entry.symlink_status(error).type() != std::filesystem::file_type::directory)
-                return true;
+            const auto type = entry.symlink_status(error).type();
+            if (type != std::filesystem::file_type::directory || entry.path() == seen) return true;
             const auto below = inodeOf(entry.path().string(), Links::stay);
             if (here && below && here->device == below->device) found = in(entry.path().string());
             return !found;
@@ -131,7 +131,7 @@ std::optional<std::string> findNearby(const std::string& folder, FolderSearch& s
     if (auto found = search.belowOf(folder)) return found;
     if (parent.size() <= 1) return std::nullopt;
     if (auto found = search.in(parent)) return found;
-    return search.belowOf(parent);
+    return search.belowOf(parent, folder);
 }
 
 /// Anywhere on the file system of its old folder, by its handle; needs a privilege that few
