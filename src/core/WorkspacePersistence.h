@@ -32,7 +32,7 @@ public:
     /// What is known of that.
     const Result<void>& saved() const { return saved_; }
     /// Replaces the file by the list, as OwnFile does; what is known of it at once. An alert tells
-    /// of a file that was moved aside, and of failures one, and again only after a save that came
+    /// of a file that was kept aside, and of failures one, and again only after a save that came
     /// through.
     const Result<void>& saveWorkspaces(const std::vector<Workspace>& workspaces);
     /// The list, empty where there is no file or none that can be read and understood.

@@ -44,6 +44,10 @@ public:
     /// stands. A file that can be written but not replaced is written in place, and a crash or a
     /// failing disk may leave a part of either. A symbolic link is followed, permissions survive.
     virtual Result<void> writeFile(const std::string& path, std::string_view bytes) = 0;
+    /// The same, where nothing stands at the path or still what `known` tells; anything else stays
+    /// as it is, which is an error too. What stands there now.
+    virtual Result<FileStamp> rewriteFile(const std::string& path, std::string_view bytes,
+                                          const std::optional<FileStamp>& known) = 0;
     /// With the folders above it, each for this user alone; one that is there already is fine.
     virtual Result<void> createDirectory(const std::string& path) = 0;
     /// Both fail where something stands at `to`.

@@ -8,6 +8,7 @@
 #include <mutex>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace corvane {
 
@@ -44,8 +45,10 @@ namespace {
 struct Outcome {
     std::uint64_t number = 0;
     Result<void> written = {};
-    std::string kept = {};
-    std::string unreadableBecause = {};
+    struct Kept {
+        std::string path, unreadableBecause;
+    };
+    std::vector<Kept> kept = {};
     /// Nothing was left to write: a write before this one took its content along.
     bool isEmpty = false;
     /// Set by the first of the two threads that is done with it; the second one reports.
@@ -88,16 +91,18 @@ Result<void> makeRoom(State& state, Outcome& outcome) {
     const bool isKnown = !stamp || *stamp == state.known;
     if (isKnown && !state.unreadableBecause) return {};
     const auto* why = state.unreadableBecause ? "unreadable" : "changed";
-    const auto kept = moveFileAside(state.fileSystem, state.path, why, state.clock.now());
+    const auto kept = keepFileAside(state.fileSystem, state.path, why, state.clock.now());
     if (!kept) {
         const auto reason = state.unreadableBecause
                                 ? "can't be read (" + *state.unreadableBecause + ")"
                                 : std::string("was changed by another program");
-        return Error{"“" + state.path + "” " + reason + ", and it can't be moved aside either (" +
+        return Error{"“" + state.path + "” " + reason + ", and it can't be kept either (" +
                      kept.error().localizedDescription + "). It stays as it is."};
     }
-    outcome.kept = *kept;
-    outcome.unreadableBecause = std::exchange(state.unreadableBecause, {}).value_or("");
+    // Its copy is kept: as long as it is the same, it may be written over.
+    const auto now = state.stampNow();
+    state.known = stamp && now == *stamp ? now : std::nullopt;
+    outcome.kept.push_back({*kept, std::exchange(state.unreadableBecause, {}).value_or("")});
     return {};
 }
 
@@ -105,16 +110,26 @@ template <typename State>
 Result<void> replace(State& state, const std::string& bytes, Outcome& outcome) {
     if (const auto done = state.fileSystem.createDirectory(path::parent(state.path)); !done)
         return done;
-    if (const auto room = makeRoom(state, outcome); !room) return room;
-    if (const auto done = state.fileSystem.writeFile(state.path, bytes); !done) return done;
-    state.known = state.stampNow();
-    return {};
+    // Another program may come between.
+    constexpr int mostTries = 3;
+    for (int tries = 1;; ++tries) {
+        if (const auto room = makeRoom(state, outcome); !room) return room;
+        const auto done = state.fileSystem.rewriteFile(state.path, bytes, state.known);
+        if (done) {
+            state.known = *done;
+            return {};
+        }
+        const auto now = state.stampNow();
+        if (tries == mostTries || !now || now == state.known) return done.error();
+    }
 }
 
 template <typename State>
 void report(State& state, const Outcome& outcome) {
-    if (!outcome.kept.empty() && state.reports.kept)
-        state.reports.kept(outcome.kept, outcome.unreadableBecause);
+    for (const auto& kept : outcome.kept) {
+        if (!kept.path.empty() && state.reports.kept)
+            state.reports.kept(kept.path, kept.unreadableBecause);
+    }
     // One that waited for its turn may tell of what a later one has made good.
     if (outcome.isEmpty || outcome.number < state.newestReported) return;
     state.newestReported = outcome.number;

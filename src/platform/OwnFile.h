@@ -13,7 +13,7 @@ class DiskQueue;
 class MainQueue;
 
 /// A file that this program alone writes, always whole, and never over what it hasn't read: one
-/// that can't be read or understood, or that isn't the one last read or written, is moved aside
+/// that can't be read or understood, or that isn't the one last read or written, is kept aside
 /// first (platform/SafeNames.h); where that fails, or the file can't be reached, nothing is
 /// written. Main thread; what is handed over outlives the disk queue's work.
 class OwnFile {
@@ -23,7 +23,7 @@ public:
     struct Reports {
         /// What came of the newest content that was written.
         std::function<void(const Result<void>&)> written;
-        /// The file was moved aside, because of that; an empty text where another program had
+        /// The file was kept aside, because of that; an empty text where another program had
         /// changed it.
         std::function<void(const std::string& kept, const std::string& unreadableBecause)> kept;
     };

@@ -38,7 +38,7 @@ std::string unusedSiblingPath(const FileSystem& fileSystem, std::string_view fol
     }
 }
 
-Result<std::string> moveFileAside(FileSystem& fileSystem, const std::string& path,
+Result<std::string> keepFileAside(FileSystem& fileSystem, const std::string& path,
                                   std::string_view why, Timestamp now) {
     if (const auto stamp = fileSystem.stamp(path); !stamp) {
         if (stamp.error().isMissing) return std::string();
@@ -47,8 +47,10 @@ Result<std::string> moveFileAside(FileSystem& fileSystem, const std::string& pat
     auto kept = unusedSiblingPath(fileSystem, path::parent(path),
                                   path::stem(path) + "." + std::string(why) + "-" + fileDate(now),
                                   "." + path::extension(path));
-    if (const auto moved = fileSystem.moveItem(path, kept); !moved) return moved.error();
-    return kept;
+    // A copy: with the file itself away, a process that is killed now would leave none.
+    const auto bytes = fileSystem.readFile(path);
+    const auto done = bytes ? fileSystem.writeFile(kept, *bytes) : fileSystem.moveItem(path, kept);
+    return done ? Result(kept) : done.error();
 }
 
 } // namespace corvane

@@ -18,10 +18,11 @@ std::string fileDate(Timestamp moment);
 std::string unusedSiblingPath(const FileSystem& fileSystem, std::string_view folder,
                               std::string_view stem, std::string_view extension);
 
-/// Makes room at the path of a file that nobody here has read, and keeps the file: it is renamed to
-/// "{stem}.{why}-{date}{extension}" in its folder. The new path; empty where nothing stands at the
-/// path any more. An error where that can't be told, or the file can't be moved.
-Result<std::string> moveFileAside(FileSystem& fileSystem, const std::string& path,
+/// Keeps a file that nobody here has read before another is written in its place: it is copied to
+/// "{stem}.{why}-{date}{extension}" in its folder, or where it can't be read, moved there. The new
+/// path; empty where nothing stands at the path any more. An error where that can't be told, or the
+/// file can't be kept.
+Result<std::string> keepFileAside(FileSystem& fileSystem, const std::string& path,
                                   std::string_view why, Timestamp now);
 
 } // namespace corvane

@@ -25,7 +25,7 @@ public:
     /// Values had been stored before this start, and can't be read.
     virtual bool isUnreadable() const = 0;
 
-    /// Called where a file of values was moved aside: one that can't be read, because of that, or
+    /// Called where a file of values was kept aside: one that can't be read, because of that, or
     /// with an empty text one that another program had changed.
     std::function<void(const std::string& kept, const std::string& unreadableBecause)> onKeptAside;
 

@@ -100,6 +100,14 @@ Result<void> SimulatedFiles::writeFile(const std::string& path, std::string_view
     return {};
 }
 
+Result<FileStamp> SimulatedFiles::rewriteFile(const std::string& path, std::string_view bytes,
+                                              const std::optional<FileStamp>& known) {
+    const auto now = stamp(path);
+    if (now ? *now != known : !now.error().isMissing) return refusal("written", path);
+    if (const auto written = writeFile(path, bytes); !written) return written.error();
+    return stamp(path);
+}
+
 Result<void> SimulatedFiles::createDirectory(const std::string& path) {
     if (covers(unwritable, path) || contents.contains(path)) return refusal("made", path);
     directories.insert(path);

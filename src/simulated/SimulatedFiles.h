@@ -42,6 +42,8 @@ public:
     Result<FileStamp> stamp(const std::string& path) const override;
     Result<std::string> readFile(const std::string& path) const override;
     Result<void> writeFile(const std::string& path, std::string_view bytes) override;
+    Result<FileStamp> rewriteFile(const std::string& path, std::string_view bytes,
+                                  const std::optional<FileStamp>& known) override;
     Result<void> createDirectory(const std::string& path) override;
     Result<void> copyItem(const std::string& from, const std::string& to) override;
     Result<void> moveItem(const std::string& from, const std::string& to) override;

@@ -206,10 +206,10 @@ TEST_F(Bookmark, aCacheThatCannotBeReadIsKeptAsideBeforeTheFirstSave) {
         bookmarks.validateBookmarks();
         EXPECT_EQ(desktop.files.contents.at(path), content) << name << ": nothing was written yet";
 
-        desktop.files.unremovable = {bookmarkCachePath};
+        desktop.files.unreadable = desktop.files.unremovable = {bookmarkCachePath};
         bookmarks.resolveResource("/a.txt", ResourceType::file);
         desktop.runUntilIdle();
-        EXPECT_EQ(desktop.files.contents.at(path), content) << name << ": it can't be moved";
+        EXPECT_EQ(desktop.files.contents.at(path), content) << name << ": it can't be kept";
         desktop.files.unremovable.clear();
         bookmarks.resolveResource("/b.txt", ResourceType::file);
         desktop.runUntilIdle();

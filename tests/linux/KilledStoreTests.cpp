@@ -2,8 +2,11 @@
 #include "core/StoreScene.h"
 #include "machine/Machine.h"
 
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
+#include <functional>
+#include <optional>
 #include <random>
 
 #include <gtest/gtest.h>
@@ -89,17 +92,31 @@ std::vector<std::size_t> digestsOfAllStates() {
     }
 }
 
+/// What another program does after an edit began, and how many more may begin then.
+struct Meanwhile {
+    std::function<void()> act;
+    int edits;
+};
+
 /// The last report of a process that is killed some time after one of its first edits began. How
 /// many it makes so doesn't hang on what else the machine does.
-std::size_t editAndKill(std::size_t from, int edit, useconds_t after) {
+std::size_t editAndKill(std::size_t from, int edit, useconds_t after,
+                        const std::optional<Meanwhile>& meanwhile = {}) {
     int ends[2];
     EXPECT_EQ(pipe(ends), 0);
     const pid_t child = fork();
     if (child == 0) editUntilKilled(from, ends[1]);
     close(ends[1]);
     std::size_t last = 0;
-    for (int i = 0; i <= edit; ++i)
-        EXPECT_EQ(read(ends[0], &last, sizeof last), static_cast<ssize_t>(sizeof last));
+    const auto await = [&](int reports) {
+        for (int i = 0; i < reports; ++i)
+            EXPECT_EQ(read(ends[0], &last, sizeof last), static_cast<ssize_t>(sizeof last));
+    };
+    await(edit + 1);
+    if (meanwhile) {
+        meanwhile->act();
+        await(meanwhile->edits);
+    }
     usleep(after);
     EXPECT_EQ(kill(child, SIGKILL), 0);
     int status = 0;
@@ -142,6 +159,39 @@ TEST(KilledStore, leavesTheFileOfItsLastEditOrOfTheOneUnderWay) {
             << name;
     }
     RecordProperty("edits", static_cast<int>(editsMade));
+    fs::remove_all(folder);
+}
+
+/// Another program puts its file in the place while edits are saved, shortly before the kill.
+TEST(KilledStore, leavesAWholeFileAndTheOneOfAnotherProgram) {
+    const std::string folder = place("killed");
+    const ScopedVariable variable("XDG_DATA_HOME", folder);
+    const auto file = folder + "/Corvane/corvane_workspaces.json";
+    const auto states = digestsOfAllStates();
+    std::mt19937 random(testing::UnitTest::GetInstance()->random_seed());
+    std::uniform_int_distribution<int> edit(0, 2);
+    std::uniform_int_distribution<useconds_t> moment(0, 10'000);
+
+    std::size_t filesKept = 0;
+    for (int round = 0; round < 60; ++round) {
+        fs::remove_all(folder);
+        machine::write(file, firstContent());
+        const auto theirs = "theirs " + std::to_string(round);
+        machine::write(folder + "/new", theirs);
+        const auto change = [&] {
+            usleep(moment(random));
+            fs::rename(folder + "/new", file);
+        };
+        editAndKill(0, edit(random), moment(random), Meanwhile{change, edit(random)});
+        std::size_t found = 0;
+        for (const auto& name : namesIn(folder + "/Corvane"))
+            found += machine::read(folder + "/Corvane/" + name) == theirs ? 1 : 0;
+        ASSERT_GT(found, 0u) << "round " << round;
+        const auto content = machine::read(file);
+        ASSERT_TRUE(content == theirs || std::ranges::count(states, digest(content)) > 0) << round;
+        filesKept += content == theirs ? 0 : 1;
+    }
+    EXPECT_GT(filesKept, 5u) << "the kills came too soon to mean anything";
     fs::remove_all(folder);
 }
 

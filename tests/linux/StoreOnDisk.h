@@ -24,9 +24,10 @@ struct WatchedFiles final : LinuxFileSystem {
         beforeEach();
         return LinuxFileSystem::stamp(path);
     }
-    Result<void> writeFile(const std::string& path, std::string_view bytes) override {
+    Result<FileStamp> rewriteFile(const std::string& path, std::string_view bytes,
+                                  const std::optional<FileStamp>& known) override {
         beforeEach();
-        return LinuxFileSystem::writeFile(path, bytes);
+        return LinuxFileSystem::rewriteFile(path, bytes, known);
     }
     Result<void> createDirectory(const std::string& path) override {
         beforeEach();

@@ -1,6 +1,7 @@
 #include "StoreOnDisk.h"
 #include "core/StoreScene.h"
 #include "foundation/Text.h"
+#include "linux/system/FileDescriptor.h"
 #include "linux/system/LinuxDiskQueue.h"
 #include "machine/Machine.h"
 
@@ -12,8 +13,12 @@
 #include <functional>
 #include <thread>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/mount.h>
 #include <sys/resource.h>
+#include <sys/statvfs.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -25,28 +30,65 @@ namespace {
 
 struct Trouble;
 
+/// Whether this process may mount what it alone sees.
+bool mayMount() {
+    static const bool may = unshare(CLONE_NEWNS) == 0 &&
+                            mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+    return may;
+}
+
+/// Only the superuser makes some troubles, also in the middle of what another user does.
+void asSuperuser(const std::function<void()>& act) {
+    const uid_t user = geteuid();
+    EXPECT_EQ(seteuid(0), 0);
+    act();
+    EXPECT_EQ(seteuid(user), 0);
+}
+
 class StoreOnDiskTest : public testing::Test {
 protected:
-    void SetUp() override {
+    void SetUp() override { prepare(); }
+    void TearDown() override {
+        for (const auto& mounted : {file_, data_, folder_})
+            umount2(mounted.c_str(), MNT_DETACH);
         fs::remove_all(folder_);
-        fs::create_directories(folder_ + "/elsewhere");
+    }
+    void prepare(bool onOwnDisk = false) {
+        StoreOnDiskTest::TearDown();
+        fs::create_directories(folder_);
+        if (onOwnDisk) {
+            ASSERT_EQ(mount("none", folder_.c_str(), "tmpfs", 0, "mode=755"), 0);
+        }
         for (const char* name : {"a", "b", "c"})
             write(folder_ + "/elsewhere/" + name, name);
     }
-    void TearDown() override { fs::remove_all(folder_); }
-
+    /// Leaves room for a gigabyte on that disk, or for nothing.
+    void giveOwnDiskRoom(bool hasRoom) const {
+        struct statvfs disk {};
+        EXPECT_EQ(statvfs(folder_.c_str(), &disk), 0);
+        const auto used = (disk.f_blocks - disk.f_bfree) * disk.f_frsize;
+        const auto size = "size=" + std::to_string(hasRoom ? 1 << 30 : used);
+        asSuperuser([&] {
+            EXPECT_EQ(mount("none", folder_.c_str(), "tmpfs", MS_REMOUNT, size.c_str()), 0);
+        });
+    }
     /// A line for everything in the test's folder but one file: its mode, and what it holds.
     std::string everythingBut(const std::string& excluded) const {
         std::vector<std::string> lines;
-        for (const auto& entry : fs::recursive_directory_iterator(
-                 folder_, fs::directory_options::skip_permission_denied)) {
-            const auto path = entry.path().string();
+        for (fs::recursive_directory_iterator
+                 entry(folder_, fs::directory_options::skip_permission_denied),
+             end;
+             entry != end; ++entry) {
+            const auto path = entry->path().string();
             if (path == excluded) continue;
-            const auto mode = static_cast<int>(entry.symlink_status().permissions());
+            std::error_code gone;
+            const auto mode = static_cast<int>(entry->symlink_status(gone).permissions());
+            if (gone) entry.disable_recursion_pending();
             lines.push_back(path + " " + std::to_string(mode) +
-                            (entry.is_symlink()        ? " -> " + fs::read_symlink(path).string()
-                             : entry.is_regular_file() ? " = " + read(path)
-                                                       : " /"));
+                            (gone                       ? " ?"
+                             : entry->is_symlink()      ? " -> " + fs::read_symlink(path).string()
+                             : entry->is_regular_file() ? " = " + read(path)
+                                                        : " /"));
         }
         std::ranges::sort(lines);
         return text::joined(lines, "\n");
@@ -87,13 +129,26 @@ protected:
 };
 
 using Step = std::function<void(const std::string& file)>;
-enum class Of { folder, file, fileOfRoot };
+enum class Of { folder, file };
 struct Trouble {
     const char* name;
     Of of;
     Step begin;
     Step end;
+    bool isPossibleHere = true;
 };
+
+bool hasFuse() {
+    return FileDescriptor(open("/dev/fuse", O_RDWR | O_CLOEXEC)) ? true : false;
+}
+
+/// What a file system leaves whose program has ended.
+void mountDeadFileSystem(const std::string& folder) {
+    const FileDescriptor fuse(open("/dev/fuse", O_RDWR | O_CLOEXEC));
+    const auto options =
+        "fd=" + std::to_string(fuse.get()) + ",rootmode=40000,user_id=0,group_id=0,allow_other";
+    EXPECT_EQ(mount("none", folder.c_str(), "fuse", 0, options.c_str()), 0);
+}
 
 std::vector<Trouble> StoreOnDiskTest::troubles() const {
     const auto permit = [](const std::string& path, int mode) {
@@ -106,6 +161,7 @@ std::vector<Trouble> StoreOnDiskTest::troubles() const {
         EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
     };
     const auto restore = [](const std::string& file) { fs::remove_all(file); };
+    const bool isSuperuser = geteuid() == 0;
     return {
         {"a folder that can't be entered", Of::folder, [=, this](auto&) { permit(data_, 0); },
          [=, this](auto&) { permit(data_, 0755); }},
@@ -121,13 +177,18 @@ std::vector<Trouble> StoreOnDiskTest::troubles() const {
              write(data_, "text");
          },
          [=, this](auto&) { fs::remove(data_); }},
-        {"a full disk", Of::folder, [=, this](auto&) { giveRoom(64); },
+        {"an end of the room", Of::folder, [=, this](auto&) { giveRoom(64); },
          [=, this](auto&) { giveRoom(RLIM_INFINITY); }},
         {"a read-only file", Of::file, [=, this](auto& file) { permit(file, 0444); },
          [=, this](auto& file) { permit(file, 0644); }},
-        {"another user's file", Of::fileOfRoot,
-         [=, this](auto& file) { EXPECT_EQ(chown(file.c_str(), 0, 0), 0); },
-         [=, this](auto& file) { EXPECT_EQ(chown(file.c_str(), 65534, 65534), 0); }},
+        {"another user's file", Of::file,
+         [=](auto& file) { asSuperuser([&] { EXPECT_EQ(chown(file.c_str(), 0, 0), 0); }); },
+         [=](auto& file) { EXPECT_EQ(chown(file.c_str(), 65534, 65534), 0); }, isSuperuser},
+        {"a disk that is full", Of::folder, [=, this](auto&) { giveOwnDiskRoom(false); },
+         [=, this](auto&) { giveOwnDiskRoom(true); }, mayMount()},
+        {"a mount that has died", Of::folder,
+         [=, this](auto&) { asSuperuser([&] { mountDeadFileSystem(data_); }); },
+         [=, this](auto&) { EXPECT_EQ(umount2(data_.c_str(), 0), 0); }, mayMount() && hasFuse()},
         {"a symbolic link into nowhere", Of::file,
          [=, this](auto& file) {
              fs::remove(file);
@@ -149,11 +210,11 @@ std::vector<Trouble> StoreOnDiskTest::troubles() const {
 /// Each trouble with the data directory or with a file in it: while it lasts memory keeps
 /// everything and the disk stays as it is; the first save after it stores everything.
 TEST_F(StoreOnDiskTest, whatCannotBeSavedIsKeptInMemoryUntilItCanBe) {
-    for (const auto& [name, of, begin, end] : troubles()) {
-        if (of == Of::fileOfRoot && geteuid() != 0) continue;
+    for (const auto& [name, of, begin, end, isPossibleHere] : troubles()) {
+        if (!isPossibleHere) continue;
         for (const auto& file : {file_, cache_}) {
             SCOPED_TRACE(name + (" " + file));
-            SetUp();
+            prepare(mayMount());
             auto disk = start();
             use(*disk, "a");
             begin(file);
@@ -177,12 +238,10 @@ TEST_F(StoreOnDiskTest, whatCannotBeSavedIsKeptInMemoryUntilItCanBe) {
 /// Each trouble, beginning before the load, at each step of a save, or with nothing left to save.
 TEST_F(StoreOnDiskTest, atNoMomentDoesATroubleLoseAnything) {
     enum { beforeTheLoad = -2, atTheEnd = -1, mostSteps = 8 };
-    for (const auto& [name, of, begin, end] : troubles()) {
-        for (int moment = beforeTheLoad; moment < mostSteps; ++moment) {
-            // Midway there is nobody who may give files away.
-            if (of == Of::fileOfRoot && (geteuid() != 0 || moment >= 0)) continue;
+    for (const auto& [name, of, begin, end, isPossibleHere] : troubles()) {
+        for (int moment = beforeTheLoad; moment < mostSteps && isPossibleHere; ++moment) {
             SCOPED_TRACE(name + (" at " + std::to_string(moment)));
-            SetUp();
+            prepare(mayMount());
             use(*start(), "precious");
             if (moment == beforeTheLoad) begin(file_);
             auto disk = start();
@@ -208,6 +267,29 @@ TEST_F(StoreOnDiskTest, atNoMomentDoesATroubleLoseAnything) {
             const bool isGone = std::string_view(name).starts_with("a symbolic link");
             EXPECT_TRUE(isKept("b") || (isGone && moment == atTheEnd));
             EXPECT_TRUE(isKept("precious") || isGone);
+        }
+    }
+}
+
+/// Another program puts a file in the place, or writes into the one that is there.
+TEST_F(StoreOnDiskTest, whatAnotherProgramWritesAtAnyMomentIsKept) {
+    for (const bool replaces : {true, false}) {
+        for (int moment = 0; moment < 8; ++moment) {
+            SCOPED_TRACE((replaces ? "replaces at " : "writes at ") + std::to_string(moment));
+            prepare();
+            use(*start(), "precious");
+            auto disk = start();
+            int step = 0;
+            disk->files.beforeEach = [&] {
+                if (step++ != moment) return;
+                write(replaces ? folder_ + "/new" : file_, "\"theirs\"");
+                if (replaces) fs::rename(folder_ + "/new", file_);
+            };
+            use(*disk, "b");
+            disk->files.beforeEach = [] {};
+            use(*disk, "c");
+            EXPECT_EQ(stored(*disk), "Personal() Work() Creative() precious() b() c()");
+            EXPECT_EQ(isKept("theirs"), step > moment);
         }
     }
 }
@@ -270,6 +352,27 @@ TEST_F(StoreOnDiskTest, whatCanBeWrittenButNotReplacedIsWrittenInPlace) {
     EXPECT_EQ(stored(*disk), "Personal() Work() Creative() a() b()");
     EXPECT_EQ(storedBookmarks(), 2u);
     fs::permissions(data_, fs::perms(0755));
+
+    if (!mayMount()) GTEST_SKIP() << "this user may mount nothing";
+    prepare(true);
+    disk = start();
+    use(*disk, "a");
+    ASSERT_EQ(mount(file_.c_str(), file_.c_str(), nullptr, MS_BIND, nullptr), 0);
+    use(*disk, "b");
+    EXPECT_EQ(stored(*disk), "Personal() Work() Creative() a() b()");
+    write(file_, "\"theirs\"");
+    use(*disk, "c");
+    EXPECT_EQ(stored(*disk), "Personal() Work() Creative() a() b() c()");
+    EXPECT_TRUE(isKept("theirs"));
+    giveOwnDiskRoom(false);
+    const auto before = read(file_);
+    use(*disk, std::string(1 << 16, 'd'));
+    EXPECT_EQ(read(file_), before);
+    EXPECT_EQ(*disk->store.savingProblem,
+              "Could not write " + file_ + ": No space left on device.");
+    giveOwnDiskRoom(true);
+    use(*disk, "e");
+    EXPECT_EQ(stored(*disk), described(disk->store.workspaces));
 }
 
 /// What Python's own reader or writer of property lists says.

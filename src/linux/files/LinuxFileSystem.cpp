@@ -63,6 +63,12 @@ bool renameWithoutReplacing(const std::string& from, const std::string& to) {
     return ::rename(from.c_str(), to.c_str()) == 0;
 }
 
+FileStamp stampOf(const struct stat& info) {
+    constexpr std::int64_t nanoseconds = 1'000'000'000;
+    return {info.st_dev, info.st_ino, static_cast<std::uint64_t>(info.st_size),
+            info.st_mtim.tv_sec * nanoseconds + info.st_mtim.tv_nsec};
+}
+
 void syncTree(const std::string& root) {
     const auto sync = [](const fs::path& path) {
         const FileDescriptor file(
@@ -110,9 +116,7 @@ Result<FileStamp> LinuxFileSystem::stamp(const std::string& path) const {
     if (!isUsable(path)) return unusable("look at", path);
     struct stat info {};
     if (::stat(path.c_str(), &info) != 0) return fileError("look at", path, errno);
-    constexpr std::int64_t nanoseconds = 1'000'000'000;
-    return FileStamp{info.st_dev, info.st_ino, static_cast<std::uint64_t>(info.st_size),
-                     info.st_mtim.tv_sec * nanoseconds + info.st_mtim.tv_nsec};
+    return stampOf(info);
 }
 
 Result<std::string> LinuxFileSystem::readFile(const std::string& path) const {
@@ -139,7 +143,19 @@ Result<std::string> LinuxFileSystem::readFile(const std::string& path) const {
 
 Result<void> LinuxFileSystem::writeFile(const std::string& path, std::string_view bytes) {
     if (!isUsable(path)) return unusable("write", path);
-    return replaceFile(path, bytes);
+    const auto written = replaceFile(path, bytes);
+    return written ? Result<void>() : written.error();
+}
+
+Result<FileStamp> LinuxFileSystem::rewriteFile(const std::string& path, std::string_view bytes,
+                                               const std::optional<FileStamp>& known) {
+    if (!isUsable(path)) return unusable("write", path);
+    const auto written = replaceFile(path, bytes, [&] {
+        const auto now = LinuxFileSystem::stamp(path);
+        return now ? *now == known : now.error().isMissing;
+    });
+    if (!written) return written.error();
+    return stampOf(*written);
 }
 
 Result<void> LinuxFileSystem::createDirectory(const std::string& path) {

@@ -105,24 +105,25 @@ bool nameFile(int descriptor, const std::string& name) {
 }
 
 /// Writes and syncs; false with errno on failure.
-bool fill(int descriptor, std::string_view bytes, const Old* old) {
+bool fill(int descriptor, std::string_view bytes, const Old* old, struct stat& made) {
     return writeAll(descriptor, bytes) && (!old || takeOver(descriptor, *old)) &&
-           ::fsync(descriptor) == 0;
+           ::fsync(descriptor) == 0 && ::fstat(descriptor, &made) == 0;
 }
 
 /// Makes the new file; false with errno on failure.
-bool makeFile(const std::string& name, std::string_view bytes, const Old* old) {
+bool makeFile(const std::string& name, std::string_view bytes, const Old* old, struct stat& made) {
     constexpr mode_t mode = 0600;
     {
         // It has no name before it is complete: a process that is killed meanwhile leaves nothing
         // behind.
         FileDescriptor file(
             ::open(path::parent(name).c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, mode));
-        if (file && fill(file.get(), bytes, old) && nameFile(file.get(), name)) return file.close();
+        if (file && fill(file.get(), bytes, old, made) && nameFile(file.get(), name))
+            return file.close();
     }
     // Not every file system can do that, and no machine without /proc.
     FileDescriptor file(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
-    return file && fill(file.get(), bytes, old) && file.close();
+    return file && fill(file.get(), bytes, old, made) && file.close();
 }
 
 /// What a process that was killed in the middle of this has left beside the file. None takes an
@@ -142,13 +143,21 @@ void removeLeftovers(const std::string& folder) {
     }
 }
 
-/// Writes over the old content. The disk has room for all of it before the first byte goes.
-bool writeInPlace(const std::string& path, std::string_view bytes) {
+/// Writes over the old content. The disk has room for all of it before the first byte goes. False
+/// with errno on failure.
+bool writeInPlace(const std::string& path, std::string_view bytes, struct stat& made) {
     FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
+    struct stat before {};
+    if (!file || ::fstat(file.get(), &before) != 0) return false;
     const auto size = static_cast<off_t>(bytes.size());
-    if (!file || (size > 0 && ::posix_fallocate(file.get(), 0, size) != 0)) return false;
+    if (const int full = size > 0 ? ::posix_fallocate(file.get(), 0, size) : 0; full != 0) {
+        // A part of the room may have been taken.
+        [[maybe_unused]] const int cut = ::ftruncate(file.get(), before.st_size);
+        errno = full;
+        return false;
+    }
     return writeAll(file.get(), bytes) && ::ftruncate(file.get(), size) == 0 &&
-           ::fsync(file.get()) == 0 && file.close();
+           ::fsync(file.get()) == 0 && ::fstat(file.get(), &made) == 0 && file.close();
 }
 
 } // namespace
@@ -174,7 +183,8 @@ bool syncFolderOf(const std::string& path) {
     return folder && (::fsync(folder.get()) == 0 || errno == EINVAL);
 }
 
-Result<void> replaceFile(const std::string& path, std::string_view bytes) {
+Result<struct stat> replaceFile(const std::string& path, std::string_view bytes,
+                                const std::function<bool()>& mayReplace) {
     const auto target = linkTarget(path);
     if (!target) return fileError("write", path, errno);
     Old old{*target, {}};
@@ -187,18 +197,26 @@ Result<void> replaceFile(const std::string& path, std::string_view bytes) {
 
     removeLeftovers(path::parent(*target));
     const std::string temporary = temporaryNameBeside(*target);
-    if (!makeFile(temporary, bytes, existed ? &old : nullptr) ||
-        ::rename(temporary.c_str(), target->c_str()) != 0) {
-        const int reason = errno;
+    struct stat made {};
+    const bool isMade = makeFile(temporary, bytes, existed ? &old : nullptr, made);
+    int reason = errno;
+    // Making the file takes the disk's time, in which another program may have come.
+    if (mayReplace && !mayReplace()) {
         ::unlink(temporary.c_str());
-        // A file that is a mount of its own, or in a folder that takes no new file.
-        const bool onlyInPlace =
-            reason == EBUSY || reason == EACCES || reason == EPERM || reason == EXDEV;
-        if (existed && onlyInPlace && writeInPlace(*target, bytes)) return {};
-        return fileError("write", path, reason);
+        return fileError("write", path, "Another program changed it at the same time");
     }
-    syncFolderOf(*target);
-    return {};
+    if (isMade && ::rename(temporary.c_str(), target->c_str()) == 0) {
+        syncFolderOf(*target);
+        return made;
+    }
+    if (isMade) reason = errno;
+    ::unlink(temporary.c_str());
+    // A file that is a mount of its own, or in a folder that takes no new file.
+    const bool onlyInPlace =
+        reason == EBUSY || reason == EACCES || reason == EPERM || reason == EXDEV;
+    if (!existed || !onlyInPlace) return fileError("write", path, reason);
+    if (!writeInPlace(*target, bytes, made)) return fileError("write", path, errno);
+    return made;
 }
 
 } // namespace corvane

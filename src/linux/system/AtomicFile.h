@@ -2,9 +2,12 @@
 
 #include "foundation/Result.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include <sys/stat.h>
 
 namespace corvane {
 
@@ -13,8 +16,10 @@ namespace corvane {
 /// there yet, but for another user's in a folder that all may write to; rights, the user's
 /// attributes and, where the system allows, owner survive. A file that can be written but not
 /// replaced is written in place, and there alone a crash can leave a part of either. Refuses what
-/// isn't a regular file and a file that the user may not write.
-Result<void> replaceFile(const std::string& path, std::string_view bytes);
+/// isn't a regular file, a file that the user may not write, and whatever `mayReplace` doesn't
+/// allow right before it goes. The status of the file that stands there now.
+Result<struct stat> replaceFile(const std::string& path, std::string_view bytes,
+                                const std::function<bool()>& mayReplace = {});
 
 /// A name in the folder of `path` that nothing has.
 std::string temporaryNameBeside(const std::string& path);
