@@ -24,16 +24,17 @@ Rectangle {
             color: Theme.green
 
             SequentialAnimation on opacity {
-                // Only where it is seen, and not for long: each step of it draws the window anew.
+                // Only where it is seen, and not for long: each step of it draws the window anew. An
+                // animator would go on in a window that isn't drawn any more.
                 running: pill.visible && pill.Window.visibility !== Window.Minimized && pill.Window.visibility !== Window.Hidden
                 loops: 2
 
-                OpacityAnimator {
+                NumberAnimation {
                     to: 0.35
                     duration: 1000
                     easing.type: Easing.InOutQuad
                 }
-                OpacityAnimator {
+                NumberAnimation {
                     to: 1
                     duration: 1000
                     easing.type: Easing.InOutQuad
