@@ -209,7 +209,7 @@ TEST_F(OpeningTest, openToolFailsWithStatusOne) {
 TEST_F(OpeningTest, nothingThatAStrangerNamesRunsOrBecomesAnOption) {
     const auto world = place("world");
     const std::string run = "$(touch PWNED)`touch PWNED`;touch PWNED;'\"";
-    const auto evil = place("world/a" + run + ".txt");
+    const auto evil = place("world/a" + run + "\n%f %U.txt");
     const auto dashed = place("world/-e");
     for (const auto& file : {evil, dashed})
         write(file, "x");

@@ -208,6 +208,8 @@ TEST_F(ResourceViews, theSettingsActAtOnceAndAreReachedByTheKeyboard) {
     act("Export Workspaces");
     act("Import Workspaces");
     EXPECT_EQ(store.workspaces->size(), 2u);
+    act("Import a Kept Copy");
+    EXPECT_EQ(desktop.panels.openPanels.back().directory, storeFolder + std::string("/Copies"));
     desktop.alertAnswers["Reset Preferences"] = {.button = AlertResponse::secondButton};
     act("Reset Preferences");
     EXPECT_FALSE(desktop.defaults.empty());

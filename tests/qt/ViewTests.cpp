@@ -161,6 +161,18 @@ TEST_F(Views, theHeaderActsOnTheWholeProgram) {
     EXPECT_TRUE(interface.press("Switch to Dark Mode"));
     EXPECT_TRUE(interface.shows("Switch to Light Mode"));
     EXPECT_TRUE(interface.platform.appearance.effectiveAppearanceIsDark());
+
+    auto& unwritable = interface.desktop.files.unwritable;
+    unwritable = {workspacesPath};
+    interface.store().addWorkspace(workspace("Later"));
+    interface.runFor(0);
+    const auto mark = "Changes aren't saved. Press to try again.\n\n“" +
+                      std::string(workspacesPath) + "” can't be written: permission denied.";
+    EXPECT_TRUE(interface.press(mark));
+    EXPECT_TRUE(interface.shows(mark));
+    unwritable.clear();
+    EXPECT_TRUE(interface.press(mark));
+    EXPECT_FALSE(interface.shows(mark));
 }
 
 TEST_F(Views, aClosedWindowComesBackWithTheStoreAsItIs) {
