@@ -13,7 +13,8 @@ namespace corvane {
 struct LinuxSession::Parts {
     SingleInstance instance{userFolders::data() + "/Corvane"};
     std::optional<SystemAppearance> appearance;
-    SessionEnd end;
+    const std::string startupId = SessionEnd::takeStartupId();
+    std::optional<SessionEnd> end;
     /// Last, so that nothing is called any more when what it calls goes.
     EventThread events;
 };
@@ -61,9 +62,10 @@ void LinuxSession::serve(const Post& post, const Calls& calls) {
             });
         };
     };
-    parts_->end.serve(parts_->events, {.prepare = answering(calls.sessionWillEnd),
-                                       .goOn = posting(calls.sessionGoesOn),
-                                       .terminate = posting(calls.terminate)});
+    parts_->end.emplace(parts_->events, parts_->startupId,
+                        SessionEnd::Calls{.prepare = answering(calls.sessionWillEnd),
+                                          .goOn = posting(calls.sessionGoesOn),
+                                          .terminate = posting(calls.terminate)});
     parts_->instance.serve(parts_->events, answering(calls.reopen));
     parts_->appearance->whenTold(parts_->events, posting(calls.appearanceIsKnown));
 }

@@ -164,15 +164,17 @@ TEST_F(Session, theEndOfTheSessionAndSignalsAskForTheEnd) {
     std::atomic<int> ends = 0, resumptions = 0;
     std::function<void()> ready;
     std::promise<void> asked;
-    SessionEnd end;
+    const auto startupId = SessionEnd::takeStartupId();
+    std::optional<SessionEnd> end;
     EventThread events;
     EXPECT_EQ(std::getenv("DESKTOP_AUTOSTART_ID"), nullptr);
-    end.serve(events, {.prepare =
-                           [&](std::function<void()> given) {
-                               if (!std::exchange(ready, given)) asked.set_value();
-                           },
-                       .goOn = [&] { ++resumptions; },
-                       .terminate = [&] { ++ends; }});
+    end.emplace(events, startupId,
+                SessionEnd::Calls{.prepare =
+                                      [&](std::function<void()> given) {
+                                          if (!std::exchange(ready, given)) asked.set_value();
+                                      },
+                                  .goOn = [&] { ++resumptions; },
+                                  .terminate = [&] { ++ends; }});
     const std::vector<std::string> registered{"RegisterClient ('app.corvane.Corvane', '10ab')"};
     ASSERT_TRUE(comesTrue([&] { return session.calls() == registered; }));
     // Who has registered doesn't listen at once.

@@ -14,12 +14,14 @@ constexpr auto clientInterface = "org.gnome.SessionManager.ClientPrivate";
 
 } // namespace
 
-SessionEnd::SessionEnd() : startupId_(gio::text(g_getenv("DESKTOP_AUTOSTART_ID"))) {
+std::string SessionEnd::takeStartupId() {
+    auto id = gio::text(g_getenv("DESKTOP_AUTOSTART_ID"));
     g_unsetenv("DESKTOP_AUTOSTART_ID");
+    return id;
 }
 
-void SessionEnd::serve(EventThread& events, Calls calls) {
-    calls_ = std::move(calls);
+SessionEnd::SessionEnd(EventThread& events, std::string startupId, Calls calls)
+    : startupId_(std::move(startupId)), calls_(std::move(calls)) {
     for (const int number : {SIGTERM, SIGINT, SIGHUP})
         watchSignal(events, number);
     events.async([this, &events] { registerWithSessionManager(events); });

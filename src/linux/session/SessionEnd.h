@@ -13,7 +13,7 @@ class SessionEnd {
 public:
     /// Takes what this start of the program is called out of the environment, as others that are
     /// started from here are no part of it. Before there are other threads.
-    SessionEnd();
+    static std::string takeStartupId();
     struct Calls {
         /// The session is about to end: get ready, and call `ready` from any thread.
         std::function<void(std::function<void()> ready)> prepare;
@@ -22,8 +22,10 @@ public:
         /// The end, also where a signal would have killed the process.
         std::function<void()> terminate;
     };
-    /// From now on calls these on the event thread. A signal that is ignored stays so. Comes once.
-    void serve(EventThread& events, Calls calls);
+    /// Calls these on the event thread, which ends before this goes. A signal that is ignored stays
+    /// so. Comes once.
+    SessionEnd(EventThread& events, std::string startupId, Calls calls);
+    SessionEnd(const SessionEnd&) = delete;
 
 private:
     static int terminateNow(void* self);
@@ -32,8 +34,8 @@ private:
     void follow(EventThread& events, const std::string& client);
     void agree(EventThread& events, const std::string& client);
 
-    std::string startupId_;
-    Calls calls_;
+    const std::string startupId_;
+    const Calls calls_;
 };
 
 } // namespace corvane

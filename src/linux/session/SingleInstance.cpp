@@ -154,22 +154,27 @@ bool SingleInstance::ringAtFirst() const {
 
 void SingleInstance::serve(EventThread& events, Ring ring) {
     if (!socket_) return;
-    ring_ = std::move(ring);
+    struct Bell {
+        const SingleInstance& instance;
+        Ring ring;
+    };
     GSource* source = g_unix_fd_source_new(socket_.get(), G_IO_IN);
-    const GUnixFDSourceFunc rang = [](gint, GIOCondition, gpointer self) -> gboolean {
-        static_cast<SingleInstance*>(self)->answer();
+    const GUnixFDSourceFunc rang = [](gint, GIOCondition, gpointer bell) -> gboolean {
+        const auto& rung = *static_cast<Bell*>(bell);
+        rung.instance.answer(rung.ring);
         return G_SOURCE_CONTINUE;
     };
-    g_source_set_callback(source, G_SOURCE_FUNC(rang), this, nullptr);
+    g_source_set_callback(source, G_SOURCE_FUNC(rang), new Bell{*this, std::move(ring)},
+                          [](gpointer bell) { delete static_cast<Bell*>(bell); });
     g_source_attach(source, events.context());
     g_source_unref(source);
 }
 
-void SingleInstance::answer() const {
+void SingleInstance::answer(const Ring& ring) const {
     const auto caller =
         std::make_shared<FileDescriptor>(accept4(socket_.get(), nullptr, nullptr, SOCK_CLOEXEC));
     if (!*caller) return;
-    ring_([caller] { send(caller->get(), &cameForward, 1, MSG_NOSIGNAL); });
+    ring([caller] { send(caller->get(), &cameForward, 1, MSG_NOSIGNAL); });
 }
 
 } // namespace corvane

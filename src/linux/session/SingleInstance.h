@@ -33,7 +33,8 @@ public:
 
     /// Somebody rang: come forward and call `done`. On the event thread.
     using Ring = std::function<void(std::function<void()> done)>;
-    /// From now on `ring` is called for each later start, also for those that wait already.
+    /// From now on `ring` is called for each later start, also for those that wait already. The
+    /// events end before this goes.
     void serve(EventThread& events, Ring ring);
 
 private:
@@ -44,12 +45,11 @@ private:
     void tellDisplays() const;
     bool isElsewhere() const;
     bool ringAtFirst() const;
-    void answer() const;
+    void answer(const Ring& ring) const;
 
     FileDescriptor folder_;
     FileDescriptor lock_;
     FileDescriptor socket_;
-    Ring ring_;
     Start start_;
 };
 
