@@ -24,7 +24,6 @@ public:
 
     static constexpr std::string_view supportAddress = "support@corvane.example";
 
-    WorkspaceStore& store() const { return store_; }
     std::string_view autoSaveSubtitle() const;
     /// "Version 1.2 (Build 3)".
     std::string versionLine() const;

@@ -32,7 +32,6 @@ public:
     /// The second line of the empty search.
     std::string emptySearchMessage() const;
 
-    WorkspaceStore& store() const { return store_; }
     MissingFiles& missing() const { return missing_; }
     /// Made at the first call for an identifier, and kept while the store has the workspace.
     WorkspaceCardState& card(const Uuid& workspaceId);

@@ -129,8 +129,7 @@ TEST_F(Views, keysReachWhatIsUsedMost) {
     interface.desktop.alertAnswers["Delete Workspace"].button = AlertResponse::firstButton;
     ASSERT_TRUE(interface.press("More", "Work"));
     ASSERT_TRUE(interface.press("Delete"));
-    interface.runFor(0);
-    EXPECT_TRUE(interface.shows("Removed 'Work'"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return interface.shows("Removed 'Work'"); }));
     EXPECT_EQ(interface.store().workspaces->size(), 2u);
     interface.key(Qt::Key_Z, Qt::ControlModifier);
     interface.runFor(0);

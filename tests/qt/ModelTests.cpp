@@ -155,7 +155,7 @@ TEST(WorkspaceListModelTest, rowsKeepTheirIdentityWhenTheListChanges) {
     MissingFiles missing(store, scene.platform.backgroundQueue, scene.platform.mainQueue,
                          scene.platform.fileSystem);
     WorkspaceListState state(store, scene.platform.mainQueue, scene.platform.alerts, undo, missing);
-    WorkspaceListModel model(state, {}, {});
+    WorkspaceListModel model(state, store, {}, {});
     const QAbstractItemModelTester tester(&model);
     const QPersistentModelIndex rowOfC(model.index(2));
     const struct {

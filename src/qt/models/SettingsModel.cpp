@@ -4,19 +4,19 @@
 
 namespace corvane {
 
-SettingsModel::SettingsModel(SettingsSheet& state)
-    : state_(state), relay_(state.objectWillChange, [this] { emit changed(); }) {}
+SettingsModel::SettingsModel(SettingsSheet& state, WorkspaceStore& store)
+    : state_(state), store_(store), relay_(state.objectWillChange, [this] { emit changed(); }) {}
 
 QString SettingsModel::autoSaveSubtitle() const {
     return toQString(state_.autoSaveSubtitle());
 }
 
 QString SettingsModel::fullscreenPriority() const {
-    return toQString(state_.store().fullscreenPriority.get());
+    return toQString(store_.fullscreenPriority.get());
 }
 
 void SettingsModel::setFullscreenPriority(const QString& priority) {
-    state_.store().fullscreenPriority = priority.toStdString();
+    store_.fullscreenPriority = priority.toStdString();
 }
 
 QString SettingsModel::versionLine() const {
@@ -28,13 +28,13 @@ QString SettingsModel::supportAddress() const {
 }
 
 void SettingsModel::resetConfirmations() {
-    state_.store().resetConfirmations();
+    store_.resetConfirmations();
 }
 
 template <typename Action>
 void SettingsModel::later(Action action) {
     QMetaObject::invokeMethod(
-        this, [this, action] { action(state_.store()); }, Qt::QueuedConnection);
+        this, [this, action] { action(store_); }, Qt::QueuedConnection);
 }
 
 void SettingsModel::importWorkspaces() {
@@ -42,7 +42,7 @@ void SettingsModel::importWorkspaces() {
 }
 
 void SettingsModel::importKeptCopy() {
-    state_.store().importKeptCopy();
+    store_.importKeptCopy();
 }
 
 void SettingsModel::exportWorkspaces() {

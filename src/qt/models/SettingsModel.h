@@ -34,8 +34,8 @@ class SettingsModel : public QObject {
     Q_PROPERTY(QString supportAddress READ supportAddress CONSTANT)
 
 public:
-    /// The state outlives the model.
-    explicit SettingsModel(SettingsSheet& state);
+    /// Both outlive the model.
+    SettingsModel(SettingsSheet& state, WorkspaceStore& store);
 
     SwitchModel* focusMode() { return &focusMode_; }
     SwitchModel* accessibilityFeatures() { return &accessibilityFeatures_; }
@@ -66,19 +66,17 @@ private:
     void later(Action action);
 
     SettingsSheet& state_;
-    SwitchModel focusMode_{state_.objectWillChange, state_.store().focusMode};
-    SwitchModel accessibilityFeatures_{
-        state_.objectWillChange,
-        [this] { return state_.store().enableAccessibilityFeatures.get(); },
-        [this](bool on) { state_.setAccessibilityFeatures(on); }};
-    SwitchModel autoSaveLayouts_{state_.objectWillChange, state_.store().autoSaveLayouts};
-    SwitchModel showLayoutSavedAlert_{state_.objectWillChange, state_.store().showLayoutSavedAlert};
-    SwitchModel showWorkspaceClosedAlert_{state_.objectWillChange,
-                                          state_.store().showWorkspaceClosedAlert};
-    SwitchModel showLayoutsDisabledAlert_{state_.objectWillChange,
-                                          state_.store().showLayoutsDisabledAlert};
+    WorkspaceStore& store_;
+    SwitchModel focusMode_{state_.objectWillChange, store_.focusMode};
+    SwitchModel accessibilityFeatures_{state_.objectWillChange,
+                                       [this] { return store_.enableAccessibilityFeatures.get(); },
+                                       [this](bool on) { state_.setAccessibilityFeatures(on); }};
+    SwitchModel autoSaveLayouts_{state_.objectWillChange, store_.autoSaveLayouts};
+    SwitchModel showLayoutSavedAlert_{state_.objectWillChange, store_.showLayoutSavedAlert};
+    SwitchModel showWorkspaceClosedAlert_{state_.objectWillChange, store_.showWorkspaceClosedAlert};
+    SwitchModel showLayoutsDisabledAlert_{state_.objectWillChange, store_.showLayoutsDisabledAlert};
     SwitchModel showApplicationsClosedAlert_{state_.objectWillChange,
-                                             state_.store().showApplicationsClosedAlert};
+                                             store_.showApplicationsClosedAlert};
     ChangeRelay relay_;
 };
 

@@ -56,11 +56,11 @@ std::set<Uuid> identifiersOf(const std::vector<Workspace>& workspaces) {
 
 } // namespace
 
-WorkspaceListModel::WorkspaceListModel(WorkspaceListState& state, MakeSheet makeEditSheet,
-                                       MakeResources makeResources)
-    : KeyedListModel(currentRows(state)), state_(state), makeEditSheet_(std::move(makeEditSheet)),
-      makeResources_(std::move(makeResources)), shownSearch_(state.store().searchText.get()),
-      known_(identifiersOf(*state.store().workspaces)),
+WorkspaceListModel::WorkspaceListModel(WorkspaceListState& state, WorkspaceStore& store,
+                                       MakeSheet makeEditSheet, MakeResources makeResources)
+    : KeyedListModel(currentRows(state, store)), state_(state), store_(store),
+      makeEditSheet_(std::move(makeEditSheet)), makeResources_(std::move(makeResources)),
+      shownSearch_(store.searchText.get()), known_(identifiersOf(*store.workspaces)),
       relay_(state.objectWillChange, [this] { refresh(); }) {}
 
 WorkspaceListModel::~WorkspaceListModel() = default;
@@ -139,7 +139,7 @@ QString WorkspaceListModel::finishMessage() const {
 }
 
 const Workspace* WorkspaceListModel::workspaceOf(const QString& workspaceId) const {
-    const auto& workspaces = *state_.store().workspaces;
+    const auto& workspaces = *store_.workspaces;
     const auto key = RecordKey::parse(workspaceId.toStdString());
     const auto place = key ? placeOf(*key, workspaces) : std::nullopt;
     return place ? &workspaces[*place] : nullptr;
@@ -219,7 +219,7 @@ void WorkspaceListModel::edit(const QString& workspaceId) {
 void WorkspaceListModel::duplicate(const QString& workspaceId) {
     later(workspaceId, [this](auto&, const auto& workspace) {
         expectNew();
-        state_.store().duplicateWorkspace(workspace);
+        store_.duplicateWorkspace(workspace);
     });
 }
 
@@ -232,20 +232,20 @@ void WorkspaceListModel::pressChip(const QString& workspaceId, const QString& ch
     if (!found) return;
     // A copy, as launching may change the list.
     const Workspace workspace = *found;
-    if (const auto* resource = resourceOf(chip, workspace))
-        state_.store().toggle(*resource, workspace);
+    if (const auto* resource = resourceOf(chip, workspace)) store_.toggle(*resource, workspace);
 }
 
 QString WorkspaceListModel::chipTooltip(const QString& workspaceId, const QString& chip) const {
     const auto* workspace = workspaceOf(workspaceId);
     const auto* resource = workspace ? resourceOf(chip, *workspace) : nullptr;
     if (!resource) return {};
-    const bool isRunning = state_.store().isRunning(resource->id, workspace->id);
+    const bool isRunning = store_.isRunning(resource->id, workspace->id);
     const auto state = isRunning ? ChipState::running : ChipState::plain;
-    return toQString(corvane::chipTooltip(*resource, state, state_.store()));
+    return toQString(corvane::chipTooltip(*resource, state, store_));
 }
 
-std::vector<CardRow> WorkspaceListModel::currentRows(WorkspaceListState& state) {
+std::vector<CardRow> WorkspaceListModel::currentRows(WorkspaceListState& state,
+                                                     const WorkspaceStore& store) {
     std::vector<CardRow> rows;
     std::map<Uuid, int> seen;
     for (const auto* workspace : state.filteredWorkspaces()) {
@@ -262,16 +262,16 @@ std::vector<CardRow> WorkspaceListModel::currentRows(WorkspaceListState& state) 
                         .asksToFinish = card.showingFinishConfirm,
                         .startTitle = card.startTitle(),
                         .statusText = card.statusText(*workspace),
-                        .preview = resourcePreview(*workspace, state.store(), state.missing())});
+                        .preview = resourcePreview(*workspace, store, state.missing())});
     }
     return rows;
 }
 
 void WorkspaceListModel::refresh() {
     state_.tidy();
-    const auto& search = state_.store().searchText.get();
+    const auto& search = store_.searchText.get();
     const bool isSameSearch = std::exchange(shownSearch_, search) == search;
-    isSameSearch ? show(currentRows(state_)) : showOther(currentRows(state_));
+    isSameSearch ? show(currentRows(state_, store_)) : showOther(currentRows(state_, store_));
     dropCollapsedResources();
     emit contentChanged();
     if (!isSameSearch) emit searched();
@@ -279,7 +279,7 @@ void WorkspaceListModel::refresh() {
 }
 
 void WorkspaceListModel::tellOfNew() {
-    auto present = identifiersOf(*state_.store().workspaces);
+    auto present = identifiersOf(*store_.workspaces);
     std::vector<Uuid> fresh;
     std::ranges::set_difference(present, known_, std::back_inserter(fresh));
     known_ = std::move(present);
@@ -290,7 +290,7 @@ void WorkspaceListModel::tellOfNew() {
 /// After the views of those that have collapsed were told to go.
 void WorkspaceListModel::dropCollapsedResources() {
     for (auto entry = resources_.begin(); entry != resources_.end();) {
-        const bool isThere = state_.store().find(entry->first) != nullptr;
+        const bool isThere = store_.find(entry->first) != nullptr;
         if (isThere && state_.card(entry->first).isExpanded) {
             ++entry;
             continue;

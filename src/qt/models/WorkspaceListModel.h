@@ -24,6 +24,7 @@ namespace corvane {
 
 struct Workspace;
 class WorkspaceListState;
+class WorkspaceStore;
 
 /// The cards, as the search lets them through, one row a card. An action on a row that isn't there
 /// any more does nothing.
@@ -58,8 +59,8 @@ public:
     using MakeSheet = std::function<std::unique_ptr<WorkspaceSheet>(const Workspace&)>;
     using MakeResources = std::function<std::unique_ptr<ResourceListModel>(const Uuid&)>;
 
-    /// The state outlives the model.
-    WorkspaceListModel(WorkspaceListState& state, MakeSheet makeEditSheet,
+    /// State and store outlive the model.
+    WorkspaceListModel(WorkspaceListState& state, WorkspaceStore& store, MakeSheet makeEditSheet,
                        MakeResources makeResources);
     ~WorkspaceListModel() override;
 
@@ -117,11 +118,12 @@ private:
     void later(const QString& workspaceId, Action action);
     void tellOfNew();
     const CardRow* rowToFinish() const;
-    static std::vector<CardRow> currentRows(WorkspaceListState& state);
+    static std::vector<CardRow> currentRows(WorkspaceListState& state, const WorkspaceStore& store);
     void refresh();
     void dropCollapsedResources();
 
     WorkspaceListState& state_;
+    WorkspaceStore& store_;
     const MakeSheet makeEditSheet_;
     const MakeResources makeResources_;
     std::map<Uuid, std::unique_ptr<ResourceListModel>> resources_;

@@ -55,14 +55,14 @@ struct MainWindows::Window {
           header(content.header,
                  [&app] { return newSpaceSheet(app.workspaceStore(), app.platform().clock); }),
           list(
-              content.list,
+              content.list, app.workspaceStore(),
               [&app](const Workspace& workspace) {
                   return editWorkspaceSheet(workspace, app.workspaceStore(), app.platform().clock);
               },
               [this, &app](const Uuid& workspaceId) {
                   return resourceList(workspaceId, app, content);
               }),
-          settings(content.settings), undo(content.undo) {}
+          settings(content.settings, app.workspaceStore()), undo(content.undo) {}
 
     const int identifier;
     ContentState content;
