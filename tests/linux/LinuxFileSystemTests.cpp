@@ -51,6 +51,9 @@ TEST_F(LinuxFileSystemTest, writingKeepsModeAndSymbolicLink) {
     fs::create_symlink("later", in("dangling"));
     ASSERT_TRUE(files_.writeFile(in("dangling"), "x"));
     EXPECT_EQ(read(in("later")), "x");
+    EXPECT_EQ(fs::status(in("later")).permissions(), fs::perms(0600));
+    files_.makePrivate(in("link"));
+    EXPECT_EQ(fs::status(in("real")).permissions(), fs::perms(0600));
     EXPECT_EQ(namesIn(folder_), (std::vector<std::string>{"dangling", "later", "link", "real"}));
 }
 

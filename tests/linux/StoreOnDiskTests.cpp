@@ -1,7 +1,7 @@
+#include "Mounts.h"
 #include "StoreOnDisk.h"
 #include "core/StoreScene.h"
 #include "foundation/Text.h"
-#include "linux/system/FileDescriptor.h"
 #include "linux/system/LinuxDiskQueue.h"
 #include "machine/Machine.h"
 
@@ -13,10 +13,7 @@
 #include <functional>
 #include <thread>
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sched.h>
-#include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/statvfs.h>
 #include <sys/wait.h>
@@ -29,21 +26,6 @@ namespace fs = std::filesystem;
 namespace {
 
 struct Trouble;
-
-/// Whether this process may mount what it alone sees.
-bool mayMount() {
-    static const bool may = unshare(CLONE_NEWNS) == 0 &&
-                            mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
-    return may;
-}
-
-/// Only the superuser makes some troubles, also in the middle of what another user does.
-void asSuperuser(const std::function<void()>& act) {
-    const uid_t user = geteuid();
-    EXPECT_EQ(seteuid(0), 0);
-    act();
-    EXPECT_EQ(seteuid(user), 0);
-}
 
 class StoreOnDiskTest : public testing::Test {
 protected:
@@ -137,18 +119,6 @@ struct Trouble {
     Step end;
     bool isPossibleHere = true;
 };
-
-bool hasFuse() {
-    return FileDescriptor(open("/dev/fuse", O_RDWR | O_CLOEXEC)) ? true : false;
-}
-
-/// What a file system leaves whose program has ended.
-void mountDeadFileSystem(const std::string& folder) {
-    const FileDescriptor fuse(open("/dev/fuse", O_RDWR | O_CLOEXEC));
-    const auto options =
-        "fd=" + std::to_string(fuse.get()) + ",rootmode=40000,user_id=0,group_id=0,allow_other";
-    EXPECT_EQ(mount("none", folder.c_str(), "fuse", 0, options.c_str()), 0);
-}
 
 std::vector<Trouble> StoreOnDiskTest::troubles() const {
     const auto permit = [](const std::string& path, int mode) {
@@ -268,6 +238,24 @@ TEST_F(StoreOnDiskTest, atNoMomentDoesATroubleLoseAnything) {
             EXPECT_TRUE(isKept("b") || (isGone && moment == atTheEnd));
             EXPECT_TRUE(isKept("precious") || isGone);
         }
+    }
+}
+
+TEST_F(StoreOnDiskTest, aFileInDocumentsMovesWithItsContentAlsoWhereItIsALink) {
+    const auto documents = place("home/Documents/x").substr(0, place("home/Documents").size());
+    for (const bool isLink : {false, true}) {
+        prepare();
+        const auto old = documents + "/corvane_workspaces.json";
+        const auto content = encodeWorkspaces({makeWorkspace("Old", "", "folder", {})});
+        write(isLink ? documents + "/of/old.json" : old, content);
+        if (isLink) fs::create_symlink("of/old.json", old);
+        StoreOnDisk disk;
+        EXPECT_EQ(described(disk.store.workspaces), "Old()");
+        disk.add("New");
+        EXPECT_EQ(stored(disk), "Old() New()");
+        EXPECT_FALSE(fs::exists(fs::symlink_status(old)));
+        if (isLink) EXPECT_EQ(read(documents + "/of/old.json"), content);
+        fs::remove_all(documents);
     }
 }
 
