@@ -34,6 +34,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     bookmarks.validateBookmarks();
     const auto loaded = bookmarks.bookmarkCache();
     if (!bookmarks.resolveResource("/a.txt", ResourceType::file)) __builtin_trap();
+    bookmarks.writeChanges();
 
     BookmarkManager again(desktop.files, desktop.bookmarks, desktop.queue, desktop.queue,
                           desktop.queue);
