@@ -1,9 +1,12 @@
+#include "foundation/Diagnostics.h"
 #include "foundation/Text.h"
+#include "linux/installed/ApplicationNames.h"
 #include "linux/installed/InstalledApplications.h"
 #include "linux/running/LaunchedApplications.h"
 #include "linux/running/Quitting.h"
 #include "linux/running/RunningApplications.h"
 #include "linux/screen/LinuxAccessibility.h"
+#include "linux/scripts/MdfindTool.h"
 #include "linux/system/DetachedProcess.h"
 #include "machine/Program.h"
 #include "windows/MemoryWindowSystem.h"
@@ -140,17 +143,43 @@ TEST_F(IdentityTest, aNameInBracketsIsTheSameEverywhere) {
     uninstall("test.writer.other");
 }
 
+/// What a resource stores is what a running application is called and what a search finds, for
+/// everything that this machine has.
 TEST_F(IdentityTest, everyInstalledEntryIsCalledTheSameByAllWhoNameIt) {
+    install("test.twin.a", "Twin", "Name[de]=Zwilling\nExec=sh");
+    install("test.twin.b", "Twin", "Name[de]=Zwilling\nName[fr]=Jumeau\nExec=sh");
     for (const char* language : {"de", "fr"}) {
         const ScopedVariable chosen("LANGUAGE", language);
         const InstalledApplications installed;
-        for (const auto& application : installed.all()) {
-            const auto found = installed.byBundlePath(application.bundlePath);
-            ASSERT_TRUE(found) << application.bundlePath;
-            EXPECT_EQ(found->desktopId, application.desktopId);
-            EXPECT_EQ("/Applications/" + application.storedName() + ".app", application.bundlePath);
+        RunningApplications running(installed, system_, launched_);
+        const auto visible = installed.visible();
+        ASSERT_GE(visible.size(), 5u);
+        system_.clients.clear();
+        const auto process = program();
+        for (const auto& application : visible)
+            show(application.bundlePath, process).hints.desktopFile = application.desktopFile;
+        std::set<std::string> called;
+        for (const auto& each : running.list())
+            called.insert(each.localizedName.value_or("?") + " at " + each.bundleURL->path());
+        for (const auto& application : visible) {
+            const auto stored = application.storedName();
+            const auto& bundle = application.bundlePath;
+            EXPECT_EQ("/Applications/" + stored + ".app", bundle);
+            EXPECT_TRUE(called.contains(stored + " at " + bundle)) << bundle;
+            const auto quoted =
+                text::replacingAll(text::replacingAll(stored, "\\", "\\\\"), "'", "\\'");
+            const auto query =
+                "kMDItemKind == 'Application' && kMDItemDisplayName == '" + quoted + "'";
+            EXPECT_EQ(runMdfindTool(installed, {query}).output, bundle + "\n");
+            EXPECT_EQ(installed.byBundlePath(bundle), application) << stored;
+            EXPECT_EQ(applicationNamed(installed, stored), application) << stored;
+            for (const auto& former : application.formerNames)
+                EXPECT_EQ(applicationNamed(installed, former), application) << former;
         }
+        EXPECT_EQ(called.size(), visible.size());
     }
+    uninstall("test.twin.a");
+    uninstall("test.twin.b");
 }
 
 TEST_F(IdentityTest, onlyWhatTakesARequestIsAsked) {
@@ -167,7 +196,11 @@ TEST_F(IdentityTest, onlyWhatTakesARequestIsAsked) {
 TEST_F(IdentityTest, processesThatNobodyVouchesForAreNoApplications) {
     show("from afar", 0, "writer");
     show("ended", 0x3ffffe, "writer");
+    std::string told;
+    setDiagnosticSink([&](const std::string& line) { told += line + "\n"; });
     EXPECT_EQ(all(), "");
+    setDiagnosticSink({});
+    EXPECT_NE(told.find("windows of process 4194302: it has ended"), std::string::npos) << told;
     system_.connected.reset();
     const auto process = program();
     show("here", process, "writer");

@@ -1,3 +1,4 @@
+#include "foundation/Diagnostics.h"
 #include "foundation/Text.h"
 #include "linux/installed/ApplicationNames.h"
 #include "linux/scripts/MdfindTool.h"
@@ -78,7 +79,14 @@ TEST_F(InstalledApplicationsTest, showsOnlyWhatTheDesktopShows) {
     add("z.deleted", "Z Deleted", "Exec=sh\nHidden=true");
     add("z.missing", "Z Missing", "Exec=no-such-program-anywhere");
     write(place("data/applications/z.link.desktop"), "[Desktop Entry]\nType=Link\nName=Z Link\n");
-    write(place("data/applications/z.broken.desktop"), "[Desktop Entry\nName");
+    const auto folder = place("data/applications/");
+    write(folder + "z.broken.desktop", "[Desktop Entry\nName");
+    const std::pair<const char*, const char*> links[]{
+        {"z.round.desktop", "z.round.desktop"}, {"a-round", "a-round"}, {"a-back", "."}};
+    for (const auto& [name, target] : links)
+        std::filesystem::create_symlink(target, folder + name);
+    std::string told;
+    setDiagnosticSink([&](const std::string& line) { told += line + "\n"; });
     const auto shown = installed_.shown();
     const auto all = installed_.all();
     EXPECT_TRUE(lists(shown, "/Applications/Z Shown.app"));
@@ -90,6 +98,14 @@ TEST_F(InstalledApplicationsTest, showsOnlyWhatTheDesktopShows) {
     for (const char* name : {"Deleted", "Missing", "Link", "Broken"}) {
         EXPECT_FALSE(lists(all, "/Applications/Z " + std::string(name) + ".app")) << name;
     }
+    setDiagnosticSink({});
+    const std::string passedOver = "Passed over " + folder;
+    for (const char* name : {"z.missing", "z.broken", "z.round"})
+        EXPECT_NE(told.find(passedOver + name + ".desktop: "), std::string::npos) << name;
+    EXPECT_EQ(told.find("z.deleted"), std::string::npos);
+    EXPECT_NE(told.find(passedOver + "a-back: it is too deep, or leads back"), std::string::npos);
+    for (const auto& [name, target] : links)
+        std::filesystem::remove(folder + name);
     uninstall("z.link");
     uninstall("z.broken");
 }
@@ -190,26 +206,6 @@ TEST_F(InstalledApplicationsTest, aNameOfBeforeFitsWhereNothingElseIsCalledSo) {
     }
     EXPECT_EQ(seen, "Pad () Notes [b.two] () Notes [c.three] (Zettel) In:Out (In/Out) "
                     "In:Out [e.hidden] (Innen) ");
-}
-
-/// What a resource stores is what a running application is called and what a search finds, for
-/// everything that this machine has.
-TEST_F(InstalledApplicationsTest, everyEntryIsFoundByItsStoredNameAlone) {
-    add("t.twin.a", "Twin", "Name[de]=Zwilling\nExec=sh");
-    add("t.twin.b", "Twin", "Name[de]=Zwilling\nExec=sh");
-    const auto visible = installed_.visible();
-    ASSERT_GE(visible.size(), 5u);
-    for (const auto& application : visible) {
-        const auto stored = application.storedName();
-        const auto quoted =
-            text::replacingAll(text::replacingAll(stored, "\\", "\\\\"), "'", "\\'");
-        const auto query = "kMDItemKind == 'Application' && kMDItemDisplayName == '" + quoted + "'";
-        EXPECT_EQ(runMdfindTool(installed_, {query}).output, application.bundlePath + "\n");
-        EXPECT_EQ(installed_.byBundlePath(application.bundlePath), application) << stored;
-        EXPECT_EQ(applicationNamed(installed_, stored), application) << stored;
-        for (const auto& former : application.formerNames)
-            EXPECT_EQ(applicationNamed(installed_, former), application) << former;
-    }
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "linux/running/Quitting.h"
 #include "linux/running/RunningApplications.h"
 #include "linux/scripts/OpenTool.h"
+#include "linux/system/UserFolders.h"
 #include "linux/windows/WindowSystems.h"
 #include "machine/Machine.h"
 
@@ -271,6 +272,17 @@ TEST_F(OpeningTest, whatNeedsATerminalGetsOneAndATerminalOpensAFolderByStandingI
         EXPECT_EQ(openWith(noteUrl_, pager.path()), "opened");
         EXPECT_EQ(records("-e", 1), Records{place("bin/recorder") + "|pager|" + note_});
     }
+    const std::pair<std::string, std::string> paths[]{{place("notes"), place("notes")},
+                                                      {"/no/such/folder", userFolders::home()}};
+    std::filesystem::create_directories(userFolders::home());
+    for (const auto& [path, folder] : paths) {
+        clearRecords();
+        install("test.placed", "Placed", "Exec=" + place("bin/where") + "\nPath=" + path);
+        EXPECT_EQ(openWith(noteUrl_, "/Applications/Placed.app"), "opened");
+        EXPECT_EQ(records("where", 1), Records{folder}) << path;
+    }
+    uninstall("test.placed");
+    clearRecords();
     const auto folder = Url::fromPath(place("notes"));
     EXPECT_EQ(openWith(folder.absoluteString(), "/Applications/Emulator.app"), "opened");
     EXPECT_EQ(records("where", 1), Records{place("notes")});

@@ -1,3 +1,4 @@
+#include "foundation/Diagnostics.h"
 #include "linux/running/ApplicationOpener.h"
 #include "linux/scripts/LinuxTaskRunner.h"
 #include "linux/system/DetachedProcess.h"
@@ -91,7 +92,11 @@ TEST(ProcessFactsTest, aStrangersFileHoldsNobodyUp) {
         EXPECT_EQ(sandbox([&] { ::mkfifo(info.c_str(), 0600); }), "");
         EXPECT_EQ(sandbox([&] { std::filesystem::create_symlink("/dev/zero", info); }), "");
         EXPECT_EQ(sandbox([&] { std::filesystem::create_symlink(".flatpak-info", info); }), "");
+        std::string told;
+        setDiagnosticSink([&](const std::string& line) { told += line; });
         EXPECT_EQ(sandbox([&] { write(info, std::string(1 << 20, '\n') + "name=org.x\n"); }), "");
+        setDiagnosticSink({});
+        EXPECT_NE(told.find(".flatpak-info no further than 65536 bytes"), std::string::npos);
     }
     ::kill(child, SIGKILL);
     ::waitpid(child, nullptr, 0);

@@ -1,78 +1,29 @@
 #include "linux/installed/InstalledApplications.h"
 
+#include "foundation/Diagnostics.h"
 #include "foundation/Text.h"
 #include "foundation/Url.h"
+#include "linux/installed/EntryFiles.h"
 #include "linux/system/Gio.h"
 #include "linux/system/UserFolders.h"
 
 #include <algorithm>
 #include <chrono>
-#include <cstdint>
-#include <filesystem>
 #include <set>
 #include <tuple>
-
-#include <sys/stat.h>
 
 namespace corvane {
 namespace {
 
 constexpr std::string_view applicationsFolder = "/Applications/";
 constexpr std::string_view bundleSuffix = ".app";
-constexpr std::string_view entrySuffix = ".desktop";
-
-/// Tells one content of a file from another.
-using Stamp = std::tuple<dev_t, ino_t, off_t, time_t, long>;
-
-struct EntryFile {
-    std::string path;
-    Stamp stamp;
-    bool operator==(const EntryFile&) const = default;
-};
-/// By desktop id.
-using EntryFiles = std::map<std::string, EntryFile, std::less<>>;
-
-std::optional<Stamp> stampOf(const std::string& path) {
-    struct stat info {};
-    if (::stat(path.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return std::nullopt;
-    return Stamp{info.st_dev, info.st_ino, info.st_size, info.st_mtim.tv_sec, info.st_mtim.tv_nsec};
-}
-
-/// When a folder's list of names changed last, by the folder's path; absent where there is none.
-using FolderTimes = std::map<std::string, std::optional<std::int64_t>>;
-
-std::optional<std::int64_t> changeTimeOf(const std::string& folder) {
-    constexpr std::int64_t nanoseconds = 1'000'000'000;
-    struct stat info {};
-    if (::stat(folder.c_str(), &info) != 0) return std::nullopt;
-    return info.st_mtim.tv_sec * nanoseconds + info.st_mtim.tv_nsec;
-}
-
-void collectEntries(const std::string& root, EntryFiles& files, FolderTimes& folders) {
-    namespace fs = std::filesystem;
-    folders.emplace(root, changeTimeOf(root));
-    std::error_code error;
-    fs::recursive_directory_iterator entry(root,
-                                           fs::directory_options::skip_permission_denied |
-                                               fs::directory_options::follow_directory_symlink,
-                                           error);
-    for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
-        // A folder that links to one above it would go on for ever.
-        constexpr int deepest = 8;
-        if (entry.depth() >= deepest) entry.disable_recursion_pending();
-        const std::string path = entry->path();
-        std::error_code notAFolder;
-        if (entry->is_directory(notAFolder)) folders.emplace(path, changeTimeOf(path));
-        if (!path.ends_with(entrySuffix) || !text::isValidUtf8(path)) continue;
-        std::string id = path.substr(root.size() + 1);
-        std::replace(id.begin(), id.end(), '/', '-');
-        if (const auto stamp = stampOf(path)) files.try_emplace(id, EntryFile{path, *stamp});
-    }
-}
 
 /// Nothing for an entry that is deleted, broken, no application, or whose program is missing.
 std::optional<InstalledApplication> readEntry(const std::string& id, const std::string& file) {
     const gio::Ref<GDesktopAppInfo> entry(g_desktop_app_info_new_from_filename(file.c_str()));
+    if (!entry)
+        diagnostic(
+            {"Passed over ", file, ": it is broken or no application's, or names no program"});
     if (!entry || g_desktop_app_info_get_is_hidden(entry.get())) return std::nullopt;
     GAppInfo* info = G_APP_INFO(entry.get());
     const auto value = [&](const char* key) {
@@ -320,7 +271,7 @@ InstalledApplications::byDesktopId(std::string_view desktopId) const {
 
 std::optional<InstalledApplication>
 InstalledApplications::byEntryFile(const std::string& file) const {
-    const auto stamp = stampOf(file);
+    const auto stamp = entryStampOf(file);
     if (!file.ends_with(entrySuffix) || !stamp) return std::nullopt;
     const auto present = snapshot();
     const auto& files = present->files;

@@ -1,5 +1,6 @@
 #include "linux/running/RunningApplications.h"
 
+#include "foundation/Diagnostics.h"
 #include "foundation/Text.h"
 #include "foundation/Url.h"
 #include "linux/installed/InstalledApplications.h"
@@ -47,6 +48,9 @@ std::vector<Running> processesOf(const Windows& all) {
     for (auto& [identifier, windows] : byProcess) {
         if (auto process = processFacts(identifier)) {
             found.push_back({std::move(*process), std::move(windows)});
+        } else {
+            diagnostic({"Passed over the windows of process ", std::to_string(identifier),
+                        ": it has ended or isn't this user's"});
         }
     }
     std::ranges::sort(found, {}, [](const Running& running) {

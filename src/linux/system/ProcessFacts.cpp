@@ -1,5 +1,6 @@
 #include "linux/system/ProcessFacts.h"
 
+#include "foundation/Diagnostics.h"
 #include "foundation/Text.h"
 #include "foundation/Url.h"
 #include "linux/system/FileDescriptor.h"
@@ -42,6 +43,8 @@ std::string contentOf(const std::string& file, std::size_t longest = longestText
         if (got <= 0) break;
         content.append(piece.data(), static_cast<std::size_t>(got));
     }
+    if (content.size() >= longest)
+        diagnostic({"Read ", file, " no further than ", std::to_string(longest), " bytes"});
     return content;
 }
 
