@@ -1,5 +1,6 @@
 #include "bus/BusService.h"
 #include "desktop/DesktopTest.h"
+#include "desktop/harness/TrayHost.h"
 #include "desktop/harness/XSessionManager.h"
 #include "foundation/Json.h"
 #include "foundation/PropertyList.h"
@@ -178,6 +179,7 @@ TEST_F(Layouts, savedInTheWindowComeBackToThePixel) {
     // Programs that hang keep no one waiting.
     signal("mousepad", SIGSTOP);
     ASSERT_TRUE(savesInTheWindow());
+
     signal("mousepad", SIGCONT);
     const auto arranged = saved();
     EXPECT_EQ(seen(all), arranged);
@@ -190,6 +192,7 @@ TEST_F(Layouts, savedInTheWindowComeBackToThePixel) {
     signal("xterm", SIGSTOP);
     EXPECT_TRUE(become(all, arranged));
     ASSERT_TRUE(savesInTheWindow());
+
     EXPECT_EQ(saved(), arranged);
     EXPECT_EQ(closeWindow(), 0);
 }
@@ -218,6 +221,38 @@ TEST_F(Layouts, savedAtTheEndBringOneWindowBackFullscreenAndFillTheScreenWithThe
     ASSERT_TRUE(endsAndStartsAgain("Mousepad" + fullscreen + "Drawn" + fullscreen, true));
     EXPECT_TRUE(comes("'Mousepad' will be fullscreen, others will be maximized."));
     EXPECT_TRUE(become(all, "Mousepad" + fullscreen + "Drawn " + workArea()));
+}
+
+TEST_F(Layouts, savedMaximizedComeBackSoAndAFullScreenStays) {
+    // At the bottom a window beside it would count as one that covers the screen.
+    writeFile(desktop.home(".config/tint2/tint2rc"), "panel_items = T\n"
+                                                     "panel_position = top center horizontal\n"
+                                                     "panel_size = 100% 40\n");
+    const auto panel = desktop.start({"tint2"});
+    desktop.install("clock", "XClock", "xclock\nStartupWMClass=XClock");
+    prefer(true, false);
+    const Names all{"XClock", "Mousepad"};
+    start({{"Desk", "", "star", {{"XClock", "application", "/Applications/XClock.app"}, notes}}});
+    ASSERT_TRUE(startsAll(all));
+    change("Mousepad", "-b add,maximized_vert,maximized_horz");
+    std::string maximized;
+    ASSERT_TRUE(comesTrue([&] {
+        return std::exchange(maximized, seen({"Mousepad"})) == seen({"Mousepad"}) &&
+               maximized.ends_with(" maximized\n") &&
+               maximized.find("1440x900") == std::string::npos;
+    })) << maximized;
+    ASSERT_TRUE(savesInTheWindow());
+    EXPECT_TRUE(closes("Mousepad"));
+    change("XClock", "-b add,fullscreen");
+    desktop.corvane().signal(SIGTERM);
+    EXPECT_EQ(desktop.corvane().waitForEnd(), 0);
+
+    // Its window is behind the full screen; the records are followed in their order.
+    const TrayHost tray(desktop.busAddress());
+    desktop.startCorvane();
+    ASSERT_TRUE(tray.press("Desk     ▶"));
+    ASSERT_TRUE(opens("mousepad", "notes.txt"));
+    EXPECT_TRUE(become(all, "XClock" + fullscreen + maximized));
 }
 
 TEST_F(Layouts, savedBeforeOtherProgramsLeaveTheSession) {
@@ -313,6 +348,7 @@ TEST_F(Layouts, aWindowThatComesLateGetsItsPlaceAllTheSame) {
     ASSERT_TRUE(startsAll({"XEyes"}));
     change("XEyes", "-e 0,417,163,533,391");
     ASSERT_TRUE(savesInTheWindow());
+
     const auto arranged = saved();
     ASSERT_TRUE(finishesAll({"XEyes"}));
     ASSERT_TRUE(startsAll({"XEyes"}));
