@@ -116,6 +116,31 @@ TEST_F(Quit, aJobInATerminalLivesUntilTheQuestionIsAnswered) {
     EXPECT_TRUE(goes("sleep") && goes("xterm"));
 }
 
+TEST_F(Quit, ofTwoApplicationsInAProcessAndOfTwoWithOneNameOnlyTheNamedOneGoes) {
+    const std::string client = TEST_CLIENT " close _NET_WM_WINDOW_TYPE_NORMAL ";
+    desktop.install("office.writer", "Writer", client + "writer calc\nStartupWMClass=writer");
+    desktop.install("office.calc", "Calc", client + "writer calc\nStartupWMClass=calc");
+    for (const auto* name : {"a", "b"}) {
+        const auto twin = std::string("twin") + name;
+        desktop.install(twin, "Twin", client + twin + " " + twin + "\nStartupWMClass=" + twin);
+    }
+    const auto other =
+        desktop.start({TEST_CLIENT, "close", "_NET_WM_WINDOW_TYPE_NORMAL", "twina", "twina"});
+    start({{"Letters",
+            "",
+            "pencil",
+            {{"Writer", "application", "/Applications/Writer.app"},
+             {"Twin", "application", "/Applications/Twin [twinb].app"}}}});
+    ASSERT_TRUE(desktop.press("Start"));
+    for (const auto* each : {"writer", "calc", "twina", "twinb"})
+        ASSERT_TRUE(comesTrue([&] { return isOpen(each); })) << each;
+    ASSERT_TRUE(comes("2 resources running"));
+    ASSERT_TRUE(finish());
+    EXPECT_TRUE(answer("Successfully closed 2 workspace applications!", "OK"));
+    EXPECT_TRUE(comesTrue([&] { return !isOpen("writer") && !isOpen("twinb"); }));
+    EXPECT_TRUE(isOpen("calc") && isOpen("twina"));
+}
+
 TEST_F(Quit, anApplicationThatIgnoresItIsAskedAndLeftAlone) {
     start({{"Hard", "", "hammer", {{"Stubborn", "application", "/Applications/Stubborn.app"}}}});
     ASSERT_TRUE(desktop.press("Start"));

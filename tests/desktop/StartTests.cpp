@@ -2,6 +2,7 @@
 #include "foundation/Text.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace corvane::desktop {
 namespace {
@@ -54,6 +55,23 @@ TEST_F(Start, opensOneResourceOfEachType) {
 
     EXPECT_EQ(closeWindow(), 0);
     EXPECT_TRUE(desktop.window("mousepad", "notes.txt"));
+}
+
+TEST_F(Start, givesAnEditorOfTheTerminalOneAndAFolderToTheTerminal) {
+    desktop.install("vim", "Vim", "vim.tiny %F\nTerminal=true");
+    writeFile(desktop.home(".config/mimeapps.list"), "[Default Applications]\n"
+                                                     "text/plain=vim.desktop\n"
+                                                     "inode/directory=debian-xterm.desktop\n");
+    const auto file = document("notes.txt");
+    const auto folder = desktop.home("Documents");
+    start({{"Texts", "", "star", {{"notes.txt", "file", file}, {"Documents", "folder", folder}}}});
+    ASSERT_TRUE(desktop.press("Start"));
+    EXPECT_TRUE(comesTrue([&] { return terminalWindows() == 2; }));
+    EXPECT_TRUE(comesTrue([&] { return desktop.processes("vim.tiny").size() == 1; }));
+    const auto stands = [&](pid_t process) {
+        return std::filesystem::read_symlink("/proc/" + std::to_string(process) + "/cwd") == folder;
+    };
+    EXPECT_EQ(std::ranges::count_if(desktop.processes("xterm"), stands), 1);
 }
 
 TEST_F(Start, goesOnWhenTheWindowIsClosedAtOnce) {

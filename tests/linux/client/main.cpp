@@ -2,6 +2,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <iterator>
+#include <string>
 #include <string_view>
 
 #include <unistd.h>
@@ -13,6 +14,8 @@
 //     close    closes it, and ends with the last one
 //     ignore   does nothing
 //     hide     takes both away and stays connected
+//
+// Two more arguments are the classes of the two, as of two applications in one process.
 
 namespace {
 
@@ -29,6 +32,12 @@ xcb_atom_t atom(xcb_connection_t* connection, std::string_view name) {
 void setProperty(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t property,
                  xcb_atom_t type, std::uint32_t value) {
     xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, property, type, 32, 1, &value);
+}
+
+void setClass(xcb_connection_t* connection, xcb_window_t window, const std::string& name) {
+    const auto both = name + '\0' + name + '\0';
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS,
+                        XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(both.size()), both.data());
 }
 
 } // namespace
@@ -60,8 +69,10 @@ int main(int count, char** arguments) {
     } else {
         setProperty(connection, windows[1], XCB_ATOM_WM_TRANSIENT_FOR, XCB_ATOM_WINDOW, windows[0]);
     }
-    for (const auto window : windows)
-        xcb_map_window(connection, window);
+    for (int i = 0; i < 2; ++i) {
+        if (count > 4) setClass(connection, windows[i], arguments[3 + i]);
+        xcb_map_window(connection, windows[i]);
+    }
     xcb_flush(connection);
 
     std::size_t open = std::size(windows);
