@@ -51,11 +51,12 @@ protected:
     /// Of a window's content.
     Rect placeOf(const std::string& title) {
         const auto window = desktop.window("corvane", title);
-        int id = 0, x = 0, y = 0, width = 0, height = 0;
-        std::sscanf(
-            desktop.run({"xdotool", "getwindowgeometry", "--shell", window ? window->id : "0"})
-                .c_str(),
-            "WINDOW=%d\nX=%d\nY=%d\nWIDTH=%d\nHEIGHT=%d", &id, &x, &y, &width, &height);
+        if (!window) return {};
+        int x = 0, y = 0, width = 0, height = 0;
+        constexpr auto numbers = R"(s/.*\(Absolute.*\|Width\|Height\): *//p)";
+        const auto look = "xwininfo -id " + window->id + " | sed -n '" + numbers + "'";
+        std::sscanf(desktop.run({"sh", "-c", look}).c_str(), "%d %d %d %d", &x, &y, &width,
+                    &height);
         return {double(x), double(y), double(width), double(height)};
     }
     /// Whether its middle is there, but for half the height of a title bar.
