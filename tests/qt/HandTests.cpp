@@ -1,5 +1,6 @@
 #include "qt/Views.h"
 
+#include <QAccessible>
 #include <QTest>
 
 namespace corvane {
@@ -39,6 +40,9 @@ TEST_F(Views, aHeldKeyPressesOnce) {
 TEST_F(Views, assistiveProgramsActByActions) {
     auto& store =
         (interface.open({workspace("Work", {note()}), workspace("Home")}), interface.store());
+    // A screen reader that is started later than the program.
+    QAccessible::setActive(false);
+    QAccessible::setActive(true);
     const struct {
         const char* action;
         const char* name;

@@ -56,7 +56,7 @@ public:
         if (kind == QAccessible::Description) return said("description").toString();
         return {};
     }
-    QAccessible::Role role() const override { return QAccessible::Role(said("role").toInt()); }
+    QAccessible::Role role() const override { return QAccessible::Role(told("spokenRole", "role").toInt()); }
     QAccessible::State state() const override {
         QAccessible::State state;
         const bool isShown = item().window() && item().window()->isVisible() &&
@@ -66,8 +66,8 @@ public:
         state.disabled = !item().isEnabled();
         state.focusable = item().activeFocusOnTab() && item().isEnabled();
         state.focused = item().hasActiveFocus();
-        state.checkable = said("checkable").toBool();
-        state.checked = said("checked").toBool();
+        state.checkable = told("isToggle", "checkable").toBool();
+        state.checked = told("isToggledOn", "checked").toBool();
         state.selectable = said("selectable").toBool();
         state.selected = said("selected").toBool();
         state.hasPopup = hasMenu();
@@ -86,7 +86,7 @@ public:
         QStringList names;
         if (!item().isEnabled()) return names;
         names << pressAction();
-        if (said("checkable").toBool()) names << toggleAction();
+        if (told("isToggle", "checkable").toBool()) names << toggleAction();
         if (hasMenu()) names << showMenuAction();
         if (item().activeFocusOnTab()) names << setFocusAction();
         return names;
@@ -104,6 +104,11 @@ private:
     QVariant said(const char* what) const {
         const auto* attached = saidOf(*object());
         return attached ? attached->property(what) : QVariant();
+    }
+    /// What the control says of itself, before what `Accessible` was given: see PressButton.
+    QVariant told(const char* own, const char* what) const {
+        const auto value = object()->property(own);
+        return value.isValid() ? value : said(what);
     }
     bool hasMenu() const {
         return role() == QAccessible::ButtonMenu || role() == QAccessible::ComboBox;

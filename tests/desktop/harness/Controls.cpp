@@ -49,6 +49,7 @@ public:
     }
     bool isEnabled() const { return bits_ >> 8 & 1; }
     bool isShowing() const { return bits_ >> 25 & 1; }
+    bool isFocused() const { return bits_ >> 12 & 1; }
 
 private:
     guint32 bits_ = 0;
@@ -101,7 +102,13 @@ void collect(const Bus& bus, const Element& element, std::vector<Control>& found
     const States states(bus, element);
     if (!states.isShowing()) return;
     if (const auto text = name(bus, element); !text.empty()) {
-        found.push_back({text, roleName(bus, element), states.isEnabled(), extents(bus, element)});
+        found.push_back({.name = text,
+                         .role = roleName(bus, element),
+                         .isEnabled = states.isEnabled(),
+                         .place = extents(bus, element),
+                         .hasKeyboard = states.isFocused(),
+                         .bus = element.bus,
+                         .path = element.path});
     }
     for (const auto& child : children(bus, element))
         collect(bus, child, found);
@@ -135,6 +142,25 @@ std::vector<Control> Accessibility::controls(pid_t pid) const {
         }
     }
     return found;
+}
+
+bool Accessibility::act(const Control& control, const std::string& action) const {
+    constexpr auto interface = "org.a11y.atspi.Action";
+    const Element element{control.bus, control.path};
+    const auto offered = call(bus_, element, interface, "GetActions");
+    if (!offered || !g_variant_is_of_type(offered.get(), G_VARIANT_TYPE("(a(sss))"))) return false;
+    const Variant actions(g_variant_get_child_value(offered.get(), 0), g_variant_unref);
+    for (gsize i = 0; i < g_variant_n_children(actions.get()); ++i) {
+        const char* name = nullptr;
+        g_variant_get_child(actions.get(), i, "(&sss)", &name, nullptr, nullptr);
+        if (name != action) continue;
+        const auto done =
+            call(bus_, element, interface, "DoAction", g_variant_new("(i)", gint32(i)));
+        gboolean isDone = FALSE;
+        if (done) g_variant_get(done.get(), "(b)", &isDone);
+        return isDone;
+    }
+    return false;
 }
 
 } // namespace corvane::desktop

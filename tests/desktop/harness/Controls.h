@@ -22,6 +22,9 @@ struct Control {
     Rect place;
     /// The first of what a window shows: the window itself, where it has a title.
     bool isWindow = false;
+    bool hasKeyboard = false;
+    /// Where on the bus it is.
+    std::string bus = {}, path = {};
 };
 
 /// The AT-SPI bus of a session.
@@ -32,6 +35,9 @@ public:
 
     /// The named elements that a process shows now, parents before their children.
     std::vector<Control> controls(pid_t pid) const;
+    /// Does what an assistive program offers, as "Press", "Toggle" or "SetFocus"; false where the
+    /// control offers no such thing, or doesn't do it.
+    bool act(const Control& control, const std::string& action) const;
 
 private:
     std::shared_ptr<GDBusConnection> bus_;

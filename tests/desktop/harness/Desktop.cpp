@@ -11,6 +11,7 @@
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 
 namespace corvane::desktop {
 
@@ -243,33 +244,47 @@ Point Desktop::asShown(Point place, const std::string& id) const {
     return place;
 }
 
-std::optional<Rect> Desktop::placeOf(const std::string& name, const std::string& inside) const {
+std::optional<Control> Desktop::find(const std::string& name, const std::string& inside) const {
     const auto all = controls();
     const auto isInside = [](const Rect& part, const Rect& whole) {
         return part.x >= whole.x && part.y >= whole.y &&
                part.x + part.width <= whole.x + whole.width &&
                part.y + part.height <= whole.y + whole.height;
     };
-    std::optional<Rect> place;
+    std::optional<Control> found;
     for (const auto& control : all) {
         if (control.name != name || !control.isEnabled || control.place.width <= 0) continue;
         // A heading may have the name of the button above it.
-        if (place && control.role == "label") continue;
+        if (found && control.role == "label") continue;
         const bool fits = inside.empty() || std::ranges::any_of(all, [&](const Control& whole) {
                               return whole.name == inside && isInside(control.place, whole.place);
                           });
-        if (fits) place = control.place;
+        if (fits) found = control;
     }
-    return place;
+    return found;
+}
+
+bool Desktop::act(const std::string& action, const std::string& name,
+                  const std::string& inside) const {
+    return comesTrue([&] {
+        const auto control = find(name, inside);
+        return control && accessibility_->act(*control, action);
+    });
+}
+
+std::string Desktop::focused() const {
+    for (const auto& control : controls()) {
+        if (control.hasKeyboard && !control.isWindow) return control.name;
+    }
+    return {};
 }
 
 std::optional<Point> Desktop::middleOf(const std::string& name, const std::string& inside) const {
     std::optional<Rect> before;
     const bool standsStill = comesTrue([&] {
-        const auto now = placeOf(name, inside);
-        if (now && now == before) return true;
-        before = now;
-        return false;
+        const auto control = find(name, inside);
+        const auto now = control ? std::optional(control->place) : std::nullopt;
+        return std::exchange(before, now) == now && now;
     });
     if (!standsStill) return std::nullopt;
     return Point{int(before->x + before->width / 2), int(before->y + before->height / 2)};
@@ -310,9 +325,11 @@ std::string Desktop::log() const {
         all.clear();
     }
     all << "--- windows\n" << run({"wmctrl", "-lpx"}) << "--- controls\n";
-    for (const auto& [name, role, isEnabled, place, isWindow] : controls()) {
-        all << role << " \"" << name << "\" " << (isEnabled ? "" : "disabled ") << place.x << ","
-            << place.y << " " << place.width << "x" << place.height << "\n";
+    for (const auto& control : controls()) {
+        const auto& place = control.place;
+        all << control.role << " \"" << control.name << "\" "
+            << (control.isEnabled ? "" : "disabled ") << place.x << "," << place.y << " "
+            << place.width << "x" << place.height << "\n";
     }
     return all.str();
 }

@@ -80,6 +80,11 @@ public:
     /// none for 20 seconds. Of several it takes the last, and only one in the place of an element
     /// named `inside` if there is such a name.
     bool press(const std::string& name, const std::string& inside = "") const;
+    /// Does the same by what it offers to assistive programs: "Press", "Toggle", "SetFocus".
+    bool act(const std::string& action, const std::string& name,
+             const std::string& inside = "") const;
+    /// The name of the control that has the keyboard; empty where none has.
+    std::string focused() const;
     /// Where `press` would click.
     std::optional<Point> middleOf(const std::string& name, const std::string& inside = "") const;
     /// Drags with the left button, at the pace of a hand.
@@ -94,7 +99,7 @@ private:
     void prepareHome() const;
     void startSession();
     std::unique_ptr<Process> startServer(std::vector<std::string> command, std::string& line) const;
-    std::optional<Rect> placeOf(const std::string& name, const std::string& inside) const;
+    std::optional<Control> find(const std::string& name, const std::string& inside) const;
     /// Brings Corvane's newest window to the front, and gives its identifier.
     std::string raise() const;
     /// A place in that window as it is on the screen: not every window manager tells a program

@@ -13,7 +13,7 @@ ActionButton {
     implicitHeight: 28
     symbol: "ellipsis"
     Accessible.name: "More"
-    Accessible.role: Accessible.ButtonMenu
+    spokenRole: Accessible.ButtonMenu
     Accessible.description: card.name
     onClicked: {
         if (!menu)

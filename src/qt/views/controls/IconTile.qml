@@ -11,10 +11,10 @@ PressButton {
 
     width: 28
     height: 28
-    Accessible.role: Accessible.RadioButton
+    spokenRole: Accessible.RadioButton
     Accessible.name: symbol.replace(/\./g, " ")
-    Accessible.checkable: true
-    Accessible.checked: isSelected
+    isToggle: true
+    isToggledOn: isSelected
 
     contentItem: SymbolText {
         symbol: tile.symbol

@@ -6,6 +6,11 @@ import QtQuick.Controls.Basic
 AbstractButton {
     id: button
 
+    // What assistive programs hear of it. Where they come later than it, the toolkit puts a button's
+    // own in the place of what `Accessible` was given.
+    property int spokenRole: Accessible.Button
+    property bool isToggle: false
+    property bool isToggledOn: false
     // Whether Return presses it, rather than what the window does by Return.
     property bool takesReturn: true
 
@@ -18,7 +23,9 @@ AbstractButton {
     }
 
     focusPolicy: Qt.StrongFocus
-    Accessible.role: Accessible.Button
+    Accessible.role: spokenRole
+    Accessible.checkable: isToggle
+    Accessible.checked: isToggledOn
     Accessible.name: text
     Keys.onReturnPressed: event => pressByKey(event)
     Keys.onEnterPressed: event => pressByKey(event)

@@ -14,9 +14,9 @@ PressButton {
 
     implicitWidth: contentItem.implicitWidth
     implicitHeight: 20
-    Accessible.role: Accessible.CheckBox
-    Accessible.checkable: true
-    Accessible.checked: checked
+    spokenRole: Accessible.CheckBox
+    isToggle: true
+    isToggledOn: checked
 
     indicator: Rectangle {
         y: (box.height - height) / 2

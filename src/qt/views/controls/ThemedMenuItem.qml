@@ -8,6 +8,12 @@ MenuItem {
     property bool isDestructive: false
 
     implicitHeight: 28
+    // As a button's.
+    property bool isToggle: false
+    property bool isToggledOn: false
+
+    Accessible.checkable: isToggle
+    Accessible.checked: isToggledOn
     leftPadding: Theme.fieldPadding
     rightPadding: Theme.fieldPadding
     Accessible.name: text

@@ -15,7 +15,7 @@ PressButton {
     signal picked(value: string)
 
     implicitHeight: 28
-    Accessible.role: Accessible.ComboBox
+    spokenRole: Accessible.ComboBox
     Accessible.description: titles[current]
     onClicked: menu.open()
 
@@ -66,8 +66,8 @@ PressButton {
                 required property string modelData
 
                 text: modelData
-                Accessible.checkable: true
-                Accessible.checked: index === picker.current
+                isToggle: true
+                isToggledOn: index === picker.current
                 onTriggered: picker.picked(picker.values[index])
 
                 SymbolText {

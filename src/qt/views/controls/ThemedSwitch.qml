@@ -15,9 +15,9 @@ PressButton {
     implicitWidth: 38
     implicitHeight: 22
     opacity: enabled ? 1 : 0.5
-    Accessible.role: Accessible.CheckBox
-    Accessible.checkable: true
-    Accessible.checked: isOn
+    spokenRole: Accessible.CheckBox
+    isToggle: true
+    isToggledOn: isOn
     onClicked: switched(!isOn)
 
     ThemedToolTip {

@@ -13,7 +13,7 @@ PressButton {
 
     implicitHeight: 32
     focusPolicy: Qt.NoFocus
-    Accessible.role: Accessible.ListItem
+    spokenRole: Accessible.ListItem
     text: name
     Accessible.selectable: true
     Accessible.selected: isSelected

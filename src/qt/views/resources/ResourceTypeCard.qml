@@ -12,9 +12,9 @@ PressButton {
     implicitWidth: 130
     implicitHeight: 80
     text: modelData.title
-    Accessible.role: Accessible.RadioButton
-    Accessible.checkable: true
-    Accessible.checked: isSelected
+    spokenRole: Accessible.RadioButton
+    isToggle: true
+    isToggledOn: isSelected
 
     contentItem: Item {
         Column {

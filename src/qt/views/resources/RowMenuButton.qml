@@ -18,7 +18,7 @@ SymbolButton {
     symbol: "ellipsis"
     tint: Theme.secondaryLabel
     tooltip: "More"
-    Accessible.role: Accessible.ButtonMenu
+    spokenRole: Accessible.ButtonMenu
     Accessible.description: row.name
     onClicked: open()
 

@@ -101,8 +101,8 @@ Rectangle {
                 symbol: "scope"
                 text: "Focus Mode"
                 tooltip: header.model.focusModeTooltip
-                Accessible.checkable: true
-                Accessible.checked: header.model.focusMode
+                isToggle: true
+                isToggledOn: header.model.focusMode
                 onClicked: header.model.toggleFocusMode()
             }
             ActionButton {
