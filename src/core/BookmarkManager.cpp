@@ -1,5 +1,6 @@
 #include "core/BookmarkManager.h"
 
+#include "core/DataDirectory.h"
 #include "foundation/Diagnostics.h"
 #include "platform/Bookmarks.h"
 #include "platform/FileSystem.h"
@@ -10,10 +11,6 @@
 namespace corvane {
 
 namespace {
-
-std::string dataDirectory(const FileSystem& fileSystem) {
-    return path::join(fileSystem.applicationSupportDirectory(), "Corvane");
-}
 
 /// Nothing where the list isn't a dictionary with data alone.
 std::optional<std::map<std::string, Bytes>> bytesByText(const PropertyList& list) {
@@ -34,9 +31,9 @@ BookmarkManager::BookmarkManager(FileSystem& fileSystem, Bookmarks& bookmarks, c
                                  MainQueue& mainQueue, DiskQueue& diskQueue)
     : fileSystem_(fileSystem), bookmarks_(bookmarks), mainQueue_(mainQueue),
       file_(fileSystem, clock, mainQueue, diskQueue,
-            path::join(dataDirectory(fileSystem), "bookmark_cache.plist"),
+            path::join(dataDirectoryOf(fileSystem), "bookmark_cache.plist"),
             {.written = [this](const auto& saved) { noteSaved(saved); }, .kept = {}}) {
-    const auto made = fileSystem_.createDirectory(dataDirectory(fileSystem_));
+    const auto made = fileSystem_.createDirectory(dataDirectoryOf(fileSystem_));
     if (!made) diagnostic({"📚 ", made.error().localizedDescription});
     loadCache();
     diagnostic({"📚 BookmarkManager initialized with cache at: ", file_.path()});

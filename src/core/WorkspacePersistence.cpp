@@ -1,5 +1,6 @@
 #include "core/WorkspacePersistence.h"
 
+#include "core/DataDirectory.h"
 #include "core/KeptCopies.h"
 #include "core/RecordCoding.h"
 #include "foundation/Diagnostics.h"
@@ -25,10 +26,6 @@ void showFailure(MainQueue& mainQueue, Alerts& alerts, std::string title, std::s
         alerts.runModal(
             {.title = title, .message = message, .style = AlertStyle::warning, .buttons = {"OK"}});
     });
-}
-
-std::string dataDirectoryOf(const FileSystem& fileSystem) {
-    return path::join(fileSystem.applicationSupportDirectory(), "Corvane");
 }
 
 } // namespace

@@ -1,17 +1,19 @@
 #include "linux/LinuxSession.h"
 
+#include "foundation/Url.h"
 #include "linux/session/SessionEnd.h"
 #include "linux/session/SingleInstance.h"
 #include "linux/session/SystemAppearance.h"
 #include "linux/system/EventThread.h"
 #include "linux/system/UserFolders.h"
+#include "platform/Bundles.h"
 
 #include <cstdio>
 
 namespace corvane {
 
 struct LinuxSession::Parts {
-    SingleInstance instance{userFolders::data() + "/Corvane"};
+    SingleInstance instance{path::join(userFolders::data(), programName)};
     std::optional<SystemAppearance> appearance;
     const std::string startupId = SessionEnd::takeStartupId();
     std::optional<SessionEnd> end;

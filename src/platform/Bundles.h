@@ -8,6 +8,8 @@ namespace corvane {
 
 /// What the system knows this program by: its desktop entry, its preferences, its bundle.
 inline constexpr const char* programIdentifier = "app.corvane.Corvane";
+/// What people know it by, and the folder of its data is called.
+inline constexpr const char* programName = "Corvane";
 
 /// What an application bundle says of itself; each is absent where the bundle doesn't say.
 struct Bundle {

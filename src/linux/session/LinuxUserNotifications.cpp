@@ -38,7 +38,7 @@ void notify(EventThread& events, const UserNotification& notification, bool esca
     g_variant_builder_add(&hints, "{sv}", "desktop-entry", g_variant_new_string(programIdentifier));
     g_variant_builder_add(&hints, "{sv}", "suppress-sound", g_variant_new_boolean(TRUE));
     events.call(serverCall("Notify"),
-                g_variant_new("(susssasa{sv}i)", "Corvane", replacesNone, programIdentifier,
+                g_variant_new("(susssasa{sv}i)", programName, replacesNone, programIdentifier,
                               notification.title.c_str(), body.c_str(), nullptr, &hints,
                               asLongAsTheServerLikes));
 }
