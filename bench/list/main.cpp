@@ -182,8 +182,8 @@ struct RealWindow {
     WorkspaceStore store{platform, bookmarks};
     ContentState content{store, platform};
     HeaderModel header{content.header, {}};
-    WorkspaceListModel list{content.list, {}, {}};
-    SettingsModel settings{content.settings};
+    WorkspaceListModel list{content.list, store, {}, {}};
+    SettingsModel settings{content.settings, store};
     UndoModel undo{content.undo};
     std::unique_ptr<QQuickWindow> view;
 };
