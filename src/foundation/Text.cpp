@@ -101,6 +101,8 @@ std::size_t firstInvalidUtf8(std::string_view text) {
             if (eight & 0x8080808080808080u) break;
             offset += sizeof eight;
         }
+        while (offset < text.size() && static_cast<unsigned char>(text[offset]) < 0x80)
+            ++offset;
         if (offset == text.size()) break;
         const auto start = offset;
         if (nextCodePoint(text, offset) < 0) return start;
