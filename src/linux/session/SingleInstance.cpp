@@ -111,8 +111,8 @@ void SingleInstance::tellDisplays() const {
     const auto names = displayNames();
     const auto text = names.wayland + "\n" + names.x11 + "\n";
     // Where the disk is full, a part of a name has no end of a line behind it and counts for none.
-    [[maybe_unused]] const bool isTold = ftruncate(lock_.get(), 0) == 0 &&
-                                         pwrite(lock_.get(), text.data(), text.size(), 0) >= 0;
+    [[maybe_unused]] const bool isTold =
+        ftruncate(lock_.get(), 0) == 0 && pwrite(lock_.get(), text.data(), text.size(), 0) >= 0;
 }
 
 /// One name in common is enough: what is started from an X11 program of a Wayland session may know

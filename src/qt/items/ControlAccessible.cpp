@@ -56,7 +56,9 @@ public:
         if (kind == QAccessible::Description) return said("description").toString();
         return {};
     }
-    QAccessible::Role role() const override { return QAccessible::Role(told("spokenRole", "role").toInt()); }
+    QAccessible::Role role() const override {
+        return QAccessible::Role(told("spokenRole", "role").toInt());
+    }
     QAccessible::State state() const override {
         QAccessible::State state;
         const bool isShown = item().window() && item().window()->isVisible() &&
