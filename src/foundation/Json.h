@@ -116,12 +116,18 @@ public:
     std::string take();
 
 private:
-    /// A comma, if the value needs one before it.
-    void startValue();
+    /// Sees to room for that many bytes more.
+    void makeRoom(std::size_t size);
+    /// Writes a comma, if the value needs one before it, and answers where the value goes, with
+    /// room for `size` bytes; it counts once it has ended.
+    char* startValue(std::size_t size);
+    void endAt(const char* end);
     void open(char bracket);
     void close(char bracket);
 
+    /// The text, and behind its size what is free.
     std::string buffer_;
+    std::size_t size_ = 0;
     bool needsComma_ = false;
 };
 

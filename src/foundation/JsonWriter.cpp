@@ -1,9 +1,11 @@
 #include "foundation/Json.h"
 #include "foundation/Text.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <utility>
 
 #include <rapidjson/prettywriter.h>
@@ -13,22 +15,44 @@ namespace corvane::json {
 
 namespace {
 
-bool needsEscape(char c) {
-    return static_cast<unsigned char>(c) < 0x20 || c == '"' || c == '\\';
+constexpr std::size_t longestNumber = 32;
+
+enum class Byte : unsigned char { plain, ofLongerCharacter, escaped };
+
+constexpr auto kindsOfBytes = [] {
+    std::array<Byte, 256> kinds{};
+    for (std::size_t byte = 0; byte < kinds.size(); ++byte) {
+        const bool isEscaped = byte < 0x20 || byte == '"' || byte == '\\';
+        kinds[byte] = isEscaped      ? Byte::escaped
+                      : byte >= 0x80 ? Byte::ofLongerCharacter
+                                     : Byte::plain;
+    }
+    return kinds;
+}();
+
+Byte kindOf(char c) {
+    return kindsOfBytes[static_cast<unsigned char>(c)];
 }
 
-void appendEscaped(std::string& out, char c) {
+char* copy(std::string_view text, char* out) {
+    std::memcpy(out, text.data(), text.size());
+    return out + text.size();
+}
+
+/// At most six characters.
+char* writeEscaped(char* out, char c) {
     constexpr char digits[] = "0123456789ABCDEF";
     constexpr std::string_view plain = "\"\\bfnrt";
     constexpr std::string_view meant = "\"\\\b\f\n\r\t";
-    out += '\\';
+    *out++ = '\\';
     if (const auto found = meant.find(c); found != meant.npos) {
-        out += plain[found];
-        return;
+        *out++ = plain[found];
+        return out;
     }
-    out += "u00";
-    out += digits[static_cast<unsigned char>(c) >> 4];
-    out += digits[static_cast<unsigned char>(c) & 15];
+    const auto byte = static_cast<unsigned char>(c);
+    for (const char next : {'u', '0', '0', digits[byte >> 4], digits[byte & 15]})
+        *out++ = next;
+    return out;
 }
 
 /// Puts numbers as they are; the library's own writer puts them in quotes.
@@ -39,31 +63,37 @@ struct PrettyWriter : rapidjson::PrettyWriter<rapidjson::StringBuffer> {
     }
 };
 
-template <typename Number>
-void append(std::string& out, Number value) {
-    std::array<char, 32> digits;
-    out.append(digits.data(), std::to_chars(digits.begin(), digits.end(), value).ptr);
-}
-
 } // namespace
 
 Writer::Writer(std::size_t expectedSize) {
-    buffer_.reserve(expectedSize);
+    makeRoom(expectedSize);
 }
 
-void Writer::startValue() {
-    if (needsComma_) buffer_ += ',';
-    needsComma_ = true;
+void Writer::makeRoom(std::size_t size) {
+    if (buffer_.size() - size_ < size) buffer_.resize(std::max(size_ + size, 2 * buffer_.size()));
+}
+
+char* Writer::startValue(std::size_t size) {
+    makeRoom(size + 1);
+    char* const out = buffer_.data() + size_;
+    *out = ',';
+    return out + std::exchange(needsComma_, true);
+}
+
+void Writer::endAt(const char* end) {
+    size_ = static_cast<std::size_t>(end - buffer_.data());
 }
 
 void Writer::open(char bracket) {
-    startValue();
-    buffer_ += bracket;
+    char* const out = startValue(1);
+    *out = bracket;
+    endAt(out + 1);
     needsComma_ = false;
 }
 
 void Writer::close(char bracket) {
-    buffer_ += bracket;
+    makeRoom(1);
+    buffer_[size_++] = bracket;
     needsComma_ = true;
 }
 
@@ -81,57 +111,67 @@ void Writer::endArray() {
 }
 
 void Writer::key(std::string_view key) {
-    startValue();
-    buffer_ += '"';
-    buffer_ += key;
-    buffer_ += "\":";
+    char* out = startValue(key.size() + 3);
+    *out++ = '"';
+    out = copy(key, out);
+    *out++ = '"';
+    *out++ = ':';
+    endAt(out);
     needsComma_ = false;
 }
 
 void Writer::text(std::string_view value) {
-    if (!text::isValidUtf8(value)) throw EncodeError("a text that isn't UTF-8 can't be saved");
-    startValue();
-    buffer_ += '"';
-    // What stands between two escapes goes over in one piece.
-    std::size_t written = 0;
-    for (std::size_t i = 0; i < value.size(); ++i) {
-        if (!needsEscape(value[i])) continue;
-        buffer_.append(value, written, i - written);
-        appendEscaped(buffer_, value[i]);
-        written = i + 1;
+    constexpr std::size_t longestEscape = 6;
+    const bool asItIs = std::ranges::all_of(value, [](char c) { return kindOf(c) == Byte::plain; });
+    if (!asItIs && !text::isValidUtf8(value))
+        throw EncodeError("a text that isn't UTF-8 can't be saved");
+    char* out = startValue(value.size() * (asItIs ? 1 : longestEscape) + 2);
+    *out++ = '"';
+    if (asItIs) {
+        out = copy(value, out);
+    } else {
+        for (const char c : value) {
+            if (kindOf(c) == Byte::escaped) {
+                out = writeEscaped(out, c);
+            } else {
+                *out++ = c;
+            }
+        }
     }
-    buffer_.append(value, written);
-    buffer_ += '"';
+    *out++ = '"';
+    endAt(out);
 }
 
 void Writer::flag(bool value) {
-    startValue();
-    buffer_ += value ? "true" : "false";
+    const std::string_view word = value ? "true" : "false";
+    endAt(copy(word, startValue(word.size())));
 }
 
 void Writer::integer(std::int64_t value) {
-    startValue();
-    append(buffer_, value);
+    char* const out = startValue(longestNumber);
+    endAt(std::to_chars(out, out + longestNumber, value).ptr);
 }
 
 void Writer::number(double value) {
     if (!std::isfinite(value)) throw EncodeError("a number that isn't finite can't be saved");
-    startValue();
+    char* out = startValue(longestNumber);
+    char* const end = out + longestNumber;
     // Most numbers of a layout are whole, and those are written faster so.
     constexpr double mostDigits = 1e15;
-    if (std::trunc(value) != value || std::abs(value) >= mostDigits) return append(buffer_, value);
-    if (std::signbit(value)) buffer_ += '-';
-    append(buffer_, static_cast<std::int64_t>(std::abs(value)));
-    buffer_ += ".0";
+    if (std::trunc(value) != value || std::abs(value) >= mostDigits)
+        return endAt(std::to_chars(out, end, value).ptr);
+    if (std::signbit(value)) *out++ = '-';
+    out = std::to_chars(out, end, static_cast<std::int64_t>(std::abs(value))).ptr;
+    endAt(copy(".0", out));
 }
 
 void Writer::uuid(const Uuid& value) {
-    startValue();
-    buffer_ += '"';
-    std::array<char, 36> digits;
-    value.write(digits.data());
-    buffer_.append(digits.data(), digits.size());
-    buffer_ += '"';
+    constexpr std::size_t digits = 36;
+    char* const out = startValue(digits + 2);
+    out[0] = '"';
+    value.write(out + 1);
+    out[1 + digits] = '"';
+    endAt(out + digits + 2);
 }
 
 void Writer::rect(const Rect& value) {
@@ -148,6 +188,7 @@ void Writer::rect(const Rect& value) {
 }
 
 std::string Writer::take() {
+    buffer_.resize(std::exchange(size_, 0));
     needsComma_ = false;
     return std::exchange(buffer_, {});
 }
