@@ -1,5 +1,7 @@
 #include "desktop/harness/Controls.h"
 
+#include <iterator>
+#include <list>
 #include <stdexcept>
 
 #include <gio/gio.h>
@@ -36,11 +38,51 @@ Variant call(const Bus& bus, const Element& element, const char* interface, cons
     return answer ? Variant(answer, g_variant_unref) : nullptr;
 }
 
-/// The bits of the element's states, as AT-SPI numbers them.
+/// One question to one element; a floating reference to its arguments, if it has any.
+struct Question {
+    Element element;
+    const char* interface;
+    const char* method;
+    GVariant* arguments = nullptr;
+};
+
+/// The answers to all of them, asked at once, as each takes a turn of three processes by itself.
+/// Nothing for what has gone.
+std::vector<Variant> callAll(const Bus& bus, const std::vector<Question>& questions) {
+    const std::shared_ptr<GMainContext> context(g_main_context_new(), g_main_context_unref);
+    g_main_context_push_thread_default(context.get());
+    struct Slot {
+        std::size_t* left;
+        Variant answer = nullptr;
+    };
+    std::size_t left = questions.size();
+    std::vector<Slot> slots(questions.size(), {&left});
+    for (std::size_t i = 0; i < questions.size(); ++i) {
+        const auto& [element, interface, method, arguments] = questions[i];
+        const auto take = [](GObject* source, GAsyncResult* result, gpointer data) {
+            auto& slot = *static_cast<Slot*>(data);
+            auto* answer =
+                g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, nullptr);
+            if (answer) slot.answer = Variant(answer, g_variant_unref);
+            --*slot.left;
+        };
+        g_dbus_connection_call(bus.get(), element.bus.c_str(), element.path.c_str(), interface,
+                               method, arguments, nullptr, G_DBUS_CALL_FLAGS_NONE,
+                               answerWithinMilliseconds, nullptr, take, &slots[i]);
+    }
+    while (left > 0)
+        g_main_context_iteration(context.get(), TRUE);
+    g_main_context_pop_thread_default(context.get());
+    std::vector<Variant> answers;
+    for (auto& slot : slots)
+        answers.push_back(std::move(slot.answer));
+    return answers;
+}
+
+/// The bits of an element's states, as AT-SPI numbers them.
 class States {
 public:
-    States(const Bus& bus, const Element& element) {
-        const auto answer = call(bus, element, accessible, "GetState");
+    explicit States(const Variant& answer) {
         if (!answer || !g_variant_is_of_type(answer.get(), G_VARIANT_TYPE("(au)"))) return;
         const Variant words(g_variant_get_child_value(answer.get(), 0), g_variant_unref);
         if (g_variant_n_children(words.get()) > 0) {
@@ -55,9 +97,7 @@ private:
     guint32 bits_ = 0;
 };
 
-std::string name(const Bus& bus, const Element& element) {
-    const auto answer = call(bus, element, "org.freedesktop.DBus.Properties", "Get",
-                             g_variant_new("(ss)", accessible, "Name"));
+std::string nameIn(const Variant& answer) {
     if (!answer) return {};
     GVariant* value = nullptr;
     g_variant_get(answer.get(), "(v)", &value);
@@ -66,27 +106,22 @@ std::string name(const Bus& bus, const Element& element) {
                                                               : "";
 }
 
-std::string roleName(const Bus& bus, const Element& element) {
-    const auto answer = call(bus, element, accessible, "GetRoleName");
+std::string roleIn(const Variant& answer) {
     if (!answer) return {};
     const char* text = nullptr;
     g_variant_get(answer.get(), "(&s)", &text);
     return text;
 }
 
-Rect extents(const Bus& bus, const Element& element) {
-    constexpr guint32 onScreen = 0;
-    const auto answer = call(bus, element, "org.a11y.atspi.Component", "GetExtents",
-                             g_variant_new("(u)", onScreen));
+Rect extentsIn(const Variant& answer) {
     if (!answer) return {};
     gint32 x = 0, y = 0, width = 0, height = 0;
     g_variant_get(answer.get(), "((iiii))", &x, &y, &width, &height);
     return {double(x), double(y), double(width), double(height)};
 }
 
-std::vector<Element> children(const Bus& bus, const Element& element) {
+std::vector<Element> childrenIn(const Variant& answer) {
     std::vector<Element> found;
-    const auto answer = call(bus, element, accessible, "GetChildren");
     if (!answer) return found;
     GVariantIter* each = nullptr;
     g_variant_get(answer.get(), "(a(so))", &each);
@@ -98,20 +133,52 @@ std::vector<Element> children(const Bus& bus, const Element& element) {
     return found;
 }
 
-void collect(const Bus& bus, const Element& element, std::vector<Control>& found) {
-    const States states(bus, element);
-    if (!states.isShowing()) return;
-    if (const auto text = name(bus, element); !text.empty()) {
-        found.push_back({.name = text,
-                         .role = roleName(bus, element),
-                         .isEnabled = states.isEnabled(),
-                         .place = extents(bus, element),
-                         .hasKeyboard = states.isFocused(),
-                         .bus = element.bus,
-                         .path = element.path});
+std::vector<Element> children(const Bus& bus, const Element& element) {
+    return childrenIn(call(bus, element, accessible, "GetChildren"));
+}
+
+/// What shows itself in a window, parents before their children: a question to all of a floor at a
+/// time.
+std::list<Control> shownIn(const Bus& bus, const Element& window) {
+    constexpr guint32 onScreen = 0;
+    std::list<Control> found(1);
+    struct Child {
+        Element element;
+        std::list<Control>::iterator parent;
+    };
+    std::vector<Child> floor{{window, found.begin()}};
+    while (!floor.empty()) {
+        std::vector<Question> questions;
+        for (const auto& [element, parent] : floor) {
+            questions.push_back({element, accessible, "GetState"});
+            questions.push_back({element, "org.freedesktop.DBus.Properties", "Get",
+                                 g_variant_new("(ss)", accessible, "Name")});
+            questions.push_back({element, accessible, "GetRoleName"});
+            questions.push_back({element, "org.a11y.atspi.Component", "GetExtents",
+                                 g_variant_new("(u)", onScreen)});
+            questions.push_back({element, accessible, "GetChildren"});
+        }
+        const auto answers = callAll(bus, questions);
+        std::vector<Child> next;
+        // From the last, as each goes right behind its parent.
+        for (std::size_t i = floor.size(); i-- > 0;) {
+            const auto& [element, parent] = floor[i];
+            const auto* answer = &answers[i * questions.size() / floor.size()];
+            const States states(answer[0]);
+            if (!states.isShowing()) continue;
+            const auto control = found.insert(std::next(parent), {.name = nameIn(answer[1]),
+                                                                  .role = roleIn(answer[2]),
+                                                                  .isEnabled = states.isEnabled(),
+                                                                  .place = extentsIn(answer[3]),
+                                                                  .hasKeyboard = states.isFocused(),
+                                                                  .bus = element.bus,
+                                                                  .path = element.path});
+            for (const auto& child : childrenIn(answer[4]))
+                next.push_back({child, control});
+        }
+        floor = std::move(next);
     }
-    for (const auto& child : children(bus, element))
-        collect(bus, child, found);
+    return found;
 }
 
 } // namespace
@@ -137,7 +204,9 @@ std::vector<Control> Accessibility::controls(pid_t pid) const {
         if (pid_t(ownerPid) != pid) continue;
         for (const auto& window : children(bus_, application)) {
             const auto before = found.size();
-            collect(bus_, window, found);
+            for (auto& control : shownIn(bus_, window)) {
+                if (!control.name.empty()) found.push_back(std::move(control));
+            }
             if (found.size() > before) found[before].isWindow = true;
         }
     }

@@ -1,5 +1,6 @@
 #include "desktop/harness/Process.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <csignal>
@@ -23,9 +24,14 @@ namespace fs = std::filesystem;
 bool comesTrue(const std::function<bool()>& condition, double seconds) {
     using Clock = std::chrono::steady_clock;
     const auto deadline = Clock::now() + std::chrono::duration<double>(seconds);
+    // Each look costs whoever is looked at its time as well, and most of what takes long takes
+    // seconds.
+    auto pause = std::chrono::milliseconds(20);
+    constexpr std::chrono::milliseconds longest(200);
     while (!condition()) {
         if (Clock::now() > deadline) return false;
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        std::this_thread::sleep_for(pause);
+        pause = std::min(pause + pause / 2, longest);
     }
     return true;
 }
