@@ -1,4 +1,5 @@
 #include "core/RecordCoding.h"
+#include "qt/simulated/Pictures.h"
 #include "qt/toolkit/QtToolkit.h"
 #include "qt/toolkit/Startup.h"
 #include "qt/tray/QtStatusBar.h"
@@ -6,6 +7,7 @@
 #include "simulated/SimulatedDesktop.h"
 
 #include <QApplication>
+#include <QCommandLineParser>
 #include <QTimer>
 
 using namespace corvane;
@@ -71,14 +73,33 @@ std::vector<Workspace> workspaces(const Platform& platform) {
     return {writing, accounts, design, makeWorkspace("Someday", "Still empty", "cloud", now)};
 }
 
+/// What `--pictures` and what goes with it ask for.
+std::optional<PictureOrder> ordered(const QApplication& application) {
+    const QCommandLineOption pictures("pictures", "Puts a picture of each state there.", "folder");
+    const QCommandLineOption width("width", "Of the window in the pictures.", "width", "1000");
+    const QCommandLineOption dark("dark", "They are dark.");
+    QCommandLineParser parser;
+    parser.addHelpOption();
+    parser.addOptions({pictures, width, dark});
+    parser.process(application);
+    if (!parser.isSet(pictures)) return std::nullopt;
+    constexpr int height = 700;
+    return PictureOrder{.folder = parser.value(pictures),
+                        .windowSize = {parser.value(width).toInt(), height},
+                        .isDark = parser.isSet(dark)};
+}
+
 } // namespace
 
+/// The program over a desktop in memory, to be tried or to have its picture taken.
 int main(int argc, char** argv) {
     prepareApplication();
     QApplication application(argc, argv);
     nameApplication(application);
+    const auto pictures = ordered(application);
     QtStatusBar tray;
-    QtToolkit toolkit(tray);
+    QtToolkit toolkit(
+        tray, [&] { return pictures ? std::optional(pictures->isDark) : std::optional<bool>(); });
 
     SimulatedDesktop desktop;
     furnish(desktop);
@@ -96,5 +117,6 @@ int main(int argc, char** argv) {
     steps.start(stepInMilliseconds);
 
     CorvaneApp app(platform);
+    if (pictures) takePictures(*pictures, app, toolkit.windows());
     return toolkit.run(app);
 }

@@ -91,11 +91,11 @@ QtObject {
 
     readonly property var cardGradients: [
         ["#2F7DF0", "#A45EE0"],
-        ["#F0508C", "#F5922A"],
-        ["#34B455", "#2F7DF0"],
+        ["#F0508C", "#DE6F10"],
+        ["#2A9D49", "#2F7DF0"],
         ["#9B55DC", "#F0508C"],
-        ["#F5922A", "#E5483E"],
-        ["#2F7DF0", "#2FB8D6"]
+        ["#DE6F10", "#E5483E"],
+        ["#2F7DF0", "#1E9BB8"]
     ]
 
     function mixed(lightName: string, darkName: string): color {

@@ -96,7 +96,7 @@ PressButton {
         height: parent.height
         symbol: chip.isRunning ? "stop.fill" : "play.fill"
         size: 12
-        color: Theme.faded(chip.isRunning ? Theme.red : chip.hovered ? Theme.blue : Theme.secondaryLabel, 0.7 + 0.3 * chip.lift)
+        color: Theme.faded(chip.isRunning ? Theme.red : chip.hovered ? Theme.blue : Theme.secondaryLabel, 0.85 + 0.15 * chip.lift)
         scale: 1 + 0.1 * chip.lift
     }
 

@@ -31,7 +31,7 @@ ResourceRowData {
     Rectangle {
         id: line
 
-        visible: row.index < row.resources.count - 1
+        visible: row.resources !== null && row.index < row.resources.count - 1
         anchors.bottom: parent.bottom
         x: 12
         width: parent.width - 2 * Theme.spacingL
