@@ -29,7 +29,7 @@ inline std::string storedPreference(const UserDefaults& defaults, std::string_vi
 template <typename T>
 class Preference {
 public:
-    Preference(ChangeSignal& signal, UserDefaults& defaults, std::string_view key, T initial)
+    Preference(ChangeSignal& signal, UserDefaults& defaults, std::string_view key, const T& initial)
         : field_(signal, storedPreference(defaults, key, initial)), defaults_(defaults), key_(key) {
         defaults_.setObject(key_, PropertyList{field_.get()});
     }

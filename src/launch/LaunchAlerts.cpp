@@ -61,7 +61,7 @@ void LaunchAlerts::showOthers() {
     });
 }
 
-void LaunchAlerts::ask(const Alert& alert, std::function<void(AlertResponse)> answered) {
+void LaunchAlerts::ask(const Alert& alert, const std::function<void(AlertResponse)>& answered) {
     if (!alerts_.beginSheet(alert, answered)) answered(alerts_.runModal(alert));
 }
 

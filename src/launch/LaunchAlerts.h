@@ -27,7 +27,7 @@ public:
 private:
     void present(const Alert& alert, const std::function<void(int response)>& handler);
     void showOthers();
-    void ask(const Alert& alert, std::function<void(AlertResponse)> answered);
+    void ask(const Alert& alert, const std::function<void(AlertResponse)>& answered);
 
     Alerts& alerts_;
     MainQueue& mainQueue_;

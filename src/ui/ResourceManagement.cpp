@@ -32,7 +32,8 @@ void addApplication(const std::string& appName, const Uuid& resourceId, const Uu
 
 /// The store's own operations take the first resource of an identifier.
 template <typename Change>
-void edit(WorkspaceStore& store, const Uuid& workspaceId, const RecordKey& key, Change change) {
+void edit(WorkspaceStore& store, const Uuid& workspaceId, const RecordKey& key,
+          const Change& change) {
     const auto* found = store.find(workspaceId);
     const auto place = found ? placeOf(key, found->resources) : std::nullopt;
     if (!place) return;
@@ -265,7 +266,7 @@ void ResourceManagement::addFile(const Url& url) {
 }
 
 Url ResourceManagement::meantBy(const Url& dropped) const {
-    const auto path = dropped.path();
+    const auto& path = dropped.path();
     if (const auto bundle = desktop_.bundles.bundlePathOfLauncher(path)) {
         return Url::fromPath(*bundle);
     }

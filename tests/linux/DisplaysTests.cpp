@@ -19,7 +19,7 @@ protected:
         ASSERT_TRUE(runs("xrandr --setmonitor '" + name + "' " + geometry.str() +
                          (name.find("first") == std::string::npos ? " none" : " screen")));
     }
-    std::string frames(Rect Display::*kind = &Display::frame) {
+    std::string frames(Rect Display::* kind = &Display::frame) {
         std::vector<std::string> texts;
         for (const auto& screen : displays_.screens())
             texts.push_back(rectText(screen.*kind));

@@ -96,7 +96,8 @@ protected:
     LaunchedApplications launched_;
     RunningApplications running_{installed_, system_, launched_};
     std::vector<std::string> jobs_;
-    Quitting quitting_{system_, running_, [this](auto names, auto) { jobs_ = names; }};
+    Quitting quitting_{system_, running_,
+                       [this](const auto& names, const auto&) { jobs_ = names; }};
     std::list<Program> programs_;
     std::vector<pid_t> started_;
 };

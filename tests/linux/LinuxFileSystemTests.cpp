@@ -116,8 +116,8 @@ TEST_F(LinuxFileSystemTest, aWriteKeepsAttributesAndTakesAwayWhatAKilledOneLeft)
 
 TEST_F(LinuxFileSystemTest, aReaderSeesTheOldContentWholeDuringAWrite) {
     write(in("file"), "old");
-    struct stat before {};
-    struct stat after {};
+    struct stat before{};
+    struct stat after{};
     ::stat(in("file").c_str(), &before);
     ASSERT_TRUE(files_.writeFile(in("file"), "new"));
     ::stat(in("file").c_str(), &after);

@@ -170,7 +170,7 @@ TEST_F(Session, theEndOfTheSessionAndSignalsAskForTheEnd) {
     EXPECT_EQ(std::getenv("DESKTOP_AUTOSTART_ID"), nullptr);
     end.emplace(events, startupId,
                 SessionEnd::Calls{.prepare =
-                                      [&](std::function<void()> given) {
+                                      [&](const std::function<void()>& given) {
                                           if (!std::exchange(ready, given)) asked.set_value();
                                       },
                                   .goOn = [&] { ++resumptions; },

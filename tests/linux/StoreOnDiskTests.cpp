@@ -46,7 +46,7 @@ protected:
     }
     /// Leaves room for a gigabyte on that disk, or for nothing.
     void giveOwnDiskRoom(bool hasRoom) const {
-        struct statvfs disk {};
+        struct statvfs disk{};
         EXPECT_EQ(statvfs(folder_.c_str(), &disk), 0);
         const auto used = (disk.f_blocks - disk.f_bfree) * disk.f_frsize;
         const auto size = "size=" + std::to_string(hasRoom ? 1 << 30 : used);

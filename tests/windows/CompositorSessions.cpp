@@ -213,15 +213,16 @@ public:
             {ByHand::fillScreen, "w.fullScreen = true"},
             {ByHand::minimize, "w.minimized = true"},
             {ByHand::move, "w.frameGeometry = {x: 333, y: 222, width: w.width, height: w.height}"},
-            {ByHand::toOtherWorkspace, "workspace.createDesktop(1, 'more'); w.desktop = 2"}};
+            {ByHand::toOtherWorkspace,
+             "workspace.createDesktop(1, 'more'); "
+             "isSix ? w.desktops = [workspace.desktops[1]] : w.desktop = 2"}};
         const auto file = folder_ + "/deed.js";
-        write(file, "workspace.clientList().filter(w => String(w.internalId) == '" +
+        write(file, "const isSix = workspace.windowList !== undefined;\n"
+                    "(isSix ? workspace.windowList() : workspace.clientList())"
+                    ".filter(w => String(w.internalId) == '" +
                         identifier(window) + "').forEach(w => { " + words.at(deed) + "; });\n");
-        std::smatch found;
-        const auto loaded =
-            call("/Scripting org.kde.kwin.Scripting.loadScript " + file + ' ' + file);
-        ASSERT_TRUE(std::regex_search(loaded, found, std::regex("[0-9]+")));
-        call('/' + found.str() + " org.kde.kwin.Script.run");
+        call("/Scripting org.kde.kwin.Scripting.loadScript " + file + ' ' + file);
+        call("/Scripting org.kde.kwin.Scripting.start");
         call("/Scripting org.kde.kwin.Scripting.unloadScript " + file);
     }
 

@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -80,6 +81,10 @@ struct SessionKind {
     std::string name;
     std::function<std::unique_ptr<WindowSession>()> start;
 };
+/// Else a failed test is told with the bytes of it.
+inline void PrintTo(const SessionKind& kind, std::ostream* out) {
+    *out << kind.name;
+}
 
 std::unique_ptr<WindowSession> startMemorySession();
 std::unique_ptr<WindowSession> startX11Session(const std::vector<std::string>& manager);

@@ -62,7 +62,7 @@ std::optional<FileHandle> handleOf(const std::string& path, Links links) {
 
 /// All but the handle.
 std::optional<FileIdentity> inodeOf(const std::string& path, Links links) {
-    struct statx status {};
+    struct statx status{};
     const int flags = AT_NO_AUTOMOUNT | (links == Links::follow ? 0 : AT_SYMLINK_NOFOLLOW);
     if (statx(AT_FDCWD, path.c_str(), flags, STATX_INO | STATX_BTIME, &status) != 0)
         return std::nullopt;

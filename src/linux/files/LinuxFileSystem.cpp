@@ -55,7 +55,7 @@ bool renameWithoutReplacing(const std::string& from, const std::string& to) {
     }
     if (errno != EINVAL && errno != ENOSYS) return false;
     // The file system lacks the operation.
-    struct stat present {};
+    struct stat present{};
     if (::lstat(to.c_str(), &present) == 0) {
         errno = EEXIST;
         return false;
@@ -90,13 +90,13 @@ LinuxFileSystem::LinuxFileSystem(const InstalledApplications& installed)
       documents_(userFolders::documents()) {}
 
 bool LinuxFileSystem::exists(const std::string& path) const {
-    struct stat info {};
+    struct stat info{};
     if (!isUsable(path)) return false;
     return ::stat(path.c_str(), &info) == 0 || installed_.byBundlePath(path).has_value();
 }
 
 bool LinuxFileSystem::isDirectory(const std::string& path) const {
-    struct stat info {};
+    struct stat info{};
     if (!isUsable(path)) return false;
     if (::stat(path.c_str(), &info) == 0) return S_ISDIR(info.st_mode);
     return installed_.byBundlePath(path).has_value();
@@ -114,7 +114,7 @@ std::vector<std::string> LinuxFileSystem::namesIn(const std::string& folder) con
 
 Result<FileStamp> LinuxFileSystem::stamp(const std::string& path) const {
     if (!isUsable(path)) return unusable("look at", path);
-    struct stat info {};
+    struct stat info{};
     if (::stat(path.c_str(), &info) != 0) return fileError("look at", path, errno);
     return stampOf(info);
 }
@@ -123,7 +123,7 @@ Result<std::string> LinuxFileSystem::readFile(const std::string& path) const {
     if (!isUsable(path)) return unusable("read", path);
     // Opening a pipe would wait for its other end, a terminal could become this process's own.
     const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-    struct stat info {};
+    struct stat info{};
     if (!file || ::fstat(file.get(), &info) != 0) return fileError("read", path, errno);
     if (S_ISDIR(info.st_mode)) return fileError("read", path, EISDIR);
     if (!S_ISREG(info.st_mode)) return fileError("read", path, "Not a regular file");
@@ -215,7 +215,7 @@ Result<void> LinuxFileSystem::removeItem(const std::string& path) {
 }
 
 void LinuxFileSystem::makePrivate(const std::string& path) {
-    struct stat info {};
+    struct stat info{};
     if (!isUsable(path) || ::stat(path.c_str(), &info) != 0 || info.st_uid != ::geteuid()) return;
     constexpr mode_t ofOthers = S_IRWXG | S_IRWXO;
     if (info.st_mode & ofOthers) ::chmod(path.c_str(), info.st_mode & 07777 & ~ofOthers);

@@ -36,7 +36,7 @@ void addEntry(const std::string& path, Walk& walk) {
 
 void collectFrom(const std::string& folder, Walk& walk) {
     constexpr std::size_t deepest = 8;
-    struct stat info {};
+    struct stat info{};
     const bool isThere = ::stat(folder.c_str(), &info) == 0;
     const std::pair self(info.st_dev, info.st_ino);
     if (walk.above.size() > deepest || std::ranges::count(walk.above, self) > 0) {
@@ -63,7 +63,7 @@ void collectFrom(const std::string& folder, Walk& walk) {
 } // namespace
 
 std::optional<EntryStamp> entryStampOf(const std::string& path) {
-    struct stat info {};
+    struct stat info{};
     if (::stat(path.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return std::nullopt;
     return EntryStamp{info.st_dev, info.st_ino, info.st_size, info.st_mtim.tv_sec,
                       info.st_mtim.tv_nsec};
@@ -71,7 +71,7 @@ std::optional<EntryStamp> entryStampOf(const std::string& path) {
 
 std::optional<std::int64_t> changeTimeOf(const std::string& folder) {
     constexpr std::int64_t nanoseconds = 1'000'000'000;
-    struct stat info {};
+    struct stat info{};
     if (::stat(folder.c_str(), &info) != 0) return std::nullopt;
     return info.st_mtim.tv_sec * nanoseconds + info.st_mtim.tv_nsec;
 }

@@ -103,7 +103,7 @@ std::optional<std::string> withArgument(const std::string& script, std::size_t n
         }
         ++i;
         if (isDouble) {
-            const bool mayBeNested = script.find_first_of("`") < i || script.find("$(") < i;
+            const bool mayBeNested = script.find('`') < i || script.find("$(") < i;
             if (mayBeNested) return std::nullopt;
             result += "${" + name + "}";
         } else {
@@ -118,7 +118,7 @@ std::optional<std::string> withArgument(const std::string& script, std::size_t n
 /// shell's script it would be read by the shell: "$(...)" in the name of a file would run.
 Result<Words> withItemsApart(Words words, const InstalledApplication& application) {
     const std::size_t script = scriptPlace(words);
-    if (const char code = script > 0 ? itemCode(words[script]) : 0) {
+    if (const char code = script > 0 ? itemCode(words[script]) : char{}) {
         // $0 is the word behind the script.
         if (script + 1 == words.size()) words.push_back("sh");
         if (auto text = withArgument(words[script], words.size() - script - 1)) {

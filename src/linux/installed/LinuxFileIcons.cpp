@@ -12,7 +12,7 @@ namespace {
 /// Anything may stand at the path that an entry names; a pipe would be waited for without end.
 bool isPicture(const std::string& path) {
     constexpr off_t largest = 16 << 20;
-    struct stat info {};
+    struct stat info{};
     return ::stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode) && info.st_size <= largest;
 }
 

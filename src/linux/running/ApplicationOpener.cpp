@@ -24,7 +24,7 @@ std::string contentTypeOf(const std::string& path) {
 
 /// What a file manager would run where no application opens it: AppImages, scripts, own builds.
 bool isExecutable(const Url& url) {
-    struct stat info {};
+    struct stat info{};
     return url.isFile() && ::stat(url.path().c_str(), &info) == 0 && S_ISREG(info.st_mode) &&
            ::access(url.path().c_str(), X_OK) == 0 &&
            g_content_type_can_be_executable(contentTypeOf(url.path()).c_str());
@@ -36,7 +36,7 @@ Result<void> run(const std::string& program) {
 }
 
 bool isFolder(const std::string& path) {
-    struct stat info {};
+    struct stat info{};
     return ::stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
 }
 

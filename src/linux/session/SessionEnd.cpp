@@ -33,7 +33,7 @@ int SessionEnd::terminateNow(void* self) {
 }
 
 void SessionEnd::watchSignal(EventThread& events, int number) {
-    struct sigaction current {};
+    struct sigaction current{};
     sigaction(number, nullptr, &current);
     if (current.sa_handler == SIG_IGN) return;
     GSource* source = g_unix_signal_source_new(number);

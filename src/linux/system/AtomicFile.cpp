@@ -26,8 +26,8 @@ constexpr std::string_view temporaryPrefix = ".corvane-";
 /// it by the same rule where it follows links itself.
 bool mayFollow(const std::filesystem::path& link) {
     constexpr mode_t shared = S_ISVTX | S_IWOTH;
-    struct stat folder {};
-    struct stat itself {};
+    struct stat folder{};
+    struct stat itself{};
     const auto parent = link.parent_path();
     if (::stat(parent.c_str(), &folder) != 0 || ::lstat(link.c_str(), &itself) != 0) return false;
     return (folder.st_mode & shared) != shared || itself.st_uid == ::geteuid() ||
@@ -134,7 +134,7 @@ void removeLeftovers(const std::string& folder) {
     for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
          entry.increment(error)) {
         if (!entry->path().filename().string().starts_with(temporaryPrefix)) continue;
-        struct stat info {};
+        struct stat info{};
         const bool isOurs = ::lstat(entry->path().c_str(), &info) == 0 && S_ISREG(info.st_mode) &&
                             info.st_uid == ::geteuid();
         std::error_code none;
@@ -147,7 +147,7 @@ void removeLeftovers(const std::string& folder) {
 /// with errno on failure.
 bool writeInPlace(const std::string& path, std::string_view bytes, struct stat& made) {
     FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
-    struct stat before {};
+    struct stat before{};
     if (!file || ::fstat(file.get(), &before) != 0) return false;
     const auto size = static_cast<off_t>(bytes.size());
     if (const int full = size > 0 ? ::posix_fallocate(file.get(), 0, size) : 0; full != 0) {
@@ -197,7 +197,7 @@ Result<struct stat> replaceFile(const std::string& path, std::string_view bytes,
 
     removeLeftovers(path::parent(*target));
     const std::string temporary = temporaryNameBeside(*target);
-    struct stat made {};
+    struct stat made{};
     const bool isMade = makeFile(temporary, bytes, existed ? &old : nullptr, made);
     int reason = errno;
     // Making the file takes the disk's time, in which another program may have come.

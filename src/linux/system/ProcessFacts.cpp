@@ -32,7 +32,7 @@ constexpr std::size_t longestStart = 2 << 20;
 /// file is empty, and nothing is waited for.
 std::string contentOf(const std::string& file, std::size_t longest = longestText) {
     const FileDescriptor opened(::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-    struct stat info {};
+    struct stat info{};
     if (!opened || ::fstat(opened.get(), &info) != 0 || !S_ISREG(info.st_mode)) return {};
     std::string content;
     std::array<char, 1 << 14> piece;
@@ -68,7 +68,7 @@ std::vector<std::string> statusWords(const std::string& folder, const std::strin
 /// The folder of a program that keeps others from looking into it, as password managers do, is the
 /// superuser's; who runs it is told all the same.
 bool belongsToThisUser(const std::string& folder) {
-    struct stat info {};
+    struct stat info{};
     if (::stat(folder.c_str(), &info) != 0) return false;
     if (info.st_uid == ::geteuid()) return true;
     const auto users = statusWords(folder, "Uid:");

@@ -102,8 +102,7 @@ void AddResourceModel::select(const QString& type) {
 
 void AddResourceModel::pick() {
     // Outside of the press that led here, since a panel comes up.
-    QMetaObject::invokeMethod(
-        this, [this] { sheet_->pick(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, [this] { sheet_->pick(); }, Qt::QueuedConnection);
 }
 
 void AddResourceModel::add() {

@@ -33,8 +33,7 @@ void SettingsModel::resetConfirmations() {
 
 template <typename Action>
 void SettingsModel::later(Action action) {
-    QMetaObject::invokeMethod(
-        this, [this, action] { action(store_); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, [this, action] { action(store_); }, Qt::QueuedConnection);
 }
 
 void SettingsModel::importWorkspaces() {

@@ -5,6 +5,7 @@
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickWindow>
+#include <tuple>
 
 namespace corvane {
 
@@ -21,7 +22,7 @@ std::unique_ptr<QQuickWindow> makeWindow(QQmlEngine& engine, const QString& view
     auto* window = qobject_cast<QQuickWindow*>(made.get());
     if (!window) qFatal("%s", qPrintable(component.errorString()));
     QQmlEngine::setObjectOwnership(window, QQmlEngine::CppOwnership);
-    made.release();
+    std::ignore = made.release();
     return std::unique_ptr<QQuickWindow>(window);
 }
 

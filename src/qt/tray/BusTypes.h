@@ -47,9 +47,7 @@ struct MenuEvent {
 };
 
 template <typename T>
-concept Structure = requires(T value) {
-    T::fields(value);
-};
+concept Structure = requires(T value) { T::fields(value); };
 
 template <Structure T>
 QDBusArgument& operator<<(QDBusArgument& argument, const T& value) {

@@ -99,8 +99,7 @@ void TrayMenu::Event(int id, const QString& eventId, const QDBusVariant&, uint) 
     if (eventId != "clicked" || index < 0) return;
     const auto& item = menu_[std::size_t(index)];
     if (!item.isEnabled || !item.action) return;
-    QMetaObject::invokeMethod(
-        this, [action = item.action] { action(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, [action = item.action] { action(); }, Qt::QueuedConnection);
 }
 
 QList<int> TrayMenu::EventGroup(const QList<bus::MenuEvent>& events) {

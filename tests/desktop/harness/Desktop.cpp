@@ -143,11 +143,8 @@ void Desktop::startSession() {
     set("DBUS_SESSION_BUS_ADDRESS", busAddress_);
     const auto windowManager = variable("WINDOW_MANAGER", "openbox");
     windowManager_ = std::make_unique<Process>(std::vector{windowManager}, environment_, log);
-    const bool isManaged = comesTrue(
-        [&] {
-            return run({"wmctrl", "-m"}).find("Name: ") != std::string::npos;
-        },
-        20);
+    const bool isManaged =
+        comesTrue([&] { return run({"wmctrl", "-m"}).find("Name: ") != std::string::npos; }, 20);
     if (!isManaged) throw std::runtime_error(windowManager + " doesn't come up:\n" + this->log());
     accessibility_ = std::make_unique<Accessibility>(busAddress_);
 }

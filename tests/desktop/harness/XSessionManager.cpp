@@ -82,7 +82,7 @@ SmsCallbacks XSessionManager::callbacks(XSessionManager* self) {
                               self};
     calls.set_properties = {[](SmsConn, SmPointer, int count, SmProp** properties) {
                                 std::for_each_n(properties, count, SmFreeProperty);
-                                std::free(properties);
+                                std::free(static_cast<void*>(properties));
                             },
                             self};
     calls.delete_properties = {

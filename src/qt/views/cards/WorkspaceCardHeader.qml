@@ -14,7 +14,7 @@ Item {
 
     // Where titles and controls have no room side by side, these go below.
     readonly property real room: width - 2 * Theme.spacingXL
-    readonly property real controlsWidth: (action.item ? action.item.naturalWidth : 0) + toggle.implicitWidth + 28 + 2 * Theme.spacingL
+    readonly property real controlsWidth: (action.item ? action.item.naturalWidth : 0) + toggle.implicitWidth + 28 + 2 * Theme.spacingL // qmllint disable
     readonly property bool isStacked: controlsWidth + 36 + 2 * Theme.spacingL + 160 > room
 
     implicitHeight: 2 * Theme.spacingXL + (isStacked ? Math.max(tile.height, titles.height) + 12 + controls.height : Math.max(tile.height, titles.height))
@@ -70,7 +70,7 @@ Item {
         Loader {
             id: action
 
-            width: item ? Math.min(header.room, item.naturalWidth) : 0
+            width: item ? Math.min(header.room, item.naturalWidth) : 0 // qmllint disable
             sourceComponent: header.card.isRunning ? whileRunning : otherwise
         }
         ActionButton {

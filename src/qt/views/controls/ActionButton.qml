@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Corvane
 
 // A button with a symbol, or a spinner in its place, and a title: white on its tint, or label on

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Corvane
 
 // One symbol among those that one can be picked from.

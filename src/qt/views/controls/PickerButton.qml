@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Corvane
 
 // Shows the path that was picked, and lets one pick another.

@@ -1,4 +1,3 @@
-import QtQuick
 import Corvane
 
 // A text that something is searched for by.

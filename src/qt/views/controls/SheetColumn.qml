@@ -1,7 +1,6 @@
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
-import Corvane
 
 // What a sheet holds, from top to bottom. Where it has no room it scrolls, also to what the keyboard
 // reaches.

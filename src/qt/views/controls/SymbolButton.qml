@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Corvane
 
 // A symbol that can be pressed, named by its tooltip.

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Corvane
 
 // Not a CheckBox: where assistive technology listens, Qt 6.4 leaks memory for each of those.

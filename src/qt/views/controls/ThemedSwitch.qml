@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Corvane
 
 // Shows what it is told to, and asks for the opposite when pressed.

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Corvane
 
 // One resource: a press launches it, or stops it while it runs. Where there is none for it, it is

@@ -133,9 +133,9 @@ Item {
 
         function onSheetChanged() {
             if (view.resources.addSheet)
-                addSheet.createObject(view, {
-                    sheet: view.resources.addSheet
-                }).open();
+                (addSheet.createObject(view, {
+                        sheet: view.resources.addSheet
+                    }) as AddResourceSheet).open();
         }
     }
 }

@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Controls.Basic
 import Corvane
 
 // A divider with a name, which a press lets one change.

@@ -95,9 +95,9 @@ Window {
 
     function showSheet(sheet: WorkspaceSheetModel) {
         if (sheet)
-            workspaceSheet.createObject(window.contentItem, {
-                sheet: sheet
-            }).open();
+            (workspaceSheet.createObject(window.contentItem, {
+                    sheet: sheet
+                }) as WorkspaceSheet).open();
     }
 
     UnifiedSettingsSheet {

@@ -12,7 +12,7 @@ Item {
     signal newSpaceWanted
 
     onFocusItemChanged: {
-        const reason = focusItem ? focusItem.focusReason : Qt.NoFocusReason;
+        const reason = focusItem ? focusItem.focusReason : Qt.NoFocusReason; // qmllint disable
         if (reason === Qt.TabFocusReason || reason === Qt.BacktabFocusReason)
             Qt.callLater(list.reveal, focusItem);
     }
