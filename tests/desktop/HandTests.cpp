@@ -30,10 +30,10 @@ protected:
             [&] { return readFile(desktop.workspacesFile()).find(text) != std::string::npos; });
     }
     bool terminalOpens() {
-        return comesTrue([&] { return desktop.terminalWindow().has_value(); }, 60);
+        return comesTrue([&] { return desktop.window("xterm").has_value(); }, 60);
     }
     bool terminalGoes() {
-        return comesTrue([&] { return !desktop.terminalWindow().has_value(); });
+        return comesTrue([&] { return !desktop.window("xterm").has_value(); });
     }
 };
 

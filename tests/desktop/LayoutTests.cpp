@@ -74,7 +74,7 @@ protected:
         writeFile(desktop.preferencesFile(), PropertyList{preferences}.toBinary());
     }
     std::string idOf(const std::string& name) {
-        const auto window = name == "XTerm" ? desktop.terminalWindow() : desktop.window(name);
+        const auto window = desktop.window(name);
         return window ? window->id : "";
     }
     bool startsAll(const Names& names) {

@@ -25,7 +25,7 @@ protected:
                 {{"notes.txt", "file", notes}, {"Shell", "terminal", "true"}}}});
         ASSERT_TRUE(desktop.press("Start"));
         ASSERT_TRUE(opens("mousepad", "notes.txt"));
-        ASSERT_TRUE(comesTrue([&] { return desktop.terminalWindow().has_value(); }));
+        ASSERT_TRUE(comesTrue([&] { return desktop.window("xterm").has_value(); }));
         ASSERT_TRUE(comes("2 resources running"));
     }
     bool finish() { return desktop.press("Finish") && desktop.press("Finish & Close"); }
@@ -65,7 +65,7 @@ TEST_F(Quit, aWorkspaceIsMadeStartedFinishedAndDeletedWithThePointer) {
     ASSERT_TRUE(desktop.press("Resources", "Errand"));
 
     ASSERT_TRUE(desktop.press("Start", "Errand"));
-    ASSERT_TRUE(comesTrue([&] { return desktop.terminalWindow().has_value(); }));
+    ASSERT_TRUE(comesTrue([&] { return desktop.window("xterm").has_value(); }));
     ASSERT_TRUE(comes("1 resources running"));
     ASSERT_TRUE(finish());
     EXPECT_TRUE(goes("xterm"));

@@ -207,7 +207,7 @@ TEST_F(Shell, itStartsAsTheSystemLooksAndASecondStartBringsItForward) {
     ASSERT_TRUE(hasWindow());
     EXPECT_TRUE(comes("Switch to Light Mode"));
     const auto other = desktop.start({"xterm"});
-    ASSERT_TRUE(comesTrue([&] { return desktop.terminalWindow().has_value(); }));
+    ASSERT_TRUE(comesTrue([&] { return desktop.window("xterm").has_value(); }));
     const auto isInFront = [&] {
         return desktop.run({"xdotool", "getactivewindow", "getwindowname"}) == "Corvane\n";
     };

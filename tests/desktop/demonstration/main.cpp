@@ -37,7 +37,7 @@ void demonstrate(const std::string& folder) {
     desktop.press("Start", "Writing");
     const bool isOpen = comesTrue([&] {
         return desktop.window("mousepad", "plan.txt") && desktop.window("pcmanfm", "Pictures") &&
-               desktop.terminalWindow();
+               desktop.window("xterm");
     });
     picture("2-opened");
     if (!isOpen) throw std::runtime_error("not everything opened:\n" + desktop.log());

@@ -49,7 +49,10 @@ Desktop::Desktop() {
     if (!mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder");
     root_ = pattern;
     adoptOrphans();
-    set("PATH", "/usr/local/bin:/usr/bin:/bin:/usr/local/sbin:/usr/sbin:/sbin");
+    // The terminal is the same one, whatever the machine has set.
+    fs::create_directory(root_ + "/bin");
+    fs::create_symlink("/usr/bin/xterm", root_ + "/bin/x-terminal-emulator");
+    set("PATH", root_ + "/bin:/usr/local/bin:/usr/bin:/bin:/usr/local/sbin:/usr/sbin:/sbin");
     set("LANG", "C.UTF-8");
     set("SHELL", "/bin/bash");
     set("HOME", home(""));
@@ -193,11 +196,6 @@ std::optional<Window> Desktop::window(const std::string& windowClass,
         }
     }
     return std::nullopt;
-}
-
-std::optional<Window> Desktop::terminalWindow(const std::string& titlePart) const {
-    const auto found = window("xterm", titlePart);
-    return found ? found : window("uxterm", titlePart);
 }
 
 std::vector<pid_t> Desktop::processes(const std::string& program) const {

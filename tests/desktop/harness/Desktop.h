@@ -67,8 +67,6 @@ public:
     /// WM_CLASS, in any case.
     std::optional<Window> window(const std::string& windowClass,
                                  const std::string& titlePart = "") const;
-    /// The window of the terminal emulator, which the machine may have set to either form of xterm.
-    std::optional<Window> terminalWindow(const std::string& titlePart = "") const;
     /// The processes on this desktop that run the program of that file name.
     std::vector<pid_t> processes(const std::string& program) const;
 
