@@ -20,6 +20,7 @@
 #include "linux/scripts/LinuxScriptEngine.h"
 #include "linux/scripts/LinuxTaskRunner.h"
 #include "linux/session/LinuxUserNotifications.h"
+#include "linux/system/EventThread.h"
 #include "linux/system/LinuxBackgroundQueue.h"
 #include "linux/system/LinuxClock.h"
 #include "linux/system/LinuxDiskQueue.h"
@@ -49,7 +50,7 @@ struct LinuxDesktop::Facilities {
     Facilities(MainQueue& mainQueue, Alerts& alerts, EventThread& events)
         : quitting{*windows, running, askingAboutJobs(mainQueue, alerts)},
           defaults{files, clock, mainQueue, diskQueue}, settings{recent, alerts},
-          notifications(mainQueue, events) {}
+          notifications(mainQueue, events), eventThread(events) {}
 
     bool openHere(const Url& url) {
         const bool isMine = SystemSettings::areMeantBy(url);
@@ -57,8 +58,21 @@ struct LinuxDesktop::Facilities {
         return isMine;
     }
 
+    /// Some programs say that they have started only with a window that never comes.
+    std::string beginLaunch(const InstalledApplication& application) {
+        constexpr std::chrono::seconds longest(15);
+        const auto token = windows->beginLaunch({application.displayName, application.desktopId},
+                                                halfASecondFromNow());
+        if (!token.empty())
+            eventThread.after(longest, [windows = windows, token] {
+                windows->endLaunch(token, halfASecondFromNow());
+            });
+        return token;
+    }
+
     InstalledApplications installed;
-    const std::unique_ptr<WindowSystem> windows = windowSystemHere();
+    /// Held by what is still to be told of launches, too.
+    const std::shared_ptr<WindowSystem> windows = windowSystemHere();
     RecentWindows recent{*windows};
     LaunchedApplications launched;
     RunningApplications running{installed, recent, launched};
@@ -68,7 +82,10 @@ struct LinuxDesktop::Facilities {
         {.list = [this] { return running.list(); },
          .activate = [this](const auto& application) { return running.activate(application); },
          .launched = [this](const auto& application,
-                            const auto& processes) { launched.add(application, processes); }}};
+                            const auto& processes) { launched.add(application, processes); },
+         .beginLaunch = [this](const auto& application) { return beginLaunch(application); },
+         .endLaunch =
+             [this](const auto& token) { windows->endLaunch(token, halfASecondFromNow()); }}};
     LinuxClock clock;
     LinuxFileSystem files{installed};
     /// Behind what its work uses, before those that give it work.
@@ -87,6 +104,7 @@ struct LinuxDesktop::Facilities {
     LinuxScriptEngine scripts{opener, accessibility};
     LinuxMetadataQuery metadata{installed};
     LinuxUserNotifications notifications;
+    EventThread& eventThread;
     NotificationCenter notificationCenter;
     /// Last, so that its work ends before what it uses goes.
     LinuxBackgroundQueue backgroundQueue;
@@ -107,6 +125,10 @@ bool LinuxDesktop::isOwnWindowAway(std::uint64_t number, const std::string& titl
     const auto window = facilities_->running.ownWindow(number, title);
     // One that has just been made isn't anywhere yet.
     return window && !window->isOnScreen && (window->isMinimized || !window->workspace.empty());
+}
+
+void LinuxDesktop::endLaunch(const std::string& token) {
+    if (!token.empty()) facilities_->windows->endLaunch(token, halfASecondFromNow());
 }
 
 Machine LinuxDesktop::machine() {

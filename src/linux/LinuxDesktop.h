@@ -28,6 +28,9 @@ public:
     /// Such a window is iconified or on another workspace than the one that is shown. False also
     /// where that can't be told.
     bool isOwnWindowAway(std::uint64_t number, const std::string& title);
+    /// A later start of the program has ended in this process's windows: whoever started it stops
+    /// telling that it starts.
+    void endLaunch(const std::string& token);
 
 private:
     struct Facilities;

@@ -68,7 +68,14 @@ void LinuxSession::serve(const Post& post, const Calls& calls) {
                         SessionEnd::Calls{.prepare = answering(calls.sessionWillEnd),
                                           .goOn = posting(calls.sessionGoesOn),
                                           .terminate = posting(calls.terminate)});
-    parts_->instance.serve(parts_->events, answering(calls.reopen));
+    parts_->instance.serve(
+        parts_->events,
+        [post, reopen = calls.reopen](const std::string& token, std::function<void()> done) {
+            post([reopen, token, done = std::move(done)] {
+                reopen(token);
+                done();
+            });
+        });
     parts_->appearance->whenTold(parts_->events, posting(calls.appearanceIsKnown));
 }
 

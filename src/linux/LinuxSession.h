@@ -32,8 +32,8 @@ public:
     /// Runs work on the main thread, also while an alert is up there.
     using Post = std::function<void(std::function<void()>)>;
     struct Calls {
-        /// The program was started again.
-        std::function<void()> reopen;
+        /// The program was started again, with that token or none for its window.
+        std::function<void(const std::string& token)> reopen;
         /// The system has said for the first time, perhaps late, what it prefers.
         std::function<void()> appearanceIsKnown;
         /// The user's session is about to end and waits for the return; or goes on after all.

@@ -38,7 +38,11 @@ int main(int argc, char** argv) {
         [&](auto work) {
             QMetaObject::invokeMethod(&application, std::move(work), Qt::QueuedConnection);
         },
-        {.reopen = [&] { windows.reopen(); },
+        {.reopen =
+             [&](const std::string& token) {
+                 windows.reopen(token);
+                 desktop.endLaunch(token);
+             },
          .appearanceIsKnown = [&] { toolkit.readAppearanceAgain(); },
          .sessionWillEnd = [&] { windows.sessionWillEnd(); },
          .sessionGoesOn = [&] { windows.sessionGoesOn(); },

@@ -11,6 +11,21 @@
 
 namespace corvane {
 
+/// A session bus of its own, which the environment names as long as it lives.
+class TestBus {
+public:
+    TestBus() { g_test_dbus_up(bus_); }
+    ~TestBus() {
+        g_test_dbus_down(bus_);
+        g_object_unref(bus_);
+    }
+    TestBus(const TestBus&) = delete;
+    std::string address() const { return g_test_dbus_get_bus_address(bus_); }
+
+private:
+    GTestDBus* bus_ = g_test_dbus_new(G_TEST_DBUS_NONE);
+};
+
 /// A service on a session bus that a test plays. It answers on a thread of its own, and keeps what
 /// it was asked.
 class BusService {

@@ -14,6 +14,11 @@ protected:
         writeFile(path, "Text of " + name + "\n");
         return path;
     }
+    static bool standsIn(pid_t process, const std::string& folder) {
+        std::error_code gone;
+        const auto link = "/proc/" + std::to_string(process) + "/cwd";
+        return std::filesystem::read_symlink(link, gone) == folder;
+    }
     /// A terminal emulator can be there twice: as the Terminal, and as an application.
     long terminalWindows() const {
         return std::ranges::count_if(desktop.windows(), [](const Window& window) {
@@ -68,10 +73,39 @@ TEST_F(Start, givesAnEditorOfTheTerminalOneAndAFolderToTheTerminal) {
     ASSERT_TRUE(desktop.press("Start"));
     EXPECT_TRUE(comesTrue([&] { return terminalWindows() == 2; }));
     EXPECT_TRUE(comesTrue([&] { return desktop.processes("vim.tiny").size() == 1; }));
-    const auto stands = [&](pid_t process) {
-        return std::filesystem::read_symlink("/proc/" + std::to_string(process) + "/cwd") == folder;
-    };
+    const auto stands = [&](pid_t process) { return standsIn(process, folder); };
     EXPECT_EQ(std::ranges::count_if(desktop.processes("xterm"), stands), 1);
+}
+
+TEST_F(Start, opensAFolderInAnEmulatorThatAServerShows) {
+    writeFile(desktop.home(".config/mimeapps.list"),
+              "[Default Applications]\ninode/directory=org.gnome.Terminal.desktop\n");
+    const auto folder = desktop.home("Documents");
+    writeFile(folder + "/notes.txt", "");
+    start({{"Texts", "", "star", {{"Documents", "folder", folder}}}});
+    ASSERT_TRUE(desktop.press("Start"));
+    EXPECT_TRUE(comesTrue([&] { return desktop.window("gnome-terminal").has_value(); }));
+    const auto shellStandsThere = [&] {
+        const auto servers = desktop.processes("gnome-terminal-server");
+        const auto shells = servers.empty() ? std::vector<pid_t>() : descendants(servers.front());
+        return shells.size() == 1 && standsIn(shells.front(), folder);
+    };
+    EXPECT_TRUE(comesTrue(shellStandsThere));
+}
+
+TEST_F(Start, comesInFrontOfCorvane) {
+    start({{"Notes", "", "star", {{"notes.txt", "file", document("notes.txt")}}}});
+    ASSERT_TRUE(desktop.press("Start"));
+    const auto isInFront = [&] {
+        const auto active = desktop.run({"xdotool", "getactivewindow", "getwindowname"});
+        return active.find("notes.txt") != std::string::npos;
+    };
+    EXPECT_TRUE(comesTrue(isInFront));
+    const auto editors = desktop.processes("mousepad");
+    ASSERT_EQ(editors.size(), 1u);
+    const auto environment = readFile("/proc/" + std::to_string(editors.front()) + "/environ");
+    for (const auto* told : {"DESKTOP_STARTUP_ID=corvane-", "XDG_ACTIVATION_TOKEN=corvane-"})
+        EXPECT_NE(environment.find(told), std::string::npos) << told;
 }
 
 TEST_F(Start, goesOnWhenTheWindowIsClosedAtOnce) {

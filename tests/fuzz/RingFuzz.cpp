@@ -18,7 +18,8 @@ namespace {
 /// The first process, which comes forward at once.
 struct First {
     First() {
-        instance.serve(events, [](const std::function<void()>& done) { done(); });
+        instance.serve(events,
+                       [](const std::string&, const std::function<void()>& done) { done(); });
     }
     const std::string folder =
         fs::temp_directory_path() / ("corvane-ring-" + std::to_string(std::random_device()()));
@@ -41,6 +42,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             0)
             __builtin_trap();
         (void)::send(caller.get(), data, size, MSG_NOSIGNAL | MSG_DONTWAIT);
+        (void)::shutdown(caller.get(), SHUT_WR);
         char answer = 0;
         if (listens && (::recv(caller.get(), &answer, 1, 0) != 1 || answer != 'f'))
             __builtin_trap();

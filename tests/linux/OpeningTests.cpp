@@ -1,3 +1,4 @@
+#include "bus/BusService.h"
 #include "foundation/Text.h"
 #include "linux/running/ApplicationOpener.h"
 #include "linux/running/LaunchedApplications.h"
@@ -11,6 +12,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <future>
 
 #include <gtest/gtest.h>
 
@@ -52,14 +54,22 @@ protected:
     const std::string noteUrl_ = Url::fromPath(note_).absoluteString();
     std::vector<RunningApplication> running_;
     std::vector<int> activated_;
+    std::vector<std::string> begun_, ended_;
     InstalledApplications installed_;
-    ApplicationOpener opener_{installed_,
-                              {.list = [this] { return running_; },
-                               .activate =
-                                   [this](const RunningApplication& which) {
-                                       activated_.push_back(which.processIdentifier);
-                                       return which.processIdentifier != 1;
-                                   }}};
+    ApplicationOpener opener_{
+        installed_,
+        {.list = [this] { return running_; },
+         .activate =
+             [this](const RunningApplication& which) {
+                 activated_.push_back(which.processIdentifier);
+                 return which.processIdentifier != 1;
+             },
+         .beginLaunch =
+             [this](const InstalledApplication& which) {
+                 begun_.push_back(which.name);
+                 return "token-" + std::to_string(begun_.size());
+             },
+         .endLaunch = [this](const std::string& token) { ended_.push_back(token); }}};
     const std::unique_ptr<WindowSystem> system_ = windowSystemHere();
     LaunchedApplications launched_;
     RunningApplications onDisplay_{installed_, *system_, launched_};
@@ -290,6 +300,67 @@ TEST_F(OpeningTest, whatNeedsATerminalGetsOneAndATerminalOpensAFolderByStandingI
               std::string::npos);
     uninstall("test.emulator");
     uninstall("test.pager");
+}
+
+TEST_F(OpeningTest, whatTakesATokenHasOneInItsEnvironment) {
+    write(place("bin/told"), "#!/bin/sh\necho \"$XDG_ACTIVATION_TOKEN|$DESKTOP_STARTUP_ID\" > " +
+                                 place("records/part") + "; mv " + place("records/part ") +
+                                 place("records/told.1\n"));
+    std::filesystem::permissions(place("bin/told"), std::filesystem::perms::owner_all);
+    const ScopedVariable token("XDG_ACTIVATION_TOKEN", "our own");
+    const ScopedVariable startupId("DESKTOP_STARTUP_ID", "our own");
+    const struct {
+        std::string keys;
+        std::string told;
+    } cases[]{{"StartupNotify=true\nExec=", "token-1|token-1"},
+              {"StartupNotify=false\nExec=", "|"},
+              {"Exec=", "|"},
+              {"StartupNotify=true\nCategories=TerminalEmulator;\nExec=", "token-2|token-2"}};
+    for (const auto& [keys, told] : cases) {
+        clearRecords();
+        install("test.told", "Told", keys + place("bin/told"));
+        EXPECT_EQ(
+            openWith(Url::fromPath(place("notes")).absoluteString(), "/Applications/Told.app"),
+            "opened");
+        EXPECT_EQ(records("told", 1), Records{told}) << keys;
+    }
+    EXPECT_TRUE(ended_.empty()) << "the program says it itself";
+    const auto application = installed_.byDesktopId("test.told.desktop");
+    std::filesystem::remove(place("bin/told"));
+    EXPECT_FALSE(opener_.launch(application.value()));
+    EXPECT_EQ(ended_, Records{"token-3"});
+    uninstall("test.told");
+}
+
+TEST_F(OpeningTest, anEntryWithoutAProgramIsStartedOnTheBusWithItsTokenAndNoArguments) {
+    const TestBus bus;
+    std::promise<void> answers;
+    const auto whenever = answers.get_future().share();
+    const BusService service(
+        bus.address(), "test.on.bus",
+        {{"/test/on/bus", "<interface name='org.freedesktop.Application'><method name='Activate'>"
+                          "<arg type='a{sv}' direction='in'/></method><method name='Open'>"
+                          "<arg type='as' direction='in'/><arg type='a{sv}' direction='in'/>"
+                          "</method></interface>"}},
+        [&](const BusService::Call& call) -> GVariant* {
+            if (call.method == "Activate") whenever.wait();
+            return nullptr;
+        });
+    install("test.on.bus", "On Bus", "DBusActivatable=true\nStartupNotify=true");
+    const auto told = [](const std::string& token) {
+        return "{'desktop-startup-id': <'" + token + "'>, 'activation-token': <'" + token + "'>}";
+    };
+    EXPECT_EQ(openTool({"-a", "On Bus", note_}), 0);
+    EXPECT_EQ(openTool({"-a", "On Bus", "--args", "x"}), 1);
+    EXPECT_EQ(ended_, Records{"token-2"});
+    EXPECT_EQ(openTool({"-a", "On Bus"}), 0) << "it may take as long as it likes";
+    answers.set_value();
+    EXPECT_EQ(service.calls(), (Records{"Open (['" + noteUrl_ + "'], " + told("token-1") + ")",
+                                        "Activate (" + told("token-3") + ",)"}));
+    uninstall("test.on.bus");
+    install("test.nobody", "Nobody", "DBusActivatable=true");
+    EXPECT_EQ(openTool({"-a", "Nobody"}), 1);
+    uninstall("test.nobody");
 }
 
 TEST_F(OpeningTest, anExecutableThatNothingOpensIsRun) {

@@ -25,18 +25,12 @@ double secondsSince(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-/// A session bus of its own, which the environment names.
 class Session : public testing::Test {
 protected:
-    Session() { g_test_dbus_up(bus_); }
-    ~Session() override {
-        g_test_dbus_down(bus_);
-        g_object_unref(bus_);
-    }
-    std::string address() const { return g_test_dbus_get_bus_address(bus_); }
+    std::string address() const { return bus_.address(); }
 
 private:
-    GTestDBus* bus_ = g_test_dbus_new(G_TEST_DBUS_NONE);
+    const TestBus bus_;
 };
 
 BusService portal(const std::string& address, const char* answer,
@@ -219,13 +213,28 @@ TEST(SingleInstanceTest, oneIsFirstAndOthersBringItForward) {
     auto early = begins();
     {
         EventThread events;
-        first->serve(events, [&](const std::function<void()>& done) {
+        std::string handed;
+        first->serve(events, [&](const std::string& token, const std::function<void()>& done) {
             ++rings;
+            handed = token;
             done();
         });
         EXPECT_EQ(early.get(), Start::cameForward);
         EXPECT_EQ(begins().get(), Start::cameForward);
         EXPECT_EQ(rings, 2);
+        const struct {
+            std::string startupId, token, handed;
+        } cases[]{{"", "", ""},
+                  {"panel-1_TIME7", "", "panel-1_TIME7"},
+                  {"panel-1_TIME7", "kwin-2", "kwin-2"},
+                  {"", "two words", ""},
+                  {"", std::string(257, 'x'), ""}};
+        for (const auto& each : cases) {
+            const ScopedVariable startupId("DESKTOP_STARTUP_ID", each.startupId);
+            const ScopedVariable token("XDG_ACTIVATION_TOKEN", each.token);
+            EXPECT_EQ(begins().get(), Start::cameForward);
+            EXPECT_EQ(handed, each.handed);
+        }
     }
     auto waiting = begins();
     first.reset();
@@ -248,7 +257,7 @@ TEST(SingleInstanceTest, aStartOnAnotherDisplayLeavesTheFirstOneWhereItIs) {
               {":8", "", true},           {":8", "wayland-1", true},
               {":70", "", true}};
     EventThread events;
-    first.serve(events, [](const std::function<void()>& done) { done(); });
+    first.serve(events, [](const std::string&, const std::function<void()>& done) { done(); });
     for (const auto& each : cases) {
         x11.emplace("DISPLAY", each.x11);
         wayland.emplace("WAYLAND_DISPLAY", each.wayland);

@@ -2,6 +2,8 @@
 #include "foundation/Text.h"
 #include "linux/scripts/LinuxScriptEngine.h"
 
+#include <set>
+
 using namespace corvane;
 using namespace corvane::machine;
 
@@ -149,6 +151,41 @@ TEST_F(X11WindowsTest, arentPlacedByAManagerThatLeftOnlyItsName) {
     const ScopedVariable none("DISPLAY", "");
     x11::X11WindowSystem nowhere;
     EXPECT_FALSE(LinuxAccessibility(nowhere, running_).isProcessTrusted());
+}
+
+TEST_F(X11WindowsTest, tellOfALaunchAndOfItsEnd) {
+    auto* const listener = connection_.server(halfASecondFromNow());
+    ASSERT_TRUE(listener);
+    constexpr std::uint32_t listens = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(listener->get(), listener->root(), XCB_CW_EVENT_MASK, &listens);
+    ASSERT_TRUE(listener->finish(halfASecondFromNow()));
+    const auto heard = [&] {
+        std::string message;
+        while (const auto event = listener->event(halfASecondFromNow())) {
+            if ((event->response_type & 0x7F) != XCB_CLIENT_MESSAGE) continue;
+            const auto& part = reinterpret_cast<xcb_client_message_event_t&>(*event);
+            const bool begins = part.type == listener->atoms().netStartupInfoBegin;
+            if (begins != message.empty()) return std::string("out of order");
+            const std::string letters(reinterpret_cast<const char*>(part.data.data8), 20);
+            message += letters.substr(0, letters.find('\0'));
+            if (letters.find('\0') != std::string::npos) return message;
+        }
+        return "unfinished: " + message;
+    };
+    std::set<std::string> tokens;
+    // One of them as long as a whole number of pieces.
+    for (std::size_t length = 0; length < 20; ++length) {
+        const auto name = "A \"\\ " + std::string(length, 'x');
+        const auto token = system_.beginLaunch({name, "test.eyes.desktop"}, halfASecondFromNow());
+        EXPECT_NE(token.find("_TIME"), std::string::npos);
+        tokens.insert(token);
+        EXPECT_EQ(heard(), "new: ID=\"" + token + "\" NAME=\"A \\\"\\\\ " +
+                               std::string(length, 'x') +
+                               "\" SCREEN=0 APPLICATION_ID=\"test.eyes.desktop\"");
+        system_.endLaunch(token, halfASecondFromNow());
+        EXPECT_EQ(heard(), "remove: ID=\"" + token + "\"");
+    }
+    EXPECT_EQ(tokens.size(), 20u);
 }
 
 TEST_F(X11WindowsTest, aScriptFillsTheScreen) {

@@ -35,7 +35,7 @@ constexpr std::chrono::milliseconds longestWait(500);
 
 Result<void> launchOnBus(const InstalledApplication& application,
                          const std::vector<std::string>& uris,
-                         const std::vector<std::string>& arguments) {
+                         const std::vector<std::string>& arguments, const std::string& token) {
     if (!application.dbusActivatable) return cannotOpen(application, "its entry names no program.");
     if (!arguments.empty())
         return cannotOpen(application, "it is started over the session bus, with no arguments.");
@@ -46,8 +46,14 @@ Result<void> launchOnBus(const InstalledApplication& application,
     g_variant_builder_init(&items, G_VARIANT_TYPE("as"));
     for (const auto& uri : uris)
         g_variant_builder_add(&items, "s", uri.c_str());
-    GVariant* parameters = uris.empty() ? g_variant_new("(a{sv})", nullptr)
-                                        : g_variant_new("(asa{sv})", &items, nullptr);
+    GVariantBuilder told;
+    g_variant_builder_init(&told, G_VARIANT_TYPE_VARDICT);
+    for (const char* key : {"desktop-startup-id", "activation-token"}) {
+        if (token.empty()) continue;
+        g_variant_builder_add(&told, "{sv}", key, g_variant_new_string(token.c_str()));
+    }
+    GVariant* parameters =
+        uris.empty() ? g_variant_new("(a{sv})", &told) : g_variant_new("(asa{sv})", &items, &told);
     if (uris.empty()) g_variant_builder_clear(&items);
     return callOnBus(bus.get(),
                      {.name = identifier,
@@ -65,9 +71,9 @@ std::string folderOf(const InstalledApplication& application) {
 }
 
 Result<pid_t> start(const InstalledApplication& application, const Command& command,
-                    const std::string& folder) {
-    const DetachedOptions options{.workingDirectory = folder,
-                                  .desktopFile = application.desktopFile};
+                    const std::string& folder, const std::string& token) {
+    const DetachedOptions options{
+        .workingDirectory = folder, .desktopFile = application.desktopFile, .token = token};
     const auto started = startDetached(command, options);
     if (!started) return cannotOpen(application, started.error().localizedDescription);
     return started;
@@ -76,7 +82,8 @@ Result<pid_t> start(const InstalledApplication& application, const Command& comm
 /// An emulator would take a folder for a program: it is where the shell starts.
 Result<std::vector<pid_t>> openTerminalIn(const InstalledApplication& application,
                                           const std::vector<std::string>& uris,
-                                          const std::vector<std::string>& arguments) {
+                                          const std::vector<std::string>& arguments,
+                                          const std::string& token) {
     const auto command = execCommands(application, {}, arguments);
     if (!command) return command.error();
     std::vector<pid_t> processes;
@@ -85,7 +92,7 @@ Result<std::vector<pid_t>> openTerminalIn(const InstalledApplication& applicatio
         std::error_code failure;
         if (!url || !url->isFile() || !std::filesystem::is_directory(url->path(), failure))
             return cannotOpen(application, "it opens only folders, not " + uri + ".");
-        const auto started = start(application, command->front(), url->path());
+        const auto started = start(application, command->front(), url->path(), token);
         if (!started) return started.error();
         processes.push_back(*started);
     }
@@ -97,15 +104,16 @@ Result<std::vector<pid_t>> openTerminalIn(const InstalledApplication& applicatio
 Result<std::vector<pid_t>>
 launchEntry(const InstalledApplication& application, const std::vector<std::string>& uris,
             const std::vector<std::string>& arguments,
-            const std::optional<terminalEmulator::TerminalCommand>& terminal) {
+            const std::optional<terminalEmulator::TerminalCommand>& terminal,
+            const std::string& token) {
     if (const auto items = areOpenable(uris); !items) return items.error();
     std::vector<pid_t> processes;
     if (application.exec.empty()) {
-        const auto asked = launchOnBus(application, uris, arguments);
+        const auto asked = launchOnBus(application, uris, arguments, token);
         return asked ? processes : Result<std::vector<pid_t>>(asked.error());
     }
     if (application.isTerminalEmulator && !takesItems(application) && !uris.empty())
-        return openTerminalIn(application, uris, arguments);
+        return openTerminalIn(application, uris, arguments, token);
     const auto commands = execCommands(application, uris, arguments);
     if (!commands) return commands.error();
     if (application.needsTerminal && !terminal)
@@ -114,7 +122,7 @@ launchEntry(const InstalledApplication& application, const std::vector<std::stri
     for (auto command : *commands) {
         if (application.needsTerminal)
             command.insert(command.begin(), terminal->prefix.begin(), terminal->prefix.end());
-        const auto started = start(application, command, folder);
+        const auto started = start(application, command, folder, token);
         if (!started) return started.error();
         processes.push_back(*started);
     }

@@ -45,6 +45,10 @@ struct InstalledApplication {
     bool dbusActivatable = false;
     /// Runs inside a terminal (Terminal=true).
     bool needsTerminal = false;
+    /// Says when its first window is there (StartupNotify=true), and so takes a token at its start.
+    /// Others, as emulators of a terminal, would only hand it down to what is started in them
+    /// later.
+    bool takesToken = false;
     /// Is itself a terminal emulator (category TerminalEmulator).
     bool isTerminalEmulator = false;
     /// Of an emulator, the options behind which a command follows; empty where the entry names

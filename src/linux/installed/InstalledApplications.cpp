@@ -45,6 +45,8 @@ std::optional<InstalledApplication> readEntry(const std::string& id, const std::
     found.isShown = g_app_info_should_show(info);
     found.dbusActivatable = g_desktop_app_info_get_boolean(entry.get(), "DBusActivatable");
     found.needsTerminal = g_desktop_app_info_get_boolean(entry.get(), "Terminal");
+    found.takesToken =
+        !found.needsTerminal && g_desktop_app_info_get_boolean(entry.get(), "StartupNotify");
     const auto categories =
         text::split(gio::text(g_desktop_app_info_get_categories(entry.get())), ';');
     found.isTerminalEmulator = std::ranges::count(categories, "TerminalEmulator") > 0;

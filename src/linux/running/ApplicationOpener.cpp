@@ -100,7 +100,11 @@ ApplicationOpener::terminalFor(const InstalledApplication& application) const {
 Result<void> ApplicationOpener::launch(const InstalledApplication& application,
                                        const std::vector<std::string>& uris,
                                        const std::vector<std::string>& arguments) const {
-    const auto processes = launchEntry(application, uris, arguments, terminalFor(application));
+    const bool isToldOf = running_.beginLaunch && application.takesToken;
+    const auto token = isToldOf ? running_.beginLaunch(application) : std::string();
+    const auto processes =
+        launchEntry(application, uris, arguments, terminalFor(application), token);
+    if (!processes && running_.endLaunch && !token.empty()) running_.endLaunch(token);
     if (!processes) return processes.error();
     if (running_.launched) running_.launched(application, *processes);
     return {};

@@ -18,6 +18,10 @@ struct RunningAccess {
     std::function<bool(const RunningApplication&)> activate;
     /// Is told of each launch and the processes that were started for it.
     std::function<void(const InstalledApplication&, const std::vector<pid_t>&)> launched = {};
+    /// A token for a program that takes one, as its launch begins; empty where there is none.
+    std::function<std::string(const InstalledApplication&)> beginLaunch = {};
+    /// What that token was for hasn't started.
+    std::function<void(const std::string& token)> endLaunch = {};
 };
 
 /// Opens things with the installed applications. Failures are told in words. Any thread.

@@ -63,6 +63,38 @@ DisplayNames displayNames() {
     return {variable("WAYLAND_DISPLAY"), x11};
 }
 
+/// What this process was started with, for its first window.
+std::string ownToken() {
+    const auto token = variable("XDG_ACTIVATION_TOKEN");
+    return token.empty() ? variable("DESKTOP_STARTUP_ID") : token;
+}
+
+/// What a caller says first; empty where that is no token.
+std::string tokenFrom(const FileDescriptor& caller) {
+    constexpr std::size_t longest = 256;
+    std::string said(longest + 1, '\0');
+    const auto length = recv(caller.get(), said.data(), said.size(), MSG_DONTWAIT);
+    said.resize(std::size_t(std::max<ssize_t>(length, 0)));
+    const bool isToken = said.size() <= longest &&
+                         std::ranges::all_of(said, [](char c) { return c > ' ' && c < 127; });
+    return isToken ? said : "";
+}
+
+/// On the thread of the events, as often as there is something to read or no more to come, until it
+/// says false.
+void whenReadable(GMainContext* events, int descriptor, std::function<bool()> then) {
+    using Then = std::function<bool()>;
+    GSource* source =
+        g_unix_fd_source_new(descriptor, static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR));
+    const GUnixFDSourceFunc call = [](gint, GIOCondition, gpointer data) -> gboolean {
+        return (*static_cast<Then*>(data))();
+    };
+    g_source_set_callback(source, G_SOURCE_FUNC(call), new Then(std::move(then)),
+                          [](gpointer data) { delete static_cast<Then*>(data); });
+    g_source_attach(source, events);
+    g_source_unref(source);
+}
+
 const sockaddr* generic(const sockaddr_un& address) {
     return reinterpret_cast<const sockaddr*>(&address);
 }
@@ -149,33 +181,30 @@ bool SingleInstance::ringAtFirst() const {
     const timeval longest{.tv_sec = answerWithin.count(), .tv_usec = 0};
     setsockopt(call.get(), SOL_SOCKET, SO_RCVTIMEO, &longest, sizeof longest);
     if (connect(call.get(), generic(address), sizeof address) != 0) return false;
+    const auto token = ownToken();
+    send(call.get(), token.data(), token.size(), MSG_NOSIGNAL);
+    shutdown(call.get(), SHUT_WR);
     char said = 0;
     return recv(call.get(), &said, 1, 0) == 1 && said == cameForward;
 }
 
 void SingleInstance::serve(EventThread& events, Ring ring) {
     if (!socket_) return;
-    struct Bell {
-        const SingleInstance& instance;
-        Ring ring;
-    };
-    GSource* source = g_unix_fd_source_new(socket_.get(), G_IO_IN);
-    const GUnixFDSourceFunc rang = [](gint, GIOCondition, gpointer bell) -> gboolean {
-        const auto& rung = *static_cast<Bell*>(bell);
-        rung.instance.answer(rung.ring);
-        return G_SOURCE_CONTINUE;
-    };
-    g_source_set_callback(source, G_SOURCE_FUNC(rang), new Bell{*this, std::move(ring)},
-                          [](gpointer bell) { delete static_cast<Bell*>(bell); });
-    g_source_attach(source, events.context());
-    g_source_unref(source);
+    auto* const context = events.context();
+    whenReadable(context, socket_.get(), [this, context, ring = std::move(ring)] {
+        answer(context, ring);
+        return true;
+    });
 }
 
-void SingleInstance::answer(const Ring& ring) const {
+void SingleInstance::answer(GMainContext* events, const Ring& ring) const {
     const auto caller =
         std::make_shared<FileDescriptor>(accept4(socket_.get(), nullptr, nullptr, SOCK_CLOEXEC));
     if (!*caller) return;
-    ring([caller] { send(caller->get(), &cameForward, 1, MSG_NOSIGNAL); });
+    whenReadable(events, caller->get(), [caller, ring] {
+        ring(tokenFrom(*caller), [caller] { send(caller->get(), &cameForward, 1, MSG_NOSIGNAL); });
+        return false;
+    });
 }
 
 } // namespace corvane

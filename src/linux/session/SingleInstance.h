@@ -6,6 +6,8 @@
 #include <memory>
 #include <string>
 
+using GMainContext = struct _GMainContext;
+
 namespace corvane {
 
 class EventThread;
@@ -31,8 +33,10 @@ public:
     };
     Start start() const { return start_; }
 
-    /// Somebody rang: come forward and call `done`. On the event thread.
-    using Ring = std::function<void(std::function<void()> done)>;
+    /// Somebody rang: come forward and call `done`. The token lets a window come to the front, as
+    /// whoever started the other process handed it to it; empty where it did not. On the event
+    /// thread.
+    using Ring = std::function<void(const std::string& token, std::function<void()> done)>;
     /// From now on `ring` is called for each later start, also for those that wait already. The
     /// events end before this goes.
     void serve(EventThread& events, Ring ring);
@@ -45,7 +49,7 @@ private:
     void tellDisplays() const;
     bool isElsewhere() const;
     bool ringAtFirst() const;
-    void answer(const Ring& ring) const;
+    void answer(GMainContext* events, const Ring& ring) const;
 
     FileDescriptor folder_;
     FileDescriptor lock_;

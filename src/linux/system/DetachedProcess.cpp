@@ -21,9 +21,9 @@ namespace {
 constexpr std::string_view launchedFile = "GIO_LAUNCHED_DESKTOP_FILE=";
 constexpr std::string_view launchedPid = "GIO_LAUNCHED_DESKTOP_FILE_PID=";
 /// What whoever started this program told it about itself.
-constexpr std::array ownVariables{launchedFile, launchedPid,
-                                  std::string_view("DESKTOP_STARTUP_ID="),
-                                  std::string_view("XDG_ACTIVATION_TOKEN=")};
+constexpr std::array<std::string_view, 2> tokenVariables{"DESKTOP_STARTUP_ID=",
+                                                         "XDG_ACTIVATION_TOKEN="};
+constexpr std::array ownVariables{launchedFile, launchedPid, tokenVariables[0], tokenVariables[1]};
 
 /// Everything that the child needs, made before the fork: behind it no memory may be allocated.
 struct Prepared {
@@ -52,6 +52,9 @@ void prepare(Prepared& prepared, const std::vector<std::string>& command,
         const bool isOurs = std::ranges::any_of(
             ownVariables, [&](std::string_view variable) { return text.starts_with(variable); });
         if (!isOurs) texts.emplace_back(text);
+    }
+    for (const auto variable : tokenVariables) {
+        if (!options.token.empty()) texts.push_back(std::string(variable) + options.token);
     }
     if (!options.desktopFile.empty()) {
         constexpr int digits = std::numeric_limits<pid_t>::digits10 + 2;

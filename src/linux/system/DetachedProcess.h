@@ -15,6 +15,9 @@ struct DetachedOptions {
     /// The desktop entry that the program is started for, told to it as GIO does
     /// (GIO_LAUNCHED_DESKTOP_FILE and ..._PID), so that its windows can be recognised.
     std::string desktopFile = {};
+    /// What lets its windows come to the front (XDG_ACTIVATION_TOKEN, DESKTOP_STARTUP_ID); none
+    /// where empty.
+    std::string token = {};
 };
 
 /// Starts a program that lives on its own: in a session of its own, no child of this process, with

@@ -35,9 +35,17 @@ void EventThread::run() {
 }
 
 void EventThread::async(std::function<void()> work) {
-    using Work = std::function<void()>;
     GSource* source = g_idle_source_new();
     g_source_set_priority(source, G_PRIORITY_DEFAULT);
+    attach(source, std::move(work));
+}
+
+void EventThread::after(std::chrono::milliseconds time, std::function<void()> work) {
+    attach(g_timeout_source_new(static_cast<guint>(time.count())), std::move(work));
+}
+
+void EventThread::attach(GSource* source, std::function<void()> work) {
+    using Work = std::function<void()>;
     g_source_set_callback(
         source,
         [](gpointer data) -> gboolean {

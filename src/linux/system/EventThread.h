@@ -3,6 +3,7 @@
 #include "linux/system/Gio.h"
 #include "linux/system/SessionBus.h"
 
+#include <chrono>
 #include <functional>
 #include <string_view>
 #include <thread>
@@ -21,6 +22,8 @@ public:
 
     /// Runs `work` there, after what was asked for before. Any thread.
     void async(std::function<void()> work);
+    /// The same once that time has passed; not at all where the thread ends before. Any thread.
+    void after(std::chrono::milliseconds time, std::function<void()> work);
     /// Where sources of events are attached.
     GMainContext* context() const { return context_.get(); }
 
@@ -38,6 +41,7 @@ public:
 
 private:
     struct PendingCall;
+    void attach(GSource* source, std::function<void()> work);
     /// Null where there is no bus.
     void withBus(std::function<void(GDBusConnection*)> use);
     void run();

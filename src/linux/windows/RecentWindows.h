@@ -26,6 +26,10 @@ public:
     WindowAnswer setMaximized(const WindowRef& window, bool on, Deadline by) override;
     WindowAnswer activate(const WindowRef& window, Deadline by) override;
     WindowAnswer askToClose(std::span<const WindowRef> windows, Deadline by) override;
+    std::string beginLaunch(const Launch& launch, Deadline by) override {
+        return system_.beginLaunch(launch, by);
+    }
+    void endLaunch(const std::string& token, Deadline by) override { system_.endLaunch(token, by); }
 
 private:
     template <typename Value>

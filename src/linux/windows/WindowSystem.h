@@ -110,6 +110,13 @@ enum class WindowAnswer {
     unanswered,
 };
 
+/// A program that is about to be started for the user.
+struct Launch {
+    /// For people.
+    std::string name;
+    std::string desktopId;
+};
+
 struct Abilities {
     bool placesWindows = false, tellsProcesses = false;
     /// One sentence for a person on what to switch on; or empty.
@@ -149,6 +156,12 @@ public:
     /// Asks each politely, in that order. A window that takes no such request is left alone, and
     /// the answer is then `refused`. Says nothing of whether they close.
     virtual WindowAnswer askToClose(std::span<const WindowRef> windows, Deadline by) = 0;
+
+    /// A token with which that program's first window comes to the front, if no other one is used
+    /// before; whoever shows windows is told that it starts. Empty where there is no such thing.
+    virtual std::string beginLaunch(const Launch&, Deadline) { return {}; }
+    /// That launch is over, however it went. Nothing happens where the program has said so before.
+    virtual void endLaunch(const std::string& /*token*/, Deadline) {}
 };
 
 } // namespace corvane

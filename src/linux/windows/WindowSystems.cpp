@@ -65,6 +65,13 @@ public:
         auto* const system = find(by);
         return system ? system->askToClose(windows, by) : WindowAnswer::unanswered;
     }
+    std::string beginLaunch(const Launch& launch, Deadline by) override {
+        auto* const system = find(by);
+        return system ? system->beginLaunch(launch, by) : std::string();
+    }
+    void endLaunch(const std::string& token, Deadline by) override {
+        if (auto* const system = find(by)) system->endLaunch(token, by);
+    }
 
 private:
     WindowSystem* find(Deadline by) {

@@ -117,7 +117,10 @@ void MainWindows::sessionWillEnd() {
     if (!std::exchange(isSaved_, true)) app_->appDelegate().applicationWillTerminate();
 }
 
-void MainWindows::reopen() {
+void MainWindows::reopen(const std::string& token) {
+    // The toolkit takes it with its next request on Wayland; elsewhere nobody asks for one.
+    if (!token.empty() && QGuiApplication::platformName() == "wayland")
+        qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(token));
     const bool hasVisible = std::ranges::any_of(windows_, [](const auto& window) {
         return window->view->isVisible() && window->view->visibility() != QWindow::Minimized;
     });

@@ -38,8 +38,8 @@ public:
     };
     /// Without one the toolkit's requests stand alone, and every window counts as on the screen.
     void goThrough(Door door);
-    /// The user started the program again.
-    void reopen();
+    /// The user started the program again, with a token for its window or none.
+    void reopen(const std::string& token);
     /// The user's session is about to end, or goes on after all. The layouts are saved at the
     /// first, while the windows of other programs are there, and then not again at the end.
     void sessionWillEnd();

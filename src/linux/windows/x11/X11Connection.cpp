@@ -58,6 +58,8 @@ constexpr std::pair<std::string_view, xcb_atom_t Atoms::*> atomNames[]{
     {"_NET_WM_STATE_SHADED", &Atoms::stateShaded},
     {"_NET_WM_STATE_ABOVE", &Atoms::stateAbove},
     {"_NET_WM_STATE_BELOW", &Atoms::stateBelow},
+    {"_NET_STARTUP_INFO_BEGIN", &Atoms::netStartupInfoBegin},
+    {"_NET_STARTUP_INFO", &Atoms::netStartupInfo},
 };
 
 /// The first version whose QueryClientIds there is.
@@ -127,6 +129,7 @@ std::unique_ptr<Server> Server::open() {
 bool Server::prepare(int screen) {
     const xcb_setup_t* setup = xcb_get_setup(get());
     idMask_ = setup->resource_id_mask;
+    screen_ = screen;
     auto screens = xcb_setup_roots_iterator(setup);
     for (; screens.rem > 1 && screen > 0; --screen)
         xcb_screen_next(&screens);

@@ -70,6 +70,8 @@ struct Atoms {
     xcb_atom_t stateShaded = 0;
     xcb_atom_t stateAbove = 0;
     xcb_atom_t stateBelow = 0;
+    xcb_atom_t netStartupInfoBegin = 0;
+    xcb_atom_t netStartupInfo = 0;
 };
 
 /// A window's property; empty where it is absent.
@@ -98,6 +100,8 @@ public:
 
     xcb_connection_t* get() const { return connection_.get(); }
     xcb_window_t root() const { return root_; }
+    /// The number of the display's screen that this root is of.
+    int screen() const { return screen_; }
     const Atoms& atoms() const { return atoms_; }
     /// It tells the processes of its clients, and by the numbers that they have here: it runs on
     /// this machine and in this process space.
@@ -150,6 +154,7 @@ private:
 
     std::unique_ptr<xcb_connection_t, Disconnect> connection_;
     xcb_window_t root_ = XCB_NONE;
+    int screen_ = 0;
     std::uint32_t idMask_ = 0;
     pid_t process_ = 0;
     Atoms atoms_;

@@ -2,6 +2,7 @@
 
 #include "linux/windows/Approach.h"
 #include "linux/windows/x11/X11ClientWindows.h"
+#include "linux/windows/x11/X11Launches.h"
 #include "linux/windows/x11/X11WorkAreas.h"
 
 #include <algorithm>
@@ -148,6 +149,21 @@ WindowAnswer X11WindowSystem::askToClose(std::span<const WindowRef> windows, Dea
         if (answer == WindowAnswer::gone) answer = WindowAnswer::done;
     }
     return server->finish(by) ? answer : WindowAnswer::unanswered;
+}
+
+std::string X11WindowSystem::beginLaunch(const Launch& launch, Deadline by) {
+    const std::lock_guard lock(mutex_);
+    const auto token = connection_.answer(
+        by, [&](Server& server) { return x11::beginLaunch(server, launch, by); });
+    return token.value_or("");
+}
+
+void X11WindowSystem::endLaunch(const std::string& token, Deadline by) {
+    const std::lock_guard lock(mutex_);
+    connection_.answer(by, [&](Server& server) {
+        x11::endLaunch(server, token);
+        return server.finish(by);
+    });
 }
 
 } // namespace corvane::x11

@@ -26,6 +26,8 @@ public:
     WindowAnswer setMaximized(const WindowRef& window, bool on, Deadline by) override;
     WindowAnswer activate(const WindowRef& window, Deadline by) override;
     WindowAnswer askToClose(std::span<const WindowRef> windows, Deadline by) override;
+    std::string beginLaunch(const Launch& launch, Deadline by) override;
+    void endLaunch(const std::string& token, Deadline by) override;
 
 private:
     using Act = std::function<WindowAnswer(X11WindowControl&)>;
