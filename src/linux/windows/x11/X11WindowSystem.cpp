@@ -41,6 +41,9 @@ void requestActivation(Server& server, xcb_window_t window, Deadline deadline) {
     xcb_map_window(server.get(), window);
     server.sendMessage(Server::Recipient::windowManager, window, atoms.netActiveWindow,
                        {asPager, XCB_CURRENT_TIME});
+    // Some give it the keyboard where it is, behind others.
+    constexpr std::uint32_t above = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(server.get(), window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
 }
 
 } // namespace
