@@ -124,7 +124,9 @@ public:
     bool has(Feature feature) const override {
         // A client's limits hold, but a while after its window was placed.
         return feature == Feature::workspaces || feature == Feature::secondMonitor ||
-               feature == Feature::unaskable || feature == Feature::placesStoppedClients;
+               feature == Feature::overTheEdge || feature == Feature::order ||
+               feature == Feature::bareScreen || feature == Feature::unaskable ||
+               feature == Feature::placesStoppedClients;
     }
     std::string seen(const WindowRef& window) override {
         constexpr auto look = R"(

@@ -39,8 +39,14 @@ enum class Feature {
     /// What a client says of its least size and its steps holds for placements too.
     sizeLimits,
     sizeSteps,
+    /// Leaves a window partly beyond the screen's edge.
+    overTheEdge,
+    /// Tells which window is above which, also once one was raised.
+    order,
     /// Clients that take no request to close.
     unaskable,
+    /// Has no panel before one is added.
+    bareScreen,
     /// A panel at the top of the first monitor, 30 high.
     panels,
     /// A second monitor, to the right of the first and as large as it.

@@ -78,7 +78,9 @@ TEST_P(WindowSystemTest, placesAsFarAsAWindowAllows) {
     EXPECT_EQ(placed(plain, FrameWish{.origin = PixelPoint{211, 133}}), "211,133 500x350");
     EXPECT_EQ(placed(plain, FrameWish{.size = PixelSize{655, 477}}), "211,133 655x477");
     EXPECT_EQ(placed(plain, FrameWish{}), "211,133 655x477");
-    EXPECT_EQ(placed(plain, {{-70, 600}, {655, 477}}), "-70,600 655x477") << "over the edge";
+    if (session_->has(Feature::overTheEdge)) {
+        EXPECT_EQ(placed(plain, {{-70, 600}, {655, 477}}), "-70,600 655x477");
+    }
     const auto fractional = placed(plain, {{100, 100}, {655.4, 477}});
     EXPECT_TRUE(fractional.starts_with("100,100 655")) << fractional << ": moved all the same";
     if (session_->has(Feature::secondMonitor)) {
@@ -149,7 +151,10 @@ TEST_P(WindowSystemTest, bringsToTheFrontFromEverywhere) {
     comesToShow("one; two active", [this] { return all(); });
     const auto comesForward = [&] {
         EXPECT_EQ(answerText(system_.activate(one.window, halfASecondFromNow())), "done");
-        EXPECT_TRUE(comesTrue([&] { return all().ends_with("one active"); })) << all();
+        const bool isTop = session_->has(Feature::order);
+        EXPECT_TRUE(comesTrue([&] {
+            return isTop ? all().ends_with("one active") : all().starts_with("one active");
+        })) << all();
     };
     comesForward();
     if (session_->has(Feature::minimizing)) {
@@ -214,7 +219,9 @@ TEST_P(WindowSystemTest, tellsMonitorsAndWhatPanelsLeave) {
             words.push_back(frameText(each.frame) + " (" + frameText(each.workArea) + ")");
         return text::joined(words, "; ");
     };
-    EXPECT_EQ(all(), "0,0 1440x900 (0,0 1440x900)");
+    if (session_->has(Feature::bareScreen)) {
+        EXPECT_EQ(all(), "0,0 1440x900 (0,0 1440x900)");
+    }
     if (session_->has(Feature::secondMonitor)) {
         session_->addSecondMonitor();
         comesToShow("0,0 1440x900 (0,0 1440x900); 1440,0 1440x900 (1440,0 1440x900)", all);
@@ -243,8 +250,9 @@ TEST_P(WindowSystemTest, waitsForNoOneLongerThanItIsTold) {
         return answerText(answer);
     };
     const auto place = [&](const PixelRect& frame) {
-        return inTime(
-            [&](Deadline by) { return system_.place(window, {frame.origin, frame.size}, by); });
+        return inTime([&](Deadline by) {
+            return system_.place(window, {frame.origin, frame.size}, by);
+        });
     };
     const auto fill = [&](bool on) {
         return inTime([&](Deadline by) { return system_.setFullscreen(window, on, by); });

@@ -3,6 +3,7 @@
 #include "windows/WindowSession.h"
 
 #include <map>
+#include <set>
 #include <sstream>
 
 namespace corvane {
@@ -29,18 +30,34 @@ std::vector<int> numbersBehind(const std::string& output, const std::string& wor
 class X11Session : public WindowSession, XDisplay {
 public:
     explicit X11Session(std::vector<std::string> manager) : managerWords_(std::move(manager)) {
-        startServer("2880x900x24");
-        EXPECT_TRUE(runs("xrandr --setmonitor '*first' 1440/1x900/1+0+0 screen"));
+        // Others take the server's outputs alone for monitors, of which there is one here.
+        const bool hasTwo = has(Feature::secondMonitor);
+        startServer(hasTwo ? "2880x900x24" : "1440x900x24");
+        if (hasTwo) {
+            EXPECT_TRUE(runs("xrandr --setmonitor '*first' 1440/1x900/1+0+0 screen"));
+        }
         startManager(managerWords_);
+        // KWin has one workspace until it is told of more.
+        EXPECT_TRUE(runs("wmctrl -n 4"));
         EXPECT_TRUE(windowsBecome(0));
     }
 
     WindowSystem& system() override { return system_; }
     bool has(Feature feature) const override {
-        // Others take the server's outputs alone for monitors, of which there is one here, and any
-        // size from a pager.
-        const bool isOpenboxs = feature == Feature::secondMonitor || feature == Feature::sizeSteps;
-        return !isOpenboxs || managerWords_.front() == "openbox";
+        const auto& manager = managerWords_.front();
+        // Others take any size from a pager.
+        if (feature == Feature::secondMonitor || feature == Feature::sizeSteps)
+            return manager == "openbox";
+        static const std::map<Feature, std::set<std::string>> lacking{
+            {Feature::sizeLimits, {"metacity", "marco", "icewm", "fluxbox"}},
+            // The frame goes beyond the edges then.
+            {Feature::maximizing, {"icewm"}},
+            {Feature::bareScreen, {"icewm", "fluxbox"}},
+            {Feature::panels, {"icewm", "fluxbox"}},
+            {Feature::overTheEdge, {"metacity", "marco", "icewm"}},
+            {Feature::order, {"fluxbox"}}};
+        const auto found = lacking.find(feature);
+        return found == lacking.end() || !found->second.contains(manager);
     }
 
     pid_t show(const ClientWishes& wishes) override {
@@ -108,6 +125,7 @@ public:
     void startAgain() override {
         startServer("1440x900x24", std::getenv("DISPLAY"));
         startManager(managerWords_);
+        EXPECT_TRUE(windowsBecome(0));
     }
     void addPanel() override {
         const auto window = own("panel");
