@@ -124,6 +124,21 @@ void Interface::resize(int width, int height) {
     runFor(0);
 }
 
+void Interface::wheel(const std::string& name, int notches) {
+    auto* top = topWindow();
+    const QPointF place = top->mapFromGlobal(find(name, "")->rect().center());
+    constexpr int notch = 120;
+    QWheelEvent event(place, top->mapToGlobal(place), {}, {0, -notch * notches}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(top, &event);
+    runFor(0);
+}
+
+int Interface::heightOf(const std::string& name) {
+    auto* element = find(name, "");
+    return element ? element->rect().height() : 0;
+}
+
 std::string Interface::cut() {
     const auto window = topWindow()->geometry();
     std::string names;

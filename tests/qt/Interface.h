@@ -57,6 +57,10 @@ public:
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
     /// Makes the main window as small as a window manager may.
     void resize(int width, int height);
+    /// Turns the wheel over an element, down where the number is above zero.
+    void wheel(const std::string& name, int notches);
+    /// How high an element is; 0 where it isn't shown.
+    int heightOf(const std::string& name);
     /// The names of the controls of which a part is beyond the left or right edge of the window.
     std::string cut();
     void closeWindow();

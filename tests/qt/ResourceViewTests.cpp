@@ -123,13 +123,15 @@ TEST_F(ResourceViews, aDragIsTakenByTheListOrByARow) {
     open({{"a", file}, {"b", file}});
     QMimeData files;
     files.setUrls({QUrl::fromLocalFile("/x/note[1].txt"), QUrl("file:///x/Pictures"),
-                   QUrl("file:///x/pad.desktop")});
+                   QUrl("file:///x/pad.desktop"), QUrl("file://elsewhere/x/far.txt"),
+                   QUrl("file://localhost/x/near.txt")});
     files.setText("1");
     interface.drag(files, "b", false);
     EXPECT_EQ(stored(), "a:file b:file ");
     interface.drag(files, "b");
-    EXPECT_EQ(stored(), "a:file b:file note[1].txt:file Pictures:folder Pad:application ");
-    EXPECT_EQ(resources().back().path, "/Applications/Pad.app");
+    EXPECT_EQ(stored(),
+              "a:file b:file note[1].txt:file Pictures:folder Pad:application near.txt:file ");
+    EXPECT_EQ(resources()[4].path, "/Applications/Pad.app");
     QMimeData row;
     row.setText("1");
     interface.drag(row, "Resources");
@@ -137,7 +139,8 @@ TEST_F(ResourceViews, aDragIsTakenByTheListOrByARow) {
     QMimeData page;
     page.setUrls({QUrl("https://site.test/")});
     interface.drag(page, "Resources");
-    EXPECT_EQ(stored(), "b:file a:file note[1].txt:file Pictures:folder Pad:application ");
+    EXPECT_EQ(stored(),
+              "b:file a:file note[1].txt:file Pictures:folder Pad:application near.txt:file ");
 }
 
 TEST_F(ResourceViews, theAddSheetFollowsItsType) {

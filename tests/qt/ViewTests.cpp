@@ -75,6 +75,16 @@ TEST_F(Views, chipsLaunchAndStopTheirResources) {
     interface.open({workspace("Work", nine), workspace("Home", {line}),
                     workspace("Nine", {nine.begin(), nine.begin() + 8})});
     EXPECT_TRUE(interface.shows("+1"));
+    interface.resize(480, 650);
+    const auto isCut = [&] { return interface.cut().find("+1|") != std::string::npos; };
+    EXPECT_TRUE(isCut());
+    interface.wheel("note", 9);
+    EXPECT_FALSE(isCut()) << "a plain wheel goes to the end of the chips";
+    interface.wheel("+1", -9);
+    EXPECT_TRUE(isCut());
+    EXPECT_TRUE(interface.reach("+1"));
+    EXPECT_FALSE(isCut()) << "and so does the keyboard";
+    interface.resize(1000, 700);
     EXPECT_FALSE(interface.shows("ninth"));
     EXPECT_TRUE(interface.shows("No resources configured"));
     ASSERT_TRUE(interface.press("note", "Work"));
@@ -83,6 +93,21 @@ TEST_F(Views, chipsLaunchAndStopTheirResources) {
     EXPECT_TRUE(interface.press("note", "Work"));
     interface.runFor(5);
     EXPECT_EQ(interface.desktop.logged("open"), "open file:///note.txt");
+}
+
+TEST_F(Views, textsTakeTheLinesThatTheyHave) {
+    auto odd = note();
+    odd.name = "of two\nlines";
+    auto plain = workspace("Home", {odd, note()});
+    plain.description = "Short";
+    auto wordy = workspace("Work");
+    for (int i = 0; i < 30; ++i)
+        wordy.description += " more words";
+    interface.open({wordy, plain});
+    EXPECT_GE(interface.heightOf(wordy.description), 3 * interface.heightOf("Short") - 3);
+    EXPECT_LE(interface.heightOf(wordy.description), 3 * interface.heightOf("Short") + 3);
+    EXPECT_EQ(interface.heightOf("of two lines"), interface.heightOf("note"));
+    EXPECT_GT(interface.heightOf("note"), 0);
 }
 
 TEST_F(Views, theMenuAndTheSheetsChangeTheList) {
