@@ -211,6 +211,18 @@ TEST_F(Views, aClosedWindowComesBackWithTheStoreAsItIs) {
     EXPECT_TRUE(interface.shows("Later"));
     interface.platform.notificationCenter.post("createNewWindow");
     EXPECT_EQ(interface.windows.windows().size(), 1u);
+
+    // One that is closed while it comes to the front isn't asked for any more.
+    int asked = 0;
+    interface.windows.goThrough(
+        {.activate = [&](std::uint64_t, const std::string&) { ++asked; }, .isAway = {}});
+    const int last = interface.windows.windows().front().identifier;
+    interface.windows.makeKeyAndOrderFront(last);
+    EXPECT_EQ(asked, 1);
+    interface.windows.front()->hide();
+    interface.windows.makeKeyAndOrderFront(last);
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(interface.windows.front(), nullptr);
 }
 
 TEST_F(Views, theTourEndsByItsButtonsOrItsWindowAndGoesOnWhereItWasLeft) {

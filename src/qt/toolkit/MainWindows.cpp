@@ -16,6 +16,7 @@
 
 #include <QGuiApplication>
 #include <QPalette>
+#include <QPointer>
 #include <QQuickWindow>
 #include <QThread>
 
@@ -159,9 +160,12 @@ bool MainWindows::isInSight(const QWindow& window) const {
 void MainWindows::giveKeyboard(QWindow& window) const {
     window.requestActivate();
     if (!door_.activate || !window.handle()) return;
-    // Whoever shows the windows hears of this one before it is asked for it.
+    // Whoever shows the windows hears of this one before it is asked for it. Events come in the
+    // meantime, and it may be closed by one.
+    const QPointer<QWindow> shown(&window);
     QGuiApplication::sync();
-    door_.activate(std::uint64_t(window.winId()), window.title().toStdString());
+    if (!shown || !shown->handle()) return;
+    door_.activate(std::uint64_t(shown->winId()), shown->title().toStdString());
 }
 
 QQuickWindow* MainWindows::front() const {
