@@ -69,7 +69,10 @@ bool MemoryWindowSystem::isReady(Deadline) {
 
 Abilities MemoryWindowSystem::abilities(Deadline by) {
     const bool ready = isReady(by);
-    return {.placesWindows = ready, .tellsProcesses = ready, .whatToDoFirst = whatToDoFirst};
+    return {.desktop = "memory",
+            .placesWindows = ready,
+            .tellsProcesses = ready,
+            .whatToDoFirst = whatToDoFirst};
 }
 
 std::optional<WindowsNow> MemoryWindowSystem::windows(Deadline) {

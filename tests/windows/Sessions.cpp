@@ -13,7 +13,8 @@ std::vector<SessionKind> sessionsOfThisMachine() {
             {"chosen", [] { return startX11Session(machine::windowManager()); }},
             {"xfwm4", [] { return startX11Session({"xfwm4"}); }},
             {"sway", startSwaySession},
-            {"kwin", startKWinSession}};
+            {"kwin", startKWinSession},
+            {"gnome", [] { return startGnomeSession(); }}};
 }
 
 std::vector<std::string> clientWords(const ClientWishes& wishes) {

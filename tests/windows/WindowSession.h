@@ -96,6 +96,8 @@ std::unique_ptr<WindowSession> startMemorySession();
 std::unique_ptr<WindowSession> startX11Session(const std::vector<std::string>& manager);
 std::unique_ptr<WindowSession> startSwaySession();
 std::unique_ptr<WindowSession> startKWinSession();
+/// Its extension lies in XDG_DATA_HOME and is that of the running program.
+std::unique_ptr<WindowSession> startGnomeSession(bool isExtensionOn = true);
 
 /// What starts a client of that kind.
 std::vector<std::string> clientWords(const ClientWishes& wishes);

@@ -18,6 +18,7 @@ public:
 
     bool isReady(Deadline by) override;
     Abilities abilities(Deadline by) override { return system_.abilities(by); }
+    std::string switchOn(Deadline by) override { return system_.switchOn(by); }
     std::optional<WindowsNow> windows(Deadline by) override;
     std::optional<ManagedWindow> window(const WindowRef& window, Deadline by) override;
     std::optional<std::vector<Monitor>> monitors(Deadline by) override;

@@ -118,6 +118,8 @@ struct Launch {
 };
 
 struct Abilities {
+    /// For a person: "GNOME (Wayland)".
+    std::string desktop;
     bool placesWindows = false, tellsProcesses = false;
     /// One sentence for a person on what to switch on; or empty.
     std::string whatToDoFirst;
@@ -136,6 +138,9 @@ public:
     /// It answers, and can be told what to do. A session that is only half seen isn't ready.
     virtual bool isReady(Deadline by) = 0;
     virtual Abilities abilities(Deadline by) = 0;
+    /// Switches on what keeps it from being ready, where a program may do that for its user, and
+    /// waits for it. One sentence for a person: what came of it, and what is left to do.
+    virtual std::string switchOn(Deadline by) { return abilities(by).whatToDoFirst; }
 
     /// All windows, in as many round trips as one takes. Nothing where they can't be told by then.
     virtual std::optional<WindowsNow> windows(Deadline by) = 0;

@@ -1,7 +1,9 @@
 #include "linux/windows/WindowSystems.h"
 
+#include "linux/windows/AgentWindowSystem.h"
 #include "linux/windows/WaylandSession.h"
-#include "linux/windows/kwin/KWinWindowSystem.h"
+#include "linux/windows/gnome/GnomeAgent.h"
+#include "linux/windows/kwin/KWinAgent.h"
 #include "linux/windows/sway/SwayWindowSystem.h"
 #include "linux/windows/x11/X11WindowSystem.h"
 
@@ -30,8 +32,14 @@ public:
     Abilities abilities(Deadline by) override {
         auto* const system = find(by);
         if (system) return system->abilities(by);
-        return {.whatToDoFirst = "Corvane can't see the windows of this desktop: log in to an X11 "
-                                 "session of it."};
+        return {
+            .desktop = "unknown (Wayland)",
+            .whatToDoFirst =
+                "Corvane can't see the windows of this desktop: log in to an X11 session of it."};
+    }
+    std::string switchOn(Deadline by) override {
+        auto* const system = find(by);
+        return system ? system->switchOn(by) : abilities(by).whatToDoFirst;
     }
     std::optional<WindowsNow> windows(Deadline by) override {
         auto* const system = find(by);
@@ -81,14 +89,16 @@ private:
         const auto isXwayland = isWayland ? true : xServer_.isXwayland(by);
         if (isXwayland == false) chosen_ = &xServer_;
         if (isXwayland == true && sway_.isReady(by)) chosen_ = &sway_;
-        if (isXwayland == true && !chosen_ && kwin_.isReady(by)) chosen_ = &kwin_;
+        for (auto* const each : {&kwin_, &gnome_})
+            if (isXwayland == true && !chosen_ && each->isHere(by)) chosen_ = each;
         return chosen_;
     }
 
     std::mutex mutex_;
     x11::X11WindowSystem xServer_;
     sway::SwayWindowSystem sway_{xServerHere()};
-    kwin::KWinWindowSystem kwin_{xServerHere()};
+    AgentWindowSystem kwin_{std::make_unique<kwin::KWinAgent>(), xServerHere()};
+    AgentWindowSystem gnome_{std::make_unique<gnome::GnomeAgent>(), xServerHere()};
     /// One of these; null until somebody answers.
     WindowSystem* chosen_ = nullptr;
 };

@@ -81,7 +81,7 @@ function described(window) {
         layer: (window.keepAbove ? 1 : 0) - (window.keepBelow ? 1 : 0),
         stacking: window.stackingOrder,
         frame: pairs(window.frameGeometry),
-        desktop: desktopOf(window),
+        workspace: desktopOf(window),
         isOnScreen: isOnCurrentDesktop(window) && !window.minimized && !window.hidden,
         isMinimized: window.minimized,
         isFullscreen: window.fullScreen,

@@ -65,10 +65,14 @@ bool SwayWindowSystem::isReady(Deadline by) {
 }
 
 Abilities SwayWindowSystem::abilities(Deadline by) {
-    if (!isReady(by)) return {.whatToDoFirst = "Sway doesn't answer at the moment."};
+    const std::string desktop = "sway (Wayland)";
+    if (!isReady(by))
+        return {.desktop = desktop, .whatToDoFirst = "Sway doesn't answer at the moment."};
     const std::lock_guard lock(mutex_);
-    return {
-        .placesWindows = true, .tellsProcesses = compositor_.value_or(0) > 0, .whatToDoFirst = ""};
+    return {.desktop = desktop,
+            .placesWindows = true,
+            .tellsProcesses = compositor_.value_or(0) > 0,
+            .whatToDoFirst = ""};
 }
 
 std::optional<Tree> SwayWindowSystem::tree(Deadline by) {

@@ -61,13 +61,21 @@ bool X11WindowSystem::isReady(Deadline by) {
 }
 
 Abilities X11WindowSystem::abilities(Deadline by) {
-    if (!isReady(by)) {
-        return {.whatToDoFirst = "Start a window manager: without one, nothing places windows."};
-    }
     const std::lock_guard lock(mutex_);
-    const auto tells =
-        connection_.answer(by, [](Server& server) { return server.tellsProcesses(); });
-    return {.placesWindows = true, .tellsProcesses = tells.value_or(false), .whatToDoFirst = ""};
+    const auto told = connection_.answer(by, [&](Server& server) {
+        Abilities can{.desktop = "X11", .whatToDoFirst = ""};
+        const auto manager = windowManager(server, by);
+        can.placesWindows = manager != XCB_NONE;
+        can.tellsProcesses = can.placesWindows && server.tellsProcesses();
+        if (!can.placesWindows) return can;
+        const auto name = server.requestProperty(manager, server.atoms().netWmName);
+        const auto text = server.property(name, by).text();
+        if (!text.empty()) can.desktop = text + " (X11)";
+        return can;
+    });
+    if (told && told->placesWindows) return *told;
+    return {.desktop = "X11",
+            .whatToDoFirst = "Start a window manager: without one, nothing places windows."};
 }
 
 std::optional<WindowsNow> X11WindowSystem::windows(Deadline by) {

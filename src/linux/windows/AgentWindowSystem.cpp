@@ -1,39 +1,18 @@
-#include "linux/windows/kwin/KWinWindowSystem.h"
+#include "linux/windows/AgentWindowSystem.h"
 
 #include "linux/windows/Approach.h"
 #include "linux/windows/WaylandSession.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
 #include <utility>
 
-namespace corvane::kwin {
+namespace corvane {
 namespace {
 
 using std::chrono::steady_clock;
 
-/// Windows are asked for by identifier, in the words of windows.js.
-std::string quoted(const Uuid& id) {
-    return '"' + kwinText(id) + '"';
-}
-
-std::string written(double number) {
-    std::array<char, 32> letters;
-    const auto end = std::to_chars(letters.data(), letters.data() + letters.size(), number).ptr;
-    return {letters.data(), end};
-}
-
-std::string placing(const Uuid& id, const PixelRect& frame) {
-    std::string words = "place(" + quoted(id);
-    for (const double number :
-         {frame.origin.x, frame.origin.y, frame.size.width, frame.size.height})
-        words += ", " + written(number);
-    return words + ')';
-}
-
-/// Plasma 5.27 has no fractions of a pixel in most places.
+/// Not every compositor has fractions of a pixel.
 bool isNear(const PixelRect& one, const PixelRect& other) {
     const auto near = [](double a, double b) { return std::abs(a - b) < 1; };
     return near(one.origin.x, other.origin.x) && near(one.origin.y, other.origin.y) &&
@@ -46,25 +25,37 @@ auto isCalled(const WindowRef& window) {
 
 } // namespace
 
-KWinWindowSystem::KWinWindowSystem(std::unique_ptr<WindowSystem> xServer)
-    : xServer_(std::move(xServer)) {}
+AgentWindowSystem::AgentWindowSystem(std::unique_ptr<Agent> agent,
+                                     std::unique_ptr<WindowSystem> xServer)
+    : agent_(std::move(agent)), xServer_(std::move(xServer)) {}
 
-bool KWinWindowSystem::isReady(Deadline by) {
+bool AgentWindowSystem::isHere(Deadline by) {
     const std::lock_guard lock(mutex_);
-    return scripting_.ask("monitors()", by).has_value();
+    return agent_->compositor(by).has_value();
 }
 
-Abilities KWinWindowSystem::abilities(Deadline by) {
-    if (!isReady(by)) return {.whatToDoFirst = "KWin doesn't answer at the moment."};
+bool AgentWindowSystem::isReady(Deadline by) {
+    return monitors(by).has_value();
+}
+
+Abilities AgentWindowSystem::abilities(Deadline by) {
+    const bool isReady = this->isReady(by);
     const std::lock_guard lock(mutex_);
-    return {.placesWindows = true,
-            .tellsProcesses = scripting_.compositor(by).value_or(0) > 0,
+    if (!isReady) return {.desktop = agent_->desktop(), .whatToDoFirst = agent_->whatToDoFirst(by)};
+    return {.desktop = agent_->desktop(),
+            .placesWindows = true,
+            .tellsProcesses = agent_->compositor(by).value_or(0) > 0,
             .whatToDoFirst = ""};
 }
 
+std::string AgentWindowSystem::switchOn(Deadline by) {
+    const std::lock_guard lock(mutex_);
+    return agent_->switchOn(by);
+}
+
 /// Numbers of windows that have gone are never given again.
-void KWinWindowSystem::giveNumbers(Told& told) {
-    std::map<Uuid, std::uint64_t> now;
+void AgentWindowSystem::giveNumbers(Told& told) {
+    std::map<std::string, std::uint64_t> now;
     for (auto& each : told.windows) {
         const auto known = numbers_.find(each.id);
         const auto number = known == numbers_.end() ? ++lastNumber_ : known->second;
@@ -78,24 +69,23 @@ void KWinWindowSystem::giveNumbers(Told& told) {
     numbers_ = std::move(now);
 }
 
-std::optional<Told> KWinWindowSystem::list(Deadline by) {
-    const auto answer = scripting_.ask("list()", by);
+std::optional<Told> AgentWindowSystem::list(Deadline by) {
+    const auto answer = agent_->list(by);
     auto told = answer ? readWindows(*answer) : std::nullopt;
-    const auto compositor = told ? scripting_.compositor(by) : std::nullopt;
+    const auto compositor = told ? agent_->compositor(by) : std::nullopt;
     if (!compositor) return std::nullopt;
     giveNumbers(*told);
     std::vector<XClient> clients;
     for (auto& each : told->windows) {
         if (*compositor == 0) each.window.window.process = 0;
         if (each.isXClient) clients.push_back({&each.window, each.xNumber});
-        if (each.mayBeMaximized)
-            each.window.isMaximized = scripting_.isMaximized(kwinText(each.id), by);
+        if (each.mayBeMaximized) each.window.isMaximized = agent_->isMaximized(each.id, by);
     }
     if (!checkXClients(clients, xServer_.get(), *compositor, by)) return std::nullopt;
     return told;
 }
 
-WindowAnswer KWinWindowSystem::look(const WindowRef& window, ToldWindow& now, Deadline by) {
+WindowAnswer AgentWindowSystem::look(const WindowRef& window, ToldWindow& now, Deadline by) {
     auto told = list(by);
     if (!told) return WindowAnswer::unanswered;
     const auto found = std::ranges::find_if(told->windows, isCalled(window));
@@ -104,8 +94,8 @@ WindowAnswer KWinWindowSystem::look(const WindowRef& window, ToldWindow& now, De
     return WindowAnswer::done;
 }
 
-WindowAnswer KWinWindowSystem::ask(const std::string& question, ToldWindow& now, Deadline by) {
-    const auto answer = scripting_.ask(question, by);
+WindowAnswer AgentWindowSystem::act(const Deed& deed, ToldWindow& now, Deadline by) {
+    const auto answer = agent_->act(deed, by);
     auto told = answer ? readWindows(*answer) : std::nullopt;
     if (!told) return WindowAnswer::unanswered;
     if (told->windows.empty()) return WindowAnswer::gone;
@@ -113,7 +103,7 @@ WindowAnswer KWinWindowSystem::ask(const std::string& question, ToldWindow& now,
     return WindowAnswer::done;
 }
 
-std::optional<WindowsNow> KWinWindowSystem::windows(Deadline by) {
+std::optional<WindowsNow> AgentWindowSystem::windows(Deadline by) {
     const std::lock_guard lock(mutex_);
     auto told = list(by);
     if (!told) return std::nullopt;
@@ -123,27 +113,26 @@ std::optional<WindowsNow> KWinWindowSystem::windows(Deadline by) {
         if (each.id == told->active) now.active = each.window.window.number;
         now.windows.push_back(std::move(each.window));
     }
-    if (const auto compositor = scripting_.compositor(by).value_or(0))
-        now.session.insert(compositor);
+    if (const auto compositor = agent_->compositor(by).value_or(0)) now.session.insert(compositor);
     return now;
 }
 
-std::optional<ManagedWindow> KWinWindowSystem::window(const WindowRef& window, Deadline by) {
+std::optional<ManagedWindow> AgentWindowSystem::window(const WindowRef& window, Deadline by) {
     const std::lock_guard lock(mutex_);
     ToldWindow now;
     if (look(window, now, by) != WindowAnswer::done) return std::nullopt;
     return std::move(now.window);
 }
 
-std::optional<std::vector<Monitor>> KWinWindowSystem::monitors(Deadline by) {
+std::optional<std::vector<Monitor>> AgentWindowSystem::monitors(Deadline by) {
     const std::lock_guard lock(mutex_);
-    const auto answer = scripting_.ask("monitors()", by);
+    const auto answer = agent_->monitors(by);
     auto monitors = answer ? readMonitors(*answer) : std::nullopt;
-    if (monitors) putPrimaryFirst(*monitors);
+    if (monitors && !agent_->hasPrimary()) putPrimaryFirst(*monitors);
     return monitors;
 }
 
-WindowAnswer KWinWindowSystem::place(const WindowRef& window, const FrameWish& wish, Deadline by) {
+WindowAnswer AgentWindowSystem::place(const WindowRef& window, const FrameWish& wish, Deadline by) {
     if (!isPossible(wish)) return WindowAnswer::refused;
     const std::lock_guard lock(mutex_);
     ToldWindow now;
@@ -152,18 +141,18 @@ WindowAnswer KWinWindowSystem::place(const WindowRef& window, const FrameWish& w
     const auto target = wishedFrame(wish, now.window.frame);
     if (target == now.window.frame) return WindowAnswer::done;
     if (now.window.isFullscreen) return WindowAnswer::refused;
-    std::string words;
+    std::optional<PixelRect> last;
     auto answer = WindowAnswer::done;
     const auto look = [&]() -> std::optional<PixelRect> {
         if (answer == WindowAnswer::gone) return std::nullopt;
         const auto& frame = now.window.frame;
-        return !words.empty() && isNear(frame, target) ? target : frame;
+        return last && isNear(frame, target) ? target : frame;
     };
     const auto ask = [&](const PixelRect& aim) {
-        auto next = placing(now.id, aim);
-        if (next == words) return ApproachSteps::Asked::nothingNew;
-        words = std::move(next);
-        answer = this->ask(words, now, by);
+        if (aim == last) return ApproachSteps::Asked::nothingNew;
+        last = aim;
+        const Deed deed{.kind = Deed::Kind::place, .windows = {now.id}, .frame = aim};
+        answer = act(deed, now, by);
         return answer == WindowAnswer::unanswered ? ApproachSteps::Asked::unanswered
                                                   : ApproachSteps::Asked::answered;
     };
@@ -171,50 +160,52 @@ WindowAnswer KWinWindowSystem::place(const WindowRef& window, const FrameWish& w
         wish, {.ask = ask, .look = look, .isLate = [&] { return steady_clock::now() >= by; }});
 }
 
-WindowAnswer KWinWindowSystem::setFullscreen(const WindowRef& window, bool on, Deadline by) {
+WindowAnswer AgentWindowSystem::setFullscreen(const WindowRef& window, bool on, Deadline by) {
     const std::lock_guard lock(mutex_);
     ToldWindow now;
     auto answer = look(window, now, by);
     if (answer != WindowAnswer::done || now.window.isFullscreen == on) return answer;
-    answer = ask("setFullscreen(" + quoted(now.id) + (on ? ", true)" : ", false)"), now, by);
+    answer = act({.kind = Deed::Kind::setFullscreen, .windows = {now.id}, .on = on}, now, by);
     const bool isMissed = answer == WindowAnswer::done && now.window.isFullscreen != on;
     return isMissed ? WindowAnswer::refused : answer;
 }
 
-WindowAnswer KWinWindowSystem::setMaximized(const WindowRef& window, bool on, Deadline by) {
+WindowAnswer AgentWindowSystem::setMaximized(const WindowRef& window, bool on, Deadline by) {
     const std::lock_guard lock(mutex_);
     ToldWindow now;
     auto answer = look(window, now, by);
     if (answer != WindowAnswer::done || now.window.isMaximized == on) return answer;
-    answer = ask("setMaximized(" + quoted(now.id) + (on ? ", true)" : ", false)"), now, by);
+    answer = act({.kind = Deed::Kind::setMaximized, .windows = {now.id}, .on = on}, now, by);
+    // Not every agent tells.
     if (answer == WindowAnswer::done) answer = look(window, now, by);
     const bool isMissed = answer == WindowAnswer::done && now.window.isMaximized != on;
     return isMissed ? WindowAnswer::refused : answer;
 }
 
-WindowAnswer KWinWindowSystem::activate(const WindowRef& window, Deadline by) {
+WindowAnswer AgentWindowSystem::activate(const WindowRef& window, Deadline by) {
     const std::lock_guard lock(mutex_);
     ToldWindow now;
     const auto answer = look(window, now, by);
-    return answer == WindowAnswer::done ? ask("activate(" + quoted(now.id) + ")", now, by) : answer;
+    if (answer != WindowAnswer::done) return answer;
+    return act({.kind = Deed::Kind::activate, .windows = {now.id}}, now, by);
 }
 
-WindowAnswer KWinWindowSystem::askToClose(std::span<const WindowRef> windows, Deadline by) {
+WindowAnswer AgentWindowSystem::askToClose(std::span<const WindowRef> windows, Deadline by) {
     const std::lock_guard lock(mutex_);
     const auto told = list(by);
     if (!told) return WindowAnswer::unanswered;
     auto answer = WindowAnswer::gone;
-    std::string ids;
+    Deed deed{.kind = Deed::Kind::close, .windows = {}};
     for (const auto& window : windows) {
         const auto found = std::ranges::find_if(told->windows, isCalled(window));
         if (found == told->windows.end()) continue;
         const bool canBeAsked = found->window.canBeAskedToClose;
-        if (canBeAsked) ids += quoted(found->id) + ", ";
+        if (canBeAsked) deed.windows.push_back(found->id);
         if (!canBeAsked) answer = WindowAnswer::refused;
         if (answer == WindowAnswer::gone) answer = WindowAnswer::done;
     }
-    if (ids.empty()) return answer;
-    return scripting_.ask("close([" + ids + "])", by) ? answer : WindowAnswer::unanswered;
+    if (deed.windows.empty()) return answer;
+    return agent_->act(deed, by) ? answer : WindowAnswer::unanswered;
 }
 
-} // namespace corvane::kwin
+} // namespace corvane

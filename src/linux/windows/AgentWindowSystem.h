@@ -1,25 +1,28 @@
 #pragma once
 
-#include "linux/windows/kwin/KWinAnswers.h"
-#include "linux/windows/kwin/KWinScripting.h"
+#include "linux/windows/Agent.h"
+#include "linux/windows/AgentAnswers.h"
 
 #include <map>
 #include <memory>
 #include <mutex>
-#include <string>
 
-namespace corvane::kwin {
+namespace corvane {
 
-/// The KWin that shows this session, of Plasma 5.27 or 6. Its identifiers of windows are too long
-/// for a number, so each gets one when it is first seen. It doesn't tell who is connected.
-class KWinWindowSystem final : public WindowSystem {
+/// A compositor with an agent of ours inside. Its identifiers of windows may be too long for a
+/// number, so each gets one when it is first seen. Who is connected isn't told.
+class AgentWindowSystem final : public WindowSystem {
 public:
     /// `xServer` is the session's, asked for what only it knows of X11 clients; null where there is
     /// none.
-    explicit KWinWindowSystem(std::unique_ptr<WindowSystem> xServer);
+    AgentWindowSystem(std::unique_ptr<Agent> agent, std::unique_ptr<WindowSystem> xServer);
+
+    /// The agent's compositor shows this session, whether the agent answers or not.
+    bool isHere(Deadline by);
 
     bool isReady(Deadline by) override;
     Abilities abilities(Deadline by) override;
+    std::string switchOn(Deadline by) override;
     std::optional<WindowsNow> windows(Deadline by) override;
     std::optional<ManagedWindow> window(const WindowRef& window, Deadline by) override;
     std::optional<std::vector<Monitor>> monitors(Deadline by) override;
@@ -34,13 +37,13 @@ private:
     void giveNumbers(Told& told);
     /// Both: `done` where the window is there, and then as it is now.
     WindowAnswer look(const WindowRef& window, ToldWindow& now, Deadline by);
-    WindowAnswer ask(const std::string& question, ToldWindow& now, Deadline by);
+    WindowAnswer act(const Deed& deed, ToldWindow& now, Deadline by);
 
     std::mutex mutex_;
+    const std::unique_ptr<Agent> agent_;
     const std::unique_ptr<WindowSystem> xServer_;
-    Scripting scripting_;
-    std::map<Uuid, std::uint64_t> numbers_;
+    std::map<std::string, std::uint64_t> numbers_;
     std::uint64_t lastNumber_ = 0;
 };
 
-} // namespace corvane::kwin
+} // namespace corvane

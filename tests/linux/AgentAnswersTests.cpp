@@ -1,21 +1,21 @@
-#include "linux/windows/kwin/KWinAnswers.h"
+#include "linux/windows/AgentAnswers.h"
 
 #include <sstream>
 
 #include <gtest/gtest.h>
 
-namespace corvane::kwin {
+namespace corvane {
 namespace {
 
 const std::string first = "{00000000-0000-4000-8000-0000000000a1}";
 const std::string second = "{00000000-0000-4000-8000-0000000000b2}";
 
-/// What windows.js tells of a window: an editor's, but for what comes behind.
+/// What an agent tells of a window: an editor's, but for what comes behind.
 std::string window(const std::string& id, const std::string& different) {
     return different + (different.empty() ? "" : ",") + "\"id\":\"" + id +
            R"(","owner":null,"pid":7,"isXClient":false,"xNumber":0,"resourceName":"pad",)"
            R"("resourceClass":"org.pad","desktopFile":"pad","title":"T","kind":"ordinary","layer":0,)"
-           R"("stacking":1,"frame":[[0.5,1],[401.333,2]],"desktop":"2","isOnScreen":true,)"
+           R"("stacking":1,"frame":[[0.5,1],[401.333,2]],"workspace":"2","isOnScreen":true,)"
            R"("isMinimized":false,"isFullscreen":false,"isMaximized":false,"mayBeMaximized":false,)"
            R"("skipsTaskbar":false,"closeable":true)";
 }
@@ -28,13 +28,12 @@ std::string described(const ToldWindow& told) {
     const auto& shown = told.window;
     const auto& [origin, size] = shown.frame;
     std::ostringstream text;
-    text << kwinText(told.id).substr(35) << ' ' << shown.window.process << ' '
-         << shown.title.value_or("-") << ' ' << shown.hints.applicationId << '|'
-         << shown.hints.instanceName << '|' << shown.hints.className << '|'
-         << shown.hints.desktopFile << ' ' << origin.x << ',' << origin.y << ' ' << size.width
-         << 'x' << size.height << " on " << shown.workspace << " kind "
-         << static_cast<int>(shown.kind) << " layer " << static_cast<int>(shown.layer);
-    if (told.owner) text << " for " << kwinText(*told.owner).substr(35);
+    text << told.id.substr(35) << ' ' << shown.window.process << ' ' << shown.title.value_or("-")
+         << ' ' << shown.hints.applicationId << '|' << shown.hints.instanceName << '|'
+         << shown.hints.className << '|' << shown.hints.desktopFile << ' ' << origin.x << ','
+         << origin.y << ' ' << size.width << 'x' << size.height << " on " << shown.workspace
+         << " kind " << static_cast<int>(shown.kind) << " layer " << static_cast<int>(shown.layer);
+    if (told.owner) text << " for " << told.owner->substr(35);
     if (told.isXClient) text << " X" << told.xNumber;
     for (const auto& [isSo, word] : {std::pair(shown.isOnScreen, " shown"),
                                      {shown.isMinimized, " minimized"},
@@ -48,12 +47,12 @@ std::string described(const ToldWindow& told) {
     return text.str();
 }
 
-TEST(KWinAnswersTest, tellsEveryWindow) {
+TEST(AgentAnswersTest, tellsEveryWindow) {
     const std::pair<std::string, std::string> cases[]{
         {"", "a1} 7 T org.pad|||pad 0.5,1 401.333x2 on 2 kind 0 layer 1 shown closeable"},
         {R"("isXClient":true,"xNumber":42,"owner":")" + second + '"',
          "a1} 7 T |pad|org.pad|pad 0.5,1 401.333x2 on 2 kind 0 layer 1 for b2} X42 shown closeable"},
-        {R"("kind":"dock","layer":1,"pid":-1,"skipsTaskbar":true,"closeable":false,"desktop":"")",
+        {R"("kind":"dock","layer":1,"pid":-1,"skipsTaskbar":true,"closeable":false,"workspace":"")",
          "a1} 0 T org.pad|||pad 0.5,1 401.333x2 on  kind 1 layer 2 shown skipped"},
         {R"("kind":"desktop","layer":-1,"isOnScreen":false,"isMinimized":true,"title":"")",
          "a1} 7  org.pad|||pad 0.5,1 401.333x2 on 2 kind 2 layer 0 minimized closeable"},
@@ -69,29 +68,30 @@ TEST(KWinAnswersTest, tellsEveryWindow) {
     }
 }
 
-TEST(KWinAnswersTest, keepsTheOrderOfCreationAndTellsThatOfTheScreen) {
+TEST(AgentAnswersTest, keepsTheOrderOfCreationAndTellsThatOfTheScreen) {
     const auto told = readWindows(answer('{' + window(first, "\"stacking\":5") + "},{" +
                                              window(second, "\"stacking\":3") + '}',
                                          '"' + second + '"'));
     ASSERT_TRUE(told);
-    EXPECT_EQ(kwinText(told->windows[0].id), first);
+    EXPECT_EQ(told->windows[0].id, first);
     EXPECT_EQ(told->stacking, (std::vector<std::size_t>{1, 0}));
-    EXPECT_EQ(kwinText(*told->active), second);
+    EXPECT_EQ(told->active, second);
 }
 
-TEST(KWinAnswersTest, makesNothingOfAnythingElse) {
+TEST(AgentAnswersTest, makesNothingOfAnythingElse) {
     for (const std::string wrong :
          {R"("pid":"7")", R"("pid":1.5)", R"("frame":[[1,2],[3]])", R"("frame":[[1,2],[3,null]])",
-          R"("owner":"{}")", R"("title":null)", R"("isMinimized":0)", R"("stacking":"1")"})
+          R"("owner":"a b")", R"("owner":"")", R"("title":null)", R"("isMinimized":0)",
+          R"("stacking":"1")"})
         EXPECT_FALSE(readWindows(answer('{' + window(first, wrong) + '}'))) << wrong;
     for (const std::string wrong :
-         {"", "null", "[]", "{}", R"({"windows":{}})", R"({"windows":[],"active":"1"})",
+         {"", "null", "[]", "{}", R"({"windows":{}})", R"({"windows":[],"active":"one"})",
           R"({"windows":[],"error":"ReferenceError"})"})
         EXPECT_FALSE(readWindows(wrong)) << wrong;
     EXPECT_TRUE(readWindows(answer(""))->windows.empty());
 }
 
-TEST(KWinAnswersTest, tellsMonitors) {
+TEST(AgentAnswersTest, tellsMonitors) {
     const auto told = readMonitors(
         R"({"monitors":[{"frame":[[0,0],[1440,900]],"workArea":[[0,30],[1440,869.5]]}]})");
     const std::vector<Monitor> expected{{{{0, 0}, {1440, 900}}, {{0, 30}, {1440, 869.5}}}};
@@ -100,4 +100,4 @@ TEST(KWinAnswersTest, tellsMonitors) {
 }
 
 } // namespace
-} // namespace corvane::kwin
+} // namespace corvane

@@ -1,22 +1,22 @@
 #pragma once
 
-#include "foundation/Uuid.h"
 #include "linux/windows/WindowSystem.h"
 
 #include <string_view>
 
-/// What windows.js tells, as values. Nothing comes of an answer that isn't formed like that.
-namespace corvane::kwin {
+/// What an agent tells, as values. Nothing comes of an answer that isn't formed like that.
+namespace corvane {
 
 struct ToldWindow {
-    Uuid id = {};
-    std::optional<Uuid> owner = {};
-    /// Without numbers, which KWin doesn't give.
+    /// The compositor's own, of digits, hexadecimal letters, dashes and braces.
+    std::string id = {};
+    std::optional<std::string> owner = {};
+    /// Without numbers.
     ManagedWindow window = {};
     bool isXClient = false;
     /// An X11 client's number at the X server; 0 where it isn't told.
     std::uint32_t xNumber = 0;
-    /// It is about as large as a maximized one, and KWin doesn't tell scripts whether it is.
+    /// It is about as large as a maximized one, and the agent can't tell whether it is.
     bool mayBeMaximized = false;
 };
 
@@ -25,13 +25,10 @@ struct Told {
     std::vector<ToldWindow> windows;
     /// The same from bottom to top, as indexes.
     std::vector<std::size_t> stacking;
-    std::optional<Uuid> active;
+    std::optional<std::string> active;
 };
 
 std::optional<Told> readWindows(std::string_view answer);
 std::optional<std::vector<Monitor>> readMonitors(std::string_view answer);
 
-/// As KWin writes it: in braces, in small letters.
-std::string kwinText(const Uuid& id);
-
-} // namespace corvane::kwin
+} // namespace corvane

@@ -1,13 +1,14 @@
-#include "linux/windows/kwin/KWinScripting.h"
+#include "linux/windows/kwin/KWinAgent.h"
 
+#include "foundation/Text.h"
 #include "linux/system/FileDescriptor.h"
-#include "linux/system/ProcessFacts.h"
-#include "linux/windows/WaylandSession.h"
 #include "linux/windows/kwin/WindowsScript.h"
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstdlib>
+#include <map>
 #include <string_view>
 
 #include <fcntl.h>
@@ -18,12 +19,16 @@ namespace {
 
 constexpr std::size_t mostBytes = 16 << 20;
 constexpr int mostSpares = 4;
-constexpr const char* kwinName = "org.kde.KWin";
 
-int millisecondsTo(Deadline by) {
-    using namespace std::chrono;
-    const auto left = ceil<milliseconds>(by - steady_clock::now()).count();
-    return static_cast<int>(std::max<std::int64_t>(left, 0));
+/// The identifiers can't end the text that they stand in.
+std::string quoted(const std::vector<std::string>& ids) {
+    return '"' + text::joined(ids, "\", \"") + '"';
+}
+
+std::string written(double number) {
+    std::array<char, 32> letters;
+    const auto end = std::to_chars(letters.data(), letters.data() + letters.size(), number).ptr;
+    return {letters.data(), end};
 }
 
 /// A script's name at KWin, which has none twice.
@@ -134,68 +139,49 @@ private:
 
 } // namespace
 
-Scripting::Values Scripting::call(const std::string& name, const std::string& path,
-                                  const std::string& method, GVariant* parameters, Deadline by) {
-    const auto dot = method.rfind('.');
-    return Values(g_dbus_connection_call_sync(bus_.get(), name.c_str(), path.c_str(),
-                                              method.substr(0, dot).c_str(),
-                                              method.substr(dot + 1).c_str(), parameters, nullptr,
-                                              G_DBUS_CALL_FLAGS_NO_AUTO_START,
-                                              std::max(millisecondsTo(by), 1), nullptr, nullptr),
-                  [](GVariant* value) {
-                      if (value) g_variant_unref(value);
-                  });
+std::optional<std::string> KWinAgent::act(const Deed& deed, Deadline by) {
+    static const std::map<Deed::Kind, std::string> functions{
+        {Deed::Kind::place, "place("},
+        {Deed::Kind::setFullscreen, "setFullscreen("},
+        {Deed::Kind::setMaximized, "setMaximized("},
+        {Deed::Kind::activate, "activate("},
+        {Deed::Kind::close, "close("}};
+    std::string words = functions.at(deed.kind);
+    if (deed.kind == Deed::Kind::close) return ask(words + '[' + quoted(deed.windows) + "])", by);
+    words += quoted(deed.windows);
+    const auto& [origin, size] = deed.frame;
+    if (deed.kind == Deed::Kind::place) {
+        for (const double number : {origin.x, origin.y, size.width, size.height})
+            words += ", " + written(number);
+    } else if (deed.kind != Deed::Kind::activate) {
+        words += deed.on ? ", true" : ", false";
+    }
+    return ask(words + ')', by);
 }
 
-bool Scripting::find(Deadline by) {
-    if (!bus_ || g_dbus_connection_is_closed(bus_.get())) bus_ = ownConnectionToSessionBus();
-    if (!bus_) return false;
-    constexpr const char* daemon = "org.freedesktop.DBus";
-    const std::string path = "/org/freedesktop/DBus";
-    const auto named =
-        call(daemon, path, "org.freedesktop.DBus.GetNameOwner", g_variant_new("(s)", kwinName), by);
-    const char* owner = nullptr;
-    if (!named) return false;
-    g_variant_get(named.get(), "(&s)", &owner);
-    if (owner_ == owner && process_) return true;
-    owner_ = owner;
-    process_.reset();
-    const auto told = call(daemon, path, "org.freedesktop.DBus.GetConnectionUnixProcessID",
-                           g_variant_new("(s)", owner), by);
-    const auto listener = waylandCompositor();
-    if (!told || !listener) return false;
-    guint32 number = 0;
-    g_variant_get(told.get(), "(u)", &number);
-    auto process = static_cast<pid_t>(number);
-    if (processSpacesOf(process) != 1) process = 0;
-    // Plasma starts it from a process that holds the display's socket for it.
-    if (process == *listener || parentOf(process) == *listener) process_ = process;
-    return process_.has_value();
+std::string KWinAgent::whatToDoFirst(Deadline) {
+    return "KWin doesn't answer at the moment.";
 }
 
-std::optional<pid_t> Scripting::compositor(Deadline by) {
-    return find(by) ? process_ : std::nullopt;
-}
-
-bool Scripting::run(std::int32_t number, Deadline by) {
+bool KWinAgent::run(std::int32_t number, Deadline by) {
     for (int tries = 0; tries < 2; ++tries) {
-        if (call(owner_, scripts_ + std::to_string(number), "org.kde.kwin.Script.run", nullptr, by))
+        if (kwin_.call(scripts_ + std::to_string(number), "org.kde.kwin.Script.run", nullptr, by))
             return true;
         scripts_ = scripts_ == "/" ? "/Scripting/Script" : "/";
     }
     return false;
 }
 
-std::optional<std::string> Scripting::ask(const std::string& question, Deadline by) {
-    if (!find(by)) return std::nullopt;
+std::optional<std::string> KWinAgent::ask(const std::string& question, Deadline by) {
+    if (!kwin_.process(by)) return std::nullopt;
     const std::string path = "/app/corvane/question" + std::to_string(++questions_);
-    const std::string us = gio::text(g_dbus_connection_get_unique_name(bus_.get()));
+    const std::string us = gio::text(g_dbus_connection_get_unique_name(kwin_.bus()));
     const ScriptFile file("const bus = \"" + us + "\", path = \"" + path + "\";\n" +
                           std::string(windowsScript) + "ask(() => " + question + ");\n");
     if (!file.isWhole()) return std::nullopt;
 
     Context context;
-    const Ear ear(bus_.get(), path, owner_);
+    const Ear ear(kwin_.bus(), path, kwin_.owner());
     std::int32_t number = -1;
     for (int spare = spares_; spare >= 0; --spare)
         number = load(file.path(), spare, by);
@@ -206,10 +192,10 @@ std::optional<std::string> Scripting::ask(const std::string& question, Deadline 
     return ear.heard();
 }
 
-std::int32_t Scripting::load(const std::string& file, int spare, Deadline by) {
+std::int32_t KWinAgent::load(const std::string& file, int spare, Deadline by) {
     const auto loaded =
-        call(owner_, "/Scripting", "org.kde.kwin.Scripting.loadScript",
-             g_variant_new("(ss)", file.c_str(), pluginName(file, spare).c_str()), by);
+        kwin_.call("/Scripting", "org.kde.kwin.Scripting.loadScript",
+                   g_variant_new("(ss)", file.c_str(), pluginName(file, spare).c_str()), by);
     std::int32_t number = -1;
     if (loaded) g_variant_get(loaded.get(), "(i)", &number);
     return number;
@@ -217,24 +203,25 @@ std::int32_t Scripting::load(const std::string& file, int spare, Deadline by) {
 
 /// Asked for also where no answer came, as KWin may have been stopped in between. Waited for where
 /// it can be, as the next script might be taken for one that is going.
-void Scripting::unload(const std::string& file, Deadline by) {
+void KWinAgent::unload(const std::string& file, Deadline by) {
     for (int spare = spares_; spare >= 0; --spare) {
         GVariant* const name = g_variant_new("(s)", pluginName(file, spare).c_str());
         if (by != Deadline()) {
-            call(owner_, "/Scripting", "org.kde.kwin.Scripting.unloadScript", name, by);
+            kwin_.call("/Scripting", "org.kde.kwin.Scripting.unloadScript", name, by);
             continue;
         }
-        g_dbus_connection_call(bus_.get(), owner_.c_str(), "/Scripting", "org.kde.kwin.Scripting",
-                               "unloadScript", name, nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, -1,
-                               nullptr, nullptr, nullptr);
+        g_dbus_connection_call(kwin_.bus(), kwin_.owner().c_str(), "/Scripting",
+                               "org.kde.kwin.Scripting", "unloadScript", name, nullptr,
+                               G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr, nullptr, nullptr);
     }
 }
 
-bool Scripting::isMaximized(const std::string& identifier, Deadline by) {
-    const auto told = call(owner_, "/KWin", "org.kde.KWin.getWindowInfo",
-                           g_variant_new("(s)", identifier.c_str()), by);
+bool KWinAgent::isMaximized(const std::string& id, Deadline by) {
+    const auto told =
+        kwin_.call("/KWin", "org.kde.KWin.getWindowInfo", g_variant_new("(s)", id.c_str()), by);
     if (!told || !g_variant_is_of_type(told.get(), G_VARIANT_TYPE("(a{sv})"))) return false;
-    const Values values(g_variant_get_child_value(told.get(), 0), &g_variant_unref);
+    const CompositorOnBus::Values values(g_variant_get_child_value(told.get(), 0),
+                                         &g_variant_unref);
     gint32 horizontally = 0, vertically = 0;
     g_variant_lookup(values.get(), "maximizeHorizontal", "i", &horizontally);
     g_variant_lookup(values.get(), "maximizeVertical", "i", &vertically);

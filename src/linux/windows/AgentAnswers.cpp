@@ -1,4 +1,4 @@
-#include "linux/windows/kwin/KWinAnswers.h"
+#include "linux/windows/AgentAnswers.h"
 
 #include "foundation/Diagnostics.h"
 #include "foundation/Json.h"
@@ -9,7 +9,7 @@
 #include <numeric>
 #include <utility>
 
-namespace corvane::kwin {
+namespace corvane {
 namespace {
 
 PixelRect rectOf(const json::Value& value) {
@@ -17,15 +17,14 @@ PixelRect rectOf(const json::Value& value) {
     return {{rect.x, rect.y}, {rect.width, rect.height}};
 }
 
-Uuid idOf(const json::Value& value) {
-    auto text = value.text();
-    if (text.size() > 2 && text.front() == '{') text = text.substr(1, text.size() - 2);
-    const auto id = Uuid::parse(text);
-    if (!id) value.fail("is no identifier");
-    return *id;
+std::string idOf(const json::Value& value) {
+    const auto text = value.text();
+    if (text.empty() || text.find_first_not_of("0123456789abcdef-{}") != std::string_view::npos)
+        value.fail("is no identifier");
+    return std::string(text);
 }
 
-std::optional<Uuid> optionalId(const json::Value& value, std::string_view key) {
+std::optional<std::string> optionalId(const json::Value& value, std::string_view key) {
     const auto id = value.optional(key);
     return id ? std::optional(idOf(*id)) : std::nullopt;
 }
@@ -58,10 +57,11 @@ ToldWindow windowOf(const json::Value& value) {
     if (told.isXClient) window.hints = {.instanceName = text("resourceName"), .className = name};
     if (!told.isXClient) window.hints.applicationId = name;
     window.hints.desktopFile = text("desktopFile");
+    if (const auto sandbox = value.optional("sandboxId")) window.hints.sandboxId = sandbox->text();
     window.kind = kindOf(value.required("kind").text());
     window.layer = layerOf(value.required("layer").number());
     window.frame = rectOf(value.required("frame"));
-    window.workspace = text("desktop");
+    window.workspace = text("workspace");
     window.isOnScreen = flag("isOnScreen");
     window.isMinimized = flag("isMinimized");
     window.isFullscreen = flag("isFullscreen");
@@ -76,7 +76,7 @@ auto readAnswer(std::string_view answer, Read&& read)
     -> std::optional<decltype(read(std::declval<json::Value>()))> {
     try {
         const auto text = text::replacingInvalidUtf8(std::string(answer));
-        const json::Document document(text, "KWin");
+        const json::Document document(text, "the compositor");
         if (const auto error = document.root().optional("error")) error->fail(error->text());
         return read(document.root());
     } catch (const json::DecodeError& error) {
@@ -114,8 +114,4 @@ std::optional<std::vector<Monitor>> readMonitors(std::string_view answer) {
     });
 }
 
-std::string kwinText(const Uuid& id) {
-    return '{' + text::lowercased(id.toString()) + '}';
-}
-
-} // namespace corvane::kwin
+} // namespace corvane

@@ -1,4 +1,4 @@
-#include "linux/windows/kwin/KWinAnswers.h"
+#include "linux/windows/AgentAnswers.h"
 
 #include <cstdlib>
 
@@ -6,9 +6,9 @@
 /// stand in the answers. Whatever comes of one, it is no more than is allowed.
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
     const std::string_view answer(reinterpret_cast<const char*>(data), size);
-    const auto told = corvane::kwin::readWindows(answer);
+    const auto told = corvane::readWindows(answer);
     if (told && told->windows.size() > corvane::mostWindows) std::abort();
     if (told && told->stacking.size() != told->windows.size()) std::abort();
-    corvane::kwin::readMonitors(answer);
+    corvane::readMonitors(answer);
     return 0;
 }
