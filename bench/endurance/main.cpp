@@ -1,8 +1,7 @@
-// Starts and finishes a workspace of five programs again and again, in one process of Corvane, and
-// looks at what that process holds. Fails where it holds more at the end than after the first
-// rounds.
+// Does what people do all day with one process of Corvane, again and again, and looks at what that
+// process holds. Fails where it holds more at the end than after the first rounds.
 
-#include "desktop/harness/Desktop.h"
+#include "Growth.h"
 #include "desktop/harness/Scene.h"
 #include "desktop/harness/TrayHost.h"
 #include "foundation/PropertyList.h"
@@ -11,69 +10,17 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
-#include <filesystem>
-#include <fstream>
-#include <stdexcept>
+#include <map>
 
-#include <xcb/res.h>
-
+using namespace corvane;
 using namespace corvane::desktop;
+using endurance::expect;
 
 namespace {
 
-constexpr const char* programs[]{"xclock", "xcalc", "xlogo", "xeyes", "xload"};
-constexpr int roundsToFillCaches = 50;
-constexpr long allowedGrowthInKiB = 4096;
-
-/// What the display server keeps for a process: the first argument's, printed. Runs on the desktop.
-int printDisplayResources(unsigned process) {
-    auto* display = xcb_connect(nullptr, nullptr);
-    const xcb_res_client_id_spec_t all{0, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-    auto* ids = xcb_res_query_client_ids_reply(display, xcb_res_query_client_ids(display, 1, &all),
-                                               nullptr);
-    unsigned long count = 0;
-    for (auto id = xcb_res_query_client_ids_ids_iterator(ids); id.rem;
-         xcb_res_client_id_value_next(&id)) {
-        if (*xcb_res_client_id_value_value(id.data) != process) continue;
-        auto* held = xcb_res_query_client_resources_reply(
-            display, xcb_res_query_client_resources(display, id.data->spec.client), nullptr);
-        for (auto type = xcb_res_query_client_resources_types_iterator(held); type.rem;
-             xcb_res_type_next(&type))
-            count += type.data->count;
-        std::free(held);
-    }
-    std::free(ids);
-    xcb_disconnect(display);
-    std::printf("%lu\n", count);
-    return 0;
-}
-
-struct Holdings {
-    long memoryInKiB = 0;
-    long files = 0;
-    long children = 0;
-    long displayResources = 0;
-};
-
-Holdings holdings(const Desktop& desktop, pid_t process) {
-    const auto folder = "/proc/" + std::to_string(process);
-    Holdings held;
-    std::ifstream status(folder + "/status");
-    for (std::string line; std::getline(status, line);) {
-        if (line.starts_with("VmRSS:")) held.memoryInKiB = std::atol(line.c_str() + 6);
-    }
-    held.files = std::distance(std::filesystem::directory_iterator(folder + "/fd"), {});
-    held.children = long(descendants(process).size());
-    held.displayResources =
-        std::stol(desktop.run({"/proc/self/exe", "resources", std::to_string(process)}));
-    return held;
-}
-
-void expect(bool isTrue, const std::string& what) {
-    if (!isTrue) throw std::runtime_error(what);
-}
-
-void endure(int rounds) {
+/// Starts and finishes a workspace of five programs, with layouts saved at each finish.
+void startAndFinish(int rounds) {
+    constexpr const char* programs[]{"xclock", "xcalc", "xlogo", "xeyes", "xload"};
     Desktop desktop;
     std::vector<SceneResource> resources;
     for (const std::string program : programs) {
@@ -88,42 +35,97 @@ void endure(int rounds) {
                   .toBinary());
     writeFile(desktop.workspacesFile(), workspacesJson({{"Work", "", "star", resources}}));
     const TrayHost tray(desktop.busAddress());
-    const auto process = desktop.startCorvane().pid();
+    desktop.startCorvane();
     const auto areOpen = [&] { return desktop.windows().size() == 1 + std::size(programs); };
     const auto areGone = [&] {
         return std::ranges::all_of(
             programs, [&](const auto* program) { return desktop.processes(program).empty(); });
     };
-    const int firstRounds = std::min(roundsToFillCaches, rounds / 2);
     expect(comesTrue([&] { return tray.arrivals() > 0; }, 30), "no status item");
-    Holdings first;
-    std::printf("%8s %12s %8s %10s %12s\n", "rounds", "memory KiB", "files", "children",
-                "X resources");
+    endurance::Growth growth(desktop, rounds, 50, 100);
     for (int round = 1; round <= rounds; ++round) {
         expect(tray.press("Work     ▶") && comesTrue(areOpen, 30),
                "a start opens not everything:\n" + tray.shownMenu() + desktop.log());
         expect(tray.press("Work     ⏹") && comesTrue(areGone, 30),
                "a finish leaves something:\n" + desktop.log());
-        if (round != firstRounds && round != rounds && round % 100 != 0) continue;
-        const auto held = holdings(desktop, process);
-        std::printf("%8d %12ld %8ld %10ld %12ld\n", round, held.memoryInKiB, held.files,
-                    held.children, held.displayResources);
-        std::fflush(stdout);
-        if (round == firstRounds) first = held;
-        if (round < rounds) continue;
-        expect(held.files <= first.files, "open files are left");
-        expect(held.children <= first.children, "child processes are left");
-        expect(held.displayResources <= first.displayResources, "X resources are left");
-        expect(held.memoryInKiB <= first.memoryInKiB + allowedGrowthInKiB, "memory is left");
+        growth.after(round);
+    }
+}
+
+/// Searches for a workspace, opens its resources, drags one, removes one and takes that back.
+void searchAndArrange(int rounds) {
+    constexpr int workspaces = 200;
+    Desktop desktop;
+    desktop.skipIntroduction();
+    std::vector<SceneWorkspace> all;
+    for (int i = 0; i < workspaces; ++i) {
+        const auto name = std::to_string(1000 + i);
+        all.push_back({"Task " + name, "", "star", {}});
+        for (const std::string letter : {"A", "B", "C", "D"})
+            all.back().resources.push_back(
+                {letter + name, "url", "https://example.org/" + letter + name});
+    }
+    writeFile(desktop.workspacesFile(), workspacesJson(all));
+    desktop.startCorvane();
+    const auto key = [&](const std::string& keys) { desktop.run({"xdotool", "key", keys}); };
+    // The letters of a workspace's resources in the order of the file.
+    const auto stored = [&](const std::string& name) {
+        const auto file = readFile(desktop.workspacesFile());
+        std::map<std::size_t, char> found;
+        for (const char letter : {'A', 'B', 'C', 'D'})
+            if (const auto at = file.find('"' + (letter + name) + '"'); at != std::string::npos)
+                found[at] = letter;
+        std::string order;
+        for (const auto& [at, letter] : found)
+            order += letter;
+        return order;
+    };
+    expect(comesTrue([&] { return desktop.shows("Task 1000"); }, 30),
+           "no window:\n" + desktop.log());
+    desktop.run({"wmctrl", "-F", "-a", "Corvane"});
+    endurance::Growth growth(desktop, rounds, 40, 50);
+    for (int round = 1; round <= rounds; ++round) {
+        const auto name = std::to_string(1000 + round * 37 % workspaces);
+        const auto does = [&](bool isTrue, const std::string& what) {
+            expect(isTrue, what + " in round " + std::to_string(round) + " with " + name + ": " +
+                               stored(name) + "\n" + desktop.log());
+        };
+        key("ctrl+f");
+        desktop.run({"xdotool", "type", name});
+        does(desktop.act("Press", "Resources", "Task " + name), "nothing is found");
+        const auto before = stored(name);
+        const std::string first = before.substr(0, 1) + name, third = before.substr(2, 1) + name;
+        const auto from = desktop.middleOf("Move", first), to = desktop.middleOf("Move", third);
+        does(from && to, "nothing opens");
+        desktop.drag(*from, *to);
+        does(comesTrue([&] { return stored(name) != before; }), "a drag moves nothing");
+        const auto arranged = stored(name);
+        does(desktop.act("Press", "Remove", first) &&
+                 comesTrue([&] { return stored(name).size() == 3; }),
+             "nothing is removed");
+        does(desktop.act("Press", "Undo") && comesTrue([&] { return stored(name) == arranged; }),
+             "nothing comes back");
+        does(desktop.act("Press", "Resources", "Task " + name), "nothing closes");
+        key("ctrl+f");
+        key("Escape");
+        does(comesTrue([&] { return desktop.shows("Task 1001"); }), "the search stays");
+        growth.after(round);
     }
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc == 3) return printDisplayResources(unsigned(std::atoi(argv[2])));
+    const std::string what = argc > 1 ? argv[1] : "";
+    const int number = argc > 2 ? std::atoi(argv[2]) : 0;
+    if (what == "resources") return endurance::printDisplayResources(unsigned(number));
     try {
-        endure(argc > 1 ? std::atoi(argv[1]) : 1000);
+        if (what == "starts" && number > 0)
+            startAndFinish(number);
+        else if (what == "hands" && number > 0)
+            searchAndArrange(number);
+        else
+            throw std::runtime_error("usage: endurance starts|hands ROUNDS");
         return 0;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());
