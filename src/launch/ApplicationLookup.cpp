@@ -90,8 +90,6 @@ std::optional<Url> ApplicationLookup::findApplication(const std::string& name) c
     diagnostic({"Searching for app: '", name, "'"});
     const auto variations = appNameVariations(name);
     diagnostic({"App variations: ", text::joined(variations, ", ")});
-    if (variations.empty()) return std::nullopt;
-
     if (auto url = findByDisplayName(variations)) return url;
     if (auto url = findByBundleIdentifier(variations)) return url;
     const auto applications = applications_.urlsForApplications("");

@@ -46,7 +46,7 @@ public:
     explicit SimulatedApplications(SimulatedDesktop& desktop) : desktop_(desktop) {}
 
     bool openUrl(const Url& url) override {
-        desktop_.log.push_back("open " + url.absoluteString());
+        desktop_.tell("open " + url.absoluteString());
         if (desktop_.refusedUrls.contains(url.absoluteString())) return false;
         if (!url.isFile()) return urlForApplicationToOpen(url).has_value();
         return findByPath(desktop_, url.path()) ||
@@ -54,7 +54,7 @@ public:
     }
 
     void openUrl(const Url& url, const Url& applicationUrl, OpenCompletion completion) override {
-        desktop_.log.push_back("open " + url.absoluteString() + " with " + applicationUrl.path());
+        desktop_.tell("open " + url.absoluteString() + " with " + applicationUrl.path());
         const auto* application = findByPath(desktop_, applicationUrl.path());
         const auto error =
             application ? application->openError : Error{"The application can't be found."};
@@ -64,7 +64,7 @@ public:
     }
 
     void activateFileViewerSelecting(const Url& url) override {
-        desktop_.log.push_back("reveal " + url.absoluteString());
+        desktop_.tell("reveal " + url.absoluteString());
     }
 
     std::optional<Url> urlForApplicationToOpen(const Url& url) const override {
@@ -99,7 +99,7 @@ public:
     }
 
     bool terminate(const RunningApplication& application) override {
-        desktop_.log.push_back("terminate " + std::to_string(application.processIdentifier));
+        desktop_.tell("terminate " + std::to_string(application.processIdentifier));
         if (!isThere(application)) return false;
         const auto behaviour = behaviourOf(application);
         if (behaviour == QuitBehaviour::quits) {
@@ -109,7 +109,7 @@ public:
     }
 
     bool forceTerminate(const RunningApplication& application) override {
-        desktop_.log.push_back("forceTerminate " + std::to_string(application.processIdentifier));
+        desktop_.tell("forceTerminate " + std::to_string(application.processIdentifier));
         if (!isThere(application) || behaviourOf(application) == QuitBehaviour::refusesForce) {
             return false;
         }
@@ -145,7 +145,7 @@ public:
 
     std::vector<MetadataItem> results(const std::string& predicateFormat,
                                       const std::string& argument) override {
-        desktop_.log.push_back("query " + predicateFormat + " | " + argument);
+        desktop_.tell("query " + predicateFormat + " | " + argument);
         const auto found = desktop_.metadata.find(argument);
         return found == desktop_.metadata.end() ? std::vector<MetadataItem>() : found->second;
     }
@@ -187,7 +187,7 @@ public:
     Result<TaskResult> run(const std::string& launchPath,
                            const std::vector<std::string>& arguments) override {
         const auto words = launchPath + " " + text::joined(arguments, " ");
-        desktop_.log.push_back("task " + words);
+        desktop_.tell("task " + words);
         const auto scripted = desktop_.taskResults.find(words);
         if (scripted != desktop_.taskResults.end()) return scripted->second;
         if (launchPath == "/usr/bin/open") return open(arguments);
@@ -228,7 +228,7 @@ public:
     explicit SimulatedScripts(SimulatedDesktop& desktop) : desktop_(desktop) {}
 
     std::optional<ScriptOutcome> execute(const std::string& source) override {
-        desktop_.log.push_back("script " + text::replacingAll(source, "\n", " / "));
+        desktop_.tell("script " + text::replacingAll(source, "\n", " / "));
         for (const auto& [part, outcome] : desktop_.scriptOutcomes) {
             if (source.find(part) != std::string::npos) return outcome;
         }
@@ -244,13 +244,13 @@ public:
     explicit SimulatedAlerts(SimulatedDesktop& desktop) : desktop_(desktop) {}
 
     AlertResponse runModal(const Alert& alert) override {
-        desktop_.log.push_back("alert " + alert.title);
+        desktop_.tell("alert " + alert.title);
         return answer(alert);
     }
 
     bool beginSheet(const Alert& alert, std::function<void(AlertResponse)> completion) override {
         if (!desktop_.hasMainWindow) return false;
-        desktop_.log.push_back("sheet " + alert.title);
+        desktop_.tell("sheet " + alert.title);
         desktop_.queue.async([completion = std::move(completion), response = answer(alert)] {
             completion(response);
         });
@@ -277,28 +277,26 @@ public:
 
     bool isActive() const override { return desktop_.isActive; }
     bool isRunning() const override { return desktop_.isRunning; }
-    void activate() override { desktop_.log.push_back("activate"); }
+    void activate() override { desktop_.tell("activate"); }
     std::vector<ApplicationWindow> windows() const override { return desktop_.windows; }
     void makeKeyAndOrderFront(int windowIdentifier) override { tell("key ", windowIdentifier); }
     void orderFront(int windowIdentifier) override { tell("front ", windowIdentifier); }
     void deminiaturize(int windowIdentifier) override { tell("deminiaturize ", windowIdentifier); }
     void openMainWindow() override {
-        desktop_.log.push_back("open main window");
+        desktop_.tell("open main window");
         if (desktop_.opensMainWindows) desktop_.windows.push_back({1});
     }
     void openEmptyWindow(const std::string& title, const Rect& content) override {
-        const auto number = [](double value) { return std::to_string(int(value)); };
-        desktop_.log.push_back("open window " + title + " " + number(content.width) + "x" +
-                               number(content.height));
+        tellOfWindow(title, content);
     }
-    int openOnboardingWindow(const std::string& title, const Rect&,
+    int openOnboardingWindow(const std::string& title, const Rect& content,
                              std::function<void()> windowWillClose) override {
-        desktop_.log.push_back("open window " + title);
+        tellOfWindow(title, content);
         desktop_.windowWillClose = std::move(windowWillClose);
         desktop_.windows.push_back({int(desktop_.windows.size()) + 1});
         return desktop_.windows.back().identifier;
     }
-    void terminate() override { desktop_.log.push_back("terminate"); }
+    void terminate() override { desktop_.tell("terminate"); }
 
     bool effectiveAppearanceIsDark() const override {
         return chosenAppearance_.value_or(desktop_.systemIsDark);
@@ -309,7 +307,7 @@ public:
     }
 
     void requestAuthorization(std::function<void(Result<void> granted)> handler) override {
-        desktop_.log.push_back("request authorization");
+        desktop_.tell("request authorization");
         desktop_.queue.async([this, handler = std::move(handler)] {
             handler(desktop_.notificationsAreDenied
                         ? Result<void>(Error{"Notifications aren't allowed."})
@@ -317,13 +315,19 @@ public:
         });
     }
     void add(const UserNotification& notification) override {
-        desktop_.log.push_back("notify " + notification.title + ": " + notification.body);
+        desktop_.tell("notify " + notification.title + ": " + notification.body);
         desktop_.notifications.push_back(notification);
     }
 
 private:
+    void tellOfWindow(const std::string& title, const Rect& content) {
+        const auto number = [](double value) { return std::to_string(int(value)); };
+        desktop_.tell("open window " + title + " " + number(content.width) + "x" +
+                      number(content.height) + " at " + number(content.x) + "," +
+                      number(content.y));
+    }
     void tell(const char* what, int windowIdentifier) {
-        desktop_.log.push_back(what + std::to_string(windowIdentifier));
+        desktop_.tell(what + std::to_string(windowIdentifier));
     }
 
     SimulatedDesktop& desktop_;
@@ -367,7 +371,7 @@ Platform SimulatedDesktop::platform(FileSystem& elsewhere, Bookmarks& bookmarksE
              .images = statusBar,
              .appearance = facilities.application,
              .panels = panels},
-            {.backgroundQueue = queue,
+            {.backgroundQueue = queue.background,
              .diskQueue = queue,
              .clock = queue,
              .fileSystem = elsewhere,
@@ -384,6 +388,10 @@ Platform SimulatedDesktop::platform(FileSystem& elsewhere, Bookmarks& bookmarksE
              .userNotifications = facilities.application,
              .bookmarks = bookmarksElsewhere,
              .fileIcons = facilities.applications}};
+}
+
+void SimulatedDesktop::tell(const std::string& line) {
+    log.push_back((queue.isInBackground() ? "background " : "") + line);
 }
 
 std::string SimulatedDesktop::logged(std::string_view prefix) const {

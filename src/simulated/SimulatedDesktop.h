@@ -63,8 +63,8 @@ enum class QuitBehaviour {
 ///     notify Title: text                a notification
 ///     key 2 | front 2 | deminiaturize 2 a window of the program, by identifier
 ///
-/// Single-threaded: background work runs in the same order as if it took no time, after what is
-/// running.
+/// and before it "background " where the main thread didn't ask. Single-threaded: background work
+/// runs in the same order as if it took no time, after what is running.
 class SimulatedDesktop {
 public:
     SimulatedDesktop();
@@ -141,6 +141,7 @@ public:
     /// Every notification, in order.
     std::vector<UserNotification> notifications;
     std::vector<std::string> log;
+    void tell(const std::string& line);
     /// The lines of the log that start with `prefix`, joined by line breaks; the whole log for the
     /// empty text.
     std::string logged(std::string_view prefix = {}) const;

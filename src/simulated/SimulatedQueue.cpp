@@ -1,11 +1,20 @@
 #include "simulated/SimulatedQueue.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace corvane {
 
 void SimulatedQueue::after(double seconds, std::function<void()> work) {
     work_.emplace(std::pair(elapsed_ + std::max(seconds, 0.0), scheduled_++), std::move(work));
+}
+
+void SimulatedQueue::Background::async(std::function<void()> work) {
+    queue_.after(0, [&queue = queue_, work = std::move(work)] {
+        queue.isInBackground_ = true;
+        work();
+        queue.isInBackground_ = false;
+    });
 }
 
 bool SimulatedQueue::run(std::function<void()> work) {

@@ -11,8 +11,21 @@ namespace corvane {
 
 /// The queues and the clock of the simulated desktop. Time jumps from one piece of work to the
 /// next; pieces that are due at the same moment run in the order in which they were scheduled.
-class SimulatedQueue : public MainQueue, public BackgroundQueue, public DiskQueue, public Clock {
+class SimulatedQueue : public MainQueue, public DiskQueue, public Clock {
 public:
+    /// What runs beside the main thread.
+    class Background : public BackgroundQueue {
+    public:
+        explicit Background(SimulatedQueue& queue) : queue_(queue) {}
+        void async(std::function<void()> work) override;
+
+    private:
+        SimulatedQueue& queue_;
+    };
+    Background background{*this};
+    /// Whether what runs now is work of the background.
+    bool isInBackground() const { return isInBackground_; }
+
     /// The moment of `now()` when nothing has run: 2026-01-01 12:00:00 UTC.
     static constexpr Timestamp start{788961600.0};
 
@@ -33,6 +46,7 @@ public:
 
 private:
     double elapsed_ = 0;
+    bool isInBackground_ = false;
     /// When the last work with the disk ends.
     double diskIsFreeAt_ = 0;
     std::uint64_t scheduled_ = 0;

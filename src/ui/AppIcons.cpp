@@ -3,7 +3,6 @@
 #include "foundation/Text.h"
 #include "platform/Applications.h"
 #include "platform/FileIcons.h"
-#include "platform/FileSystem.h"
 
 namespace corvane {
 
@@ -27,23 +26,19 @@ std::optional<Url> runningBundle(const std::string& name, const Applications& ap
 
 } // namespace
 
-std::optional<std::string> appIconForName(const std::string& name, const FileSystem& files,
-                                          const Applications& applications,
+std::optional<std::string> appIconForName(const std::string& name, const Applications& applications,
                                           const FileIcons& icons) {
     const auto icon = [&](const std::string& path) { return icons.iconForFile(path); };
     for (const auto folder : applicationFolders) {
-        const auto path = std::string(folder) + name + ".app";
-        if (!files.exists(path)) continue;
-        if (auto found = icon(path)) return found;
+        if (auto found = icon(std::string(folder) + name + ".app")) return found;
     }
     if (const auto url = applications.urlForApplication(name)) {
         if (auto found = icon(url->path())) return found;
     }
     if (const auto url = runningBundle(name, applications)) {
-        if (auto found = icon(url->path())) return found;
+        return icon(url->path());
     }
-    const auto urls = applications.urlsForApplications(name);
-    return urls.empty() ? std::nullopt : icon(urls.front().path());
+    return std::nullopt;
 }
 
 } // namespace corvane

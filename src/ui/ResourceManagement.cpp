@@ -126,9 +126,7 @@ RowPictures ResourceManagement::lookUp(const Resource& resource) {
 
 std::string ResourceManagement::iconOf(const std::string& appName, const Resource* opened) {
     const auto [found, isNew] = icons_.try_emplace(appName);
-    if (isNew)
-        found->second =
-            appIconForName(appName, desktop_.fileSystem, desktop_.applications, desktop_.fileIcons);
+    if (isNew) found->second = appIconForName(appName, desktop_.applications, desktop_.fileIcons);
     if (found->second || !opened) return found->second.value_or("");
     return openerIcon(*opened).value_or("");
 }

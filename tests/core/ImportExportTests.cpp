@@ -1,6 +1,9 @@
 #include "core/StoreScene.h"
 #include "foundation/Json.h"
 
+#include <algorithm>
+#include <ranges>
+
 #include <gtest/gtest.h>
 
 namespace corvane {
@@ -69,6 +72,7 @@ TEST_F(ImportExport, theUserChoosesHowAnImportedListComesIn) {
     for (const auto& [name, button, imported, coming, list, active, success] : cases) {
         auto& store = start();
         StoreState::set(store.runningWorkspaces, std::set{first.id});
+        StoreState::set(store.runningResources, {{first.id, {first.resources[0].id}}});
         desktop.files.contents[importPath] = json::prettyPrinted(encodeWorkspaces(imported));
         desktop.alertAnswers["Import Workspaces"] = {button, false};
         store.importWorkspaces();
@@ -82,7 +86,12 @@ TEST_F(ImportExport, theUserChoosesHowAnImportedListComesIn) {
         EXPECT_EQ(store.activeWorkspace.get() ? store.activeWorkspace.get()->name : "",
                   active ? active : "")
             << name;
-        EXPECT_TRUE(store.runningWorkspaces->contains(first.id)) << name;
+        EXPECT_TRUE(store.isRunning(first.id) && store.isRunning(first.resources[0].id, first.id))
+            << name;
+        EXPECT_TRUE(!success || std::ranges::equal(imported | std::views::reverse,
+                                                   *store.workspaces | std::views::reverse |
+                                                       std::views::take(std::ssize(imported))))
+            << name;
         desktop.runUntilIdle();
         EXPECT_EQ(scene.alerts(),
                   question + (success ? told + success + " [OK] not a warning" : ""))

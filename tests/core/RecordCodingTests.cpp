@@ -140,6 +140,7 @@ TEST_F(RecordCoding, aListSurvivesARoundTripAndOldBookmarksLeaveTheFile) {
                              .isOnPrimaryScreen = false};
     workspaces[0].savedWindowLayouts->push_back(window);
     workspaces[0].resources[0].bookmarkData = Bytes{1, 2, 3};
+    workspaces[0].resources[0].launchOnStart = true;
     const auto encoded = encodeWorkspaces(workspaces);
     EXPECT_EQ(encoded.find("bookmarkData"), std::string::npos);
     workspaces[0].resources[0].bookmarkData.reset();
@@ -241,19 +242,26 @@ TEST_F(RecordCoding, theKeysStandInTheOrderOfTheFields) {
             text::replacingAll(resourceJson, R"(\/home\/me\/plan.md)", "/Applications/Pad.app"),
             "\"file\"", "\"application\""),
         "}", R"(,"bookmarkData":"AQI="})");
-    auto workspaces = decode(workspaceJson(json));
+    const std::string layouts =
+        R"(,"hasLayoutSaved":true,"savedWindowLayouts":[{"appName":"A","windowTitle":"T",)"
+        R"("frame":[[0.0,0.0],[1.0,2.0]],"ownerPID":7,"recordedAt":1.0,"isFullscreen":true,)"
+        R"("screenFrame":[[0.0,0.0],[1.0,2.0]],"relativeFrame":[[0.0,0.0],[1.0,1.0]],)"
+        R"("screenIndex":1,"isOnPrimaryScreen":false}])";
+    auto workspaces = decode(workspaceJson(json, layouts));
     EXPECT_EQ(workspaces[0].resources[0].bookmarkData, (Bytes{1, 2}));
     EXPECT_EQ(
         encodeWorkspaces(workspaces),
         R"([{"id":"7C9E6679-7425-40DE-944B-E07FC1F90AE7","name":"Work","description":"","icon":"briefcase","resources":[)"
         R"({"id":"0E0F6A53-6C1A-4A6E-9D6E-2F1A3B4C5D6E","name":"Plan","path":"/Applications/Pad.app","type":"application",)"
         R"("associatedApps":["Writer","Writer"],"enabled":true,"launchOnStart":false,"bundleIdentifier":"org.pad"}],)"
-        R"("dateCreated":757382400.0,"dateModified":757382400.5,"hasLayoutSaved":false}])");
+        R"("dateCreated":757382400.0,"dateModified":757382400.5)" +
+            layouts + "}]");
 }
 
 TEST_F(RecordCoding, aBundleIdentifierIsLookedUpOnlyForApplicationBundlesWithoutOne) {
     desktop.install({.path = "/Applications/Pad.app", .bundleIdentifier = "org.pad"});
     desktop.install({.path = "/Applications/Anonymous.app"});
+    desktop.install({.path = "/Applications/Pad.APP", .bundleIdentifier = "org.loud"});
     const struct {
         std::string path, type, stored;
         std::optional<std::string> expected;

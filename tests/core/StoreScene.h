@@ -91,17 +91,22 @@ struct StoreScene {
     }
 };
 
-/// "A(x y) B()": the names of the workspaces with those of their resources.
+/// "A(x y) B()": the names of the workspaces with those of their resources; "x-" is disabled, "x*"
+/// launched on start, "x{Pad,Web}" has applications, and "A()+" has a layout.
 inline std::string described(const std::vector<Workspace>& workspaces) {
-    std::string text;
+    std::vector<std::string> texts;
     for (const auto& workspace : workspaces) {
-        text += (text.empty() ? "" : " ") + workspace.name + "(";
-        for (std::size_t i = 0; i < workspace.resources.size(); ++i) {
-            text += (i == 0 ? "" : " ") + workspace.resources[i].name;
+        std::vector<std::string> resources;
+        for (const auto& resource : workspace.resources) {
+            const auto& apps = resource.associatedApps;
+            resources.push_back(resource.name + (resource.enabled ? "" : "-") +
+                                (resource.launchOnStart ? "*" : "") +
+                                (apps.empty() ? "" : "{" + text::joined(apps, ",") + "}"));
         }
-        text += ")";
+        texts.push_back(workspace.name + "(" + text::joined(resources, " ") + ")" +
+                        (workspace.hasLayoutSaved ? "+" : ""));
     }
-    return text;
+    return text::joined(texts, " ");
 }
 
 } // namespace corvane

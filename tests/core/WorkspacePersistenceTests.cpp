@@ -14,6 +14,14 @@ protected:
                                      scene.platform.alerts,     scene.platform.panels,
                                      scene.platform.clock};
 
+    /// What is told of a save of one workspace.
+    std::string saves(const std::string& name) {
+        const auto saved = persistence.saveWorkspaces({scene.workspace(name)});
+        desktop.runUntilIdle();
+        const auto told = scene.alerts();
+        desktop.shownAlerts.clear();
+        return saved ? told : "failed; " + told;
+    }
     /// The content of the one file beside the workspaces file.
     std::string keptContent() const {
         std::string kept;
@@ -83,65 +91,45 @@ TEST_F(Persistence, anUnreadableFileIsKeptAsideBeforeTheFirstSaveAndOneAlertName
     EXPECT_TRUE(persistence.loadWorkspaces().empty());
     desktop.runUntilIdle();
     EXPECT_TRUE(desktop.shownAlerts.empty()) << "nothing has happened to the file yet";
-
-    const std::vector list{scene.workspace("New")};
-    (void)persistence.saveWorkspaces(list);
-    (void)persistence.saveWorkspaces(list);
-    desktop.runUntilIdle();
     const std::string kept =
-        std::string(storeFolder) + "/corvane_workspaces.unreadable-2026-01-01T12-00-00.json";
-    EXPECT_EQ(keptContent(), kept + "=[{\"id\":");
-    EXPECT_EQ(scene.fileContent(), list);
-    ASSERT_EQ(desktop.shownAlerts.size(), 1u);
-    EXPECT_EQ(desktop.shownAlerts[0].style, AlertStyle::warning);
-    EXPECT_NE(desktop.shownAlerts[0].message.find(kept), std::string::npos);
+        std::string(storeFolder) + "/corvane_workspaces.unreadable-2026-01-01T12-00-00";
+    EXPECT_EQ(saves("New"),
+              "Workspaces File Not Readable | The workspaces file can't be read: workspaces: not "
+              "valid JSON (Invalid value.) at line 1, column 8\n\nIt was kept, and Corvane goes on "
+              "with a new file. The old one is at:\n\n" +
+                  kept + ".json [OK]");
+    EXPECT_EQ(saves("New"), "");
+    EXPECT_EQ(keptContent(), kept + ".json=[{\"id\":");
+    EXPECT_EQ(described(scene.fileContent()), "New()");
 
-    // A second one in the same second finds a name of its own.
+    // A second one in the same second finds a name of its own; a folder is kept aside too.
     desktop.files.contents[workspacesPath] = "second";
     persistence.loadWorkspaces();
-    (void)persistence.saveWorkspaces(list);
-    EXPECT_EQ(
-        desktop.files.contents.at(std::string(storeFolder) +
-                                  "/corvane_workspaces.unreadable-2026-01-01T12-00-00 2.json"),
-        "second");
+    saves("New");
+    EXPECT_EQ(desktop.files.contents.at(kept + " 2.json"), "second");
+    desktop.files.contents.erase(workspacesPath);
+    desktop.files.contents[std::string(workspacesPath) + "/inside.txt"] = "x";
+    EXPECT_TRUE(persistence.loadWorkspaces().empty());
+    saves("New");
+    EXPECT_EQ(desktop.files.contents.at(kept + " 3.json/inside.txt"), "x");
 }
 
 TEST_F(Persistence, aFileThatCanNeitherBeReadNorMovedIsNeverWrittenOver) {
     desktop.files.contents[workspacesPath] = "precious";
-    desktop.files.unreadable = {workspacesPath};
-    desktop.files.unremovable = {workspacesPath};
+    desktop.files.unreadable = desktop.files.unremovable = {workspacesPath};
     EXPECT_TRUE(persistence.loadWorkspaces().empty());
-    (void)persistence.saveWorkspaces({scene.workspace("A")});
-    (void)persistence.saveWorkspaces({scene.workspace("B")});
-    desktop.runUntilIdle();
+    EXPECT_TRUE(saves("A").starts_with("failed; Workspaces Can't Be Saved | "));
+    EXPECT_EQ(saves("B"), "failed; ") << "told once";
     EXPECT_EQ(desktop.files.contents.at(workspacesPath), "precious");
-    ASSERT_EQ(desktop.shownAlerts.size(), 1u) << "told once";
-    EXPECT_EQ(desktop.shownAlerts[0].title, "Workspaces Can't Be Saved");
-
     desktop.files.unremovable.clear();
-    (void)persistence.saveWorkspaces({scene.workspace("C")});
+    saves("C");
     desktop.files.unreadable.clear();
     EXPECT_EQ(described(scene.fileContent()), "C()");
     EXPECT_NE(keptContent().find("=precious"), std::string::npos);
 }
 
-TEST_F(Persistence, aFolderInTheFilesPlaceIsKeptAside) {
-    desktop.files.contents[std::string(workspacesPath) + "/inside.txt"] = "x";
-    EXPECT_TRUE(persistence.loadWorkspaces().empty());
-    (void)persistence.saveWorkspaces({});
-    EXPECT_EQ(desktop.files.contents.at(workspacesPath), "[]");
-    EXPECT_NE(keptContent().find("/inside.txt=x"), std::string::npos);
-}
-
 TEST_F(Persistence, aFileThatCanNotBeReachedIsNeverTakenForMissing) {
     const auto precious = encodeWorkspaces({scene.workspace("Precious")});
-    const auto saves = [&](const char* name) {
-        const auto saved = persistence.saveWorkspaces({scene.workspace(name)});
-        desktop.runUntilIdle();
-        const auto told = scene.alerts();
-        desktop.shownAlerts.clear();
-        return saved ? told : "failed; " + told;
-    };
     desktop.files.contents[workspacesPath] = precious;
     desktop.files.contents[legacyPath] = encodeWorkspaces({scene.workspace("Old")});
     // Out of reach for the look at it alone.
@@ -169,13 +157,6 @@ TEST_F(Persistence, aFileThatCanNotBeReachedIsNeverTakenForMissing) {
 TEST_F(Persistence, aFileOfAnotherProgramIsKeptAside) {
     scene.writeFile({scene.workspace("A")});
     persistence.loadWorkspaces();
-    const auto saves = [&](const char* name) {
-        EXPECT_TRUE(persistence.saveWorkspaces({scene.workspace(name)}));
-        desktop.runUntilIdle();
-        const auto told = scene.alerts();
-        desktop.shownAlerts.clear();
-        return told;
-    };
     EXPECT_EQ(saves("B"), "");
     EXPECT_EQ(saves("C"), "");
     desktop.files.contents[workspacesPath] = "theirs";
@@ -279,15 +260,14 @@ TEST_F(Persistence, aSaveThatFailsLeavesTheFile) {
     scene.writeFile({scene.workspace("A")});
     persistence.loadWorkspaces();
     desktop.files.unwritable = {workspacesPath};
-    EXPECT_FALSE(persistence.saveWorkspaces({}));
-    EXPECT_EQ(described(scene.fileContent()), "A()");
+    EXPECT_NE(saves("B"), "failed; ");
     desktop.files.unwritable.clear();
-    EXPECT_FALSE(persistence.saveWorkspaces({scene.workspace("not text \xc3")}));
+    const auto* noText = "not text \xc3";
+    EXPECT_EQ(saves(noText), "failed; ") << "told already";
     EXPECT_EQ(described(scene.fileContent()), "A()");
-    EXPECT_TRUE(persistence.saveWorkspaces({scene.workspace("B")}));
-    EXPECT_FALSE(persistence.saveWorkspaces({scene.workspace("not text \xc3")}));
-    desktop.runUntilIdle();
-    EXPECT_EQ(desktop.shownAlerts.size(), 2u) << "once, and again after a save that came through";
+    EXPECT_EQ(saves("B"), "");
+    EXPECT_NE(saves(noText), "failed; ") << "again after a save that came through";
+    EXPECT_EQ(described(scene.fileContent()), "B()");
 }
 
 } // namespace

@@ -16,22 +16,39 @@ protected:
     Workspace second = scene.workspace("Second", {scene.resource("d")});
 
     WorkspaceStore& start() { return scene.start({first, second}); }
+    /// All that an edit could touch: the list with what counts as modified, the active workspace,
+    /// and how much runs.
+    static std::string state(const WorkspaceStore& store) {
+        auto text = described(store.workspaces);
+        for (const auto& workspace : *store.workspaces) {
+            if (workspace.dateModified.seconds != 700000000) text += " modified " + workspace.name;
+        }
+        std::size_t resources = 0;
+        for (const auto& [id, running] : *store.runningResources)
+            resources += running.size();
+        const auto& active = store.activeWorkspace.get();
+        return text + "; " + (active ? described({*active}) : "none") + "; " +
+               std::to_string(store.runningWorkspaces->size()) + " run with " +
+               std::to_string(resources) + " in " + std::to_string(store.runningResources->size());
+    }
 };
 
 TEST_F(Store, aStartReadsTheFileAndMakesTheFirstWorkspaceActive) {
     auto& store = start();
     EXPECT_EQ(*store.workspaces, (std::vector{first, second}));
-    EXPECT_EQ(store.activeWorkspace.get(), first);
+    EXPECT_EQ(state(store), "First(a b c) Second(d); First(a b c); 0 run with 0 in 0");
     EXPECT_EQ(scene.saves(), 0);
-    EXPECT_TRUE(store.runningWorkspaces->empty());
     EXPECT_FALSE(store.hasLaunchedResources);
 }
 
 TEST_F(Store, anEmptyStoreGetsThreeWorkspaces) {
     auto& store = scene.start();
-    EXPECT_EQ(described(store.workspaces), "Personal() Work() Creative()");
-    EXPECT_EQ(store.workspaces->at(2).icon, "sparkles");
-    EXPECT_EQ(store.workspaces->at(0).dateCreated, SimulatedQueue::start);
+    std::string made;
+    for (const auto& workspace : *store.workspaces) {
+        made += workspace.name + "|" + workspace.description + "|" + workspace.icon + " ";
+        EXPECT_EQ(workspace.dateCreated, SimulatedQueue::start);
+    }
+    EXPECT_EQ(made, "Personal||person Work||briefcase Creative||sparkles ");
     EXPECT_EQ(store.activeWorkspace.get()->name, "Personal");
     EXPECT_EQ(scene.fileContent(), *store.workspaces);
     EXPECT_EQ(scene.saves(), 1);
@@ -41,25 +58,30 @@ TEST_F(Store, oldSampleDescriptionsAreClearedWithOneSave) {
     first.description = "iOS and Android applications";
     second.description = "UI/UX design and creative workspaces";
     auto third = scene.workspace("Third");
-    third.description = "Frontend and backend workspaces.";
-    auto& store = scene.start({first, second, third});
-    first.description = second.description = "";
-    EXPECT_EQ(*store.workspaces, (std::vector{first, second, third}));
+    third.description = "Frontend and backend workspaces";
+    auto other = scene.workspace("Other");
+    other.description = "Frontend and backend workspaces.";
+    auto& store = scene.start({first, second, third, other});
+    first.description = second.description = third.description = "";
+    EXPECT_EQ(*store.workspaces, (std::vector{first, second, third, other}));
     EXPECT_EQ(scene.saves(), 1);
 }
 
 /// Every edit, with what it leaves in memory and file, how often it saves and fires the change
-/// signal.
+/// signal, and what is active and runs then.
 TEST_F(Store, eachEditChangesTheListOnceAndSavesIt) {
     const Uuid unknown = Uuid::random();
     const Uuid f = first.id;
+    const Uuid d = second.resources[0].id;
     const auto id = [&](std::size_t index) { return first.resources[index].id; };
+    const auto* const same = "First(a b c) Second(d)";
     const struct {
         const char* name;
         std::function<void(WorkspaceStore&)> edit;
         std::string expected;
         int saves;
         int firings;
+        std::string rest = "First(a b c); 2 run with 3 in 2";
     } cases[]{
         {"add", [&](auto& s) { s.addWorkspace(scene.workspace("Third")); },
          "First(a b c) Second(d) Third()", 1, 1},
@@ -70,75 +92,86 @@ TEST_F(Store, eachEditChangesTheListOnceAndSavesIt) {
              s.updateWorkspace(w);
          },
          "First(a b c) Other(d)", 1, 1},
-        {"update unknown", [&](auto& s) { s.updateWorkspace(scene.workspace("Ghost")); },
-         "First(a b c) Second(d)", 0, 0},
+        {"update unknown", [&](auto& s) { s.updateWorkspace(scene.workspace("Ghost")); }, same, 0,
+         0},
         {"delete", [&](auto& s) { s.deleteWorkspace(second.id); }, "First(a b c)", 1, 1},
         {"delete by a reference into the list",
-         [&](auto& s) { s.deleteWorkspace(s.workspaces->back().id); }, "First(a b c)", 1, 1},
-        {"delete unknown", [&](auto& s) { s.deleteWorkspace(unknown); }, "First(a b c) Second(d)",
-         1, 1},
+         [&](auto& s) { s.deleteWorkspace(s.workspaces->front().id); }, "Second(d)", 1, 2,
+         "Second(d); 2 run with 3 in 2"},
+        {"delete unknown", [&](auto& s) { s.deleteWorkspace(unknown); }, same, 1, 1},
         {"duplicate", [&](auto& s) { s.duplicateWorkspace(second); },
-         "First(a b c) Second(d) Second Copy(d)", 1, 1},
+         "First(a b c) Second(d) Second Copy(d) modified Second Copy", 1, 1},
         {"add resource", [&](auto& s) { s.addResource(scene.resource("x"), f); },
          "First(a b c x) Second(d)", 1, 1},
         {"add resource to unknown", [&](auto& s) { s.addResource(scene.resource("x"), unknown); },
-         "First(a b c) Second(d)", 0, 0},
-        {"remove resource", [&](auto& s) { s.removeResource(id(1), f); }, "First(a c) Second(d)", 1,
-         1},
+         same, 0, 0},
+        {"remove resource", [&](auto& s) { s.removeResource(id(2), f); }, "First(a b) Second(d)", 1,
+         2},
+        {"remove the only one that runs", [&](auto& s) { s.removeResource(d, second.id); },
+         "First(a b c) Second()", 1, 2, "First(a b c); 2 run with 2 in 2"},
         {"remove by a reference into the list",
          [&](auto& s) {
              s.removeResource(s.workspaces->front().resources[0].id, s.workspaces->front().id);
          },
-         "First(b c) Second(d)", 1, 1},
+         "First(b c) Second(d)", 1, 2, "First(a b c); 2 run with 2 in 2"},
         {"remove from the wrong workspace", [&](auto& s) { s.removeResource(id(1), second.id); },
-         "First(a b c) Second(d)", 0, 0},
+         same, 0, 0},
         {"move down", [&](auto& s) { s.moveResource(0, 2, f); }, "First(b c a) Second(d)", 1, 1},
         {"move up", [&](auto& s) { s.moveResource(2, 0, f); }, "First(c a b) Second(d)", 1, 1},
-        {"move nowhere", [&](auto& s) { s.moveResource(0, 3, f); }, "First(a b c) Second(d)", 0, 0},
-        {"move nothing", [&](auto& s) { s.moveResource(3, 0, f); }, "First(a b c) Second(d)", 0, 0},
-        {"rename", [&](auto& s) { s.renameResource(id(0), "z", f); }, "First(z b c) Second(d)", 1,
-         1},
-        {"rename unknown", [&](auto& s) { s.renameResource(unknown, "z", f); },
-         "First(a b c) Second(d)", 0, 0},
-        {"toggle", [&](auto& s) { s.toggleResourceEnabled(id(0), f); }, "First(a b c) Second(d)", 1,
-         1},
+        {"move to its own place", [&](auto& s) { s.moveResource(1, 1, f); }, same, 1, 1},
+        {"move nowhere", [&](auto& s) { s.moveResource(0, 3, f); }, same, 0, 0},
+        {"move nothing", [&](auto& s) { s.moveResource(3, 0, f); }, same, 0, 0},
+        {"move in unknown", [&](auto& s) { s.moveResource(0, 0, unknown); }, same, 0, 0},
+        {"rename", [&](auto& s) { s.renameResource(id(0), " z ", f); }, "First( z  b c) Second(d)",
+         1, 1},
+        {"rename unknown", [&](auto& s) { s.renameResource(unknown, "z", f); }, same, 0, 0},
+        {"toggle", [&](auto& s) { s.toggleResourceEnabled(id(0), f); }, "First(a- b c) Second(d)",
+         1, 1},
+        {"toggle twice",
+         [&](auto& s) {
+             s.toggleResourceEnabled(id(0), f);
+             s.toggleResourceEnabled(id(0), f);
+         },
+         same, 2, 2},
+        {"add and remove apps by a reference into the list",
+         [&](auto& s) {
+             for (const auto* name : {"Pad", "Web", "Pad"})
+                 s.addAssociatedApp(d, name, second.id);
+             s.removeAssociatedApp(d, s.workspaces->at(1).resources[0].associatedApps[0],
+                                   second.id);
+         },
+         "First(a b c) Second(d{Web,Pad})", 4, 4},
         {"remove an app that isn't there", [&](auto& s) { s.removeAssociatedApp(id(0), "Pad", f); },
-         "First(a b c) Second(d)", 0, 0},
-        {"search", [&](auto& s) { StoreState::set(s.searchText, "x"); }, "First(a b c) Second(d)",
-         0, 1},
+         same, 0, 0},
+        {"search", [&](auto& s) { StoreState::set(s.searchText, "x"); }, same, 0, 1},
     };
-    for (const auto& [name, edit, expected, saves, firings] : cases) {
+    for (const auto& [name, edit, expected, saves, firings, rest] : cases) {
         auto& store = start();
+        StoreState::set(store.runningWorkspaces, {first.id, second.id});
+        StoreState::set(store.runningResources, {{f, {id(0), id(1)}}, {second.id, {d}}});
         const int savesBefore = scene.saves();
         int fired = 0;
         const auto subscription = store.objectWillChange.subscribe([&] { ++fired; });
         edit(store);
-        EXPECT_EQ(described(store.workspaces), expected) << name;
-        EXPECT_EQ(scene.fileContent(), *store.workspaces) << name;
         EXPECT_EQ(scene.saves() - savesBefore, saves) << name;
         EXPECT_EQ(fired, firings) << name;
         desktop.runUntilIdle();
+        EXPECT_EQ(state(store), expected + "; " + rest) << name;
+        EXPECT_EQ(scene.fileContent(), *store.workspaces) << name;
     }
 }
 
-TEST_F(Store, theActiveWorkspaceIsACopyThatOnlySomeEditsRenew) {
+TEST_F(Store, theActiveWorkspaceIsRenewedByAnUpdateOnALaterTurn) {
     auto& store = start();
-    store.addResource(scene.resource("x"), first.id);
-    EXPECT_EQ(store.activeWorkspace.get(), first);
-
-    auto edited = store.workspaces->front();
+    auto edited = first;
     edited.name = "Edited";
     store.updateWorkspace(edited);
-    EXPECT_EQ(store.activeWorkspace.get(), first) << "renewed on a later turn";
-    EXPECT_EQ(described(scene.fileContent()), "Edited(a b c x) Second(d)");
+    EXPECT_EQ(state(store), "Edited(a b c) Second(d); First(a b c); 0 run with 0 in 0");
     desktop.runUntilIdle();
     EXPECT_EQ(store.activeWorkspace.get(), edited);
-
     store.deleteWorkspace(first.id);
-    EXPECT_EQ(store.activeWorkspace.get(), second);
     store.deleteWorkspace(second.id);
-    EXPECT_EQ(store.activeWorkspace.get(), std::nullopt);
-    EXPECT_TRUE(store.workspaces->empty());
+    EXPECT_EQ(state(store), "; none; 0 run with 0 in 0");
 }
 
 TEST_F(Store, ofTwoRecordsWithOneIdentifierEditsReachTheFirstAndADeleteBoth) {
@@ -154,29 +187,9 @@ TEST_F(Store, ofTwoRecordsWithOneIdentifierEditsReachTheFirstAndADeleteBoth) {
     EXPECT_EQ(described(store.workspaces), "Second(d)");
 }
 
-TEST_F(Store, removingAResourceTakesItOutOfWhatRunsAndLeavesTheEntry) {
-    desktop.files.contents["/notes.txt"] = "";
-    auto& store = start();
-    store.startWorkspace(second);
-    store.removeResource(second.resources[0].id, second.id);
-    ASSERT_TRUE(store.runningResources->contains(second.id));
-    EXPECT_TRUE(store.runningResources->at(second.id).empty());
-    EXPECT_TRUE(store.runningWorkspaces->contains(second.id));
-}
-
-TEST_F(Store, namesOfApplicationsMayRepeatAndGoOneByOne) {
-    auto& store = start();
-    const Uuid id = second.resources[0].id;
-    for (const auto* name : {"Pad", "Web", "Pad"})
-        store.addAssociatedApp(id, name, second.id);
-    store.removeAssociatedApp(id, store.workspaces->at(1).resources[0].associatedApps[0],
-                              second.id);
-    EXPECT_EQ(store.workspaces->at(1).resources[0].associatedApps,
-              (std::vector<std::string>{"Web", "Pad"}));
-    EXPECT_EQ(store.workspaces->at(1).dateModified, second.dateModified);
-}
-
 TEST_F(Store, aDuplicateHasAnIdentityAndDatesOfItsOwnAndKeepsTheRest) {
+    first.hasLayoutSaved = true;
+    first.savedWindowLayouts = {SavedWindowLayout()};
     auto& store = start();
     desktop.runFor(60);
     store.duplicateWorkspace(first);
@@ -206,8 +219,15 @@ TEST_F(Store, aResourceOfAURLHasItsTypeAndNameFromTheURL) {
     };
     for (const auto& [path, name, type] : cases) {
         auto& store = start();
+        desktop.bookmarks.accesses.clear();
+        desktop.bookmarks.inaccessible = {"/home/me/.hidden"};
         store.addResourceFromURL(Url::fromPath(path), second.id);
         const auto& added = store.workspaces->at(1).resources.back();
+        const auto& accesses = desktop.bookmarks.accesses;
+        if (name == ".hidden")
+            EXPECT_TRUE(accesses.empty()) << "none was started, and so none ends";
+        else
+            EXPECT_EQ(accesses.at(added.path), 0) << "started, and stopped again";
         EXPECT_EQ(added.name, name);
         EXPECT_EQ(added.type, type) << path;
         EXPECT_EQ(added.path + (path.ends_with('/') ? "/" : ""), path);
@@ -233,7 +253,7 @@ TEST_F(Store, theSignalComesBeforeTheNewValueCanBeRead) {
 // Preferences and alerts.
 
 TEST_F(Store, aFirstStartStoresEveryKeyWithItsDefault) {
-    auto& store = start();
+    scene.start();
     const std::map<std::string, PropertyList, std::less<>> expected{
         {"CorvaneAutoSaveLayouts", {false}},
         {"CorvaneBookmarkMigrationCompleted_v1", {true}},
@@ -247,6 +267,7 @@ TEST_F(Store, aFirstStartStoresEveryKeyWithItsDefault) {
         {"CorvaneShowWorkspaceClosedAlert", {true}},
     };
     EXPECT_EQ(desktop.defaults, expected);
+    auto& store = start();
     store.focusMode = true;
     store.fullscreenPriority = std::string("last");
     store.showLayoutSavedAlert = false;
@@ -275,37 +296,37 @@ TEST_F(Store, unusablePreferencesReadAsTheirDefaults) {
     EXPECT_FALSE(store.showLayoutsDisabledAlert);
 }
 
-TEST_F(Store, theCheckboxOfADismissibleAlertClearsItsFlag) {
-    for (const bool checked : {false, true}) {
-        auto& store = start();
-        desktop.shownAlerts.clear();
-        desktop.alertAnswers["Title"] = {AlertResponse::firstButton, checked};
-        store.showDismissibleAlert("Title", "Text", DismissibleAlertType::applicationsClosed);
-        EXPECT_TRUE(desktop.shownAlerts.empty()) << "shown on a later turn";
-        desktop.runUntilIdle();
-        EXPECT_EQ(scene.alerts(),
-                  "Title | Text [OK] not a warning (Don't show this message again)");
-        EXPECT_EQ(store.showApplicationsClosedAlert, !checked);
-        EXPECT_EQ(desktop.defaults.at("CorvaneShowApplicationsClosedAlert"),
-                  PropertyList{!checked});
-        EXPECT_TRUE(store.showWorkspaceClosedAlert);
+TEST_F(Store, theCheckboxOfADismissibleAlertClearsItsFlagAloneUntilAllAreReset) {
+    using enum DismissibleAlertType;
+    const auto flags = [](const WorkspaceStore& s) {
+        std::string text;
+        for (const bool shows :
+             {s.showLayoutSavedAlert.get(), s.showWorkspaceClosedAlert.get(),
+              s.showLayoutsDisabledAlert.get(), s.showApplicationsClosedAlert.get()})
+            text += shows ? "1" : "0";
+        return text;
+    };
+    const std::pair<DismissibleAlertType, std::string> cases[]{{layoutSaved, "0111"},
+                                                               {workspaceClosed, "1011"},
+                                                               {layoutsDisabled, "1101"},
+                                                               {applicationsClosed, "1110"}};
+    for (const auto& [type, left] : cases) {
+        for (const bool checked : {false, true}) {
+            auto& store = start();
+            store.hasShownFullscreenLimitationAlert = true;
+            desktop.shownAlerts.clear();
+            desktop.alertAnswers["Title"] = {AlertResponse::firstButton, checked};
+            store.showDismissibleAlert("Title", "Text", type);
+            EXPECT_TRUE(desktop.shownAlerts.empty()) << "shown on a later turn";
+            desktop.runUntilIdle();
+            EXPECT_EQ(scene.alerts(),
+                      "Title | Text [OK] not a warning (Don't show this message again)");
+            EXPECT_EQ(flags(start()), checked ? left : "1111");
+        }
+        scene.store->resetConfirmations();
+        EXPECT_EQ(flags(start()), "1111");
+        EXPECT_TRUE(scene.store->hasShownFullscreenLimitationAlert);
     }
-}
-
-TEST_F(Store, resettingConfirmationsSetsTheFourShowFlagsAndNothingElse) {
-    auto& store = start();
-    store.hasShownFullscreenLimitationAlert = true;
-    for (const auto type :
-         {DismissibleAlertType::layoutSaved, DismissibleAlertType::workspaceClosed,
-          DismissibleAlertType::layoutsDisabled, DismissibleAlertType::applicationsClosed}) {
-        store.preferenceOf(type) = false;
-    }
-    store.resetConfirmations();
-    auto& again = start();
-    EXPECT_TRUE(again.showLayoutSavedAlert && again.showWorkspaceClosedAlert &&
-                again.showLayoutsDisabledAlert && again.showApplicationsClosedAlert);
-    EXPECT_TRUE(again.hasShownFullscreenLimitationAlert);
-    EXPECT_EQ(desktop.logged(), "");
 }
 
 TEST_F(Store, preferencesAreForgottenOnlyAfterAYesAndTheRunningStoreKeepsThem) {

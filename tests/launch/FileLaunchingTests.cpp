@@ -20,7 +20,6 @@ protected:
         Resource resource;
         std::string openings;
         std::string alerts;
-        std::string diagnostics;
     };
 
     void arrange(const std::string& trouble, const std::string& command) {
@@ -56,7 +55,6 @@ protected:
             desktop.runUntilIdle();
             EXPECT_EQ(openings(), expected.openings) << label;
             EXPECT_EQ(alerts(), expected.alerts) << label;
-            EXPECT_EQ(diagnostics(), expected.diagnostics) << label;
         }
     }
     void checkWithApp(const std::vector<Case>& cases, const std::string& command,
@@ -76,41 +74,35 @@ TEST_F(FileLaunching, aFileOpensInItsDefaultHandlerAndThenInEachAssociatedApplic
     const std::string notFound =
         "File Not Found | Cannot open 'it' because the file no longer exists at:\n\n/docs/gone\n\n"
         "The file may have been moved, deleted, or renamed. [OK][Show in Finder]";
-    const std::string opened = "Successfully opened it";
     const std::string openOdt = "open file:///docs/%C3%9Cbersicht.odt";
     // The types that lie on the disk don't resolve to a place where nothing is.
     const auto missing = resource(url, "/docs/gone", {"Pad"});
     const std::vector<Case> cases{
-        {"", resource(file, notes), openNotes, "", opened},
-        {"", resource(folder, "/docs"), "open file:///docs", "", opened},
+        {"", resource(file, notes), openNotes, ""},
+        {"", resource(folder, "/docs"), "open file:///docs", ""},
         {"", resource(application, "/Applications/Pad.app"), "open file:///Applications/Pad.app",
-         "", opened},
+         ""},
         {"", resource(file, "/docs/Übersicht.odt", {"Ghost", "Pad", "writer"}),
          openOdt + "\nsheet Application Not Found\n" + openOdt + " with /Applications/Pad.app\n" +
              openOdt + " with /Applications/Writer.app",
          "Application Not Found | The application 'Ghost' could not be found. It may have been "
-         "uninstalled or moved. [OK]",
-         opened + "\n" + opened + " with Pad\n" + opened + " with writer"},
+         "uninstalled or moved. [OK]"},
         {"Pad fails", resource(file, notes, {"Pad"}),
          openNotes + "\n" + inPad + "\nsheet App Launch Failed",
          "App Launch Failed | Failed to open 'it' with Pad.\n\nError: It's damaged.\n\nThe app may "
-         "not support this file type or may be damaged. [OK]",
-         opened + "\nFailed to open it with Pad: It's damaged."},
+         "not support this file type or may be damaged. [OK]"},
         {"", resource(file, "/docs/gone.txt", {"Pad"}), "sheet Access Error",
          "Access Error | Failed to access 'it'.\n\nThe file may have been moved, renamed, or you "
-         "may not have permission to access it.\n\nPath: /docs/gone.txt [OK]",
-         "Failed to resolve resource: it at /docs/gone.txt"},
-        {"first button", missing, "sheet File Not Found", notFound,
-         "Resource not found at path: /docs/gone"},
-        {"second button", missing, "sheet File Not Found\nreveal file:///docs/", notFound,
-         "Resource not found at path: /docs/gone"},
+         "may not have permission to access it.\n\nPath: /docs/gone.txt [OK]"},
+        {"first button", missing, "sheet File Not Found", notFound},
+        {"no button", missing, "sheet File Not Found", notFound},
+        {"second button", missing, "sheet File Not Found\nreveal file:///docs/", notFound},
         {"notes are refused, first button", resource(file, notes, {"Pad"}),
-         openNotes + "\n" + inPad + "\nsheet Launch Failed\nreveal file:///docs/notes.txt", failed,
-         "Failed to open it\nSuccessfully opened it with Pad"},
+         openNotes + "\n" + inPad + "\nsheet Launch Failed\nreveal file:///docs/notes.txt", failed},
         {"notes are refused, no button", resource(file, notes), openNotes + "\nsheet Launch Failed",
-         failed, "Failed to open it"},
+         failed},
         {"notes vanish, second button", resource(file, notes), openNotes + "\nsheet Launch Failed",
-         failed, "Failed to open it"},
+         failed},
     };
     check(cases, "", [&](const Resource& resource) { launcher.launchFileResource(resource); });
 }
@@ -123,66 +115,56 @@ TEST_F(FileLaunching, aFileThatMovedOpensWhereItIsNow) {
     launcher.launchFileResourceWithApp(resource(file, notes), "Pad");
     desktop.runUntilIdle();
     EXPECT_EQ(openings(), openNotes + "\nopen file:///docs/old.txt\n"
-                                      "task /usr/bin/open -a /Applications/Pad.app /docs/old.txt");
+                                      "background task /usr/bin/open -a /Applications/Pad.app "
+                                      "/docs/old.txt");
 }
 
 TEST_F(FileLaunching, aKnownApplicationIsTriedInThreeWays) {
     const std::string command = "/usr/bin/open -a /Applications/Pad.app /docs/notes.txt";
-    const std::string step1 = "task " + command;
+    const std::string step1 = "background task " + command;
     const std::string step2 = step1 + "\n" + inPad;
     const std::string step3 = step2 + "\n" + openNotes;
-    const std::string opened = "Successfully opened it with ";
-    const std::string exitCode = "Failed to open it with Pad: exit code 9\n";
-    const std::string step2Failed = "NSWorkspace fallback failed for it with Pad: It's damaged.";
     const auto it = resource(file, notes, {"Writer"});
     const std::vector<Case> cases{
-        {"", it, step1, "", opened + "Pad"},
+        {"", it, step1, ""},
         {"", resource(application, "/Applications/Pad.app"),
-         "task /usr/bin/open -a /Applications/Pad.app /Applications/Pad.app", "", opened + "Pad"},
-        {"exits with 9", it, step2, "", exitCode + opened + "Pad (NSWorkspace fallback)"},
-        {"can't start", it, step2, "",
-         "Failed to launch process for Pad: No memory.\n" + opened + "Pad (NSWorkspace fallback)"},
-        {"exits with 9, Pad fails", it, step3, "",
-         exitCode + step2Failed + "\n" + opened + "system default (final fallback)"},
+         "background task /usr/bin/open -a /Applications/Pad.app /Applications/Pad.app", ""},
+        {"exits with 9", it, step2, ""},
+        {"can't start", it, step2, ""},
+        {"exits with 9, Pad fails", it, step3, ""},
         {"exits with 9, Pad fails, notes are refused", it, step3 + "\nsheet Launch Failed",
          "Launch Failed | Failed to open 'it' with Pad. Tried multiple methods but none worked.\n\n"
          "Please check if:\n• The app is installed\n• The file/folder exists\n• You have "
-         "permission to access it [OK]",
-         exitCode + step2Failed},
+         "permission to access it [OK]"},
         {"", resource(folder, "/docs/gone"), "sheet Access Error",
          "Access Error | Failed to access 'it' with Pad.\n\nThe file may have been moved, renamed, "
-         "or you may not have permission to access it.\n\nPath: /docs/gone [OK]",
-         "Failed to resolve resource: it at /docs/gone"},
+         "or you may not have permission to access it.\n\nPath: /docs/gone [OK]"},
         {"second button", resource(url, "/docs/gone"), "sheet File Not Found",
          "File Not Found | Cannot open 'it' with Pad because the file no longer exists at:\n\n"
-         "/docs/gone [OK]",
-         "Resource not found at path: /docs/gone"},
+         "/docs/gone [OK]"},
     };
     checkWithApp(cases, command, "Pad");
 }
 
 TEST_F(FileLaunching, anUnknownApplicationIsLeftToTheOpenCommand) {
     const std::string command = "/usr/bin/open -a It's /docs/notes.txt";
-    const std::string step2 = "task " + command + "\n" + openNotes;
-    const std::string opened = "Successfully opened it with ";
-    const std::string unknown = "Could not find or launch 'It's', using system default";
+    const std::string step1 = "background task " + command;
+    const std::string step2 = step1 + "\n" + openNotes;
     const auto it = resource(file, notes);
     const std::vector<Case> cases{
-        {"exits with 0", it, "task " + command, "", opened + "It's (direct)"},
-        {"exits with 9", it, step2, "", unknown + "\n" + opened + "system default"},
-        {"can't start", it, step2, "",
-         "Failed to launch process: No memory.\n" + opened + "system default"},
+        {"exits with 0", it, step1, ""},
+        {"exits with 9", it, step2, ""},
+        {"can't start", it, step2, ""},
         {"notes are refused", it, step2 + "\nsheet Launch Failed",
          "Launch Failed | Failed to open 'it'. Please check if the file exists and you have "
-         "permission to access it. [OK]",
-         unknown},
+         "permission to access it. [OK]"},
     };
     checkWithApp(cases, command, "It's");
 }
 
 TEST_F(FileLaunching, bothEntryPointsGoByTheTypeAndOnlyFilesHeedTheApplication) {
     const std::string web = "https://corvane.example/";
-    const std::string inPadByCommand = "task /usr/bin/open -a /Applications/Pad.app ";
+    const std::string inPadByCommand = "background task /usr/bin/open -a /Applications/Pad.app ";
     const struct {
         ResourceType type;
         std::string path;
@@ -202,14 +184,11 @@ TEST_F(FileLaunching, bothEntryPointsGoByTheTypeAndOnlyFilesHeedTheApplication) 
         launcher.launchResource(resource(type, path));
         desktop.runUntilIdle();
         EXPECT_EQ(openings(), plain);
-        EXPECT_EQ(said.front(), "Launching resource: it at " + path);
         forget();
         launcher.launchResourceWithApp(resource(type, path), "Pad");
         desktop.runUntilIdle();
         EXPECT_EQ(openings(), withApp);
-        EXPECT_EQ(said.front(), "Launching resource: it with Pad");
     }
-    EXPECT_EQ(said.size(), 1u) << "a separator does no more";
 }
 
 TEST_F(FileLaunching, anAlertWaitsItsTurnAndIsASheetWhereThereIsAWindow) {

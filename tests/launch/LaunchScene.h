@@ -58,29 +58,17 @@ protected:
     }
     /// The log, but for the questions of the search for an application.
     std::string openings() const {
-        return without(desktop.log, {"task /usr/bin/mdfind", "query "});
-    }
-    /// The diagnostics, but for those of the search and of the bookmarks.
-    std::string diagnostics() const {
-        return without(said, {"Searching", "App variations", "Dynamically", "Trying", "Found app",
-                              "📚", "Failed to search"});
+        auto kept = desktop.log;
+        std::erase_if(kept, [](const auto& line) {
+            return line.starts_with("task /usr/bin/mdfind") || line.starts_with("query ");
+        });
+        return text::joined(kept, "\n");
     }
     std::string alerts() const { return scene.alerts(); }
     void forget() {
         desktop.log.clear();
         desktop.shownAlerts.clear();
         said.clear();
-    }
-
-private:
-    static std::string without(const std::vector<std::string>& lines,
-                               std::initializer_list<std::string_view> prefixes) {
-        std::vector<std::string> kept;
-        for (const auto& line : lines) {
-            const auto starts = [&](auto prefix) { return line.starts_with(prefix); };
-            if (std::none_of(prefixes.begin(), prefixes.end(), starts)) kept.push_back(line);
-        }
-        return text::joined(kept, "\n");
     }
 };
 

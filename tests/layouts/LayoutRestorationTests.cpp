@@ -1,3 +1,4 @@
+#include "layouts/FullscreenScript.h"
 #include "layouts/LayoutLoading.h"
 #include "layouts/LayoutRestoration.h"
 #include "layouts/LayoutTest.h"
@@ -53,8 +54,8 @@ TEST_F(Control, aRecordsNameStaysATextInAScript) {
     auto& window = open(pad, 1, {});
     window.refusals = {{"AXFullScreen", -25205}};
     control.setWindowFullscreen({7, 1}, "a\"\\\nb");
-    EXPECT_NE(desktop.logged().find("tell application \"a\\\"\\\\\\nb\""), std::string::npos)
-        << desktop.logged();
+    EXPECT_EQ(desktop.logged("script"),
+              "script " + text::replacingAll(fullscreenScript("a\\\"\\\\\\nb"), "\n", " / "));
 }
 
 /// The ways to fullscreen, each with what stands in the way of those before it.
@@ -62,7 +63,8 @@ TEST_F(Control, fullscreenIsTriedNativelyThenByScriptThenByTheMainScreensFrame) 
     const auto failed = [](std::optional<std::string> message) {
         return ScriptOutcome{.error = ScriptError{-1719, std::move(message), "{...}"}};
     };
-    const std::string script = "\nscript tell application \"Pad\" /     activate";
+    const std::string script =
+        "\nscript " + text::replacingAll(fullscreenScript("Pad"), "\n", " / ");
     const std::string frame = "\nAXPosition 7/1 1440,50\nAXSize 7/1 1920,1080";
     const struct {
         bool nativeWorks;
@@ -84,9 +86,6 @@ TEST_F(Control, fullscreenIsTriedNativelyThenByScriptThenByTheMainScreensFrame) 
         desktop.scriptOutcomes = {{"tell process \"Pad\"", outcome}};
         screen.mainDisplay = mainDisplay;
         control.setWindowFullscreen({7, 1}, "Pad");
-        for (auto& line : desktop.log) {
-            if (line.starts_with("script")) line.resize(script.size() - 1);
-        }
         EXPECT_EQ(done(), "AXFullScreen 7/1 true" + log);
         EXPECT_EQ(told("AppleScript method"),
                   message.empty() ? "" : "AppleScript method failed for 'Pad': " + message);

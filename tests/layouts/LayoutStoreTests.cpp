@@ -24,23 +24,50 @@ protected:
         EXPECT_EQ(fileContent(), *store->workspaces);
         return records ? describedRecords(*records) : "none";
     }
-    std::string alerts() {
+    /// What the alerts say that are shown by the next turn.
+    std::string told() {
         desktop.runUntilIdle();
-        return done("alert");
+        const auto text = alerts();
+        desktop.shownAlerts.clear();
+        return text;
     }
+
+    const std::string cannotSave =
+        "Cannot Save Layout | The workspace 'Work' must be running to save its layout. Please "
+        "start the workspace first. [OK] not a warning";
+    const std::string disabled =
+        "Window Layouts Disabled | Window layout features are currently disabled. Enable them in "
+        "Settings → Workspace Management → Window Layout Features to save and restore window "
+        "positions. [OK] not a warning (Don't show this message again)";
+    const std::string noWindows =
+        "No Windows Found | No application windows were found to save. Make sure the workspace "
+        "applications are running and visible. [OK] not a warning";
+    const std::string permission =
+        "Accessibility Permission Required | Corvane needs accessibility permissions to save and "
+        "restore window layouts.\n\nTo enable this:\n1. Click 'Open System Preferences'\n2. In "
+        "Privacy & Security → Accessibility\n3. Add Corvane to the list and enable it\n4. Restart "
+        "Corvane\n\nNote: This replaces the need for AppleScript permissions and works better "
+        "with fullscreen windows. [Open System Preferences][Cancel] not a warning";
+    const std::string required =
+        "Accessibility Permission Required | Window layout features require Accessibility "
+        "permission to save and restore window positions.\n\nTo enable this:\n1. Click 'Open "
+        "System Preferences'\n2. In Privacy & Security → Accessibility\n3. Add Corvane to the "
+        "list and enable it\n4. You may need to restart Corvane\n\nYou can disable this feature "
+        "anytime in Settings if you prefer not to grant this permission. [Open System "
+        "Preferences][Cancel] not a warning";
 };
 
 TEST_F(Layouts, theWorkspaceMustRunAndTheSwitchAndTrustMustAllowIt) {
     const struct {
         bool running, enabled, wanted, trusted;
-        const char* alert;
+        std::string alert;
         const char* stored;
-    } cases[]{{false, false, true, false, "alert Cannot Save Layout", "none"},
-              {false, true, true, true, "alert Cannot Save Layout", "none"},
-              {true, false, true, false, "alert Window Layouts Disabled", "none"},
-              {true, false, true, true, "alert Window Layouts Disabled", "none"},
+    } cases[]{{false, false, true, false, cannotSave, "none"},
+              {false, true, true, true, cannotSave, "none"},
+              {true, false, true, false, disabled, "none"},
+              {true, false, true, true, disabled, "none"},
               {true, false, false, false, "", "none"},
-              {true, true, true, false, "alert Accessibility Permission Required", "none"},
+              {true, true, true, false, permission, "none"},
               {true, true, false, true, "", "Pad 300x200 at (1, 2)"}};
     open(pad, 1, {1, 2, 300, 200});
     desktop.alertAnswers["Window Layouts Disabled"] = {AlertResponse::firstButton, true};
@@ -50,7 +77,9 @@ TEST_F(Layouts, theWorkspaceMustRunAndTheSwitchAndTrustMustAllowIt) {
         screen.isTrusted = trusted;
         if (running) markRunning();
         store->saveWorkspaceLayout(work);
-        EXPECT_EQ(done() + "|" + alerts(), std::string("|") + alert) << "on a later turn";
+        EXPECT_EQ(done(), "") << "on a later turn";
+        EXPECT_EQ(told(), alert);
+        desktop.log.clear();
         EXPECT_EQ(stored(), expected) << alert;
         // Its checkbox was ticked.
         EXPECT_EQ(store->showLayoutsDisabledAlert, wanted && !(running && !enabled));
@@ -92,7 +121,7 @@ TEST_F(Layouts, aSaveReplacesTheWholeLayoutAndOneWithoutWindowsKeepsIt) {
     store->saveWorkspaceLayout(saved);
     screen.windowListAnswers = false;
     store->saveWorkspaceLayout(saved);
-    EXPECT_EQ(alerts(), "alert No Windows Found\nalert No Windows Found");
+    EXPECT_EQ(told(), noWindows + "\n" + noWindows);
     EXPECT_EQ(*store->workspaces, before);
 
     screen.windowListAnswers = true;
@@ -101,7 +130,7 @@ TEST_F(Layouts, aSaveReplacesTheWholeLayoutAndOneWithoutWindowsKeepsIt) {
     const int savesBefore = saves();
     store->saveWorkspaceLayout(work);
     EXPECT_EQ(saves(), savesBefore) << "of a workspace that has gone nothing is kept";
-    EXPECT_EQ(stored() + alerts(), "none");
+    EXPECT_EQ(stored() + told(), "none");
 }
 
 TEST_F(Layouts, allResourcesGiveTheirNamesAndTwoNamesOfOneApplicationRecordItTwice) {
@@ -159,6 +188,7 @@ TEST_F(Layouts, theFullscreenLimitIsToldAfterwardsUntilTheUserHasHeardEnough) {
     open(mail, 2, {});
     const std::string alert = "alert macOS Fullscreen Limitation";
     for (const auto& [button, last] : {std::pair{AlertResponse::firstButton, alert},
+                                       {0, alert},
                                        {AlertResponse::secondButton, alert},
                                        {0, std::string("AXSize 7/1 1440,875")}}) {
         desktop.alertAnswers["macOS Fullscreen Limitation"] = {button, false};
@@ -167,6 +197,12 @@ TEST_F(Layouts, theFullscreenLimitIsToldAfterwardsUntilTheUserHasHeardEnough) {
         EXPECT_EQ(desktop.log.back(), last);
     }
     EXPECT_TRUE(store->hasShownFullscreenLimitationAlert);
+    EXPECT_EQ(desktop.shownAlerts.size(), 3u);
+    desktop.shownAlerts.resize(1);
+    EXPECT_EQ(alerts(), "macOS Fullscreen Limitation | macOS only allows one app to be fullscreen "
+                        "at a time. 'Mail' will be fullscreen, others will be maximized.\n\nYou "
+                        "can change this behavior in Settings. [OK][Don't Show Again] not a "
+                        "warning");
 }
 
 /// When quitting saves first, and that it does so before anything has quit.
@@ -204,31 +240,38 @@ TEST_F(Layouts, quittingSavesTheLayoutFirstWhereTheUserWantsIt) {
         desktop.runFor(2);
         EXPECT_EQ(desktop.logged("alert Cannot"), "") << name;
     }
+    startWith(false);
+    store->autoSaveLayouts = true;
+    markRunning();
+    desktop.shownAlerts.clear();
+    store->finishWorkspace(work);
+    EXPECT_EQ(told(), disabled) << "the switch says why nothing is saved";
 }
 
 TEST_F(Layouts, bothPermissionAlertsOfferTheSettingsAndTheSwitchStaysOn) {
     startWith(true);
-    const std::string alert = "alert Accessibility Permission Required";
     const std::string settings =
-        "\nopen x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility";
-    for (const int button : {AlertResponse::firstButton, AlertResponse::secondButton}) {
+        "open x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility";
+    for (const int button : {AlertResponse::firstButton, AlertResponse::secondButton, 0}) {
         desktop.alertAnswers["Accessibility Permission Required"] = {button, false};
-        const auto expected = alert + (button == AlertResponse::firstButton ? settings : "");
+        const auto opened = button == AlertResponse::firstButton ? settings : "";
         store->showAccessibilityPermissionAlert();
         EXPECT_EQ(done(), "");
-        desktop.runUntilIdle();
-        EXPECT_EQ(done(), expected);
+        EXPECT_EQ(told(), permission);
+        EXPECT_EQ(done("open"), opened);
         store->showAccessibilityRequiredAlert();
-        EXPECT_EQ(done(), expected);
+        EXPECT_EQ(told(), required);
+        EXPECT_EQ(done("open"), opened);
     }
     for (const auto& [enabled, trusted] : {std::pair{false, false}, {true, true}, {true, false}}) {
         screen.isTrusted = trusted;
         store->enableAccessibilityFeatures = enabled;
         store->accessibilityFeaturesToggled(enabled);
-        desktop.runFor(0.09);
+        desktop.runFor(0.099);
         EXPECT_EQ(done(), "");
-        desktop.runFor(0.02);
-        EXPECT_EQ(done(), enabled && !trusted ? alert : "");
+        desktop.runFor(0.002);
+        EXPECT_EQ(told(), enabled && !trusted ? required : "");
+        desktop.log.clear();
         EXPECT_EQ(store->enableAccessibilityFeatures, enabled);
     }
 }

@@ -147,11 +147,12 @@ TEST_F(Capture, windowsBelongByProcessOrByNameAndMustBeLargerThanFiftyByFifty) {
 }
 
 TEST_F(Capture, anApplicationWithoutWindowsGetsTheFirstThatMayStandForIt) {
-    open(mail, 1, part);
+    open(mail, 1, whole).info.layer.reset();
     EXPECT_EQ(windowsOf(pad), "absent");
     for (const int number : {2, 3}) {
         open(backdrop, number, whole).info.layer = -5;
         screen.stack.back().info.bounds->x.reset();
+        screen.stack.back().info.bounds->y.reset();
         screen.stack.back().info.ownerName = "Pad";
     }
     EXPECT_EQ(windowsOf(pad), "2 ") << "not by its name";
@@ -196,6 +197,8 @@ TEST_F(Capture, theScreenIsTheFirstThatSharesAnAreaAndNothingIsConverted) {
                                       {1440, 0, 1},
                                       {1340, -150, 0},
                                       {2000, -250, 1},
+                                      {2000, -280, 0},
+                                      {0, 900, 2},
                                       {0, -500, 0},
                                       {0, 1000, 2},
                                       {9000, 9000, 0}}) {
@@ -211,6 +214,7 @@ TEST_F(Capture, aSavedRecordHoldsTheWindowAsFractionsOfItsScreen) {
     const auto saved = makeSavedWindowLayout(layout, {5}, screens);
     EXPECT_EQ(saved.relativeFrame, (Rect{0.75, 0.25, 0.25, 0.1}));
     EXPECT_EQ(saved.screenFrame, screens[1].frame);
+    EXPECT_EQ(saved.screenIndex, 1);
     EXPECT_FALSE(saved.isOnPrimaryScreen);
     EXPECT_EQ(describedRecords(std::vector{saved}), "Pad 500x100 at (1500, 250) fullscreen");
     for (const auto index : {0, 2, -1}) {

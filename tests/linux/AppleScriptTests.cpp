@@ -1,4 +1,5 @@
 #include "foundation/Text.h"
+#include "layouts/FullscreenScript.h"
 #include "linux/running/ApplicationOpener.h"
 #include "linux/running/LaunchedApplications.h"
 #include "linux/running/RunningApplications.h"
@@ -66,23 +67,6 @@ std::string browserScript(const std::string& name, const std::string& url) {
            "\"\n    activate\n    try\n        tell window 1 to set current tab to make new tab "
            "with properties {URL:\"" +
            url + "\"}\n    on error\n        open location \"" + url + "\"\n    end try\nend tell";
-}
-
-std::string fullscreenScript(const std::string& name) {
-    return "tell application \"" + name + R"("
-    activate
-    tell application "System Events"
-        tell process ")" +
-           name + R"("
-            try
-                click button 2 of window 1
-            on error
-                -- Try keyboard shortcut as fallback
-                keystroke "f" using {control down, command down}
-            end try
-        end tell
-    end tell
-end tell)";
 }
 
 TEST(AppleScriptTest, readsOrSaysWhatIsWrong) {

@@ -26,6 +26,7 @@ TEST(RunningApplicationMatching, aPartOfANameHasToBeWholeWords) {
         {"Studio", "Android Studio Preview", true},
         {"Code", "Xcode", false},
         {"Studio Code", "Code Studio", true},
+        {"Big Pad", "My Big Pad Pro", true},
         {"Visual Code", "Visual Studio Code", true},
         {"Visual Basic", "Visual Studio Code", false},
         // Case is ignored, in every script.
@@ -159,6 +160,7 @@ TEST_F(FindingTest, theStrictestWayOfAnySpellingWins) {
         {"Sticky-Notes", "Found running app Sticky-Notes via executable name: 'sticky' "
                          "(executable: 'STICKY-NOTES.bin')"},
         {"Unseen", "Found running app Unseen via partial match: 'Unseen Notes' (including hidden)"},
+        {"Google sticky", "Found running app Google sticky via exact match: 'Google'"},
         {"Code Unseen Notes", "Found running app Code Unseen Notes via exact match: 'Code'"},
         {"Panel", ""},
         {"nameless", ""},

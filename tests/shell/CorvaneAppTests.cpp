@@ -68,6 +68,10 @@ TEST_F(App, reopenBringsTheFirstWindowThatIsNoSheetForward) {
     desktop.log.clear();
     platform.notificationCenter.post("createNewWindow");
     EXPECT_EQ(desktop.logged(), "open main window");
+    desktop.windows = {{2, false}};
+    platform.notificationCenter.post("createNewWindow");
+    EXPECT_EQ(desktop.logged(), "open main window\nkey 2\nfront 2");
+    EXPECT_FALSE(app.appDelegate().applicationShouldTerminateAfterLastWindowClosed());
 }
 
 TEST_F(App, theTourComesASecondAfterAStartUntilItWasTaken) {
@@ -76,13 +80,13 @@ TEST_F(App, theTourComesASecondAfterAStartUntilItWasTaken) {
     desktop.runFor(0.99);
     EXPECT_EQ(desktop.logged("open window"), "");
     desktop.runFor(0.02);
-    EXPECT_EQ(desktop.logged("open window"), "open window Welcome to Corvane");
+    EXPECT_EQ(desktop.logged("open window"), "open window Welcome to Corvane 600x500 at 0,0");
     app.setupApp();
     desktop.runFor(2);
     EXPECT_EQ(desktop.logged("key"), "key 1");
 
     app.appDelegate().applicationDidFinishLaunching();
-    for (const char* log : {"open window Welcome to Corvane", "key 2"}) {
+    for (const char* log : {"open window Welcome to Corvane 600x500 at 0,0", "key 2"}) {
         desktop.log.clear();
         ASSERT_TRUE(desktop.statusBar.press("Help & Tips"));
         EXPECT_EQ(desktop.logged(), log);
@@ -119,7 +123,10 @@ TEST_F(App, theEndOfTheProgramSavesTheLayoutsOfRunningWorkspacesInListOrder) {
         if (isSetUp) app.setupApp();
         app.appDelegate().applicationWillTerminate();
         EXPECT_EQ(saved, expected);
+        desktop.runFor(0.5);
     }
+    EXPECT_EQ(desktop.logged("alert"), "alert No Windows Found\nalert No Windows Found")
+        << "and nothing is said of those that don't run";
     setDiagnosticSink({});
 }
 

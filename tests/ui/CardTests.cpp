@@ -37,9 +37,15 @@ protected:
                (card().isRunning() ? " | running" : "");
     }
     std::size_t scriptsRun() const {
-        return static_cast<std::size_t>(
-            std::count_if(desktop.log.begin(), desktop.log.end(),
-                          [](const auto& line) { return line.starts_with("script"); }));
+        return static_cast<std::size_t>(std::ranges::count_if(
+            desktop.log, [](const auto& line) { return line.starts_with("script"); }));
+    }
+    /// What the alerts say that come of it by the next turn.
+    std::string told(const std::function<void()>& act) {
+        desktop.shownAlerts.clear();
+        act();
+        desktop.runUntilIdle();
+        return scene.alerts();
     }
 };
 
@@ -107,8 +113,13 @@ TEST_F(Card, whatRunsIsCountedFromTheStoreWithoutSeparators) {
 }
 
 TEST_F(Card, aDeletedWorkspaceComesBackToItsPlaceAndAQuestionGoesWithItsCard) {
-    desktop.alertAnswers["Delete Workspace"].button = AlertResponse::firstButton;
-    list->card(other.id).deleteWorkspace(other);
+    for (const int button : {AlertResponse::secondButton, 0, AlertResponse::firstButton}) {
+        EXPECT_EQ(described(store.workspaces), "Other() Work(build line serve)");
+        desktop.alertAnswers["Delete Workspace"].button = button;
+        EXPECT_EQ(told([&] { list->card(other.id).deleteWorkspace(other); }),
+                  "Delete Workspace | Are you sure you want to delete 'Other'? This action cannot "
+                  "be undone. [Delete][Cancel] destructive");
+    }
     EXPECT_EQ(store.workspaces->size(), 1u);
     EXPECT_EQ(undo.text(), "Removed 'Other'");
     undo.undo();
@@ -126,9 +137,38 @@ TEST_F(Card, aDeletedWorkspaceComesBackToItsPlaceAndAQuestionGoesWithItsCard) {
     EXPECT_FALSE(card().isExpanded) << "it is another card";
 }
 
-TEST_F(Card, aWorkspaceThatCloses) {
+TEST_F(Card, aFinishTakesOneAndAHalfSecondsAndThenItsQuestionGoes) {
+    card().showingFinishConfirm = true;
     card().finish(work);
     EXPECT_EQ(shown(), "Closing resources... | Closing resources...");
+    for (const bool isOver : {false, true}) {
+        desktop.runFor(isOver ? 0.02 : 1.49);
+        EXPECT_EQ(card().isLoading, !isOver);
+        EXPECT_EQ(card().showingFinishConfirm, !isOver);
+    }
+    card().finish(work);
+    list.reset();
+    desktop.runFor(2);
+}
+
+TEST_F(Card, aLayoutIsSavedOfWhatRunsAndToldUntilTheUserHasHeardEnough) {
+    desktop.running = {{.processIdentifier = 7, .localizedName = "Terminal"}};
+    desktop.screen.stack = {{.info = windowInfo(7, 1, "Terminal", {1, 2, 300, 200})}};
+    EXPECT_FALSE(card().canSaveLayout());
+    store.enableAccessibilityFeatures = true;
+    EXPECT_TRUE(card().canSaveLayout());
+    const auto save = [&] { card().saveLayout(work); };
+    EXPECT_EQ(told(save), "Cannot Save Layout | The workspace 'Work' must be running to save its "
+                          "layout. Please start the workspace first, then save the layout. [OK]");
+    EXPECT_EQ(described(store.workspaces), "Other() Work(build line serve)");
+    StoreState::set(store.runningWorkspaces, {work.id});
+    desktop.alertAnswers["Layout Saved"].checkboxIsOn = true;
+    EXPECT_EQ(told(save), "Layout Saved | The current window layout has been saved for 'Work'. It "
+                          "will be restored when you start this workspace. [OK] not a warning "
+                          "(Don't show this message again)");
+    EXPECT_EQ(described(store.workspaces), "Other() Work(build line serve)+");
+    EXPECT_EQ(told(save), "");
+    EXPECT_EQ(finishMessage("Work"), "This will close all running resources in \"Work\"");
 }
 
 // Preview.
@@ -138,9 +178,11 @@ TEST_F(Card, thePreviewShowsEightResourcesAndCountsTheRest) {
         const auto preview = resourcePreview(workspace, store, missing);
         std::string text;
         for (const auto& chip : preview.chips) {
-            text += chip.name + (chip.state == ChipState::running       ? "!"
-                                 : chip.state == ChipState::startMarked ? "*"
-                                                                        : "");
+            text += chip.name +
+                    (chip.state == ChipState::running       ? "!"
+                     : chip.state == ChipState::startMarked ? "*"
+                                                            : "") +
+                    (chip.enabled ? "" : "-") + (chip.isMissing ? "?" : "");
         }
         return text + preview.counter;
     };
@@ -162,14 +204,17 @@ TEST_F(Card, thePreviewShowsEightResourcesAndCountsTheRest) {
                 scene.resource({name}, "/x", name == '-' ? separator : file));
         EXPECT_EQ(described(workspace), expected);
     }
+    store.addResource(scene.resource("gone", "/gone"), other.id);
+    desktop.runUntilIdle();
+    EXPECT_EQ(described(store.workspaces->front()), "gone?");
     work.resources[0].enabled = false;
     work.resources[2].launchOnStart = true;
-    EXPECT_EQ(described(work), "buildserve*");
+    EXPECT_EQ(described(work), "build-serve*");
     StoreState::set(store.runningResources, {{other.id, {work.resources[0].id}}});
-    EXPECT_EQ(described(work), "buildserve*") << "it runs for another workspace";
+    EXPECT_EQ(described(work), "build-serve*") << "it runs for another workspace";
     StoreState::set(store.runningResources,
                     {{work.id, {work.resources[0].id, work.resources[2].id}}});
-    EXPECT_EQ(described(work), "build!serve!");
+    EXPECT_EQ(described(work), "build!-serve!");
     const auto chip = resourcePreview(work, store, missing).chips[1];
     EXPECT_EQ(chip, (PreviewChip{{work.resources[2].id}, terminal, "serve", ChipState::running}));
     auto hidden = scene.resource("Notes", "curl example.org\n| sh", terminal);

@@ -38,17 +38,24 @@ protected:
         return store.workspaces->front().resources[index];
     }
     RecordKey key(std::size_t index) const { return list.rows()[index].key; }
+    /// "[icon] Chip*[its icon] Other path", the default one with a star.
     std::string chips(std::size_t index) {
-        std::string text;
+        const auto icon = [](const std::string& name) {
+            return name.empty() ? " " : "[" + name + "] ";
+        };
         const auto rows = list.rows();
-        for (const auto& chip : list.picturesOf(rows[index]).chips)
-            text += chip.appName + (chip.isDefault ? "* " : " ");
+        const auto& pictures = list.picturesOf(rows[index]);
+        std::string text = pictures.icon.empty() ? "" : icon(pictures.icon);
+        for (const auto& chip : pictures.chips)
+            text += chip.appName + (chip.isDefault ? "*" : "") + icon(chip.icon);
         return text + rows[index].opens;
     }
 
 private:
     WorkspaceStore& startStore() {
-        desktop.install({.path = "/Applications/Pad.app", .bundleIdentifier = "com.example.pad"});
+        desktop.install({.path = "/Applications/Pad.app",
+                         .bundleIdentifier = "com.example.pad",
+                         .icon = "pad"});
         desktop.defaultHandlers["txt"] = "/Applications/Pad.app";
         return scene.start({work});
     }
@@ -56,10 +63,34 @@ private:
 
 TEST_F(ResourceList, rowsShowTheirApplications) {
     store.addAssociatedApp(work.resources[0].id, "Quill", work.id);
-    EXPECT_EQ(chips(0), "Pad* Quill /notes.txt");
+    store.addAssociatedApp(work.resources[0].id, "Pad", work.id);
+    EXPECT_EQ(chips(0), "Pad*[pad] Quill Pad[pad] /notes.txt");
     EXPECT_EQ(chips(1), "");
     EXPECT_EQ(chips(2), "Terminal* make");
-    EXPECT_EQ(chips(3), "/Applications/Pad.app");
+    EXPECT_EQ(chips(3), "[pad] /Applications/Pad.app");
+}
+
+TEST_F(ResourceList, aRowSaysWhatItsControlsDo) {
+    store.addResource(scene.resource("", "", separator), work.id);
+    store.toggleResourceEnabled(work.resources[0].id, work.id);
+    list.pressPlay(key(2));
+    desktop.runUntilIdle();
+    EXPECT_TRUE(desktop.logged("script").ends_with("do script \"make\" / end tell"));
+    std::string text;
+    for (const auto& row : list.rows())
+        text += playTooltip(row) + "|" + std::string(enabledTooltip(row).substr(0, 8)) + "|" +
+                separatorTitle(row) + " ";
+    EXPECT_EQ(text, "Launch a|Disabled|a Launch b|Enabled |b Stop c|Enabled |c "
+                    "Launch d|Enabled |d Launch |Enabled |Section ");
+    EXPECT_EQ(enabledTooltip(list.rows()[0]),
+              "Disabled - Resource will be ignored when workspace starts");
+    EXPECT_EQ(enabledTooltip(list.rows()[1]), "Enabled - Resource will launch/quit with workspace");
+    list.pressPlay(key(2));
+    EXPECT_FALSE(list.rows()[2].isRunning);
+    list.removeRow(key(4));
+    EXPECT_EQ(undo.text(), "Removed 'Section'");
+    list.addSeparator();
+    EXPECT_EQ(names(), "Work(a- b c d Separator - click to rename)");
 }
 
 TEST_F(ResourceList, anIconIsFoundByThePathThenTheIdentifierThenWhatRuns) {
@@ -74,8 +105,7 @@ TEST_F(ResourceList, anIconIsFoundByThePathThenTheIdentifierThenWhatRuns) {
                                                                        {"ll pr", "quill"},
                                                                        {"My Quill Pro", "quill"},
                                                                        {"Other", ""}}) {
-        EXPECT_EQ(appIconForName(name, scene.platform.fileSystem, scene.platform.applications,
-                                 scene.platform.fileIcons)
+        EXPECT_EQ(appIconForName(name, scene.platform.applications, scene.platform.fileIcons)
                       .value_or(""),
                   icon)
             << name;
@@ -99,6 +129,9 @@ TEST_F(ResourceList, aStrayRowChangesNothing) {
     list.moveRowBy(key(0), -1);
     list.moveRowBy(key(3), 1);
     list.removeApplication(key(0), "Quill");
+    list.removeApplication(stray, "Quill");
+    list.chooseApplication(stray);
+    list.locate(stray);
     EXPECT_EQ(undo.text(), "");
     store.deleteWorkspace(work.id);
     list.addSeparator();
@@ -121,15 +154,14 @@ TEST_F(ResourceList, anActionIsForTheResourceThatWasShown) {
     list.toggleEnabled(shown[4].key);
     list.beginRenaming(shown[4].key);
     list.setEditedName(shown[4].key, "second");
-    EXPECT_EQ(names(), "Work(a b c d A)") << "until it is submitted";
+    EXPECT_EQ(names(), "Work(a b c d A-)") << "until it is submitted";
     store.search("x");
     EXPECT_EQ(list.rows()[4].editedName, "second");
     list.submitName(shown[4].key);
-    EXPECT_EQ(names(), "Work(a b c d second)");
-    EXPECT_TRUE(resource(0).enabled && !resource(4).enabled);
+    EXPECT_EQ(names(), "Work(a b c d second-)");
     list.moveRowBy(shown[4].key, -4);
     list.removeRow({shown[0].key.id, 1});
-    EXPECT_EQ(names(), "Work(second b c d)");
+    EXPECT_EQ(names(), "Work(second- b c d)");
     list.beginRenaming(shown[1].key);
     list.cancelRenaming(shown[1].key);
     list.submitName(shown[1].key);
@@ -148,13 +180,12 @@ TEST_F(ResourceList, whatIsRemovedIsOfferedForEightSeconds) {
     undo.undo();
     EXPECT_EQ(undo.text(), "Removed 'Quill'");
     undo.undo();
-    EXPECT_EQ(names(), "Work(a b c d)");
-    EXPECT_EQ(resource(0).associatedApps, (std::vector<std::string>{"Quill", "Easel"}));
+    EXPECT_EQ(names(), "Work(a{Quill,Easel} b c d)");
     list.removeRow(key(3));
     desktop.runFor(8.1);
     EXPECT_EQ(undo.text(), "");
     undo.undo();
-    EXPECT_EQ(names(), "Work(a b c)");
+    EXPECT_EQ(names(), "Work(a{Quill,Easel} b c)");
 }
 
 TEST_F(ResourceList, whatIsMissingIsMarkedAndCanBeLocated) {
@@ -174,8 +205,13 @@ TEST_F(ResourceList, whatIsMissingIsMarkedAndCanBeLocated) {
     desktop.runUntilIdle();
     EXPECT_EQ(marked(), "gone! b far Lost! run ");
     desktop.panels.choices["Locate gone"] = "/x/b.txt";
-    list.locate(key(0));
-    list.locate(key(4));
+    for (const std::size_t row : {0, 3, 4})
+        list.locate(key(row));
+    const std::vector<OpenPanel> asked{{.title = "Locate gone", .content = PanelContent::file},
+                                       {.title = "Locate Lost",
+                                        .content = PanelContent::application,
+                                        .directory = "/Applications"}};
+    EXPECT_EQ(desktop.panels.openPanels, asked);
     desktop.runUntilIdle();
     EXPECT_EQ(resource(0).path, "/x/b.txt");
     EXPECT_EQ(marked(), "gone b far Lost! run ");
@@ -187,10 +223,10 @@ TEST_F(ResourceList, whatIsMissingIsMarkedAndCanBeLocated) {
 }
 
 TEST_F(ResourceList, applicationsAreLookedUpOnceForARow) {
-    EXPECT_EQ(chips(0), "Pad* /notes.txt");
+    EXPECT_EQ(chips(0), "Pad*[pad] /notes.txt");
     desktop.defaultHandlers.clear();
     store.search("a");
-    EXPECT_EQ(chips(0), "Pad* /notes.txt") << "nobody asks on the way of a key";
+    EXPECT_EQ(chips(0), "Pad*[pad] /notes.txt") << "nobody asks on the way of a key";
     store.addAssociatedApp(work.resources[0].id, "Quill", work.id);
     EXPECT_EQ(chips(0), "Quill /notes.txt");
 }
@@ -201,8 +237,24 @@ TEST_F(ResourceList, anApplicationThatIsChosenAfterTheCardWasClosedIsAdded) {
     closed->chooseApplication(key(0));
     closed.reset();
     desktop.runUntilIdle();
-    EXPECT_EQ(resource(0).associatedApps, std::vector<std::string>{"Pad"});
-    EXPECT_EQ(desktop.panels.openPanels.back().directory, "/Applications");
+    EXPECT_EQ(names(), "Work(a{Pad} b c d)");
+    const OpenPanel asked{"Choose Application", "Select an application to add to this resource",
+                          PanelContent::application, "/Applications"};
+    EXPECT_EQ(desktop.panels.openPanels, std::vector{asked});
+    for (const auto* again : {"/Applications/Pad.app", "/x/Quill.app", ""}) {
+        desktop.panels.choices["Choose Application"] = again;
+        if (!*again) desktop.panels.choices.clear();
+        list.chooseApplication(key(0));
+        desktop.runUntilIdle();
+    }
+    EXPECT_EQ(names(), "Work(a{Pad,Quill} b c d)");
+    EXPECT_EQ(scene.alerts(), "Duplicate App | Pad is already associated with this resource. [OK] "
+                              "not a warning");
+    desktop.panels.choices["Choose Application"] = "/Applications/Pad.app";
+    list.chooseApplication(key(0));
+    store.deleteWorkspace(work.id);
+    desktop.runUntilIdle();
+    EXPECT_EQ(names(), "");
 }
 
 TEST_F(ResourceList, onlyFilesThatAreDroppedAreAdded) {
@@ -213,6 +265,9 @@ TEST_F(ResourceList, onlyFilesThatAreDroppedAreAdded) {
     EXPECT_FALSE(list.isAddResourceDropTarget);
     panel.dropEntered(files);
     EXPECT_TRUE(list.isAddResourceDropTarget);
+    panel.dropExited();
+    EXPECT_FALSE(list.isAddResourceDropTarget);
+    panel.dropEntered(files);
     EXPECT_FALSE(panel.performDrop({.text = "2"}));
     EXPECT_TRUE(panel.performDrop(files));
     desktop.runUntilIdle();
@@ -245,6 +300,7 @@ TEST_F(ResourceList, aRowThatIsDroppedEndsWhereItWasDropped) {
         EXPECT_EQ(names(), order) << text;
         EXPECT_EQ(list.dropTargetIndexes->contains(target), !isMove) << text;
         row.dropExited();
+        EXPECT_TRUE(list.dropTargetIndexes->empty());
     }
     const DropInfo file{.fileUrls = {"file:///x"}, .text = "0"};
     ResourceReorderDelegate row(list, 0);

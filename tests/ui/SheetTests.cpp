@@ -25,41 +25,54 @@ protected:
                          scene.platform.fileSystem};
 
     const std::vector<Resource>& resources() const { return store.workspaces->at(0).resources; }
+    static std::string shown(const WorkspaceSheet& sheet) {
+        return std::string(sheet.title()) + "|" + std::string(sheet.commitTitle()) + "|" +
+               sheet.name.get() + "|" + sheet.description.get() + "|" + sheet.selectedIcon.get() +
+               "|" + std::to_string(sheet.availableIcons().size());
+    }
+    static std::string shown(const AddResourceSheet& sheet) {
+        std::string text;
+        for (const auto part :
+             {sheet.title(), sheet.subtitle(), sheet.addTitle(), sheet.enabledTitle()})
+            text += std::string(part) + "|";
+        return text + sheet.resourceName.get() + "|" + sheet.resourcePath.get() + "|" +
+               (sheet.enabledByDefault ? "enabled" : "disabled");
+    }
 };
 
 TEST_F(Sheets, aNewWorkspaceComesLastAndOnlyWithAName) {
     const auto sheet = newSpaceSheet(store, scene.platform.clock);
-    EXPECT_EQ(sheet->availableIcons().size(), 48u);
-    EXPECT_FALSE(sheet->canCommit());
+    EXPECT_EQ(shown(*sheet), "Create New Workspace|Create|||laptopcomputer|48");
     sheet->commit();
     EXPECT_EQ(scene.saves(), 0);
     sheet->name = " ";
     sheet->description = "About";
     sheet->commit();
-    ASSERT_EQ(described(store.workspaces), "Work(note)  ()");
     const auto& made = store.workspaces->back();
-    EXPECT_EQ(made.icon, "laptopcomputer");
-    EXPECT_EQ(made.description, "About");
-    EXPECT_EQ(made.dateCreated, SimulatedQueue::start);
-    EXPECT_EQ(made.dateModified, SimulatedQueue::start);
+    auto expected = makeWorkspace(" ", "About", "laptopcomputer", SimulatedQueue::start);
+    expected.id = made.id;
+    EXPECT_EQ(*store.workspaces, (std::vector{work, expected}));
 }
 
 TEST_F(Sheets, anEditWritesBackTheRecordAsItWasOpened) {
     work.icon = "nothing.known";
+    work.description = "Before";
     store.updateWorkspace(work);
     const auto sheet = editWorkspaceSheet(store.workspaces->front(), store, scene.platform.clock);
-    EXPECT_EQ(sheet->availableIcons().size(), 60u);
-    EXPECT_EQ(sheet->selectedIcon.get(), "nothing.known");
+    EXPECT_EQ(shown(*sheet), "Edit Workspace|Save|Work|Before|nothing.known|60");
     store.addResource(scene.resource("late"), work.id);
-    sheet->name = "Renamed";
-    sheet->selectedIcon = "cube";
-    sheet->commit();
-    auto expected = work;
-    expected.name = "Renamed";
-    expected.icon = "cube";
-    expected.dateModified = SimulatedQueue::start;
-    EXPECT_EQ(store.workspaces->front(), expected);
-
+    for (const auto* description : {"Before", "After"}) {
+        sheet->name = "Renamed";
+        sheet->description = description;
+        sheet->selectedIcon = "cube";
+        sheet->commit();
+        auto expected = work;
+        expected.name = "Renamed";
+        expected.description = description;
+        expected.icon = "cube";
+        expected.dateModified = SimulatedQueue::start;
+        EXPECT_EQ(store.workspaces->front(), expected);
+    }
     store.deleteWorkspace(work.id);
     sheet->commit();
     EXPECT_TRUE(store.workspaces->empty());
@@ -122,49 +135,103 @@ TEST_F(Sheets, aTypedAddressNamesTheResourceOnce) {
     EXPECT_EQ(add.resourceName.get() + "|" + add.resourcePath.get(), "|https://");
 }
 
+TEST_F(Sheets, eachTypeAsksForItsOwnPath) {
+    EXPECT_EQ(shown(add), "Add New Resource|Add a file, folder, app, URL, or terminal command to "
+                          "your workspace|Add Resource|Enabled by default|||enabled");
+    std::string text;
+    for (const auto type : {file, folder, application, url, terminal}) {
+        add.select(type);
+        add.pick();
+        text += std::string(add.pathHeading()) + "|" + std::string(add.pathPrompt()) + "|" +
+                add.pickerTitle() + "|" + std::string(add.pickerSymbol());
+        EXPECT_FALSE(add.canAdd()) << "without a name";
+        for (const auto* typed : {"", "a b", "site.test"}) {
+            add.setPath(typed);
+            add.resourceName = "Named";
+            text += "|" + std::string(add.statusText()) + (add.canAdd() ? "+" : "");
+        }
+        text += "\n";
+    }
+    EXPECT_EQ(text, R"(File Path|npm start|Click to select file|doc||+|+
+Folder Path|npm start|Click to select folder|folder||+|+
+Application Path|npm start|Click to select application|app.badge||+|+
+URL|https://example.com or localhost:3000|https://|||)"
+                    R"(Enter a valid URL (https://example.com or localhost:3000)|Valid URL+
+Terminal Command|npm start|Click to select terminal|||This command will be executed in Terminal+|)"
+                    R"(This command will be executed in Terminal+
+)");
+    const std::vector<OpenPanel> asked{{.title = "File Path", .content = PanelContent::file},
+                                       {.title = "Folder Path", .content = PanelContent::folder},
+                                       {.title = "Application Path",
+                                        .content = PanelContent::application,
+                                        .directory = "/Applications"}};
+    EXPECT_EQ(desktop.panels.openPanels, asked);
+}
+
 TEST_F(Sheets, aResourceIsAddedWithABookmarkWhereItsFileExists) {
     desktop.files.contents["/home/user/notes.txt"] = "text";
-    add.pick();
-    EXPECT_EQ(add.resourcePath.get(), "") << "the panel was cancelled";
     add.select(file);
     for (const auto* picked : {"/home/user/caf\xe9.txt", "/home/user/notes.txt"}) {
         EXPECT_EQ(add.resourcePath.get(), "") << "no path that can't be stored";
         desktop.panels.choices["File Path"] = picked;
         add.pick();
     }
+    EXPECT_EQ(add.pickerTitle(), "/home/user/notes.txt");
     add.add();
     EXPECT_EQ(resources().back().name, "notes");
-    EXPECT_EQ(scene.bookmarks->bookmarkCache().count("file:/home/user/notes.txt"), 1u);
+    add.resourceName = "Mine";
+    add.pick();
+    add.add();
+    EXPECT_EQ(resources().back().name, "Mine") << "a typed name stays";
+    add.select(folder);
+    add.resourceName = "Home";
+    add.setPath("/home/user");
+    add.add();
+    std::string keys;
+    for (const auto& [key, bookmark] : scene.bookmarks->bookmarkCache())
+        keys += key + " ";
+    EXPECT_EQ(keys, "file:/home/user/notes.txt folder:/home/user ");
 
     add.select(terminal);
-    add.resourceName = "Run";
     add.setPath("make");
     add.add();
+    EXPECT_EQ(resources().back().name, "Home") << "it has no name yet";
+    add.resourceName = "Run";
+    add.add();
     EXPECT_EQ(resources().back().path, "make");
-    EXPECT_EQ(scene.bookmarks->bookmarkCache().size(), 1u);
+    EXPECT_EQ(scene.bookmarks->bookmarkCache().size(), 2u);
 }
 
 TEST_F(Sheets, aResourceIsChangedAndKeepsWhatTheSheetDoesNotShow) {
-    add.select(terminal);
-    add.resourceName = "Run";
-    add.setPath("make");
-    add.add();
-    const auto before = resources().back();
-    store.addAssociatedApp(before.id, "Quill", work.id);
-    AddResourceSheet edit(work.id, store, *scene.bookmarks, scene.platform.panels,
-                          scene.platform.bundles, scene.platform.fileSystem, RecordKey{before.id});
-    EXPECT_EQ(std::string(edit.title()) + "|" + edit.resourceName.get() + "|" +
-                  edit.resourcePath.get() + "|" + std::string(edit.addTitle()),
-              "Edit Resource|Run|make|Save");
-    edit.setPath("make all");
-    edit.enabledByDefault = false;
-    EXPECT_EQ(resources().back().path, "make");
+    auto before = scene.resource("Run", "make", terminal);
+    before.associatedApps = {"Quill"};
+    before.enabled = false;
+    store.addResource(before, work.id);
+    const auto edited = [&] {
+        return AddResourceSheet(work.id, store, *scene.bookmarks, scene.platform.panels,
+                                scene.platform.bundles, scene.platform.fileSystem,
+                                RecordKey{before.id});
+    };
+    auto edit = edited();
+    EXPECT_EQ(shown(edit), "Edit Resource|Change what this resource opens|Save|Enabled|Run|make|"
+                           "disabled");
+    EXPECT_EQ(edit.selectedResourceType, terminal);
+    edit.select(application);
+    edit.resourceName = "Pad";
+    edit.setPath("/Applications/Pad.app");
+    edit.enabledByDefault = true;
+    EXPECT_EQ(resources().back(), before);
+    desktop.install({.path = "/Applications/Pad.app", .bundleIdentifier = "org.pad"});
     edit.add();
-    auto expected = before;
-    expected.path = "make all";
-    expected.enabled = false;
+    auto expected = scene.resource("Pad", "/Applications/Pad.app", application);
+    expected.id = before.id;
     expected.associatedApps = {"Quill"};
     EXPECT_EQ(resources().back(), expected);
+    auto late = edited();
+    store.deleteWorkspace(work.id);
+    late.add();
+    EXPECT_EQ(edited().resourceName.get(), "");
+    EXPECT_TRUE(store.workspaces->empty());
 }
 
 TEST_F(Sheets, theSettingsSayWhatDependsOnOtherThings) {
@@ -172,11 +239,22 @@ TEST_F(Sheets, theSettingsSayWhatDependsOnOtherThings) {
                            scene.platform.mainQueue);
     EXPECT_EQ(settings.versionLine(), "Version 1.0.0 (Build 1)");
     EXPECT_EQ(settings.autoSaveSubtitle(), "Enable Window Layout Features to use auto-save");
+    desktop.screen.isTrusted = false;
+    settings.setAccessibilityFeatures(true);
+    EXPECT_EQ(settings.autoSaveSubtitle(),
+              "Automatically save window layouts when quitting workspaces");
+    settings.resetPreferences();
+    EXPECT_EQ(desktop.logged(), "") << "on a later turn";
+    desktop.runFor(1);
+    EXPECT_EQ(desktop.logged(), "alert Reset Preferences\nalert Preferences Reset\n"
+                                "alert Accessibility Permission Required\n"
+                                "open x-apple.systempreferences:com.apple.preference.security?"
+                                "Privacy_Accessibility");
     desktop.mainBundleInfo = {{"CFBundleShortVersionString", "2.5"}};
     EXPECT_EQ(settings.versionLine(), "Version 2.5 (Build 1)");
     desktop.defaultHandlers["mailto:"] = "/Applications/Postbox.app";
     settings.contactSupport();
-    EXPECT_EQ(desktop.logged("open"),
+    EXPECT_EQ(desktop.logged("open m"),
               "open mailto:support@corvane.example?subject=Corvane%20Support%20Request&body="
               "App%20Version:%202.5%0ABuild:%20Unknown%0AmacOS%20Version:%20Simulated%201.0%0A%0A"
               "Please%20describe%20your%20issue:%0A");
@@ -190,13 +268,36 @@ TEST_F(Sheets, theTourGoesStepByStepAndEndsOnce) {
     tour.previous();
     std::string shown;
     for (int i = 0; i < 6; ++i) {
-        shown += tour.caption() + " " + std::string(tour.mainButtonTitle()) + " " +
-                 std::string(tour.actionTitle()) + "|";
-        if (tour.step().action) tour.pressAction();
+        const auto& step = tour.step();
+        for (const auto part : {step.title, step.subtitle, step.description, step.icon})
+            shown += std::string(part) + "|";
+        shown += tour.caption() + "|" + std::string(tour.mainButtonTitle()) + "|" +
+                 std::string(tour.actionTitle()) + "\n";
+        tour.pressAction();
         if (!tour.isLast()) tour.pressMainButton();
     }
-    EXPECT_EQ(shown, "1 of 6 Next |2 of 6 Next |3 of 6 Next |4 of 6 Next |"
-                     "5 of 6 Next Focus Mode: OFF|6 of 6 Get Started |");
+    EXPECT_EQ(shown, R"(Welcome to Corvane|Your workspace management companion|)"
+                     R"(Corvane helps you organize and launch groups of applications, files, and )"
+                     R"(folders together as workspaces.|app.icon|1 of 6|Next|
+Create Your First Workspace|Group your tools together|Click the '+' button to create a new )"
+                     R"(workspace. Name it after your project or task (e.g., 'Development', )"
+                     R"('Design', 'Research').|plus.circle|2 of 6|Next|
+Add Resources|Drag & drop to add items|Drag applications, files, folders, or even URLs into your )"
+                     R"(workspace. You can also use the '+' button to add specific types of )"
+                     R"(resources.|square.and.arrow.down|3 of 6|Next|
+Launch Everything at Once|One click, all your tools|Press the 'Start' button to launch all )"
+                     R"(resources in your workspace. Use individual play buttons to launch )"
+                     R"(specific items.|play.circle|4 of 6|Next|
+Use Focus Mode|Stay distraction-free|Enable Focus Mode to automatically quit all other )"
+                     R"(applications when starting a workspace, keeping you focused on your )"
+                     R"(current task.|scope|5 of 6|Next|Focus Mode: OFF
+Access from Menu Bar|Always available|Find Corvane in your menu bar to quickly launch )"
+                     R"(workspaces, toggle focus mode, or open this help again.|app.icon|)"
+                     R"(6 of 6|Get Started|
+)");
+    EXPECT_EQ(tour.applicationPicture()->name, "MenuBarIcon");
+    desktop.statusBar.assets.clear();
+    EXPECT_EQ(tour.applicationPicture()->source, Image::Source::applicationIcon);
     EXPECT_TRUE(store.focusMode);
     tour.previous();
     EXPECT_EQ(tour.actionTitle(), "Focus Mode: ON");

@@ -108,6 +108,15 @@ TEST_F(Window, theHeaderFollowsFocusModeAndThemeWhereverTheyChange) {
     header.toggleTheme();
     EXPECT_EQ(shown(), on + "Switch to Light Mode sun.max.fill");
     EXPECT_EQ(fired, 4);
+    EXPECT_EQ(header.savingProblem(), "");
+    desktop.files.unwritable = {workspacesPath};
+    header.saveAgain();
+    EXPECT_EQ(header.savingProblem(), "Changes aren't saved. Press to try again.\n\n“" +
+                                          std::string(workspacesPath) +
+                                          "” can't be written: permission denied.");
+    desktop.files.unwritable.clear();
+    header.saveAgain();
+    EXPECT_EQ(header.savingProblem(), "");
 }
 
 // List.
