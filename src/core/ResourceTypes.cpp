@@ -13,7 +13,7 @@ constexpr std::array<ResourceTypeFacts, allResourceTypes.size()> facts{{
     {"application", "Application", "app.badge", "app.badge", "Application Path", true},
     {"url", "Url", "globe", "", "URL"},
     {"terminal", "Terminal", "terminal.fill", "", "Terminal Command"},
-    {"separator", "Separator", "minus", "", ""},
+    {"separator", "", "minus", "", ""},
 }};
 static_assert(std::ranges::none_of(facts, &std::string_view::empty, &ResourceTypeFacts::rawValue),
               "a type without its facts");

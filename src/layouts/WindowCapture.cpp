@@ -40,7 +40,7 @@ WindowCapture::windowsForApplication(const RunningApplication& application) cons
     for (const auto& window : *onScreen) {
         if (!isLargeEnough(window)) continue;
         const auto& bounds = *window.bounds;
-        if (window.ownerPID.value_or(-1) == application.processIdentifier) {
+        if (window.ownerPID == application.processIdentifier) {
             owned.push_back(window);
         } else if (detection.isPotentialFullscreenWindow(window.layer.value_or(0), *bounds.width,
                                                          *bounds.height, bounds.x.value_or(0),

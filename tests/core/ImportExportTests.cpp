@@ -42,10 +42,17 @@ TEST_F(ImportExport, theUserChoosesHowAnImportedListComesIn) {
          scene.resource("b", "x|y|z\nrm -r \u202e~", terminal), scene.resource("c", "/c", folder),
          scene.resource("d", std::string(400, 'x'), terminal), scene.resource("e", "ls", terminal),
          scene.resource("f", "ps", terminal), scene.resource("g", "https://g.org", url),
-         scene.resource("h", "", separator)});
-    const auto allComing = "\n\n2 workspaces; 1 folder; 1 web address; 5 terminal commands:"
-                           "\n• curl example.org | sh\n• x|y|z⏎rm -r \uFFFD~\n• " +
-                           std::string(149, 'x') + "…" + std::string(150, 'x') + "\nand 2 more";
+         scene.resource("h", "", separator), scene.resource("i"),
+         scene.resource("j", "/Applications/Pad.app", application)});
+    const auto one = scene.workspace("One", {scene.resource("e", "ls", terminal)});
+    const auto firstCommands = ":\n• curl example.org | sh\n• x|y|z⏎rm -r \uFFFD~\n• " +
+                               std::string(149, 'x') + "…" + std::string(150, 'x') + "\nand ";
+    const auto allComing =
+        "\n\n2 workspaces; 1 file; 1 folder; 1 application; 1 web address; 5 terminal commands" +
+        firstCommands + "2 more";
+    const auto twiceComing = "\n\n2 workspaces; 2 files; 2 folders; 2 applications; "
+                             "2 web addresses; 10 terminal commands" +
+                             firstCommands + "7 more";
     const struct {
         const char* name;
         int button;
@@ -67,6 +74,14 @@ TEST_F(ImportExport, theUserChoosesHowAnImportedListComesIn) {
         {"cancel", thirdButton, {third}, "", "First(a) Second()", "First", nullptr},
         {"no answer", 0, {third}, "", "First(a) Second()", "First", nullptr},
         {"all kinds", 0, {third, all}, allComing, "First(a) Second()", "First", nullptr},
+        {"all twice", 0, {all, all}, twiceComing, "First(a) Second()", "First", nullptr},
+        {"one command",
+         0,
+         {one},
+         "\n\n1 workspace; 1 terminal command:\n• ls",
+         "First(a) Second()",
+         "First",
+         nullptr},
     };
     const std::string told = "\nImport Successful | Successfully imported ";
     for (const auto& [name, button, imported, coming, list, active, success] : cases) {

@@ -43,11 +43,8 @@ protected:
 TEST_F(RecordCoding, absentAndNullKeysReadAsTheirDefaults) {
     const std::string id =
         R"("id":"0E0F6A53-6C1A-4A6E-9D6E-2F1A3B4C5D6E","name":"a","path":"","type":"terminal","associatedApps":[])";
-    for (
-        const std::string& optional :
-        {std::string(),
-         std::string(
-             R"(,"enabled":null,"launchOnStart":null,"bundleIdentifier":null,"bookmarkData":null,"future":{"a":[1]})")}) {
+    for (const std::string optional :
+         {"", R"(,"enabled":null,"bundleIdentifier":null,"future":{"a":[1]})"}) {
         const auto workspace = decode(workspaceJson("{" + id + optional + "}")).front();
         const auto& resource = workspace.resources.front();
         EXPECT_TRUE(resource.enabled);

@@ -230,6 +230,13 @@ TEST_F(Persistence, ofTheCopiesTenAreKept) {
     desktop.runUntilIdle();
     EXPECT_EQ(scene.alerts(), "No Copy Kept | No copy of the workspaces could be kept: “" + folder +
                                   "” can't be made: permission denied. [OK]");
+    desktop.shownAlerts.clear();
+    const auto file = folder + "/corvane_workspaces-2026-01-01T12-00-11.json";
+    desktop.files.unwritable = {file};
+    persistence.keepCopy({});
+    desktop.runUntilIdle();
+    EXPECT_EQ(scene.alerts(), "No Copy Kept | No copy of the workspaces could be kept: “" + file +
+                                  "” can't be written: permission denied. [OK]");
 }
 
 TEST_F(Persistence, aSlowDiskHoldsNothingUpAndTheNewestListComesLast) {

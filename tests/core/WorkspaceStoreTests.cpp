@@ -236,7 +236,8 @@ TEST_F(Store, aResourceOfAURLHasItsTypeAndNameFromTheURL) {
     store.addResourceFromURL(Url::fromPath("/home/me/caf\xe9.txt"), second.id);
     desktop.runUntilIdle();
     EXPECT_EQ(described(store.workspaces), "First(a b c) Second(d)");
-    EXPECT_EQ(desktop.logged("alert"), "alert Name Not Supported");
+    EXPECT_EQ(scene.alerts(), "Name Not Supported | 'caf\uFFFD.txt' can't be added, since its path "
+                              "isn't valid UTF-8 text. [OK] not a warning");
 }
 
 TEST_F(Store, theSignalComesBeforeTheNewValueCanBeRead) {

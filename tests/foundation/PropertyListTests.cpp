@@ -67,6 +67,19 @@ TEST(PropertyList, survivesARoundTripInTheBinaryFormat) {
     }
 }
 
+TEST(PropertyList, hasTheNumbersOfOtherWriters) {
+    const std::pair<std::string, PropertyList> cases[]{
+        {std::string("\x22\x3f\xc0\0\0", 5), {1.5}},
+        {"\x10\xff", {std::int64_t{255}}},
+        {"\x14" + std::string(15, '\0') + "\x07", {std::int64_t{7}}},
+        {"\x14" + std::string(16, '\xff'), {std::int64_t{-1}}},
+    };
+    for (const auto& [bytes, number] : cases)
+        EXPECT_EQ(*PropertyList::parse(binaryList({bytes})), number);
+    for (const auto* bytes : {"\x21\x3f\xc0", "\x15"})
+        EXPECT_FALSE(PropertyList::parse(binaryList({bytes + std::string(40, 'x')})));
+}
+
 TEST(PropertyList, leavesOutWhatADictionaryCannotHold) {
     const PropertyList list{PropertyList::Dictionary{{"a", {std::int64_t{1}}},
                                                      {"a\xff", {std::int64_t{2}}},

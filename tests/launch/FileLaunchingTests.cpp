@@ -162,35 +162,6 @@ TEST_F(FileLaunching, anUnknownApplicationIsLeftToTheOpenCommand) {
     checkWithApp(cases, command, "It's");
 }
 
-TEST_F(FileLaunching, bothEntryPointsGoByTheTypeAndOnlyFilesHeedTheApplication) {
-    const std::string web = "https://corvane.example/";
-    const std::string inPadByCommand = "background task /usr/bin/open -a /Applications/Pad.app ";
-    const struct {
-        ResourceType type;
-        std::string path;
-        std::string plain;
-        std::string withApp;
-    } cases[]{
-        {file, notes, openNotes, inPadByCommand + notes},
-        {folder, "/docs", "open file:///docs", inPadByCommand + "/docs"},
-        {application, "/Applications/Web.app", "open file:///Applications/Web.app",
-         inPadByCommand + "/Applications/Web.app"},
-        {url, web, "open " + web, "open " + web},
-        {terminal, "ls", terminalScript("ls"), terminalScript("ls")},
-        {separator, "", "", ""},
-    };
-    for (const auto& [type, path, plain, withApp] : cases) {
-        forget();
-        launcher.launchResource(resource(type, path));
-        desktop.runUntilIdle();
-        EXPECT_EQ(openings(), plain);
-        forget();
-        launcher.launchResourceWithApp(resource(type, path), "Pad");
-        desktop.runUntilIdle();
-        EXPECT_EQ(openings(), withApp);
-    }
-}
-
 TEST_F(FileLaunching, anAlertWaitsItsTurnAndIsASheetWhereThereIsAWindow) {
     desktop.alertAnswers["Second"] = {AlertResponse::secondButton, false};
     std::vector<int> responses;

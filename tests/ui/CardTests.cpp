@@ -6,6 +6,7 @@
 #include "ui/WorkspaceListState.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include <gtest/gtest.h>
@@ -168,6 +169,11 @@ TEST_F(Card, aLayoutIsSavedOfWhatRunsAndToldUntilTheUserHasHeardEnough) {
                           "(Don't show this message again)");
     EXPECT_EQ(described(store.workspaces), "Other() Work(build line serve)+");
     EXPECT_EQ(told(save), "");
+    std::set<std::size_t> gradients;
+    for (const char name : std::string("abcdefghij"))
+        gradients.insert(cardGradientIndex({name}));
+    EXPECT_GT(gradients.size(), 1u);
+    EXPECT_LT(*gradients.rbegin(), cardGradientCount);
     EXPECT_EQ(finishMessage("Work"), "This will close all running resources in \"Work\"");
 }
 

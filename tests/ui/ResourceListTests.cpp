@@ -126,6 +126,7 @@ TEST_F(ResourceList, aStrayRowChangesNothing) {
     list.toggleEnabled(stray);
     list.pressPlay(stray);
     list.moveRow(0, 9);
+    list.moveRowBy(stray, 1);
     list.moveRowBy(key(0), -1);
     list.moveRowBy(key(3), 1);
     list.removeApplication(key(0), "Quill");
@@ -145,6 +146,11 @@ TEST_F(ResourceList, anActionIsForTheResourceThatWasShown) {
     work.resources.back().name = "A";
     store.updateWorkspace(work);
     const auto shown = list.rows();
+    for (const auto& row : shown)
+        EXPECT_EQ(RecordKey::parse(row.key.toString()), row.key);
+    const auto id = shown[0].key.id.toString();
+    for (const auto& text : {std::string("/1"), id + "/", id + "/1x", id + "/1/1"})
+        EXPECT_EQ(RecordKey::parse(text), std::nullopt) << text;
     list.removeRow(shown[0].key);
     list.removeRow(shown[2].key);
     EXPECT_EQ(names(), "Work(b d A)");
@@ -217,6 +223,8 @@ TEST_F(ResourceList, whatIsMissingIsMarkedAndCanBeLocated) {
     EXPECT_EQ(marked(), "gone b far Lost! run ");
     desktop.files.contents.erase("/x/b.txt");
     missing.look();
+    missing.look();
+    EXPECT_EQ(desktop.queue.pending(), 1u) << "one look at a time";
     EXPECT_EQ(marked(), "gone b far Lost! run ") << "nothing waits for the disk";
     desktop.runUntilIdle();
     EXPECT_EQ(marked(), "gone! b! far Lost! run ");
@@ -259,7 +267,11 @@ TEST_F(ResourceList, anApplicationThatIsChosenAfterTheCardWasClosedIsAdded) {
 
 TEST_F(ResourceList, onlyFilesThatAreDroppedAreAdded) {
     ResourceDropDelegate panel(list);
-    const DropInfo files{.fileUrls = {"file:///x/one.txt", "not a url", "https://a.test/"},
+    desktop.files.directories.insert("/x/dir");
+    desktop.install({.path = "/Applications/Quill.app", .launcher = "/x/quill.desktop"});
+    const DropInfo files{.fileUrls = {"file:///x/one.txt", "not a url", "https://a.test/",
+                                      "file:///x/Makefile", "file:///x/dir",
+                                      "file:///x/quill.desktop"},
                          .text = "2"};
     panel.dropEntered({.text = "2"});
     EXPECT_FALSE(list.isAddResourceDropTarget);
@@ -271,7 +283,9 @@ TEST_F(ResourceList, onlyFilesThatAreDroppedAreAdded) {
     EXPECT_FALSE(panel.performDrop({.text = "2"}));
     EXPECT_TRUE(panel.performDrop(files));
     desktop.runUntilIdle();
-    EXPECT_EQ(names(), "Work(a b c d one.txt)");
+    EXPECT_EQ(names(), "Work(a b c d one.txt Makefile dir Quill)");
+    EXPECT_EQ(resource(5).type, file);
+    EXPECT_EQ(resource(6).type, folder);
     EXPECT_FALSE(list.isAddResourceDropTarget);
 }
 
@@ -304,6 +318,8 @@ TEST_F(ResourceList, aRowThatIsDroppedEndsWhereItWasDropped) {
     }
     const DropInfo file{.fileUrls = {"file:///x"}, .text = "0"};
     ResourceReorderDelegate row(list, 0);
+    row.dropEntered(file);
+    EXPECT_TRUE(list.dropTargetIndexes->empty());
     EXPECT_FALSE(row.validateDrop(file));
     EXPECT_FALSE(row.performDrop(file));
 }

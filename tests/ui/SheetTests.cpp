@@ -142,8 +142,9 @@ TEST_F(Sheets, eachTypeAsksForItsOwnPath) {
     for (const auto type : {file, folder, application, url, terminal}) {
         add.select(type);
         add.pick();
-        text += std::string(add.pathHeading()) + "|" + std::string(add.pathPrompt()) + "|" +
-                add.pickerTitle() + "|" + std::string(add.pickerSymbol());
+        text += std::string(factsOf(type).title) + "|" + std::string(add.pathHeading()) + "|" +
+                std::string(add.pathPrompt()) + "|" + add.pickerTitle() + "|" +
+                std::string(add.pickerSymbol());
         EXPECT_FALSE(add.canAdd()) << "without a name";
         for (const auto* typed : {"", "a b", "site.test"}) {
             add.setPath(typed);
@@ -152,12 +153,12 @@ TEST_F(Sheets, eachTypeAsksForItsOwnPath) {
         }
         text += "\n";
     }
-    EXPECT_EQ(text, R"(File Path|npm start|Click to select file|doc||+|+
-Folder Path|npm start|Click to select folder|folder||+|+
-Application Path|npm start|Click to select application|app.badge||+|+
-URL|https://example.com or localhost:3000|https://|||)"
+    EXPECT_EQ(text, R"(File|File Path|npm start|Click to select file|doc||+|+
+Folder|Folder Path|npm start|Click to select folder|folder||+|+
+Application|Application Path|npm start|Click to select application|app.badge||+|+
+Url|URL|https://example.com or localhost:3000|https://|||)"
                     R"(Enter a valid URL (https://example.com or localhost:3000)|Valid URL+
-Terminal Command|npm start|Click to select terminal|||This command will be executed in Terminal+|)"
+Terminal|Terminal Command|npm start|Click to select terminal|||This command will be executed in Terminal+|)"
                     R"(This command will be executed in Terminal+
 )");
     const std::vector<OpenPanel> asked{{.title = "File Path", .content = PanelContent::file},
