@@ -94,7 +94,7 @@ TEST(SwayTreeTest, tellsEveryWindowAsAPersonSeesIt) {
     ASSERT_TRUE(tree);
     EXPECT_EQ(described(*tree),
               "13/1013 a a||| 9,9 9x9 on  of 1440 minimized\n"
-              "12/1012 p p||| -640,-360 640x360 on 2: web of 640 tiled active\n"
+              "12/1012 p p||| -640,-360 640x360 on 2: web of 640 shown tiled active\n"
               "11/1011 \uFFFD mpv||| -640,-360 640x360 on 2: web of 640 shown fullscreen tiled\n"
               "8/1008 - ||| 640,25 800x875 on 1 of 1440 tiled\n"
               "7/1007 ~ foot||| 0,0 640x900 on 1 of 1440 shown tiled\n"

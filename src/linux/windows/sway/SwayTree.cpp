@@ -68,9 +68,13 @@ void TreeReader::read(const json::Value& node, Surroundings above) {
     const auto first = static_cast<std::ptrdiff_t>(tree_.windows.size());
     readChildren(node, above);
     if (!isWorkspace) return;
-    // One that fills the screen is above all others of its workspace.
-    std::stable_partition(tree_.windows.begin() + first, tree_.windows.end(),
-                          [](const TreeWindow& each) { return !each.window.isFullscreen; });
+    // One that fills the screen is above all others of its workspace, which it covers.
+    const auto covering =
+        std::stable_partition(tree_.windows.begin() + first, tree_.windows.end(),
+                              [](const TreeWindow& each) { return !each.window.isFullscreen; });
+    if (covering == tree_.windows.end() || !covering->window.isOnScreen) return;
+    for (auto each = tree_.windows.begin() + first; each != covering; ++each)
+        each->window.isOnScreen = true;
 }
 
 /// Tiled windows are below floating ones, and what had the keyboard last is above the others of its
