@@ -29,6 +29,10 @@ public:
     /// process space. Nothing where that is another one than the agent's.
     virtual std::optional<pid_t> compositor(Deadline by) = 0;
     virtual std::optional<std::string> list(Deadline by) = 0;
+    /// That one, and others where it can't tell one alone.
+    virtual std::optional<std::string> find(const std::string& /*id*/, Deadline by) {
+        return list(by);
+    }
     virtual std::optional<std::string> monitors(Deadline by) = 0;
     /// It tells the primary monitor first; else there is none.
     virtual bool hasPrimary() const = 0;

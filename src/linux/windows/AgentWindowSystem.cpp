@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 #include <utility>
 
 namespace corvane {
@@ -55,22 +56,19 @@ std::string AgentWindowSystem::switchOn(Deadline by) {
 
 /// Numbers of windows that have gone are never given again.
 void AgentWindowSystem::giveNumbers(Told& told) {
-    std::map<std::string, std::uint64_t> now;
     for (auto& each : told.windows) {
-        const auto known = numbers_.find(each.id);
-        const auto number = known == numbers_.end() ? ++lastNumber_ : known->second;
-        now.emplace(each.id, number);
-        each.window.window.number = number;
+        const auto [known, isNew] = numbers_.try_emplace(each.id, lastNumber_ + 1);
+        if (isNew) ++lastNumber_;
+        each.window.window.number = known->second;
     }
     for (auto& each : told.windows) {
-        const auto owner = each.owner ? now.find(*each.owner) : now.end();
-        if (owner != now.end()) each.window.owner = owner->second;
+        const auto owner = each.owner ? numbers_.find(*each.owner) : numbers_.end();
+        if (owner != numbers_.end()) each.window.owner = owner->second;
     }
-    numbers_ = std::move(now);
 }
 
-std::optional<Told> AgentWindowSystem::list(Deadline by) {
-    const auto answer = agent_->list(by);
+std::optional<Told> AgentWindowSystem::understood(const std::optional<std::string>& answer,
+                                                  Deadline by) {
     auto told = answer ? readWindows(*answer) : std::nullopt;
     const auto compositor = told ? agent_->compositor(by) : std::nullopt;
     if (!compositor) return std::nullopt;
@@ -85,8 +83,20 @@ std::optional<Told> AgentWindowSystem::list(Deadline by) {
     return told;
 }
 
+std::optional<Told> AgentWindowSystem::list(Deadline by) {
+    auto told = understood(agent_->list(by), by);
+    if (!told) return std::nullopt;
+    std::set<std::uint64_t> there;
+    for (const auto& each : told->windows)
+        there.insert(each.window.window.number);
+    std::erase_if(numbers_, [&](const auto& known) { return !there.contains(known.second); });
+    return told;
+}
+
 WindowAnswer AgentWindowSystem::look(const WindowRef& window, ToldWindow& now, Deadline by) {
-    auto told = list(by);
+    const auto known = std::ranges::find_if(
+        numbers_, [&](const auto& each) { return each.second == window.number; });
+    auto told = known == numbers_.end() ? list(by) : understood(agent_->find(known->first, by), by);
     if (!told) return WindowAnswer::unanswered;
     const auto found = std::ranges::find_if(told->windows, isCalled(window));
     if (found == told->windows.end()) return WindowAnswer::gone;

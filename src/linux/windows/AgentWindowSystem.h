@@ -33,6 +33,8 @@ public:
     WindowAnswer askToClose(std::span<const WindowRef> windows, Deadline by) override;
 
 private:
+    /// An answer with numbers, and with what the agent doesn't know of X11 clients.
+    std::optional<Told> understood(const std::optional<std::string>& answer, Deadline by);
     std::optional<Told> list(Deadline by);
     void giveNumbers(Told& told);
     /// Both: `done` where the window is there, and then as it is now.

@@ -139,6 +139,10 @@ private:
 
 } // namespace
 
+std::optional<std::string> KWinAgent::find(const std::string& id, Deadline by) {
+    return ask("tellOne(" + quoted({id}) + ')', by);
+}
+
 std::optional<std::string> KWinAgent::act(const Deed& deed, Deadline by) {
     static const std::map<Deed::Kind, std::string> functions{
         {Deed::Kind::place, "place("},

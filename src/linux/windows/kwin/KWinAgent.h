@@ -15,6 +15,7 @@ class KWinAgent final : public Agent {
 public:
     std::optional<pid_t> compositor(Deadline by) override { return kwin_.process(by); }
     std::optional<std::string> list(Deadline by) override { return ask("list()", by); }
+    std::optional<std::string> find(const std::string& id, Deadline by) override;
     std::optional<std::string> monitors(Deadline by) override { return ask("monitors()", by); }
     bool hasPrimary() const override { return false; }
     std::optional<std::string> act(const Deed& deed, Deadline by) override;

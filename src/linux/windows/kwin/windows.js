@@ -65,8 +65,16 @@ function desktopOf(window) {
     return isSix ? window.desktops.map(desktop => desktop.name).join(" ") : String(window.desktop);
 }
 
-function described(window) {
-    const area = workspace.clientArea(KWin.MaximizeArea, window);
+// Where it isn't told whether a window is maximized, only one that is about as large as the least
+// work area can be.
+function leastMaximized() {
+    const areas = screens().map(screen => areaOf(KWin.MaximizeArea, screen));
+    const least = key => Math.min(...areas.map(area => area[key])) - 64;
+    return {width: least("width"), height: least("height")};
+}
+
+function described(window, least) {
+    const box = window.frameGeometry;
     return {
         id: String(window.internalId),
         owner: window.transientFor ? String(window.transientFor.internalId) : null,
@@ -86,9 +94,8 @@ function described(window) {
         isMinimized: window.minimized,
         isFullscreen: window.fullScreen,
         isMaximized: window.maximizeMode === 3,
-        // Where it isn't told, only a window of about that size can be.
-        mayBeMaximized: window.maximizeMode === undefined && window.frameGeometry.width > area.width - 64
-            && window.frameGeometry.height > area.height - 64,
+        mayBeMaximized: window.maximizeMode === undefined && box.width > least.width
+            && box.height > least.height,
         skipsTaskbar: window.skipTaskbar,
         closeable: window.closeable
     };
@@ -96,11 +103,16 @@ function described(window) {
 
 function tellWindows(windows) {
     const active = isSix ? workspace.activeWindow : workspace.activeClient;
-    tell({windows: windows.map(described), active: active ? String(active.internalId) : null});
+    const least = leastMaximized();
+    tell({windows: windows.map(window => described(window, least)), active: active ? String(active.internalId) : null});
 }
 
 function list() {
     tellWindows(everyWindow());
+}
+
+function tellOne(id) {
+    tellWindows(everyWindow().filter(window => String(window.internalId) === id));
 }
 
 function screens() {
