@@ -127,6 +127,22 @@ bool LinuxDesktop::isOwnWindowAway(std::uint64_t number, const std::string& titl
     return window && !window->isOnScreen && (window->isMinimized || !window->workspace.empty());
 }
 
+std::optional<Point> LinuxDesktop::cornerOfOwnWindow(std::uint64_t number,
+                                                     const std::string& title) {
+    const auto window = facilities_->running.ownWindow(number, title);
+    if (!window) return std::nullopt;
+    return Point{window->frame.origin.x, window->frame.origin.y};
+}
+
+void LinuxDesktop::moveOwnWindow(std::uint64_t number, const std::string& title,
+                                 const Point& corner) {
+    auto& facilities = *facilities_;
+    const auto window = facilities.running.ownWindow(number, title);
+    if (window)
+        facilities.recent.place(window->window, {.origin = PixelPoint{corner.x, corner.y}},
+                                halfASecondFromNow());
+}
+
 void LinuxDesktop::endLaunch(const std::string& token) {
     if (!token.empty()) facilities_->windows->endLaunch(token, halfASecondFromNow());
 }

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace corvane {
@@ -28,6 +29,9 @@ public:
     /// Such a window is iconified or on another workspace than the one that is shown. False also
     /// where that can't be told.
     bool isOwnWindowAway(std::uint64_t number, const std::string& title);
+    /// Where the corner of its frame is, and puts it there: in logical pixels, y downward.
+    std::optional<Point> cornerOfOwnWindow(std::uint64_t number, const std::string& title);
+    void moveOwnWindow(std::uint64_t number, const std::string& title, const Point& corner);
     /// A later start of the program has ended in this process's windows: whoever started it stops
     /// telling that it starts.
     void endLaunch(const std::string& token);

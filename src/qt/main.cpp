@@ -27,10 +27,14 @@ int main(int argc, char** argv) {
     windows.goThrough(
         {.activate = [&](std::uint64_t number,
                          const std::string& title) { desktop.activateOwnWindow(number, title); },
-         .isAway =
+         .isAway = [&](std::uint64_t number,
+                       const std::string& title) { return desktop.isOwnWindowAway(number, title); },
+         .corner =
              [&](std::uint64_t number, const std::string& title) {
-                 return desktop.isOwnWindowAway(number, title);
-             }});
+                 return desktop.cornerOfOwnWindow(number, title);
+             },
+         .moveTo = [&](std::uint64_t number, const std::string& title,
+                       const Point& corner) { desktop.moveOwnWindow(number, title, corner); }});
     auto panels = toolkit.panels(desktop.machine());
     Platform platform{toolkit.facilities(panels), desktop.machine()};
     CorvaneApp app(platform);

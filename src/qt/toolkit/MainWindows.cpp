@@ -26,6 +26,10 @@ namespace {
 
 constexpr std::string_view placeKey = "MainWindowPlace";
 
+bool isOnWayland() {
+    return QGuiApplication::platformName() == "wayland";
+}
+
 std::unique_ptr<ResourceListModel> resourceList(const Uuid& workspaceId, CorvaneApp& app,
                                                 ContentState& content) {
     auto& store = app.workspaceStore();
@@ -120,7 +124,7 @@ void MainWindows::sessionWillEnd() {
 
 void MainWindows::reopen(const std::string& token) {
     // The toolkit takes it with its next request on Wayland; elsewhere nobody asks for one.
-    if (!token.empty() && QGuiApplication::platformName() == "wayland")
+    if (!token.empty() && isOnWayland())
         qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(token));
     const bool hasVisible = std::ranges::any_of(windows_, [](const auto& window) {
         return window->view->isVisible() && window->view->visibility() != QWindow::Minimized;
@@ -222,9 +226,11 @@ void MainWindows::openMainWindow() {
                               {"settings", QVariant::fromValue(&window.settings)},
                               {"undo", QVariant::fromValue(&window.undo)}});
     follow(*window.view, window.identifier);
-    if (restorePlace(*window.view, rememberedPlace())) {
+    const auto place = restorePlace(*window.view, rememberedPlace());
+    if (place.isMaximized) {
         window.view->showMaximized();
     } else {
+        if (place.corner) moveTo(*window.view, *place.corner);
         window.view->show();
     }
     app_->setupApp();
@@ -326,8 +332,27 @@ std::string MainWindows::rememberedPlace() const {
 
 void MainWindows::rememberPlace(const QWindow& window) {
     const auto before = rememberedPlace();
-    const auto place = placeOf(window, before);
+    auto corner = window.framePosition();
+    if (isOnWayland()) {
+        const auto told =
+            door_.corner ? door_.corner(std::uint64_t(window.winId()), window.title().toStdString())
+                         : std::nullopt;
+        if (!told) return;
+        corner = {int(told->x), int(told->y)};
+    }
+    const auto place = placeOf(window, corner, before);
     if (place != before) app_->platform().userDefaults.setObject(placeKey, {place});
+}
+
+void MainWindows::moveTo(QQuickWindow& window, const QPoint& corner) {
+    if (!isOnWayland() || !door_.moveTo) return;
+    const auto move = [this, &window, corner] {
+        QGuiApplication::sync();
+        door_.moveTo(std::uint64_t(window.winId()), window.title().toStdString(),
+                     {double(corner.x()), double(corner.y())});
+    };
+    connect(&window, &QQuickWindow::frameSwapped, this, move,
+            Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
 }
 
 } // namespace corvane

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Accessibility.h"
 #include "platform/ApplicationObject.h"
 
 #include <QObject>
@@ -7,9 +8,11 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+class QPoint;
 class QQmlEngine;
 class QQuickWindow;
 class QWindow;
@@ -35,6 +38,10 @@ public:
         std::function<void(std::uint64_t number, const std::string& title)> activate;
         /// It is known to be iconified or on another workspace than the one that is shown.
         std::function<bool(std::uint64_t number, const std::string& title)> isAway;
+        /// The corner of its frame, and puts it there: on Wayland the toolkit can do neither.
+        std::function<std::optional<Point>(std::uint64_t number, const std::string& title)> corner;
+        std::function<void(std::uint64_t number, const std::string& title, const Point& corner)>
+            moveTo;
     };
     /// Without one the toolkit's requests stand alone, and every window counts as on the screen.
     void goThrough(Door door);
@@ -74,6 +81,8 @@ private:
     void endWithLastWindow();
     std::string rememberedPlace() const;
     void rememberPlace(const QWindow& window);
+    /// Once it is shown.
+    void moveTo(QQuickWindow& window, const QPoint& corner);
     bool eventFilter(QObject* watched, QEvent* event) override;
     /// Lets a window go once it was closed; a tour is kept.
     void follow(QQuickWindow& window, int identifier);

@@ -46,18 +46,18 @@ void center(QWindow& window, const QWindow* over) {
     window.setGeometry(movedInside(place, area));
 }
 
-std::string placeOf(const QWindow& window, const std::string& before) {
+std::string placeOf(const QWindow& window, const QPoint& corner, const std::string& before) {
     const auto states = window.windowStates();
     const auto beforeThat = before.substr(0, before.find(maximized));
     if (states & (Qt::WindowMaximized | Qt::WindowFullScreen)) return beforeThat + maximized;
     if (states & Qt::WindowMinimized) return before;
-    const auto corner = window.framePosition();
     std::ostringstream text;
     text << corner.x() << " " << corner.y() << " " << window.width() << " " << window.height();
     return text.str();
 }
 
-bool restorePlace(QWindow& window, const std::string& place) {
+RestoredPlace restorePlace(QWindow& window, const std::string& place) {
+    RestoredPlace restored{.isMaximized = place.ends_with(maximized)};
     std::istringstream text(place);
     int x = 0, y = 0, width = 0, height = 0;
     if (text >> x >> y >> width >> height && width > 0 && height > 0) {
@@ -69,11 +69,12 @@ bool restorePlace(QWindow& window, const std::string& place) {
         const QRect exact(wish.topLeft(), size);
         // Decorations, which nobody knows yet, lie around that.
         constexpr QMargins decorations(8, 0, 8, 40);
-        window.setFramePosition(
-            area.contains(exact) ? exact.topLeft()
-                                 : movedInside(exact, area.marginsRemoved(decorations)).topLeft());
+        restored.corner = area.contains(exact)
+                              ? exact.topLeft()
+                              : movedInside(exact, area.marginsRemoved(decorations)).topLeft();
+        window.setFramePosition(*restored.corner);
     }
-    return place.ends_with(maximized);
+    return restored;
 }
 
 } // namespace corvane
