@@ -34,6 +34,16 @@ public:
         return {{"client side", start({"mousepad", "--disable-server"})},
                 {"on X11", start({"xterm", "-e", "cat"})}};
     }
+    std::map<std::string, pid_t> showConfined() override {
+        letXClientsIn();
+        const auto confined = [this](std::vector<std::string> words) {
+            words.insert(words.begin(), {"bwrap", "--unshare-pid", "--as-pid-1", "--dev-bind", "/",
+                                         "/", "--proc", "/proc"});
+            return start(words);
+        };
+        return {{"native", confined(clientWords({.title = "native"}))},
+                {"on X11", confined({"xterm", "-T", "on X11", "-e", "cat"})}};
+    }
     void stop(Part part, const WindowRef& window) override { signal(part, window, SIGSTOP); }
     void goOn(Part part, const WindowRef& window) override { signal(part, window, SIGCONT); }
     void end() override {

@@ -69,6 +69,8 @@ public:
     virtual pid_t show(const ClientWishes& wishes) = 0;
     /// Programs of other kinds, each with one window, by what is special about them.
     virtual std::map<std::string, pid_t> showOthers() { return {}; }
+    /// Programs in process spaces of their own, by their titles: the process that made the space.
+    virtual std::map<std::string, pid_t> showConfined() { return {}; }
     /// The visible frame as "x,y wxh", read by other means than the system that is tested.
     virtual std::string seen(const WindowRef& window) = 0;
     /// What it does comes true a little later, if this desktop does it to such a window at all.

@@ -1,0 +1,69 @@
+#include "linux/system/ProcessFacts.h"
+#include "linux/windows/WindowSystems.h"
+#include "windows/WindowSystemTest.h"
+
+using namespace corvane;
+
+/// What only compositors of Wayland can get wrong.
+namespace {
+
+class CompositorTest : public WindowSystemTest {};
+
+std::vector<SessionKind> compositors() {
+    auto kinds = sessionsOfThisMachine();
+    std::erase_if(kinds, [](const SessionKind& kind) {
+        return kind.name != "sway" && kind.name != "kwin" && kind.name != "gnome";
+    });
+    return kinds;
+}
+
+INSTANTIATE_TEST_SUITE_P(On, CompositorTest, testing::ValuesIn(compositors()),
+                         [](const auto& kind) { return kind.param.name; });
+
+TEST_P(CompositorTest, isNoHalfOfTheTruthThroughItsXServer) {
+    session_->showOthers();
+    ASSERT_TRUE(comesTrue([&] { return now() && now()->windows.size() == 2; }));
+    for (const auto* display : {"", "wayland-elsewhere"}) {
+        SCOPED_TRACE(display);
+        const machine::ScopedVariable variable("WAYLAND_DISPLAY", display);
+        const auto blind = windowSystemHere();
+        const auto by = Clock::now() + std::chrono::seconds(3);
+        EXPECT_FALSE(blind->isReady(by));
+        EXPECT_FALSE(blind->windows(by));
+        EXPECT_FALSE(blind->monitors(by));
+        const auto can = blind->abilities(by);
+        EXPECT_FALSE(can.placesWindows || can.tellsProcesses);
+        EXPECT_NE(can.whatToDoFirst, "");
+        for (const auto& each : now()->windows) {
+            EXPECT_FALSE(blind->window(each.window, by));
+            EXPECT_EQ(answerText(blind->askToClose(std::array{each.window}, by)), "unanswered");
+        }
+    }
+}
+
+TEST_P(CompositorTest, tellsNoOtherProcessThanAWindowsOwn) {
+    for (const auto& [title, maker] : session_->showConfined()) {
+        const auto confined =
+            listed([&, name = title](const ManagedWindow& window) { return window.title == name; });
+        ASSERT_EQ(confined.title, title);
+        const auto process = confined.window.process;
+        EXPECT_TRUE(process == 0 || parentOf(process) == maker) << title << ": " << process;
+        EXPECT_EQ(answerText(system_.askToClose(std::array{confined.window}, halfASecondFromNow())),
+                  "done");
+    }
+    comesToShow("", [this] { return all(); });
+}
+
+TEST_P(CompositorTest, givesPartsOfPixelsBackAsItTellsThem) {
+    const auto window = shown({.title = "one", .size = {400, 300}}).window;
+    waitUntilItStands(window);
+    system_.place(window, {PixelPoint{100.5, 90.25}, PixelSize{401.333, 303.667}},
+                  halfASecondFromNow());
+    const auto told = system_.window(window, halfASecondFromNow())->frame;
+    EXPECT_NEAR(told.origin.x, 100.5, 0.5);
+    EXPECT_NEAR(told.size.width, 401.333, 1);
+    ASSERT_EQ(placed(window, {{300, 200}, {500, 400}}), "300,200 500x400");
+    EXPECT_EQ(placed(window, told), frameText(told));
+}
+
+} // namespace
