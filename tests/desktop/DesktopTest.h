@@ -44,7 +44,7 @@ protected:
     }
     /// Ends Corvane as a user does: the window is closed.
     std::optional<int> closeWindow() {
-        desktop.run({"wmctrl", "-F", "-c", "Corvane"});
+        EXPECT_TRUE(comesTrue([&] { return desktop.act(Deed::close, "corvane", "Corvane"); }));
         return desktop.corvane().waitForEnd();
     }
 

@@ -25,7 +25,7 @@ protected:
     }
     /// Closes the main window, and sees that it goes and the program stays.
     bool closesAndStays() {
-        desktop.run({"wmctrl", "-F", "-c", "Corvane"});
+        desktop.act(Deed::close, "corvane", "Corvane");
         return comesTrue([&] { return !desktop.window("corvane"); }) &&
                desktop.corvane().isRunning();
     }
@@ -208,9 +208,7 @@ TEST_F(Shell, itStartsAsTheSystemLooksAndASecondStartBringsItForward) {
     EXPECT_TRUE(comes("Switch to Light Mode"));
     const auto other = desktop.start({"xterm"});
     ASSERT_TRUE(comesTrue([&] { return desktop.window("xterm").has_value(); }));
-    const auto isInFront = [&] {
-        return desktop.run({"xdotool", "getactivewindow", "getwindowname"}) == "Corvane\n";
-    };
+    const auto isInFront = [&] { return desktop.screen().front() == "Corvane"; };
     const struct {
         std::string state;
         std::vector<std::string> prefix;
@@ -223,11 +221,8 @@ TEST_F(Shell, itStartsAsTheSystemLooksAndASecondStartBringsItForward) {
     };
     for (const auto& [state, prefix, part] : cases) {
         SCOPED_TRACE(state);
-        desktop.run(
-            {"xdotool", "search", "--onlyvisible", "--class", "xterm", "windowactivate", "--sync"});
-        if (state == "minimized") {
-            desktop.run({"xdotool", "search", "--name", "^Corvane$", "windowminimize", "--sync"});
-        }
+        desktop.act(Deed::comeForward, "xterm");
+        if (state == "minimized") desktop.act(Deed::minimize, "corvane");
         ASSERT_TRUE(comesTrue([&] { return !isInFront(); }));
         EXPECT_EQ(startByEntry(part, prefix), 0);
         EXPECT_TRUE(comesTrue(isInFront));

@@ -96,11 +96,10 @@ TEST_F(Start, opensAFolderInAnEmulatorThatAServerShows) {
 TEST_F(Start, comesInFrontOfCorvane) {
     start({{"Notes", "", "star", {{"notes.txt", "file", document("notes.txt")}}}});
     ASSERT_TRUE(desktop.press("Start"));
-    const auto isInFront = [&] {
-        const auto active = desktop.run({"xdotool", "getactivewindow", "getwindowname"});
-        return active.find("notes.txt") != std::string::npos;
-    };
-    EXPECT_TRUE(comesTrue(isInFront));
+    EXPECT_TRUE(
+        comesTrue([&] { return desktop.screen().front().find("notes.txt") != std::string::npos; }));
+    // Compositors give nobody a token for that.
+    if (!desktop.screen().hasHands()) return;
     const auto editors = desktop.processes("mousepad");
     ASSERT_EQ(editors.size(), 1u);
     const auto environment = readFile("/proc/" + std::to_string(editors.front()) + "/environ");

@@ -1,5 +1,6 @@
 #include "desktop/harness/Controls.h"
 
+#include <algorithm>
 #include <iterator>
 #include <list>
 #include <stdexcept>
@@ -193,7 +194,7 @@ Accessibility::Accessibility(const std::string& sessionBusAddress) {
     bus_ = connected(address);
 }
 
-std::vector<Control> Accessibility::controls(pid_t pid) const {
+std::vector<Control> Accessibility::shownBy(pid_t pid) const {
     std::vector<Control> found;
     for (const auto& application : children(bus_, {"org.a11y.atspi.Registry", rootPath})) {
         const auto owner =
@@ -203,14 +204,34 @@ std::vector<Control> Accessibility::controls(pid_t pid) const {
         if (owner) g_variant_get(owner.get(), "(u)", &ownerPid);
         if (pid_t(ownerPid) != pid) continue;
         for (const auto& window : children(bus_, application)) {
-            const auto before = found.size();
-            for (auto& control : shownIn(bus_, window)) {
-                if (!control.name.empty()) found.push_back(std::move(control));
+            auto shown = shownIn(bus_, window);
+            std::erase_if(shown, [](const Control& control) { return control.bus.empty(); });
+            for (auto& control : shown) {
+                control.isWindow = &control == &shown.front() && !control.name.empty();
+                found.push_back(std::move(control));
             }
-            if (found.size() > before) found[before].isWindow = true;
         }
     }
     return found;
+}
+
+std::vector<Control> Accessibility::controls(pid_t pid) const {
+    auto found = shownBy(pid);
+    std::erase_if(found, [](const Control& control) { return control.name.empty(); });
+    return found;
+}
+
+bool Accessibility::write(pid_t pid, const std::string& text) const {
+    return std::ranges::any_of(shownBy(pid), [&](const Control& control) {
+        const auto done =
+            control.role == "text"
+                ? call(bus_, {control.bus, control.path}, "org.a11y.atspi.EditableText",
+                       "InsertText", g_variant_new("(isi)", 0, text.c_str(), gint32(text.size())))
+                : nullptr;
+        gboolean isDone = FALSE;
+        if (done) g_variant_get(done.get(), "(b)", &isDone);
+        return isDone;
+    });
 }
 
 bool Accessibility::act(const Control& control, const std::string& action) const {

@@ -38,8 +38,13 @@ public:
     /// Does what an assistive program offers, as "Press", "Toggle" or "SetFocus"; false where the
     /// control offers no such thing, or doesn't do it.
     bool act(const Control& control, const std::string& action) const;
+    /// Writes at the start of the first text that a process shows and lets be changed.
+    bool write(pid_t pid, const std::string& text) const;
 
 private:
+    /// Unnamed ones too.
+    std::vector<Control> shownBy(pid_t pid) const;
+
     std::shared_ptr<GDBusConnection> bus_;
 };
 

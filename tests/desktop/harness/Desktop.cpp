@@ -5,6 +5,7 @@
 #include "foundation/Text.h"
 
 #include <algorithm>
+#include <array>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -37,32 +38,28 @@ user_pref("network.proxy.ssl_port", 9);
 user_pref("network.proxy.no_proxies_on", "localhost, 127.0.0.1");
 )";
 
-std::string variable(const char* name, const std::string& otherwise) {
-    const char* value = std::getenv(name);
-    return value && *value ? value : otherwise;
-}
-
 } // namespace
 
 Desktop::Desktop() {
     std::string pattern = fs::temp_directory_path() / "corvane-desktop-XXXXXX";
     if (!mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder");
-    root_ = pattern;
+    around_.root = pattern;
     adoptOrphans();
     // The terminal is the same one, whatever the machine has set.
-    fs::create_directory(root_ + "/bin");
-    fs::create_symlink("/usr/bin/xterm", root_ + "/bin/x-terminal-emulator");
-    set("PATH", root_ + "/bin:/usr/local/bin:/usr/bin:/bin:/usr/local/sbin:/usr/sbin:/sbin");
-    set("LANG", "C.UTF-8");
-    set("SHELL", "/bin/bash");
-    set("HOME", home(""));
-    set("XDG_DATA_HOME", home(".local/share"));
-    set("XDG_CONFIG_HOME", home(".config"));
-    set("XDG_CACHE_HOME", home(".cache"));
-    set("XDG_RUNTIME_DIR", root_ + "/runtime");
-    set("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
+    fs::create_directory(around_.root + "/bin");
+    fs::create_symlink("/usr/bin/xterm", around_.root + "/bin/x-terminal-emulator");
+    around_.set("PATH",
+                around_.root + "/bin:/usr/local/bin:/usr/bin:/bin:/usr/local/sbin:/usr/sbin:/sbin");
+    around_.set("LANG", "C.UTF-8");
+    around_.set("SHELL", "/bin/bash");
+    around_.set("HOME", home(""));
+    around_.set("XDG_DATA_HOME", home(".local/share"));
+    around_.set("XDG_CONFIG_HOME", home(".config"));
+    around_.set("XDG_CACHE_HOME", home(".cache"));
+    around_.set("XDG_RUNTIME_DIR", around_.root + "/runtime");
+    around_.set("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
     // Else a prepared profile isn't taken, since it doesn't name this installation of Firefox.
-    set("MOZ_LEGACY_PROFILES", "1");
+    around_.set("MOZ_LEGACY_PROFILES", "1");
     prepareHome();
     startSession();
 }
@@ -71,15 +68,11 @@ Desktop::~Desktop() {
     accessibility_.reset();
     killDescendants();
     std::error_code ignored;
-    fs::remove_all(root_, ignored);
-}
-
-void Desktop::set(const std::string& name, const std::string& value) {
-    environment_.push_back(name + "=" + value);
+    fs::remove_all(around_.root, ignored);
 }
 
 std::string Desktop::home(const std::string& relative) const {
-    const auto path = fs::path(root_) / "home" / relative;
+    const auto path = fs::path(around_.root) / "home" / relative;
     fs::create_directories(path.parent_path());
     return path;
 }
@@ -93,8 +86,8 @@ std::string Desktop::preferencesFile() const {
 }
 
 void Desktop::prepareHome() const {
-    fs::create_directory(root_ + "/runtime");
-    fs::permissions(root_ + "/runtime", fs::perms::owner_all);
+    fs::create_directory(around_.root + "/runtime");
+    fs::permissions(around_.root + "/runtime", fs::perms::owner_all);
     fs::create_directories(home("Documents"));
     writeFile(home(".config/mimeapps.list"), "[Default Applications]\n"
                                              "text/plain=org.xfce.mousepad.desktop\n"
@@ -123,33 +116,19 @@ void Desktop::install(const std::string& id, const std::string& name,
               "[Desktop Entry]\nType=Application\nName=" + name + "\nExec=" + exec + "\n");
 }
 
-std::unique_ptr<Process> Desktop::startServer(std::vector<std::string> command,
-                                              std::string& line) const {
-    // Ends the server even where this process is killed, and with it all that shows windows.
-    command.insert(command.begin(), {"setpriv", "--pdeathsig", "TERM", "--"});
-    return startReporting(command, environment_, root_ + "/session.log", line);
-}
-
-std::unique_ptr<Process> Desktop::startDisplay(std::string& name) const {
-    name = ":";
-    return startServer(
-        {"Xvfb", "-displayfd", "3", "-screen", "0", "1440x900x24", "-nolisten", "tcp", "-noreset"},
-        name);
-}
-
 void Desktop::startSession() {
-    const auto log = root_ + "/session.log";
-    std::string display;
-    display_ = startDisplay(display);
-    set("DISPLAY", display);
-    bus_ = startServer({"dbus-daemon", "--session", "--nofork", "--print-address=3"}, busAddress_);
-    set("DBUS_SESSION_BUS_ADDRESS", busAddress_);
-    const auto windowManager = variable("WINDOW_MANAGER", "openbox");
-    windowManager_ = std::make_unique<Process>(std::vector{windowManager}, environment_, log);
-    const bool isManaged =
-        comesTrue([&] { return run({"wmctrl", "-m"}).find("Name: ") != std::string::npos; }, 20);
-    if (!isManaged) throw std::runtime_error(windowManager + " doesn't come up:\n" + this->log());
-    accessibility_ = std::make_unique<Accessibility>(busAddress_);
+    bus_ = around_.startServer({"dbus-daemon", "--session", "--nofork", "--print-address=3"},
+                               around_.bus);
+    around_.set("DBUS_SESSION_BUS_ADDRESS", around_.bus);
+    const auto program = variable("WINDOW_MANAGER", "openbox");
+    try {
+        screen_ = startScreen(around_, program);
+    } catch (const std::exception& error) {
+        throw std::runtime_error(program + ": " + error.what() + "\n" + readFile(around_.log()));
+    }
+    // What the bus starts is shown there too.
+    run({"dbus-update-activation-environment", "--all"});
+    accessibility_ = std::make_unique<Accessibility>(around_.bus);
 }
 
 std::string Desktop::corvaneProgram() {
@@ -160,29 +139,9 @@ Process& Desktop::startCorvane(const std::vector<std::string>& prefix) {
     auto command = prefix;
     command.push_back(corvaneProgram());
     corvane_.reset();
-    corvane_ = std::make_unique<Process>(command, environment_, root_ + "/corvane.log");
+    corvane_ =
+        std::make_unique<Process>(command, around_.environment, around_.root + "/corvane.log");
     return *corvane_;
-}
-
-std::unique_ptr<Process> Desktop::start(const std::vector<std::string>& command) const {
-    return std::make_unique<Process>(command, environment_, root_ + "/session.log");
-}
-
-std::string Desktop::run(const std::vector<std::string>& command) const {
-    return outputOf(command, environment_);
-}
-
-std::vector<Window> Desktop::windows() const {
-    std::vector<Window> found;
-    for (const auto& line : text::split(run({"wmctrl", "-lpx"}), '\n')) {
-        Window window;
-        std::string desktop, host;
-        std::istringstream words(line);
-        if (!(words >> window.id >> desktop >> window.pid >> window.windowClass >> host)) continue;
-        std::getline(words >> std::ws, window.title);
-        found.push_back(window);
-    }
-    return found;
 }
 
 std::optional<Window> Desktop::window(const std::string& windowClass,
@@ -191,11 +150,15 @@ std::optional<Window> Desktop::window(const std::string& windowClass,
         const auto found = text::lowercased(window.windowClass);
         if (!found.ends_with("." + text::lowercased(windowClass))) continue;
         if (window.title.find(titlePart) == std::string::npos) continue;
-        if (run({"xwininfo", "-id", window.id}).find("IsViewable") != std::string::npos) {
-            return window;
-        }
+        if (screen_->isViewable(window)) return window;
     }
     return std::nullopt;
+}
+
+bool Desktop::act(Deed deed, const std::string& windowClass, const std::string& titlePart) const {
+    const auto found = window(windowClass, titlePart);
+    if (found) screen_->act(*found, deed);
+    return found.has_value();
 }
 
 std::vector<pid_t> Desktop::processes(const std::string& program) const {
@@ -286,6 +249,15 @@ std::optional<Point> Desktop::middleOf(const std::string& name, const std::strin
 }
 
 bool Desktop::press(const std::string& name, const std::string& inside) const {
+    if (!screen_->hasHands()) {
+        return comesTrue([&] {
+            const auto control = find(name, inside);
+            constexpr std::array actions{"Press", "Toggle", "SetFocus"};
+            return control && std::ranges::any_of(actions, [&](const auto* action) {
+                       return accessibility_->act(*control, action);
+                   });
+        });
+    }
     const auto told = middleOf(name, inside);
     if (!told) return false;
     const auto place = asShown(*told, raise());
@@ -308,18 +280,35 @@ void Desktop::drag(const Point& from, const Point& to) const {
     run(command);
 }
 
+bool Desktop::type(const Window& window, const std::string& text) const {
+    if (!screen_->hasHands()) return accessibility_->write(window.pid, text);
+    screen_->act(window, Deed::comeForward);
+    run({"xdotool", "type", text});
+    return true;
+}
+
+bool Desktop::confirm() const {
+    if (!screen_->hasHands()) return press("OK");
+    run({"xdotool", "key", "Return"});
+    return true;
+}
+
 void Desktop::savePicture(const std::string& file) const {
     fs::create_directories(fs::path(file).parent_path());
-    run({"import", "-window", "root", file});
+    screen_->savePicture(file);
 }
 
 std::string Desktop::log() const {
     std::ostringstream all;
     for (const auto* name : {"/session.log", "/corvane.log"}) {
-        all << "--- " << name + 1 << "\n" << std::ifstream(root_ + name).rdbuf();
+        all << "--- " << name + 1 << "\n" << std::ifstream(around_.root + name).rdbuf();
         all.clear();
     }
-    all << "--- windows\n" << run({"wmctrl", "-lpx"}) << "--- controls\n";
+    all << "--- windows\n";
+    for (const auto& window : windows())
+        all << window.id << " " << window.pid << " " << window.windowClass << " \"" << window.title
+            << "\" " << screen_->look(window) << "\n";
+    all << "--- controls\n";
     for (const auto& control : controls()) {
         const auto& place = control.place;
         all << control.role << " \"" << control.name << "\" "

@@ -2,6 +2,7 @@
 
 #include "desktop/harness/Controls.h"
 #include "desktop/harness/Process.h"
+#include "desktop/harness/Screen.h"
 
 #include <memory>
 #include <optional>
@@ -10,29 +11,19 @@
 
 namespace corvane::desktop {
 
-/// One window of the window manager's list.
-struct Window {
-    std::string id;
-    /// 0 where the window doesn't say.
-    pid_t pid = 0;
-    /// Both parts of WM_CLASS, with a "." between.
-    std::string windowClass;
-    std::string title;
-};
-
 /// In screen pixels, from the top left.
 struct Point {
     int x = 0;
     int y = 0;
 };
 
-/// A whole desktop of its own: an X server without a screen, a window manager, a session bus with
+/// A whole desktop of its own: who shows the windows, without a screen, a session bus with
 /// accessibility, default applications and an empty home folder. All of it goes with the object,
 /// and with it whatever was started inside.
 class Desktop {
 public:
-    /// The environment variable WINDOW_MANAGER names the window manager; openbox else. Throws
-    /// std::runtime_error where something doesn't come up.
+    /// The environment variable WINDOW_MANAGER names the window manager, or the compositor as
+    /// startScreen() does; openbox else. Throws std::runtime_error where something doesn't come up.
     Desktop();
     ~Desktop();
     Desktop(const Desktop&) = delete;
@@ -52,21 +43,27 @@ public:
     Process& corvane() { return *corvane_; }
     static std::string corvaneProgram();
     /// Starts another program here.
-    std::unique_ptr<Process> start(const std::vector<std::string>& command) const;
+    std::unique_ptr<Process> start(const std::vector<std::string>& command) const {
+        return around_.start(command);
+    }
     /// Runs a command to its end and gives its standard output and errors.
-    std::string run(const std::vector<std::string>& command) const;
-
+    std::string run(const std::vector<std::string>& command) const { return around_.run(command); }
     /// One more X server, without a window manager; `name` becomes what DISPLAY is to it.
-    std::unique_ptr<Process> startDisplay(std::string& name) const;
-    void stopWindowManager() { windowManager_.reset(); }
+    std::unique_ptr<Process> startDisplay(std::string& name) const {
+        return startXServer(around_, name);
+    }
 
-    const std::string& busAddress() const { return busAddress_; }
+    const std::string& busAddress() const { return around_.bus; }
+    const Environment& environment() const { return around_.environment; }
+    Screen& screen() { return *screen_; }
 
-    std::vector<Window> windows() const;
+    std::vector<Window> windows() const { return screen_->windows(); }
     /// The viewable window of that class whose title has `titlePart` in it. The class is the end of
     /// WM_CLASS, in any case.
     std::optional<Window> window(const std::string& windowClass,
                                  const std::string& titlePart = "") const;
+    /// Does it to that window; false where there is none.
+    bool act(Deed deed, const std::string& windowClass, const std::string& titlePart = "") const;
     /// The processes on this desktop that run the program of that file name.
     std::vector<pid_t> processes(const std::string& program) const;
 
@@ -74,9 +71,10 @@ public:
     std::vector<Control> controls() const;
     /// Whether Corvane shows an element with that text in its name.
     bool shows(const std::string& text) const;
-    /// Clicks on the enabled control of that name as soon as it stands still; false where there is
-    /// none for 20 seconds. Of several it takes the last, and only one in the place of an element
-    /// named `inside` if there is such a name.
+    /// Clicks on the enabled control of that name as soon as it stands still, or presses it as
+    /// assistive programs do where there is no pointer; false where there is none for 20 seconds.
+    /// Of several it takes the last, and only one in the place of an element named `inside` if
+    /// there is such a name.
     bool press(const std::string& name, const std::string& inside = "") const;
     /// Does the same by what it offers to assistive programs: "Press", "Toggle", "SetFocus".
     bool act(const std::string& action, const std::string& name,
@@ -87,16 +85,19 @@ public:
     std::optional<Point> middleOf(const std::string& name, const std::string& inside = "") const;
     /// Drags with the left button, at the pace of a hand.
     void drag(const Point& from, const Point& to) const;
+    /// Writes into the text of that program's window, by the keyboard where there is one.
+    bool type(const Window& window, const std::string& text) const;
+
+    /// Answers the alert that has the keyboard by Return, or "OK" where there is none.
+    bool confirm() const;
 
     void savePicture(const std::string& file) const;
     /// What all programs of this desktop wrote, Corvane's output last.
     std::string log() const;
 
 private:
-    void set(const std::string& name, const std::string& value);
     void prepareHome() const;
     void startSession();
-    std::unique_ptr<Process> startServer(std::vector<std::string> command, std::string& line) const;
     std::optional<Control> find(const std::string& name, const std::string& inside) const;
     /// Brings Corvane's newest window to the front, and gives its identifier.
     std::string raise() const;
@@ -104,12 +105,9 @@ private:
     /// where it put its window.
     Point asShown(Point place, const std::string& id) const;
 
-    std::string root_;
-    std::string busAddress_;
-    Environment environment_;
-    std::unique_ptr<Process> display_;
+    Surroundings around_;
     std::unique_ptr<Process> bus_;
-    std::unique_ptr<Process> windowManager_;
+    std::unique_ptr<Screen> screen_;
     std::unique_ptr<Process> corvane_;
     std::unique_ptr<Accessibility> accessibility_;
 };

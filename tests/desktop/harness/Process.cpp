@@ -4,6 +4,7 @@
 #include <array>
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -34,6 +35,11 @@ bool comesTrue(const std::function<bool()>& condition, double seconds) {
         pause = std::min(pause + pause / 2, longest);
     }
     return true;
+}
+
+std::string variable(const char* name, const std::string& otherwise) {
+    const char* value = std::getenv(name);
+    return value && *value ? value : otherwise;
 }
 
 namespace {
@@ -111,7 +117,18 @@ std::unique_ptr<Process> startReporting(const std::vector<std::string>& command,
     return process;
 }
 
-std::string outputOf(const std::vector<std::string>& command, const Environment& environment) {
+std::unique_ptr<Process> Surroundings::start(const std::vector<std::string>& command) const {
+    return std::make_unique<Process>(command, environment, log());
+}
+
+std::unique_ptr<Process> Surroundings::startServer(std::vector<std::string> command,
+                                                   std::string& line) const {
+    // Ends the server even where this process is killed, and with it all that shows windows.
+    command.insert(command.begin(), {"setpriv", "--pdeathsig", "TERM", "--"});
+    return startReporting(command, environment, log(), line);
+}
+
+std::string Surroundings::run(const std::vector<std::string>& command) const {
     std::string file = fs::temp_directory_path() / "corvane-output-XXXXXX";
     close(mkstemp(file.data()));
     Process(command, environment, file).waitForEnd(60);

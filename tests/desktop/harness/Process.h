@@ -14,6 +14,9 @@ namespace corvane::desktop {
 /// Asks again and again until it is true; false when `seconds` have passed.
 bool comesTrue(const std::function<bool()>& condition, double seconds = 10);
 
+/// What this process's environment says, if it says anything.
+std::string variable(const char* name, const std::string& otherwise);
+
 /// "NAME=value" lines.
 using Environment = std::vector<std::string>;
 
@@ -45,8 +48,24 @@ std::unique_ptr<Process> startReporting(const std::vector<std::string>& command,
                                         const Environment& environment, const std::string& log,
                                         std::string& line);
 
-/// What a program wrote to its standard output; it has 60 seconds.
-std::string outputOf(const std::vector<std::string>& command, const Environment& environment);
+/// A folder and an environment in which programs start.
+struct Surroundings {
+    std::string root;
+    Environment environment = {};
+    /// The address of the session bus.
+    std::string bus = {};
+
+    /// Programs that run already don't hear of it.
+    void set(const std::string& name, const std::string& value) {
+        environment.push_back(name + "=" + value);
+    }
+    std::string log() const { return root + "/session.log"; }
+    std::unique_ptr<Process> start(const std::vector<std::string>& command) const;
+    /// One that ends with this process, and reports as startReporting() says.
+    std::unique_ptr<Process> startServer(std::vector<std::string> command, std::string& line) const;
+    /// What a program writes to its standard output and errors; it has 60 seconds.
+    std::string run(const std::vector<std::string>& command) const;
+};
 
 /// Lets this process count as the parent of what its programs leave behind.
 void adoptOrphans();

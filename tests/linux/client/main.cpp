@@ -54,8 +54,10 @@ int main(int count, char** arguments) {
     char machine[256] = {};
     gethostname(machine, sizeof machine - 1);
     for (const auto window : windows) {
+        // A compositor shows no window that nothing was painted in.
         xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, screen->root, 0, 0, 90, 90, 0,
-                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL,
+                          &screen->white_pixel);
         setProperty(connection, window, protocols, XCB_ATOM_ATOM, deleteWindow);
         setProperty(connection, window, atom(connection, "_NET_WM_PID"), XCB_ATOM_CARDINAL,
                     static_cast<std::uint32_t>(getpid()));

@@ -1,0 +1,113 @@
+#include "desktop/harness/CompositorScreen.h"
+#include "desktop/harness/Scene.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <map>
+#include <stdexcept>
+
+#include <unistd.h>
+
+namespace corvane::desktop {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr uid_t nobody = 65534;
+
+constexpr auto readTree = R"(
+import json, sys
+def walk(node, place):
+    if node['type'] == 'workspace': place = node['name']
+    if node.get('pid'): yield node, place
+    for child in node['nodes'] + node['floating_nodes']: yield from walk(child, place)
+root = json.load(sys.stdin)
+here = next(each['current_workspace'] for each in root['nodes'] if each.get('current_workspace'))
+print(int(here) - 1)
+for node, place in walk(root, ''):
+    box, bar = node['rect'], node['deco_rect']['height']
+    print(node['id'], node['pid'],
+          '.' + (node.get('app_id') or node.get('window_properties', {}).get('class', '')),
+          f"{box['x']},{box['y'] - bar} {box['width']}x{box['height'] + bar}"
+          + ' fullscreen' * (node['fullscreen_mode'] > 0),
+          'seen' * (place == here), 'front' * node['focused'], node['name'], sep='\t')
+)";
+
+/// Its user has everything float.
+class SwayScreen final : public CompositorScreen {
+public:
+    explicit SwayScreen(Surroundings& around) : around_(around) {
+        const auto config = around.root + "/sway.config";
+        // The X server ends with its last client, and a window before its manager escapes.
+        const std::string letXClientsIn =
+            "xhost +si:localuser:root >/dev/null; xprop -root -spy >/dev/null & "
+            "until xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 0x; do sleep 0.05; done; ";
+        writeFile(around.root + "/report", letXClientsIn + reportDisplays + '\n');
+        writeFile(config, "output HEADLESS-1 resolution 1440x900 position 0 0\n"
+                          "for_window [app_id=\".*\"] floating enable\n"
+                          "for_window [class=\".*\"] floating enable\n"
+                          "exec sh " +
+                              around.root + "/report\n");
+        std::vector<std::string> command{"env", "WLR_BACKENDS=headless",
+                                         "WLR_LIBINPUT_NO_DEVICES=1", "WLR_RENDERER=pixman"};
+        // It doesn't run as root.
+        if (geteuid() == 0) {
+            command.insert(command.end(),
+                           {"setpriv", "--reuid", std::to_string(nobody), "--regid",
+                            std::to_string(nobody), "--clear-groups", "--pdeathsig", "TERM"});
+            const auto runtime = around.root + "/runtime";
+            fs::permissions(around.root, fs::perms(0755));
+            if (chown(runtime.c_str(), nobody, nobody) != 0)
+                throw std::runtime_error("can't give away " + runtime);
+        }
+        command.insert(command.end(), {"sway", "-c", config});
+        compositor_ = startCompositor(around, command);
+        for (const auto& entry : fs::directory_iterator(around.root + "/runtime")) {
+            if (entry.path().filename().string().starts_with("sway-ipc"))
+                around.set("SWAYSOCK", entry.path());
+        }
+    }
+    void act(const Window& window, Deed deed) const override {
+        static const std::map<Deed, std::string> words{
+            {Deed::comeForward, "focus"},
+            {Deed::fillScreen, "fullscreen enable"},
+            {Deed::leaveFullScreen, "fullscreen disable"},
+            {Deed::maximize, "resize set width 1440 px height 900 px, move absolute position 0 0"},
+            {Deed::minimize, "move scratchpad"},
+            {Deed::close, "kill"}};
+        tell(window, words.at(deed));
+    }
+    void place(const Window& window, const std::string& frame) const override {
+        int x = 0, y = 0, width = 0, height = 0;
+        std::sscanf(frame.c_str(), "%d,%d %dx%d", &x, &y, &width, &height);
+        char words[128];
+        std::snprintf(words, sizeof words,
+                      "resize set width %d px height %d px, move absolute position %d px %d px",
+                      width, height, x, y);
+        tell(window, words);
+    }
+    bool tiles() const override { return true; }
+    void goTo(int workspace) const override {
+        around_.run({"swaymsg", "workspace number " + std::to_string(workspace + 1)});
+    }
+    void savePicture(const std::string& file) const override { around_.run({"grim", file}); }
+
+private:
+    std::string told() const override {
+        return around_.run({"sh", "-c", "swaymsg -t get_tree | python3 -c \"$0\"", readTree});
+    }
+    void tell(const Window& window, const std::string& words) const {
+        around_.run({"swaymsg", "[con_id=" + window.id + "] " + words});
+    }
+
+    Surroundings& around_;
+    std::unique_ptr<Process> compositor_;
+};
+
+} // namespace
+
+std::unique_ptr<Screen> startSwayScreen(Surroundings& around) {
+    return std::make_unique<SwayScreen>(around);
+}
+
+} // namespace corvane::desktop

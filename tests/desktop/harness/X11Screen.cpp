@@ -1,0 +1,118 @@
+#include "desktop/harness/Screen.h"
+#include "foundation/Text.h"
+
+#include <map>
+#include <sstream>
+#include <stdexcept>
+
+namespace corvane::desktop {
+namespace {
+
+constexpr auto lookAtWindow = R"(
+import re, subprocess, sys
+def ask(*words):
+    return subprocess.run(words, capture_output=True, text=True).stdout
+client = re.findall('(?:Absolute.*|Width|Height): +(.*)', ask('xwininfo', '-id', sys.argv[1]))
+x, y, width, height = map(int, client)
+properties = ask('xprop', '-id', sys.argv[1])
+def margins(kind):
+    found = re.search(kind + '_FRAME_EXTENTS.* = (.*)', properties)
+    return map(int, found[1].split(',')) if found else [0] * 4
+left, right, top, bottom = (a - b for a, b in zip(margins('NET'), margins('GTK')))
+# Under a full screen nobody sees whether it is maximized.
+state = (' fullscreen' if '_STATE_FULLSCREEN' in properties else
+         ' maximized' if '_MAXIMIZED_VERT' in properties else '')
+print(f'{x - left},{y - top} {width + left + right}x{height + top + bottom}{state}', end='')
+)";
+
+class X11Screen final : public Screen {
+public:
+    X11Screen(Surroundings& around, const std::string& manager) : around_(around) {
+        std::string display;
+        server_ = startXServer(around, display);
+        around.set("DISPLAY", display);
+        manager_ = around.start({manager});
+        const bool isManaged = comesTrue(
+            [&] { return run({"wmctrl", "-m"}).find("Name: ") != std::string::npos; }, 20);
+        if (!isManaged) throw std::runtime_error(manager + " doesn't come up");
+        run({"wmctrl", "-n", "4"});
+    }
+    std::vector<Window> windows() const override {
+        std::vector<Window> found;
+        for (const auto& line : text::split(run({"wmctrl", "-lpx"}), '\n')) {
+            Window window;
+            std::string desktop, host;
+            std::istringstream words(line);
+            if (!(words >> window.id >> desktop >> window.pid >> window.windowClass >> host))
+                continue;
+            std::getline(words >> std::ws, window.title);
+            found.push_back(window);
+        }
+        return found;
+    }
+    bool isViewable(const Window& window) const override {
+        return run({"xwininfo", "-id", window.id}).find("IsViewable") != std::string::npos;
+    }
+    std::string look(const Window& window) const override {
+        return run({"python3", "-c", lookAtWindow, window.id});
+    }
+    std::string front() const override {
+        const auto title = run({"xdotool", "getactivewindow", "getwindowname"});
+        return title.substr(0, title.find('\n'));
+    }
+    void act(const Window& window, Deed deed) const override {
+        using Words = std::vector<std::string>;
+        static const std::map<Deed, Words> words{
+            {Deed::comeForward, {"xdotool", "windowactivate", "--sync"}},
+            {Deed::fillScreen, {"wmctrl", "-b", "add,fullscreen", "-i", "-r"}},
+            {Deed::leaveFullScreen, {"wmctrl", "-b", "remove,fullscreen", "-i", "-r"}},
+            {Deed::maximize, {"wmctrl", "-b", "add,maximized_vert,maximized_horz", "-i", "-r"}},
+            {Deed::minimize, {"xdotool", "windowminimize", "--sync"}},
+            {Deed::close, {"wmctrl", "-i", "-c"}}};
+        auto command = words.at(deed);
+        command.push_back(window.id);
+        run(command);
+    }
+    void place(const Window& window, const std::string& frame) const override {
+        auto numbers = frame;
+        for (auto& letter : numbers)
+            if (letter == ' ' || letter == 'x') letter = ',';
+        run({"wmctrl", "-i", "-r", window.id, "-e", "0," + numbers});
+    }
+    void goTo(int workspace) const override { run({"wmctrl", "-s", std::to_string(workspace)}); }
+    int workspace() const override { return std::atoi(run({"xdotool", "get_desktop"}).c_str()); }
+    void savePicture(const std::string& file) const override {
+        run({"import", "-window", "root", file});
+    }
+    bool hasHands() const override { return true; }
+    std::vector<std::string> panel() const override { return {"tint2"}; }
+    void stopManager() override { manager_.reset(); }
+
+private:
+    std::string run(const std::vector<std::string>& command) const { return around_.run(command); }
+
+    Surroundings& around_;
+    std::unique_ptr<Process> server_, manager_;
+};
+
+} // namespace
+
+std::unique_ptr<Process> startXServer(const Surroundings& around, std::string& name) {
+    name = ":";
+    return around.startServer(
+        {"Xvfb", "-displayfd", "3", "-screen", "0", "1440x900x24", "-nolisten", "tcp", "-noreset"},
+        name);
+}
+
+std::unique_ptr<Screen> startX11Screen(Surroundings& around, const std::string& manager) {
+    return std::make_unique<X11Screen>(around, manager);
+}
+
+std::unique_ptr<Screen> startScreen(Surroundings& around, const std::string& program) {
+    if (program == "sway") return startSwayScreen(around);
+    if (program == "kwin_wayland") return startKWinScreen(around);
+    if (program == "gnome-shell") return startGnomeScreen(around);
+    return startX11Screen(around, program);
+}
+
+} // namespace corvane::desktop
