@@ -54,7 +54,7 @@ public:
     std::vector<std::string> calls() const;
     /// From the first object.
     void emit(const std::string& signal, GVariant* parameters) const;
-    /// Calls somebody else; null for an error.
+    /// Calls somebody else; null for an error, and where nobody has been named yet.
     std::shared_ptr<GVariant> call(const std::string& name, const std::string& path,
                                    const std::string& interface, const std::string& method,
                                    GVariant* parameters) const;

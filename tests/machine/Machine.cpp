@@ -1,5 +1,7 @@
 #include "machine/Machine.h"
 
+#include "world/World.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
@@ -27,16 +29,14 @@ public:
         const auto set = [](const char* name, const std::string& value) {
             setenv(name, value.c_str(), 1);
         };
+        world::enter(place("chosen"), {{"debian-xterm"}, {}, "xterm"});
         set("HOME", place("home"));
         set("XDG_DATA_HOME", place("data"));
         set("XDG_CONFIG_HOME", place("config"));
         set("XDG_RUNTIME_DIR", place("runtime"));
-        set("XDG_DATA_DIRS", place("system") + ":/usr/share");
+        set("XDG_DATA_DIRS", place("system") + ":" + place("chosen/share"));
         set("LANGUAGE", "de");
         set("LANG", "de_DE.UTF-8");
-        unsetenv("LC_ALL");
-        unsetenv("XDG_CURRENT_DESKTOP");
-        unsetenv("DBUS_SESSION_BUS_ADDRESS");
         write(place("bin/recorder"), "#!/bin/sh\nlabel=$1; shift\nfile=" + place("records/") +
                                          "$label.$$\nfor word in \"$@\"; do printf '%s|' \"$word\""
                                          "; done > $file.part\nmv $file.part $file\n");

@@ -1,12 +1,17 @@
 #include "qt/toolkit/Startup.h"
+#include "world/World.h"
 
 #include <QAccessible>
 #include <QApplication>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 /// The real views without a display, drawn by the processor.
 int main(int argc, char** argv) {
+    const QTemporaryDir folder;
+    corvane::world::enter(folder.path().toStdString());
+    qputenv("HOME", folder.path().toLocal8Bit());
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
     testing::InitGoogleTest(&argc, argv);

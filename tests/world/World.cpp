@@ -1,0 +1,92 @@
+#include "world/World.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <set>
+
+namespace corvane::world {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr auto fonts = R"(<fontconfig>
+<dir>/usr/share/fonts/opentype/inter</dir>
+<dir>/usr/share/fonts/truetype/material-design-icons-iconfont</dir>
+<dir>/usr/share/fonts/truetype/ancient-scripts</dir>
+<dir>/usr/share/fonts/truetype/dejavu</dir>
+<cachedir>/var/cache/fontconfig</cachedir>
+<include>/etc/fonts/conf.d</include>
+</fontconfig>
+)";
+
+void write(const fs::path& file, const std::string& content) {
+    std::ofstream(file, std::ios::binary) << content;
+}
+
+/// Links to what is in the machine's folder, but what has one of those names.
+void linkAllBut(const std::set<std::string>& left, const fs::path& from, const fs::path& to) {
+    fs::create_directories(to);
+    std::error_code none;
+    for (const auto& each : fs::directory_iterator(from, none)) {
+        const auto name = each.path().filename();
+        if (!left.contains(name)) fs::create_symlink(each.path(), to / name);
+    }
+}
+
+void linkThose(const std::vector<std::string>& names, const std::string& ending,
+               const fs::path& from, const fs::path& to) {
+    fs::create_directories(to);
+    for (const auto& name : names) {
+        if (fs::exists(from / (name + ending)))
+            fs::create_symlink(from / (name + ending), to / (name + ending));
+    }
+}
+
+std::string busConfiguration(const fs::path& services) {
+    return "<busconfig><type>session</type><keep_umask/><listen>unix:tmpdir=/tmp</listen>"
+           "<servicedir>" +
+           services.string() +
+           "</servicedir><policy context='default'><allow send_destination='*' eavesdrop='true'/>"
+           "<allow eavesdrop='true'/><allow own='*'/></policy></busconfig>\n";
+}
+
+} // namespace
+
+std::map<std::string, std::string> make(const std::string& folder, const Chosen& chosen) {
+    const fs::path place = folder;
+    const fs::path machine = "/usr/share";
+    linkAllBut({"applications", "dbus-1", "xdg-terminals", "xdg-terminal-exec"}, machine,
+               place / "share");
+    linkThose(chosen.applications, ".desktop", machine / "applications",
+              place / "share/applications");
+    linkThose(chosen.services, ".service", machine / "dbus-1/services", place / "services");
+    linkAllBut({"autostart", "mimeapps.list", "xdg-terminals.list"}, "/etc/xdg", place / "etc");
+    write(place / "fonts.conf", fonts);
+    write(place / "bus.conf", busConfiguration(place / "services"));
+    std::map<std::string, std::string> variables{{"XDG_DATA_DIRS", place / "share"},
+                                                 {"XDG_CONFIG_DIRS", place / "etc"},
+                                                 {"FONTCONFIG_FILE", place / "fonts.conf"}};
+    if (!chosen.terminal.empty()) {
+        linkAllBut({"xdg-terminal-exec", "x-terminal-emulator"}, "/usr/bin", place / "bin");
+        fs::create_symlink("/usr/bin/" + chosen.terminal, place / "bin/x-terminal-emulator");
+        variables["PATH"] = (place / "bin").string() + ":/usr/sbin";
+    }
+    return variables;
+}
+
+void enter(const std::string& folder, const Chosen& chosen) {
+    for (const auto& [name, value] : make(folder, chosen))
+        setenv(name.c_str(), value.c_str(), 1);
+    for (const auto* name :
+         {"LC_ALL", "XDG_CURRENT_DESKTOP", "XDG_CACHE_HOME", "XDG_SESSION_TYPE", "DISPLAY",
+          "WAYLAND_DISPLAY", "SWAYSOCK", "SESSION_MANAGER", "DBUS_SESSION_BUS_ADDRESS",
+          "QT_QPA_PLATFORMTHEME", "QT_STYLE_OVERRIDE", "GTK_THEME"})
+        unsetenv(name);
+}
+
+std::vector<std::string> busCommand(const std::string& folder) {
+    return {"dbus-daemon", "--config-file=" + folder + "/bus.conf", "--nofork"};
+}
+
+} // namespace corvane::world
