@@ -26,7 +26,9 @@ protected:
         const auto before = whatToDo();
         return before + '|' + switchOn();
     }
-    std::string switchOn() { return system().switchOn(Clock::now() + std::chrono::milliseconds(1500)); }
+    std::string switchOn() {
+        return system().switchOn(Clock::now() + std::chrono::milliseconds(1500));
+    }
     ManagedWindow shown(const std::string& title) {
         session_->show({.title = title});
         ManagedWindow result;

@@ -250,9 +250,8 @@ TEST_P(WindowSystemTest, waitsForNoOneLongerThanItIsTold) {
         return answerText(answer);
     };
     const auto place = [&](const PixelRect& frame) {
-        return inTime([&](Deadline by) {
-            return system_.place(window, {frame.origin, frame.size}, by);
-        });
+        return inTime(
+            [&](Deadline by) { return system_.place(window, {frame.origin, frame.size}, by); });
     };
     const auto fill = [&](bool on) {
         return inTime([&](Deadline by) { return system_.setFullscreen(window, on, by); });
