@@ -6,4 +6,5 @@ const {Gio, GLib, Meta} = imports.gi;
 const Main = imports.ui.main;
 
 @core@
+// eslint-disable-next-line no-var
 var extension = {init: ({path}) => new Service(path)};

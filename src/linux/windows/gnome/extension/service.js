@@ -52,6 +52,11 @@ function kindOf(window) {
     }
 }
 
+function layerOf(window) {
+    if (window.is_above()) return 1;
+    return window.get_layer() === Meta.StackLayer.BOTTOM ? -1 : 0;
+}
+
 function isMaximized(window) {
     return window.maximized_horizontally && window.maximized_vertically;
 }
@@ -74,7 +79,7 @@ function described(window) {
         sandboxId: window.get_sandboxed_app_id(),
         title: text(window.get_title()),
         kind: kindOf(window),
-        layer: window.is_above() ? 1 : window.get_layer() === Meta.StackLayer.BOTTOM ? -1 : 0,
+        layer: layerOf(window),
         frame: pairs(window.get_frame_rect()),
         workspace: workspace && !window.is_on_all_workspaces() ? String(workspace.index() + 1) : '',
         isOnScreen: window.showing_on_its_workspace() && !window.minimized &&
@@ -91,8 +96,8 @@ function described(window) {
 // In the order of their creation.
 function told(windows) {
     const active = global.display.focus_window;
-    const told = windows.map((window, stacking) => ({stacking, ...described(window)}));
-    return {windows: told.sort((one, other) => one.id - other.id), active: active ? String(active.get_id()) : null};
+    const all = windows.map((window, stacking) => ({stacking, ...described(window)}));
+    return {windows: all.sort((one, other) => one.id - other.id), active: active ? String(active.get_id()) : null};
 }
 
 function monitors() {
@@ -275,9 +280,8 @@ class Service {
                     return GLib.SOURCE_REMOVE;
                 });
             };
-            for (const window of windows) {
-                for (const change of ['size-changed', 'position-changed']) watches.push([window, window.connect(change, look)]);
-            }
+            for (const change of ['size-changed', 'position-changed'])
+                watches.push(...windows.map(window => [window, window.connect(change, look)]));
             this._waits.add(end);
             look();
         });
