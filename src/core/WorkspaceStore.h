@@ -222,6 +222,9 @@ private:
     void noteSaved();
     void markRunning(const Uuid& resourceId, const Uuid& workspaceId);
     void markFinished(const Uuid& workspaceId);
+    /// Says so in an alert where the desktop doesn't tell which applications run, so that none can
+    /// be asked to quit.
+    bool saysThatNoneAreSeen();
     /// Adds the names that stand for a resource and aren't in the list yet.
     void insertAppNames(const Resource& resource, std::vector<std::string>& names) const;
     std::shared_ptr<ResourceLauncher> makeResourceLauncher() const;

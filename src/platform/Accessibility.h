@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace corvane {
@@ -28,6 +29,17 @@ struct AccessibilityWindow {
     bool operator==(const AccessibilityWindow&) const = default;
 };
 
+/// What can be done on the desktop that is there.
+struct DesktopFacts {
+    /// For a person: "GNOME (Wayland)".
+    std::string name = {};
+    /// It tells which windows there are. Where it doesn't, it isn't known which applications run.
+    bool tellsWindows = false;
+    bool placesWindows = false;
+    /// One sentence for a person on what either of the two needs; empty where both are there.
+    std::string whatToDoFirst = {};
+};
+
 /// The Accessibility interface. Frames as in WindowInfo: what a person sees, origin at the top left
 /// of the primary display, y downward. Main thread; every operation waits for the answer of the
 /// other side, with a bound of half a second.
@@ -43,6 +55,7 @@ public:
 
     /// AXIsProcessTrusted.
     virtual bool isProcessTrusted() = 0;
+    virtual DesktopFacts desktop() = 0;
     /// "AXWindows" of the application with that process, front first; nothing on an error.
     virtual std::optional<std::vector<AccessibilityWindow>>
     windows(std::int32_t processIdentifier) = 0;

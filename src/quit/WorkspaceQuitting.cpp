@@ -160,12 +160,21 @@ void WorkspaceStore::finishWorkspace(std::optional<Workspace> workspace) {
     const auto list = belonging(quittableApplications(platform_.applications, platform_.bundles),
                                 identifiersOf(resources), names, false);
     markFinished(workspace->id);
-    if (list.empty()) return;
+    if (saysThatNoneAreSeen() || list.empty()) return;
     diagnostic({"Quitting ", std::to_string(list.size()), " workspace applications..."});
     const auto counts = quit(list, platform_.applications);
     platform_.mainQueue.after(summaryDelay, [this, counts, list] {
         showWorkspaceClosedSummary(counts.graceful, counts.forced, list);
     });
+}
+
+bool WorkspaceStore::saysThatNoneAreSeen() {
+    const auto desktop = platform_.accessibility.desktop();
+    if (desktop.tellsWindows) return false;
+    showInfoAlert("Applications Not Quit",
+                  "Corvane can't see which applications run, so it asks none to quit.\n\n" +
+                      desktop.whatToDoFirst);
+    return true;
 }
 
 void WorkspaceStore::markFinished(const Uuid& workspaceId) {
@@ -203,7 +212,7 @@ void WorkspaceStore::quitIndividualResource(const Resource& resource, const Work
     insertAppNames(resource, names);
     if (names.empty()) {
         diagnostic({"No applications to quit for resource: ", resource.name});
-    } else {
+    } else if (!saysThatNoneAreSeen()) {
         diagnostic(
             {"Apps to quit for resource '", resource.name, "': ", text::joined(names, ", ")});
         quit(belonging(quittableApplications(platform_.applications, platform_.bundles),
@@ -217,6 +226,7 @@ void WorkspaceStore::quitIndividualResource(const Resource& resource, const Work
 
 void WorkspaceStore::quitNonWorkspaceApplications(const Workspace& workspace) {
     diagnostic({"Focus mode: Quitting non-workspace applications for '", workspace.name, "'..."});
+    if (saysThatNoneAreSeen()) return;
     const auto resources = activeResources(workspace);
     Names names;
     for (const auto& resource : resources)
@@ -235,6 +245,7 @@ void WorkspaceStore::quitNonWorkspaceApplications(const Workspace& workspace) {
 }
 
 void WorkspaceStore::quitAllApplications() {
+    if (saysThatNoneAreSeen()) return;
     auto list = quittableApplications(platform_.applications, platform_.bundles);
     std::erase_if(list, [](const RunningApplication& application) {
         return isFinder(application) || isSystemApplication(application);

@@ -46,6 +46,7 @@ public:
     std::vector<SimulatedWindow> stack;
     bool windowListAnswers = true;
     bool isTrusted = true;
+    DesktopFacts facts{.name = "A desktop in memory", .tellsWindows = true, .placesWindows = true};
     /// Processes whose "AXWindows" can't be read.
     std::set<std::int32_t> unanswering;
     /// How often someone has asked for the displays.
@@ -58,6 +59,7 @@ public:
     std::optional<Display> mainScreen() const override;
     std::optional<std::vector<WindowInfo>> onScreenWindows() override;
     bool isProcessTrusted() override { return isTrusted; }
+    DesktopFacts desktop() override { return facts; }
     std::optional<std::vector<AccessibilityWindow>>
     windows(std::int32_t processIdentifier) override;
     std::optional<Point> position(const AccessibilityWindow& window) override;

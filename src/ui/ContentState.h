@@ -18,7 +18,8 @@ struct ContentState {
           undo(platform.mainQueue),
           missing(store, platform.backgroundQueue, platform.mainQueue, platform.fileSystem),
           list(store, platform.mainQueue, platform.alerts, undo, missing),
-          settings(store, platform.bundles, platform.applications, platform.mainQueue) {}
+          settings(store, platform.bundles, platform.applications, platform.accessibility,
+                   platform.mainQueue) {}
 
     ThemeManager theme;
     HeaderState header;

@@ -2,6 +2,7 @@
 
 #include "core/WorkspaceStore.h"
 #include "foundation/Url.h"
+#include "platform/Accessibility.h"
 #include "platform/Applications.h"
 #include "platform/Bundles.h"
 #include "platform/MainQueue.h"
@@ -9,9 +10,20 @@
 namespace corvane {
 
 SettingsSheet::SettingsSheet(WorkspaceStore& store, const Bundles& bundles,
-                             Applications& applications, MainQueue& mainQueue)
-    : store_(store), bundles_(bundles), applications_(applications), mainQueue_(mainQueue),
+                             Applications& applications, Accessibility& accessibility,
+                             MainQueue& mainQueue)
+    : store_(store), bundles_(bundles), applications_(applications), accessibility_(accessibility),
+      mainQueue_(mainQueue),
       storeChanges_(store.objectWillChange.subscribe([this] { objectWillChange.fire(); })) {}
+
+void SettingsSheet::lookAtDesktop() {
+    const auto facts = accessibility_.desktop();
+    const auto word = [](bool can) { return can ? "yes" : "no"; };
+    auto line = facts.name + " · windows: " + word(facts.tellsWindows) +
+                " · layouts: " + word(facts.placesWindows);
+    if (!facts.whatToDoFirst.empty()) line += '\n' + facts.whatToDoFirst;
+    desktopLine = std::move(line);
+}
 
 std::string_view SettingsSheet::autoSaveSubtitle() const {
     return store_.enableAccessibilityFeatures

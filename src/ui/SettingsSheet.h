@@ -7,6 +7,7 @@
 
 namespace corvane {
 
+class Accessibility;
 class Applications;
 class Bundles;
 class MainQueue;
@@ -17,10 +18,15 @@ class WorkspaceStore;
 class SettingsSheet {
 public:
     SettingsSheet(WorkspaceStore& store, const Bundles& bundles, Applications& applications,
-                  MainQueue& mainQueue);
+                  Accessibility& accessibility, MainQueue& mainQueue);
 
     /// Fires before anything read here changes.
     ChangeSignal objectWillChange;
+
+    /// What can be done on the desktop, as of the last look: "GNOME (Wayland) · windows: yes ·
+    /// layouts: yes", and a second line on what is missing, if anything is.
+    Published<std::string> desktopLine{objectWillChange};
+    void lookAtDesktop();
 
     static constexpr std::string_view supportAddress = "support@corvane.example";
 
@@ -41,6 +47,7 @@ private:
     WorkspaceStore& store_;
     const Bundles& bundles_;
     Applications& applications_;
+    Accessibility& accessibility_;
     MainQueue& mainQueue_;
     Subscription storeChanges_;
 };

@@ -7,13 +7,16 @@
 #include "linux/screen/LinuxAccessibility.h"
 #include "linux/screen/LinuxDisplays.h"
 #include "linux/screen/LinuxWindowList.h"
+#include "linux/screen/SystemSettings.h"
 #include "linux/windows/RecentWindows.h"
 #include "machine/Program.h"
+#include "simulated/SimulatedDesktop.h"
 #include "windows/MemoryWindowSystem.h"
 
 #include <cmath>
 #include <sstream>
 #include <thread>
+#include <utility>
 
 using namespace corvane;
 using namespace corvane::machine;
@@ -160,6 +163,32 @@ TEST_F(ScreenTest, asksALateSystemOnceMore) {
         late.timesLate = times;
         EXPECT_EQ(accessibility.isProcessTrusted(), times < 2) << times;
     }
+}
+
+TEST_F(ScreenTest, saysWhatTheDesktopCanAndSwitchesOnWhatItMay) {
+    struct Switchable : MemoryWindowSystem {
+        std::string switchOn(Deadline) override {
+            return std::exchange(whatToDoFirst, "") + " Done.";
+        }
+    } system;
+    LinuxAccessibility accessibility(system, running_);
+    const auto facts = [&] {
+        const auto desktop = accessibility.desktop();
+        return desktop.name + (desktop.tellsWindows ? " windows" : "") +
+               (desktop.placesWindows ? " layouts" : "") + " " + desktop.whatToDoFirst;
+    };
+    EXPECT_EQ(facts(), "memory windows layouts ");
+    system.whatToDoFirst = "Switch it on.";
+    EXPECT_EQ(facts(), "memory windows Switch it on.");
+    SimulatedDesktop desktop;
+    for (const auto* said :
+         {"Switch it on. Done.", "Nothing has to be allowed on this desktop: "
+                                 "Corvane can save and restore window layouts."}) {
+        SystemSettings(system, desktop.platform().alerts).open();
+        EXPECT_EQ(desktop.shownAlerts.back().message, said);
+    }
+    system.serverHasStopped = true;
+    EXPECT_EQ(facts(), "memory The desktop doesn't answer at the moment.");
 }
 
 TEST_F(ScreenTest, savingALayoutOfFiveApplicationsPutsTwoQuestions) {

@@ -179,6 +179,7 @@ TEST_F(ResourceViews, theSettingsActAtOnceAndAreReachedByTheKeyboard) {
                           "restored automatically.";
     auto& desktop = interface.desktop;
     desktop.screen.isTrusted = false;
+    desktop.screen.facts = {.name = "Other (Wayland)", .whatToDoFirst = "Log in again."};
     desktop.panels.choices = {{"Export Workspaces", "/x/out.json"},
                               {"Import Workspaces", "/x/out.json"}};
     desktop.defaultHandlers["mailto:"] = "/Applications/Pad.app";
@@ -188,6 +189,7 @@ TEST_F(ResourceViews, theSettingsActAtOnceAndAreReachedByTheKeyboard) {
     ASSERT_TRUE(interface.press("Settings"));
     EXPECT_FALSE(interface.isEnabled("Auto-Save Layouts", "Settings"));
     EXPECT_TRUE(interface.shows(note));
+    EXPECT_TRUE(interface.shows("Other (Wayland) · windows: no · layouts: no\nLog in again."));
     const auto act = [&](const char* name, Qt::Key key = Qt::Key_Space) {
         EXPECT_TRUE(interface.reach(name)) << name;
         interface.key(key);

@@ -237,7 +237,7 @@ TEST_F(Sheets, aResourceIsChangedAndKeepsWhatTheSheetDoesNotShow) {
 
 TEST_F(Sheets, theSettingsSayWhatDependsOnOtherThings) {
     SettingsSheet settings(store, scene.platform.bundles, scene.platform.applications,
-                           scene.platform.mainQueue);
+                           scene.platform.accessibility, scene.platform.mainQueue);
     EXPECT_EQ(settings.versionLine(), "Version 1.0.0 (Build 1)");
     EXPECT_EQ(settings.autoSaveSubtitle(), "Enable Window Layout Features to use auto-save");
     desktop.screen.isTrusted = false;
@@ -253,6 +253,12 @@ TEST_F(Sheets, theSettingsSayWhatDependsOnOtherThings) {
                                 "Privacy_Accessibility");
     desktop.mainBundleInfo = {{"CFBundleShortVersionString", "2.5"}};
     EXPECT_EQ(settings.versionLine(), "Version 2.5 (Build 1)");
+    settings.lookAtDesktop();
+    EXPECT_EQ(settings.desktopLine.get(), "A desktop in memory · windows: yes · layouts: yes");
+    desktop.screen.facts = {"Other (Wayland)", true, false, "It tells no places."};
+    settings.lookAtDesktop();
+    EXPECT_EQ(settings.desktopLine.get(),
+              "Other (Wayland) · windows: yes · layouts: no\nIt tells no places.");
     desktop.defaultHandlers["mailto:"] = "/Applications/Postbox.app";
     settings.contactSupport();
     EXPECT_EQ(desktop.logged("open m"),

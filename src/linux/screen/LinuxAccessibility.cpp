@@ -46,6 +46,18 @@ bool LinuxAccessibility::isProcessTrusted() {
     return windows_.isReady(halfASecondFromNow()) || windows_.isReady(halfASecondFromNow());
 }
 
+DesktopFacts LinuxAccessibility::desktop() {
+    const auto deadline = halfASecondFromNow();
+    auto abilities = windows_.abilities(deadline);
+    const bool tellsWindows = windows_.windows(deadline).has_value();
+    if (!tellsWindows && abilities.whatToDoFirst.empty())
+        abilities.whatToDoFirst = "The desktop doesn't answer at the moment.";
+    return {.name = abilities.desktop,
+            .tellsWindows = tellsWindows,
+            .placesWindows = abilities.placesWindows,
+            .whatToDoFirst = abilities.whatToDoFirst};
+}
+
 std::optional<std::vector<AccessibilityWindow>>
 LinuxAccessibility::windows(std::int32_t processIdentifier) {
     const auto shown = running_.shown();

@@ -19,6 +19,7 @@ public:
 
     /// The window system is ready. One that doesn't answer in time is asked once more.
     bool isProcessTrusted() override;
+    DesktopFacts desktop() override;
     /// Of the running application with that identifier: ordinary windows and dialogs. Iconified
     /// ones and those of other workspaces come last.
     std::optional<std::vector<AccessibilityWindow>>

@@ -10,12 +10,12 @@ bool SystemSettings::areMeantBy(const Url& url) {
 }
 
 void SystemSettings::open() {
-    const auto abilities = windows_.abilities(halfASecondFromNow());
+    constexpr auto patience = std::chrono::seconds(2);
     const auto message =
-        abilities.placesWindows
+        windows_.isReady(halfASecondFromNow())
             ? std::string(
                   "Nothing has to be allowed on this desktop: Corvane can save and restore window layouts.")
-            : abilities.whatToDoFirst;
+            : windows_.switchOn(std::chrono::steady_clock::now() + patience);
     alerts_.runModal({.title = "Window Layouts on This Desktop",
                       .message = message,
                       .style = AlertStyle::informational,

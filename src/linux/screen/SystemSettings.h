@@ -14,8 +14,8 @@ public:
     SystemSettings(WindowSystem& windows, Alerts& alerts) : windows_(windows), alerts_(alerts) {}
 
     static bool areMeantBy(const Url& url);
-    /// Tells the user in an alert what to do so that windows can be placed, and waits for the
-    /// answer.
+    /// Switches on what lets windows be placed, where a program may do that, waits two seconds for
+    /// it at most, and tells the user in an alert what came of it and what is left to do.
     void open();
 
 private:

@@ -19,12 +19,20 @@ void SettingsModel::setFullscreenPriority(const QString& priority) {
     store_.fullscreenPriority = priority.toStdString();
 }
 
+QString SettingsModel::desktopLine() const {
+    return toQString(state_.desktopLine.get());
+}
+
 QString SettingsModel::versionLine() const {
     return toQString(state_.versionLine());
 }
 
 QString SettingsModel::supportAddress() const {
     return toQString(SettingsSheet::supportAddress);
+}
+
+void SettingsModel::lookAtDesktop() {
+    state_.lookAtDesktop();
 }
 
 void SettingsModel::resetConfirmations() {

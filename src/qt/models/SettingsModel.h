@@ -30,6 +30,8 @@ class SettingsModel : public QObject {
     /// "first" or "last".
     Q_PROPERTY(QString fullscreenPriority READ fullscreenPriority WRITE setFullscreenPriority NOTIFY
                    changed)
+    /// As SettingsSheet::desktopLine.
+    Q_PROPERTY(QString desktopLine READ desktopLine NOTIFY changed)
     Q_PROPERTY(QString versionLine READ versionLine CONSTANT)
     Q_PROPERTY(QString supportAddress READ supportAddress CONSTANT)
 
@@ -47,9 +49,11 @@ public:
     QString autoSaveSubtitle() const;
     QString fullscreenPriority() const;
     void setFullscreenPriority(const QString& priority);
+    QString desktopLine() const;
     QString versionLine() const;
     QString supportAddress() const;
 
+    Q_INVOKABLE void lookAtDesktop();
     Q_INVOKABLE void resetConfirmations();
     Q_INVOKABLE void importWorkspaces();
     Q_INVOKABLE void importKeptCopy();

@@ -53,6 +53,11 @@ Column {
             tint: Theme.blue
             text: "macOS only allows one app to be fullscreen at a time. If multiple apps in your workspace are saved as fullscreen, only one will be fullscreen and others will be maximized."
         }
+        SettingsRow {
+            icon: "desktopcomputer"
+            title: "This Desktop"
+            subtitle: sections.settings.desktopLine
+        }
         SettingsNote {
             visible: !sections.settings.accessibilityFeatures.isOn
             icon: "exclamationmark.triangle"

@@ -8,6 +8,13 @@ Sheet {
     id: popup
 
     required property SettingsModel settings
+    // An alert or another program may have changed what is to be seen here.
+    readonly property bool isLookedAt: visible && parent.Window.active
+
+    onIsLookedAtChanged: {
+        if (isLookedAt)
+            settings.lookAtDesktop();
+    }
 
     wantedWidth: 520
     wantedHeight: 750
