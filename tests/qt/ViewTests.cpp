@@ -214,8 +214,7 @@ TEST_F(Views, aClosedWindowComesBackWithTheStoreAsItIs) {
 
     // One that is closed while it comes to the front isn't asked for any more.
     int asked = 0;
-    interface.windows.goThrough(
-        {.activate = [&](std::uint64_t, const std::string&) { ++asked; }, .isAway = {}});
+    interface.windows.goThrough({.activate = [&](std::uint64_t, const std::string&) { ++asked; }});
     const int last = interface.windows.windows().front().identifier;
     interface.windows.makeKeyAndOrderFront(last);
     EXPECT_EQ(asked, 1);

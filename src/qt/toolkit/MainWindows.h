@@ -35,13 +35,14 @@ public:
     /// What whoever shows the windows does for one of these, by its number and title.
     struct Door {
         /// Gives it the keyboard, where the toolkit alone may not.
-        std::function<void(std::uint64_t number, const std::string& title)> activate;
+        std::function<void(std::uint64_t number, const std::string& title)> activate = {};
         /// It is known to be iconified or on another workspace than the one that is shown.
-        std::function<bool(std::uint64_t number, const std::string& title)> isAway;
+        std::function<bool(std::uint64_t number, const std::string& title)> isAway = {};
         /// The corner of its frame, and puts it there: on Wayland the toolkit can do neither.
-        std::function<std::optional<Point>(std::uint64_t number, const std::string& title)> corner;
+        std::function<std::optional<Point>(std::uint64_t number, const std::string& title)> corner =
+            {};
         std::function<void(std::uint64_t number, const std::string& title, const Point& corner)>
-            moveTo;
+            moveTo = {};
     };
     /// Without one the toolkit's requests stand alone, and every window counts as on the screen.
     void goThrough(Door door);
