@@ -86,10 +86,11 @@ std::shared_ptr<GVariant> BusService::call(const std::string& name, const std::s
                                            const std::string& interface, const std::string& method,
                                            GVariant* parameters) const {
     constexpr int timeoutInMilliseconds = 5000;
-    const std::shared_ptr<GVariant> given(g_variant_ref_sink(parameters), g_variant_unref);
+    const std::shared_ptr<GVariant> given(
+        g_variant_ref_sink(parameters ? parameters : g_variant_new("()")), g_variant_unref);
     if (name.empty()) return nullptr;
     auto* answer = g_dbus_connection_call_sync(
-        bus_.get(), name.c_str(), path.c_str(), interface.c_str(), method.c_str(), parameters,
+        bus_.get(), name.c_str(), path.c_str(), interface.c_str(), method.c_str(), given.get(),
         nullptr, G_DBUS_CALL_FLAGS_NONE, timeoutInMilliseconds, nullptr, nullptr);
     return answer ? std::shared_ptr<GVariant>(answer, g_variant_unref) : nullptr;
 }

@@ -34,7 +34,9 @@ TEST_P(CompositorTest, isNoHalfOfTheTruthThroughItsXServer) {
         const auto can = blind->abilities(by);
         EXPECT_FALSE(can.placesWindows || can.tellsProcesses);
         EXPECT_NE(can.whatToDoFirst, "");
-        for (const auto& each : now()->windows) {
+        const auto all = now();
+        ASSERT_TRUE(all);
+        for (const auto& each : all->windows) {
             EXPECT_FALSE(blind->window(each.window, by));
             EXPECT_EQ(answerText(blind->askToClose(std::array{each.window}, by)), "unanswered");
         }
