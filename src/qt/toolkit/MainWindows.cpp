@@ -24,6 +24,14 @@ namespace corvane {
 
 namespace {
 
+/// Whoever shows the windows hears of this one before it is asked for it. Events come in the
+/// meantime; false where it was closed by one.
+bool staysWhileHeardOf(QWindow& window) {
+    const QPointer<QWindow> shown(&window);
+    QGuiApplication::sync();
+    return shown && shown->handle();
+}
+
 constexpr std::string_view placeKey = "MainWindowPlace";
 
 bool isOnWayland() {
@@ -164,12 +172,8 @@ bool MainWindows::isInSight(const QWindow& window) const {
 void MainWindows::giveKeyboard(QWindow& window) const {
     window.requestActivate();
     if (!door_.activate || !window.handle()) return;
-    // Whoever shows the windows hears of this one before it is asked for it. Events come in the
-    // meantime, and it may be closed by one.
-    const QPointer<QWindow> shown(&window);
-    QGuiApplication::sync();
-    if (!shown || !shown->handle()) return;
-    door_.activate(std::uint64_t(shown->winId()), shown->title().toStdString());
+    if (staysWhileHeardOf(window))
+        door_.activate(std::uint64_t(window.winId()), window.title().toStdString());
 }
 
 QQuickWindow* MainWindows::front() const {
@@ -346,10 +350,10 @@ void MainWindows::rememberPlace(const QWindow& window) {
 
 void MainWindows::moveTo(QQuickWindow& window, const QPoint& corner) {
     if (!isOnWayland() || !door_.moveTo) return;
-    const auto move = [this, &window, corner] {
-        QGuiApplication::sync();
-        door_.moveTo(std::uint64_t(window.winId()), window.title().toStdString(),
-                     {double(corner.x()), double(corner.y())});
+    const auto move = [this, shown = QPointer<QWindow>(&window), corner] {
+        if (shown && staysWhileHeardOf(*shown))
+            door_.moveTo(std::uint64_t(shown->winId()), shown->title().toStdString(),
+                         {double(corner.x()), double(corner.y())});
     };
     connect(&window, &QQuickWindow::frameSwapped, this, move,
             Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
