@@ -35,6 +35,10 @@ TEST_F(Views, aHeldKeyPressesOnce) {
         interface.key(Qt::Key_Escape);
         EXPECT_EQ(interface.focused(), "Finish") << "the keyboard goes back";
     }
+    interface.hold(Qt::Key_Return);
+    interface.hold(Qt::Key_Return);
+    interface.runFor(2);
+    EXPECT_EQ(interface.focused(), "Finish") << "and stays with the button";
 }
 
 TEST_F(Views, assistiveProgramsActByActions) {

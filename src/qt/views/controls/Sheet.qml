@@ -12,13 +12,19 @@ Popup {
     // To the control that opened the sheet, or the one nearest to where that was.
     function giveKeyboardBack() {
         for (const item of before) {
-            if (!item || !item.visible || !item.enabled)
+            if (!item || !item.visible)
                 continue;
-            const next = item.activeFocusOnTab ? item : item.nextItemInFocusChain();
+            // That can't be pressed now, but has the keyboard as soon as it can.
+            if (item === before[0] && item.activeFocusOnTab)
+                return item.forceActiveFocus(Qt.TabFocusReason);
+            const next = item.nextItemInFocusChain();
             for (let inner = next; inner; inner = inner.parent) {
                 if (inner === item)
                     return next.forceActiveFocus(Qt.TabFocusReason);
             }
+            // What the control has changed into, which can't be pressed yet either.
+            if (item instanceof Loader && item.enabled)
+                return item.forceActiveFocus(Qt.TabFocusReason);
         }
     }
 
