@@ -26,6 +26,11 @@ protected:
     bool comes(const std::string& text) {
         return comesTrue([&] { return desktop.shows(text); });
     }
+    /// Whether the file of the workspaces has that text in it soon.
+    bool isSaved(const std::string& text) {
+        return comesTrue(
+            [&] { return readFile(desktop.workspacesFile()).find(text) != std::string::npos; });
+    }
     bool opens(const std::string& windowClass, const std::string& titlePart) {
         return comesTrue([&] { return desktop.window(windowClass, titlePart).has_value(); }, 60);
     }

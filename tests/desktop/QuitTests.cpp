@@ -45,38 +45,6 @@ TEST_F(Quit, aFinishedWorkspaceTakesItsApplicationsAndNoOthers) {
     EXPECT_TRUE(desktop.corvane().isRunning());
 }
 
-TEST_F(Quit, aWorkspaceIsMadeStartedFinishedAndDeletedWithThePointer) {
-    start({{"Other", "", "star", {}}});
-    ASSERT_TRUE(desktop.press("New Workspace"));
-    ASSERT_TRUE(comes("Create New Workspace"));
-    desktop.run({"xdotool", "type", "Errand"});
-    ASSERT_TRUE(desktop.press("briefcase"));
-    ASSERT_TRUE(desktop.press("Create"));
-    EXPECT_TRUE(comesTrue([&] {
-        return readFile(desktop.workspacesFile()).find("\"briefcase\"") != std::string::npos;
-    }));
-    ASSERT_TRUE(desktop.press("Resources", "Errand"));
-    ASSERT_TRUE(desktop.press("Add Resource"));
-    ASSERT_TRUE(desktop.press("Terminal"));
-    ASSERT_TRUE(desktop.press("Enter a name for this resource"));
-    desktop.run({"xdotool", "type", "Shell\ttrue"});
-    ASSERT_TRUE(desktop.press("Add Resource"));
-    ASSERT_TRUE(comesTrue([&] { return !desktop.shows("Add New Resource"); }));
-    ASSERT_TRUE(desktop.press("Resources", "Errand"));
-
-    ASSERT_TRUE(desktop.press("Start", "Errand"));
-    ASSERT_TRUE(comesTrue([&] { return desktop.window("xterm").has_value(); }));
-    ASSERT_TRUE(comes("1 resources running"));
-    ASSERT_TRUE(finish());
-    EXPECT_TRUE(goes("xterm"));
-    EXPECT_TRUE(answer("Successfully closed 1 workspace applications!", "OK"));
-    ASSERT_TRUE(desktop.press("More", "Errand"));
-    ASSERT_TRUE(desktop.press("Delete"));
-    EXPECT_TRUE(answer("Are you sure you want to delete 'Errand'?", "Delete"));
-    EXPECT_TRUE(comesTrue([&] { return !desktop.shows("Errand"); }));
-    EXPECT_EQ(readFile(desktop.workspacesFile()).find("Errand"), std::string::npos);
-}
-
 TEST_F(Quit, anEditorWithUnsavedTextAsksAndStays) {
     startWithEditorAndTerminal();
     // The window may take the keyboard late.

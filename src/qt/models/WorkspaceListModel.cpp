@@ -61,7 +61,9 @@ WorkspaceListModel::WorkspaceListModel(WorkspaceListState& state, WorkspaceStore
     : KeyedListModel(currentRows(state, store)), state_(state), store_(store),
       makeEditSheet_(std::move(makeEditSheet)), makeResources_(std::move(makeResources)),
       shownSearch_(store.searchText.get()), known_(identifiersOf(*store.workspaces)),
-      relay_(state.objectWillChange, [this] { refresh(); }) {}
+      relay_(state.objectWillChange, [this] { refresh(); }) {
+    announce(false);
+}
 
 WorkspaceListModel::~WorkspaceListModel() = default;
 
@@ -276,6 +278,22 @@ void WorkspaceListModel::refresh() {
     emit contentChanged();
     if (!isSameSearch) emit searched();
     tellOfNew();
+    announce(isSameSearch);
+}
+
+/// A card that comes with another search says nothing new.
+void WorkspaceListModel::announce(bool isSameSearch) {
+    std::map<RecordKey, std::string> progress;
+    for (const auto& row : rows()) {
+        if (!row.isRunning && !row.isLoading) continue;
+        const auto& text = row.isRunning ? row.statusText : row.startTitle;
+        progress[row.key()] = text;
+        const auto before = progress_.find(row.key());
+        const bool isNew = before == progress_.end() || before->second != text;
+        if (isSameSearch && isNew) emit announced(onOneLine(row.name + ": " + text));
+    }
+    progress_ = std::move(progress);
+    if (!isSameSearch && showsEmptySearch()) emit announced(emptySearchMessage());
 }
 
 void WorkspaceListModel::tellOfNew() {

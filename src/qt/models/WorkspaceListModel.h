@@ -108,6 +108,8 @@ signals:
     void sheetChanged();
     /// The rows are those of another search.
     void searched();
+    /// What those should hear who don't see it: how a start or finish goes on, an empty search.
+    void announced(const QString& text);
     /// The workspace that was expected is there.
     void added(const QString& workspaceId);
 
@@ -117,6 +119,7 @@ private:
     template <typename Action>
     void later(const QString& workspaceId, Action action);
     void tellOfNew();
+    void announce(bool isSameSearch);
     const CardRow* rowToFinish() const;
     static std::vector<CardRow> currentRows(WorkspaceListState& state, const WorkspaceStore& store);
     void refresh();
@@ -131,6 +134,8 @@ private:
     std::string shownSearch_;
     std::set<Uuid> known_;
     bool expectsNew_ = false;
+    /// What the shown cards say of their starts and finishes.
+    std::map<RecordKey, std::string> progress_;
     SheetHolder<WorkspaceSheetModel> editSheet_{[this] { emit sheetChanged(); }};
     ChangeRelay relay_;
 };

@@ -253,4 +253,35 @@ bool Accessibility::act(const Control& control, const std::string& action) const
     return false;
 }
 
+Accessibility::~Accessibility() {
+    if (listener_) g_dbus_connection_signal_unsubscribe(bus_.get(), listener_);
+}
+
+const std::vector<std::string>& Accessibility::announced() {
+    if (!listener_) {
+        call(bus_, {"org.a11y.atspi.Registry", "/org/a11y/atspi/registry"},
+             "org.a11y.atspi.Registry", "RegisterEvent",
+             g_variant_new("(sass)", "object:state-changed:showing", nullptr, ""));
+        const auto take = [](GDBusConnection*, const char* sender, const char* path, const char*,
+                             const char*, GVariant* arguments, gpointer self) {
+            gint32 isOn = 0;
+            g_variant_get_child(arguments, 1, "i", &isOn);
+            if (isOn) static_cast<Accessibility*>(self)->notice(sender, path);
+        };
+        listener_ = g_dbus_connection_signal_subscribe(
+            bus_.get(), nullptr, "org.a11y.atspi.Event.Object", "StateChanged", nullptr, "showing",
+            G_DBUS_SIGNAL_FLAGS_NONE, take, this, nullptr);
+    }
+    while (g_main_context_iteration(nullptr, FALSE)) {
+    }
+    return announced_;
+}
+
+void Accessibility::notice(const std::string& bus, const std::string& path) {
+    const Element element{bus, path};
+    if (roleIn(call(bus_, element, accessible, "GetRoleName")) != "notification") return;
+    announced_.push_back(nameIn(call(bus_, element, "org.freedesktop.DBus.Properties", "Get",
+                                     g_variant_new("(ss)", accessible, "Name"))));
+}
+
 } // namespace corvane::desktop

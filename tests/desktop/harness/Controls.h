@@ -32,6 +32,8 @@ class Accessibility {
 public:
     /// Throws std::runtime_error where the session has none.
     explicit Accessibility(const std::string& sessionBusAddress);
+    ~Accessibility();
+    Accessibility(const Accessibility&) = delete;
 
     /// The named elements that a process shows now, parents before their children.
     std::vector<Control> controls(pid_t pid) const;
@@ -40,12 +42,18 @@ public:
     bool act(const Control& control, const std::string& action) const;
     /// Writes at the start of the first text that a process shows and lets be changed.
     bool write(pid_t pid, const std::string& text) const;
+    /// The texts of the notifications that have shown themselves since the first call of this, as a
+    /// screen reader says them.
+    const std::vector<std::string>& announced();
 
 private:
     /// Unnamed ones too.
     std::vector<Control> shownBy(pid_t pid) const;
+    void notice(const std::string& bus, const std::string& path);
 
     std::shared_ptr<GDBusConnection> bus_;
+    unsigned listener_ = 0;
+    std::vector<std::string> announced_;
 };
 
 } // namespace corvane::desktop

@@ -237,6 +237,15 @@ std::string Desktop::focused() const {
     return {};
 }
 
+bool Desktop::isAnnounced(const std::string& text) const {
+    return comesTrue([&] {
+        const auto& all = accessibility_->announced();
+        return text.empty() || std::ranges::any_of(all, [&](const auto& said) {
+                   return said.find(text) != std::string::npos;
+               });
+    });
+}
+
 std::optional<Point> Desktop::middleOf(const std::string& name, const std::string& inside) const {
     std::optional<Rect> before;
     const bool standsStill = comesTrue([&] {
@@ -248,16 +257,18 @@ std::optional<Point> Desktop::middleOf(const std::string& name, const std::strin
     return Point{int(before->x + before->width / 2), int(before->y + before->height / 2)};
 }
 
+bool Desktop::assist(const std::string& name, const std::string& inside) const {
+    return comesTrue([&] {
+        const auto control = find(name, inside);
+        constexpr std::array actions{"Press", "Toggle", "SetFocus"};
+        return control && std::ranges::any_of(actions, [&](const auto* action) {
+                   return accessibility_->act(*control, action);
+               });
+    });
+}
+
 bool Desktop::press(const std::string& name, const std::string& inside) const {
-    if (!screen_->hasHands()) {
-        return comesTrue([&] {
-            const auto control = find(name, inside);
-            constexpr std::array actions{"Press", "Toggle", "SetFocus"};
-            return control && std::ranges::any_of(actions, [&](const auto* action) {
-                       return accessibility_->act(*control, action);
-                   });
-        });
-    }
+    if (!screen_->hasHands()) return assist(name, inside);
     const auto told = middleOf(name, inside);
     if (!told) return false;
     const auto place = asShown(*told, raise());
@@ -265,7 +276,7 @@ bool Desktop::press(const std::string& name, const std::string& inside) const {
     return true;
 }
 
-void Desktop::drag(const Point& from, const Point& to) const {
+void Desktop::carry(const Point& from, const Point& to) const {
     // Both programs have to hear of each step before the button is released.
     constexpr int steps = 10;
     std::vector<std::string> command{"xdotool"};
@@ -276,8 +287,12 @@ void Desktop::drag(const Point& from, const Point& to) const {
                        {"mousemove", std::to_string(x), std::to_string(y), "sleep", "0.1"});
         if (step == 0) command.insert(command.end(), {"mousedown", "1", "sleep", "0.1"});
     }
-    command.insert(command.end(), {"sleep", "1", "mouseup", "1"});
     run(command);
+}
+
+void Desktop::drag(const Point& from, const Point& to) const {
+    carry(from, to);
+    run({"xdotool", "sleep", "1", "mouseup", "1"});
 }
 
 bool Desktop::type(const Window& window, const std::string& text) const {
@@ -312,8 +327,8 @@ std::string Desktop::log() const {
     for (const auto& control : controls()) {
         const auto& place = control.place;
         all << control.role << " \"" << control.name << "\" "
-            << (control.isEnabled ? "" : "disabled ") << place.x << "," << place.y << " "
-            << place.width << "x" << place.height << "\n";
+            << (control.isEnabled ? "" : "disabled ") << (control.hasKeyboard ? "focused " : "")
+            << place.x << "," << place.y << " " << place.width << "x" << place.height << "\n";
     }
     return all.str();
 }

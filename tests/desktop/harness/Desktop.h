@@ -76,15 +76,22 @@ public:
     /// Of several it takes the last, and only one in the place of an element named `inside` if
     /// there is such a name.
     bool press(const std::string& name, const std::string& inside = "") const;
-    /// Does the same by what it offers to assistive programs: "Press", "Toggle", "SetFocus".
+    /// Does the same by what it offers to assistive programs: "Press", "Toggle", "SetFocus", the
+    /// first that there is of these or the one that is asked for.
+    bool assist(const std::string& name, const std::string& inside = "") const;
     bool act(const std::string& action, const std::string& name,
              const std::string& inside = "") const;
     /// The name of the control that has the keyboard; empty where none has.
     std::string focused() const;
+    /// Whether Corvane says something with that text in it to a screen reader soon, or has done so
+    /// since this was called with no text.
+    bool isAnnounced(const std::string& text) const;
     /// Where `press` would click.
     std::optional<Point> middleOf(const std::string& name, const std::string& inside = "") const;
     /// Drags with the left button, at the pace of a hand.
     void drag(const Point& from, const Point& to) const;
+    /// The same, without letting go.
+    void carry(const Point& from, const Point& to) const;
     /// Writes into the text of that program's window, by the keyboard where there is one.
     bool type(const Window& window, const std::string& text) const;
 

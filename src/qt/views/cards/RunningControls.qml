@@ -33,8 +33,6 @@ Flow {
 
         height: 32
         verticalAlignment: Text.AlignVCenter
-        // What changes in it is read out.
-        Accessible.role: Accessible.Notification
         text: controls.card.statusText
         color: Theme.secondaryLabel
     }

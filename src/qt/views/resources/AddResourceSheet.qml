@@ -114,8 +114,13 @@ Sheet {
             }
             BodyText {
                 text: popup.sheet.statusText
+                onTextChanged: announcement.say(this.text)
                 font.pixelSize: 12
                 color: status.tint
+
+                Announcement {
+                    id: announcement
+                }
             }
         }
         Item {

@@ -9,7 +9,14 @@ Item {
     readonly property bool showsApplication: tour.icon === "app.icon"
     readonly property int shownStep: tour.currentStep
 
-    onShownStepChanged: appear.restart()
+    onShownStepChanged: {
+        appear.restart();
+        announcement.say([tour.title, tour.subtitle, tour.description].join(". "));
+    }
+
+    Announcement {
+        id: announcement
+    }
 
     Column {
         id: content

@@ -17,6 +17,14 @@ Window {
     height: texts.height + 18 + 32 + 2 * margin
     color: Theme.windowBackground
     onClosing: alert.dismiss(checkbox.checked)
+    onVisibleChanged: {
+        if (visible)
+            announcement.say(alert.title + " " + alert.message);
+    }
+
+    Announcement {
+        id: announcement
+    }
 
     Item {
         anchors.fill: parent

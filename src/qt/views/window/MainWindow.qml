@@ -71,6 +71,17 @@ Window {
         onActivated: window.undo.undo()
     }
 
+    Announcement {
+        id: announcement
+    }
+    Connections {
+        target: window.undo
+
+        function onChanged() {
+            announcement.say(window.undo.text);
+        }
+    }
+
     Component {
         id: workspaceSheet
 
@@ -88,6 +99,9 @@ Window {
     Connections {
         target: window.workspaces
 
+        function onAnnounced(text: string) {
+            announcement.say(text);
+        }
         function onSheetChanged() {
             window.showSheet(window.workspaces.editSheet);
         }

@@ -23,7 +23,7 @@ Rectangle {
     color: Theme.fieldBackground
     border.width: 1
     border.color: Theme.separator
-    Accessible.role: Accessible.AlertMessage
+    Accessible.role: Accessible.Grouping
     Accessible.name: undo.text
 
     Behavior on opacity {
