@@ -1,4 +1,5 @@
 #include "qt/Interface.h"
+#include "qt/toolkit/QtAppearance.h"
 #include "qt/toolkit/QtPanels.h"
 
 #include <QApplication>
@@ -68,6 +69,18 @@ protected:
     }
     std::string seen;
 };
+
+TEST_F(PanelViews, theChooserIsAsDarkAsTheProgram) {
+    bool prefersDark = false;
+    QtAppearance appearance([&] { return prefersDark; });
+    for (const bool dark : {true, false}) {
+        prefersDark = dark;
+        dark ? appearance.readAgain() : appearance.setAppearance(dark);
+        const auto shown = QFileDialog().grab().toImage();
+        EXPECT_EQ(shown.pixelColor(2, 2).lightness() < 128, dark);
+        EXPECT_EQ(shown.pixelColor(shown.rect().center()).lightness() < 128, dark);
+    }
+}
 
 TEST_F(PanelViews, theChooserSavesUnderANameThatEndsAsItShould) {
     const auto save = [&](std::vector<std::string> answers) {

@@ -17,11 +17,14 @@ public:
     explicit QtAppearance(Preference prefersDark = [] { return std::optional<bool>(); });
 
     bool effectiveAppearanceIsDark() const override;
-    void setAppearance(bool dark) override { chosen_ = dark; }
+    void setAppearance(bool dark) override;
     ChangeSignal& screenParametersDidChange() override { return screensChange_; }
 
     /// What was read before came too early: whoever follows the screens reads once more.
-    void readAgain() { screensChange_.fire(); }
+    void readAgain();
+    /// Gives the toolkit's own dialogs colours of the effective appearance, where the desktop's
+    /// aren't: once the program is up, and then by itself after each of the above.
+    void colorDialogs() const;
 
 private:
     const Preference prefersDark_;

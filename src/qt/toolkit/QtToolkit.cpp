@@ -26,6 +26,7 @@ Toolkit QtToolkit::facilities(Panels& panels) {
 int QtToolkit::run(CorvaneApp& app) {
     windows_.serve(app);
     windows_.openMainWindow();
+    appearance_.colorDialogs();
     app.appDelegate().applicationDidFinishLaunching();
     const int status = QApplication::exec();
     windows_.closeAll();
