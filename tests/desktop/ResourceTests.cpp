@@ -14,13 +14,19 @@ protected:
         ASSERT_TRUE(desktop.press("Resources", "Work"));
         ASSERT_TRUE(comes("Drag anything from Finder to add resources"));
     }
-    bool isStored(const std::string& text) {
-        return comesTrue(
-            [&] { return readFile(desktop.workspacesFile()).find(text) != std::string::npos; }, 20);
-    }
-    std::string place(const std::string& name) {
+    /// The saved names of all workspaces and resources, in order.
+    std::string order() {
         const auto file = readFile(desktop.workspacesFile());
-        return file.substr(0, file.find("\"name\":\"" + name + "\""));
+        const std::string mark = "\"name\":\"";
+        std::string names;
+        for (auto at = file.find(mark); at != std::string::npos; at = file.find(mark, at)) {
+            at += mark.size();
+            names += file.substr(at, file.find('"', at) - at) + "|";
+        }
+        return names;
+    }
+    bool becomes(const std::string& part) {
+        return comesTrue([&] { return order().find(part) != std::string::npos; });
     }
     /// Where a file manager without a side pane has its first icon.
     Point showFolder(const std::string& folder) {
@@ -52,7 +58,7 @@ TEST_F(Resources, whatIsDroppedIsListedAndRowsAreDraggedIntoTheirOrder) {
             desktop.run({"wmctrl", "-a", "Things"});
             desktop.run({"xdotool", "mousemove", "1300", "450", "click", "1", "key", "ctrl+a"});
             desktop.drag(icon, *list);
-            return isStored("Pad");
+            return isSaved("Pad");
         },
         60));
     const auto things = desktop.home("Things");
@@ -68,10 +74,47 @@ TEST_F(Resources, whatIsDroppedIsListedAndRowsAreDraggedIntoTheirOrder) {
     const auto run = desktop.middleOf("Move", "Run");
     const auto first = desktop.middleOf("Move", "note.txt");
     ASSERT_TRUE(run && first);
-    EXPECT_LT(place("note.txt").size(), place("Run").size());
+    EXPECT_TRUE(becomes("Work|note.txt|Run|"));
     desktop.drag(*run, *first);
-    EXPECT_TRUE(comesTrue([&] { return place("Run").size() < place("note.txt").size(); }, 20));
-    EXPECT_LT(place("note.txt").size(), place("Pad").size());
+    EXPECT_TRUE(becomes("Work|Run|note.txt|"));
+}
+
+TEST_F(Resources, aDraggedRowIsSeenAndGoesOnAtAnEdgeButNotToAnotherCard) {
+    std::vector<SceneResource> rows;
+    for (char name = 'a'; name <= 'l'; ++name)
+        rows.push_back({{name}, "terminal", "true"});
+    const std::vector<SceneResource> two{{"one", "terminal", "true"}, {"two", "terminal", "true"}};
+    start({{"Work", "", "star", rows}, {"Home", "", "star", two}, {"Homely", "", "star", two}});
+    ASSERT_TRUE(comes("Work"));
+    desktop.run({"wmctrl", "-r", "Corvane", "-e", "0,0,0,1000,850"});
+    ASSERT_TRUE(desktop.press("Resources", "Work"));
+    const auto handle = desktop.middleOf("Move", "a");
+    ASSERT_TRUE(handle);
+    Rect row, window;
+    for (const auto& control : desktop.controls()) {
+        if (control.isWindow) window = control.place;
+        if (control.role == "list item" && control.name == "a") row = control.place;
+    }
+    EXPECT_FALSE(desktop.shows("Launch l"));
+    const int end = int(row.y + window.height) - 280;
+    desktop.carry(*handle, {handle->x, end - 12});
+    const auto size = std::to_string(int(row.width)) + "x" + std::to_string(int(row.height));
+    const auto shown = desktop.run({"xwininfo", "-root", "-tree"});
+    EXPECT_NE(shown.find(" " + size + "+"), std::string::npos) << size << shown;
+    EXPECT_TRUE(comes("Launch l")) << "the list goes on";
+    desktop.run({"xdotool", "mouseup", "1"});
+
+    ASSERT_TRUE(desktop.act("SetFocus", "Search workspaces..."));
+    desktop.run({"xdotool", "type", "Home"});
+    for (const auto* card : {"Home", "Homely"})
+        ASSERT_TRUE(desktop.act("Press", "Resources", card));
+    const auto from = desktop.middleOf("Move", "Homely");
+    const auto other = desktop.middleOf("Launch one", "Home");
+    const auto own = desktop.middleOf("Launch one", "Homely");
+    ASSERT_TRUE(from && other && own);
+    desktop.drag(*from, *other);
+    desktop.drag(*from, *own);
+    EXPECT_TRUE(becomes("|Home|one|two|Homely|two|one|")) << order();
 }
 
 TEST_F(Resources, aChosenApplicationIsAChipAndAResetAsksFirst) {
@@ -82,7 +125,7 @@ TEST_F(Resources, aChosenApplicationIsAChipAndAResetAsksFirst) {
     ASSERT_TRUE(comes("Select an application to add to this resource"));
     ASSERT_TRUE(desktop.press("Aardvark"));
     ASSERT_TRUE(desktop.press("Open"));
-    EXPECT_TRUE(isStored("\"associatedApps\":[\"Aardvark\"]"));
+    EXPECT_TRUE(isSaved("\"associatedApps\":[\"Aardvark\"]"));
     EXPECT_TRUE(comes("Remove Aardvark"));
 
     openSettings();

@@ -7,7 +7,6 @@ Item {
     id: handle
 
     required property ResourceRowData row
-    property var picture: null
 
     width: 20
     height: 30
@@ -53,10 +52,10 @@ Item {
         }
     }
     HoverHandler {
-        // What the pointer will carry.
+        // What the pointer will carry. It is gone after this call where nobody has read it.
         onHoveredChanged: {
             if (hovered)
-                handle.row.grabToImage(result => handle.picture = result);
+                handle.row.grabToImage(result => handle.Drag.imageSource = result.url);
         }
         cursorShape: dragging.active ? Qt.ClosedHandCursor : Qt.OpenHandCursor
     }
@@ -65,9 +64,6 @@ Item {
 
         target: null
         // Not a binding, as the drag begins and ends inside of this change.
-        onActiveChanged: {
-            handle.Drag.imageSource = handle.picture ? handle.picture.url : "";
-            handle.Drag.active = active;
-        }
+        onActiveChanged: handle.Drag.active = active
     }
 }

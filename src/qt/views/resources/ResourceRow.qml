@@ -39,9 +39,17 @@ ResourceRowData {
         color: Theme.faded(Theme.separator, 0.3)
     }
     DropArea {
+        function follow(drag: var) {
+            row.draggedAt(mapToItem(row.ListView.view, drag.x, drag.y).y);
+        }
+
         anchors.fill: parent
-        onEntered: drag => drag.accepted = row.isOfThisList(drag.source) && row.resources.enterRow(row.index, drag.urls, drag.formats.includes("text/plain"), drag.text)
-        onPositionChanged: drag => row.draggedAt(mapToItem(row.ListView.view, drag.x, drag.y).y)
+        onEntered: drag => {
+            drag.accepted = row.isOfThisList(drag.source) && row.resources.enterRow(row.index, drag.urls, drag.formats.includes("text/plain"), drag.text);
+            if (drag.accepted)
+                follow(drag);
+        }
+        onPositionChanged: drag => follow(drag)
         onExited: {
             row.draggedAt(-1);
             row.resources.leaveRow(row.index);
