@@ -1,7 +1,11 @@
 #include "qt/Views.h"
 
 #include <QCoreApplication>
+#include <QQuickItem>
 #include <QTimer>
+#include <cmath>
+#include <functional>
+#include <map>
 
 #include <gtest/gtest.h>
 
@@ -108,6 +112,39 @@ TEST_F(Views, textsTakeTheLinesThatTheyHave) {
     EXPECT_LE(interface.heightOf(wordy.description), 3 * interface.heightOf("Short") + 3);
     EXPECT_EQ(interface.heightOf("of two lines"), interface.heightOf("note"));
     EXPECT_GT(interface.heightOf("note"), 0);
+}
+
+/// How high the strokes of a symbol are in a picture of its window.
+int strokesOf(const QQuickItem& symbol, const QImage& shown) {
+    const auto place = symbol.mapRectToScene({0, 0, symbol.width(), symbol.height()}).toRect();
+    const auto picture = shown.copy(place);
+    int rows = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            const auto pixel = picture.pixelColor(x, y).lightness();
+            if (std::abs(pixel - picture.pixelColor(0, y).lightness()) < 60) continue;
+            ++rows;
+            break;
+        }
+    }
+    return rows;
+}
+
+TEST_F(Views, symbolsAreSeenAsLargeAsTheirSizeSays) {
+    interface.open({workspace("Work", {note()})});
+    auto& window = *interface.windows.front();
+    const auto shown = window.grabWindow();
+    std::map<int, int> heights;
+    const std::function<void(QQuickItem&)> look = [&](QQuickItem& item) {
+        if (item.property("symbol") == "play.fill" && item.inherits("QQuickText"))
+            heights[item.property("size").toInt()] = strokesOf(item, shown);
+        for (auto* child : item.childItems())
+            look(*child);
+    };
+    look(*window.contentItem());
+    ASSERT_EQ(heights.size(), 2u) << "of the start button and of the chip";
+    EXPECT_NEAR(heights[16] / 16.0, heights[12] / 12.0, 1.0 / 12);
+    EXPECT_GT(heights[16], heights[12] + 1);
 }
 
 TEST_F(Views, theMenuAndTheSheetsChangeTheList) {
