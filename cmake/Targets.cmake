@@ -5,8 +5,10 @@ target_include_directories(corvane_flags INTERFACE ${CMAKE_SOURCE_DIR}/src)
 target_compile_options(corvane_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
   -Woverloaded-virtual -Werror)
 if(CMAKE_UNITY_BUILD)
-  # A joined source includes the others, so a type of one of them seems to come from a header.
-  target_compile_options(corvane_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+  # A joined source includes the others, so a type of one of them seems to come from a header, and a name of another is
+  # shadowed.
+  target_compile_options(corvane_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>
+    $<$<CXX_COMPILER_ID:Clang>:-Wno-shadow>)
 endif()
 # So that a fault of memory ends the program before it becomes somebody's way in. Control-flow
 # protection is for the processors that have it.

@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::size_t edits = 600;
+constexpr std::size_t edits = 300;
 constexpr int kills = 300;
 
 Uuid identifier(std::size_t number) {
@@ -33,7 +33,7 @@ Workspace workspace(std::size_t number) {
     auto made = makeWorkspace("Workspace " + std::to_string(number), "", "folder", {});
     made.id = identifier(number);
     // Of very different sizes, so that a mixture of two files can't look whole.
-    made.description = std::string(number * 7919 % 20'000, 'x');
+    made.description = std::string(number * 7919 % 6'000, 'x');
     Resource resource;
     resource.id = identifier(number);
     made.resources.push_back(resource);
