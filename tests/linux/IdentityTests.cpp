@@ -9,6 +9,7 @@
 #include "linux/scripts/MdfindTool.h"
 #include "linux/system/DetachedProcess.h"
 #include "machine/Program.h"
+#include "platform/Bundles.h"
 #include "windows/MemoryWindowSystem.h"
 
 #include <filesystem>
@@ -208,6 +209,43 @@ TEST_F(IdentityTest, processesThatNobodyVouchesForAreNoApplications) {
     system_.clients.back().ignoresClose = true;
     EXPECT_TRUE(quitting_.terminate(named("Writer")));
     EXPECT_FALSE(quitting_.forceTerminate(named("Writer"))) << "nobody tells who is connected";
+}
+
+TEST_F(IdentityTest, whereNobodyTellsProcessesApplicationsAreWhatTheirWindowsSay) {
+    system_.tellsProcesses = false;
+    system_.connected.reset();
+    show("letter", 0, "writer");
+    show("sums", 0, "calc");
+    show("list", 0, "writer");
+    show("own", 0).hints.applicationId = programIdentifier;
+    install(programIdentifier, "Corvane", "Exec=" + place("bin/office"));
+    const auto own =
+        std::string("; Corvane|") + programIdentifier + "|/Applications/Corvane.app own";
+    EXPECT_EQ(all(), writer + " letter list; " + calc + " sums" + own);
+    const auto w = named("Writer"), c = named("Calc");
+    for (const auto& each : {w, c})
+        EXPECT_TRUE(each.processIdentifier != 0 && processOf(each.processIdentifier) == 0);
+    EXPECT_NE(w.processIdentifier, c.processIdentifier);
+    EXPECT_EQ(running_.ownWindow(0, "own")->title, "own");
+    EXPECT_FALSE(quitting_.terminate(named("Corvane")));
+
+    system_.clients[1].ignoresClose = true;
+    EXPECT_TRUE(quitting_.terminate(w));
+    EXPECT_TRUE(quitting_.terminate(c));
+    EXPECT_FALSE(quitting_.forceTerminate(c));
+    EXPECT_EQ(text::joined(system_.askedToClose, " "), "list letter sums");
+    EXPECT_EQ(all(), calc + " sums" + own);
+
+    show("strange", 0, "Unknown");
+    EXPECT_EQ(all(), std::string("Calc|test.calc| sums; Corvane|") + programIdentifier + "| own")
+        << "Focus Mode ends nothing while one of them could be anything";
+    EXPECT_TRUE(quitting_.terminate(c));
+    install("test.term", "Term", "Exec=xterm\nCategories=TerminalEmulator\nStartupWMClass=term");
+    show("shell", 0, "term");
+    EXPECT_TRUE(quitting_.terminate(named("Term")));
+    EXPECT_EQ(jobs_, std::vector<std::string>{"Term"}) << "what runs in it nobody tells";
+    uninstall("test.term");
+    uninstall(programIdentifier);
 }
 
 TEST_F(IdentityTest, aSandboxIsBelievedForWhatLiesInIt) {

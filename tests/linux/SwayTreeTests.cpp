@@ -56,6 +56,24 @@ std::string described(const Tree& tree) {
     return text.str();
 }
 
+TEST(SwayTreeTest, tellsWhereI3HasItsWindows) {
+    const auto con = [](int id, int xWindow) {
+        return node(id, "con", "0 0 9 9",
+                    ",\"window\":" + (xWindow ? std::to_string(xWindow) : "null"));
+    };
+    const auto floating = [&](int id, int xWindow) {
+        return node(id, "floating_con", "0 0 9 9", ",\"window\":null", con(id + 1, xWindow));
+    };
+    const auto tree =
+        node(1, "root", "0 0 9 9", "",
+             node(2, "workspace", "0 0 9 9", R"(,"name":"1")", con(3, 31), floating(4, 41)) + "," +
+                 node(6, "workspace", "0 0 9 9", R"(,"name":"__i3_scratch")", "", floating(7, 71)));
+    const std::map<std::uint64_t, PlaceInTree> places{
+        {31, PlaceInTree::tiled}, {41, PlaceInTree::floating}, {71, PlaceInTree::scratchpad}};
+    EXPECT_EQ(readPlaces(tree), places);
+    EXPECT_FALSE(readPlaces("{}"));
+}
+
 TEST(SwayTreeTest, tellsEveryWindowAsAPersonSeesIt) {
     const auto term = window(7, "con", "0 25 640 875", 25,
                              R"(,"name":"~","app_id":"foot","visible":true,"fullscreen_mode":0)");

@@ -78,6 +78,7 @@ Abilities MemoryWindowSystem::abilities(Deadline by) {
 std::optional<WindowsNow> MemoryWindowSystem::windows(Deadline) {
     if (!answers()) return std::nullopt;
     WindowsNow now{.isReady = !managerHasStopped && whatToDoFirst.empty(),
+                   .tellsProcesses = tellsProcesses,
                    .windows = {},
                    .active = active,
                    .session = session,

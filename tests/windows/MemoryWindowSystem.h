@@ -47,6 +47,7 @@ public:
     std::set<pid_t> session;
     /// Nothing where it can't tell; else who has windows is added.
     std::optional<std::set<pid_t>> connected = std::set<pid_t>();
+    bool tellsProcesses = true;
     bool isThere = true, serverHasStopped = false, managerHasStopped = false;
     std::string whatToDoFirst;
     /// How often it was asked for something that a real system would have to be asked for.

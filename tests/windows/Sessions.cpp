@@ -12,6 +12,7 @@ std::vector<SessionKind> sessionsOfThisMachine() {
     return {{"memory", startMemorySession},
             {"chosen", [] { return startX11Session(machine::windowManager()); }},
             {"xfwm4", [] { return startX11Session({"xfwm4"}); }},
+            {"i3", startI3Session},
             {"sway", startSwaySession},
             {"kwin", startKWinSession},
             {"gnome", [] { return startGnomeSession(); }}};

@@ -96,6 +96,7 @@ inline void PrintTo(const SessionKind& kind, std::ostream* out) {
 
 std::unique_ptr<WindowSession> startMemorySession();
 std::unique_ptr<WindowSession> startX11Session(const std::vector<std::string>& manager);
+std::unique_ptr<WindowSession> startI3Session();
 std::unique_ptr<WindowSession> startSwaySession();
 std::unique_ptr<WindowSession> startKWinSession();
 /// Its extension lies in XDG_DATA_HOME and is that of the running program.

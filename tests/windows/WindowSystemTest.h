@@ -32,6 +32,29 @@ inline std::string answerText(WindowAnswer answer) {
     return "?";
 }
 
+/// What a person could tell of all windows, from the lowest up.
+inline std::string describedWindows(WindowSystem& system) {
+    const auto now = system.windows(halfASecondFromNow());
+    if (!now) return "nothing told";
+    std::vector<std::string> words;
+    for (const auto& each : now->windows) {
+        auto word = each.title.value_or("?");
+        const auto add = [&](bool holds, const std::string& what) {
+            if (holds) word += " " + what;
+        };
+        add(each.kind == WindowKind::dock, "dock");
+        add(each.kind == WindowKind::desktop, "desktop");
+        add(!each.isOnScreen, "unseen");
+        add(each.isMinimized, "minimized");
+        add(each.isFullscreen, "fullscreen");
+        add(each.isMaximized, "maximized");
+        add(!each.canBeAskedToClose, "unaskable");
+        add(each.window.number == now->active, "active");
+        words.push_back(word);
+    }
+    return text::joined(words, "; ");
+}
+
 /// What every window system keeps to, on each desktop that this machine has.
 class WindowSystemTest : public testing::TestWithParam<SessionKind> {
 protected:
@@ -92,28 +115,7 @@ protected:
         waitUntilItStands(before.window);
         return done;
     }
-    /// What a person could tell of all windows, from the lowest up.
-    std::string all() {
-        const auto windows = now();
-        if (!windows) return "nothing told";
-        std::vector<std::string> words;
-        for (const auto& each : windows->windows) {
-            auto word = each.title.value_or("?");
-            const auto add = [&](bool holds, const std::string& what) {
-                if (holds) word += " " + what;
-            };
-            add(each.kind == WindowKind::dock, "dock");
-            add(each.kind == WindowKind::desktop, "desktop");
-            add(!each.isOnScreen, "unseen");
-            add(each.isMinimized, "minimized");
-            add(each.isFullscreen, "fullscreen");
-            add(each.isMaximized, "maximized");
-            add(!each.canBeAskedToClose, "unaskable");
-            add(each.window.number == windows->active, "active");
-            words.push_back(word);
-        }
-        return text::joined(words, "; ");
-    }
+    std::string all() { return describedWindows(system_); }
     /// Those of them that a deed can be done to here.
     std::vector<ByHand> deeds() {
         std::vector<ByHand> result{ByHand::move};

@@ -1,3 +1,4 @@
+#include "linux/windows/sway/I3WindowSystem.h"
 #include "linux/windows/x11/X11WindowSystem.h"
 #include "machine/XDisplay.h"
 #include "windows/WindowSession.h"
@@ -42,18 +43,23 @@ public:
         EXPECT_TRUE(windowsBecome(0));
     }
 
-    WindowSystem& system() override { return system_; }
+    WindowSystem& system() override {
+        if (managerWords_.front() == "i3") return i3_;
+        return system_;
+    }
     bool has(Feature feature) const override {
         const auto& manager = managerWords_.front();
         // Others take any size from a pager.
         if (feature == Feature::secondMonitor || feature == Feature::sizeSteps)
             return manager == "openbox";
         static const std::map<Feature, std::set<std::string>> lacking{
-            {Feature::sizeLimits, {"metacity", "marco", "icewm", "fluxbox"}},
+            {Feature::sizeLimits, {"metacity", "marco", "icewm", "fluxbox", "i3"}},
             // The frame goes beyond the edges then.
-            {Feature::maximizing, {"icewm"}},
+            {Feature::maximizing, {"icewm", "i3"}},
+            {Feature::minimizing, {"i3"}},
+            {Feature::shading, {"i3"}},
             {Feature::bareScreen, {"icewm", "fluxbox"}},
-            {Feature::panels, {"icewm", "fluxbox"}},
+            {Feature::panels, {"icewm", "fluxbox", "i3"}},
             {Feature::overTheEdge, {"metacity", "marco", "icewm"}},
             {Feature::order, {"fluxbox"}}};
         const auto found = lacking.find(feature);
@@ -101,9 +107,12 @@ public:
         around.resize(4);
         for (std::size_t i = 0; i < shadow.size(); ++i)
             around[i] -= shadow[i];
-        return frameText({{double(left[0] - around[0]), double(top[0] - around[2])},
-                          {double(width[0] + around[0] + around[1]),
-                           double(height[0] + around[2] + around[3])}});
+        // The border is the client's own, which i3 leaves it.
+        const int border = numbersBehind(info, "Border width:").at(0);
+        return frameText(
+            {{double(left[0] + border - around[0]), double(top[0] + border - around[2])},
+             {double(width[0] + around[0] + around[1]),
+              double(height[0] + around[2] + around[3])}});
     }
     void act(const WindowRef& window, ByHand deed) override {
         static const std::map<ByHand, std::string> commands{
@@ -157,9 +166,34 @@ private:
     std::vector<std::string> managerWords_;
     std::vector<std::unique_ptr<Program>> clients_;
     x11::X11WindowSystem system_;
+    sway::I3WindowSystem i3_{system_};
+};
+
+/// Its user has everything float.
+class I3Session final : ScopedVariable, public X11Session {
+public:
+    I3Session() : ScopedVariable("I3SOCK", place("i3.socket")), X11Session(manager()) {}
+
+    void act(const WindowRef& window, ByHand deed) override {
+        // It has no other workspace until a window goes there.
+        if (deed != ByHand::toOtherWorkspace) return X11Session::act(window, deed);
+        EXPECT_TRUE(runs("i3-msg -s $I3SOCK '[id=" + std::to_string(window.number) +
+                         "] move container to workspace 2'"));
+    }
+
+private:
+    static std::vector<std::string> manager() {
+        write(place("i3.config"), "# i3 config file (v4)\nipc-socket " + place("i3.socket") +
+                                      "\nfor_window [class=\".*\"] floating enable\n");
+        return {"i3", "-c", place("i3.config")};
+    }
 };
 
 } // namespace
+
+std::unique_ptr<WindowSession> startI3Session() {
+    return std::make_unique<I3Session>();
+}
 
 std::unique_ptr<WindowSession> startX11Session(const std::vector<std::string>& manager) {
     return std::make_unique<X11Session>(manager);

@@ -4,6 +4,7 @@
 #include "linux/installed/TerminalEmulator.h"
 #include "linux/running/RunningApplications.h"
 #include "linux/system/ProcessFacts.h"
+#include "platform/Bundles.h"
 
 #include <algorithm>
 #include <csignal>
@@ -38,7 +39,9 @@ std::optional<ShownApplication> Quitting::targetOf(const RunningApplication& app
                                                    const WindowsNow& now) {
     for (auto& shown : running_.shownAmong(now)) {
         if (shown.application.processIdentifier != application.processIdentifier) continue;
-        const bool isOurs = shown.process == ::getpid();
+        const bool isOurs =
+            shown.process == ::getpid() ||
+            (shown.process == 0 && shown.application.bundleIdentifier == programIdentifier);
         if (isOurs || shown.belongsToSession ||
             shown.application.startTime != application.startTime ||
             shown.application.bundleIdentifier != application.bundleIdentifier) {
@@ -70,10 +73,12 @@ bool Quitting::askToClose(const RunningApplication& application, bool jobsMayEnd
         if (!isDesktop(window) && window.canBeAskedToClose) windows.push_back(window.window);
     }
     if (windows.empty()) return false;
-    const auto& program = target->application.executableURL;
     std::vector<std::string> jobs;
-    if (!jobsMayEnd && program && terminalEmulator::closesUnasked(program->path()))
-        jobs = foregroundJobsBelow(target->process);
+    if (!jobsMayEnd && terminalEmulator::closesUnasked(target->program)) {
+        if (target->process > 0) jobs = foregroundJobsBelow(target->process);
+        // Nobody tells whether something runs in it.
+        if (target->process == 0) jobs = {target->application.localizedName.value_or("?")};
+    }
     if (!jobs.empty()) {
         // Whoever answers "Cancel" wasn't asked by a window, so nothing may be ended by force.
         askAboutJobs_(std::move(jobs), [this, application] { askToClose(application, true); });

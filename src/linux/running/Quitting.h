@@ -29,7 +29,8 @@ public:
 
     /// Asks each of the application's windows that takes such a request to close, those above
     /// others first. A desktop that a file manager draws stays. Where a terminal emulator would
-    /// close them without a question while a job runs in them, the user is asked first. True when
+    /// close them without a question while a job runs in them, or may run where its process isn't
+    /// told, the user is asked first. True when
     /// one or the user was asked, and for what was asked before and has lost its last window since.
     /// False for this program and the session's own, for what has ended, another process in its
     /// place included, for what has no window that can be asked, and where the display doesn't

@@ -105,6 +105,7 @@ ShownApplication described(const ProcessShare& share, const ProcessFacts& proces
     ShownApplication shown{.process = process.processIdentifier,
                            .launchedProcess = process.launchedProcess,
                            .windows = share.windows,
+                           .program = process.executable,
                            .belongsToSession = belongsToSession};
     auto& result = shown.application;
     result.startTime = process.startTime;
@@ -121,6 +122,29 @@ ShownApplication described(const ProcessShare& share, const ProcessFacts& proces
     if (counting.empty()) counting = share.windows;
     result.isHidden = std::ranges::all_of(counting, &ManagedWindow::isMinimized);
     return shown;
+}
+
+/// Of windows whose processes nobody tells. One that names no application may be of any, so that
+/// none can be told to be in the way then: without a bundle, none is taken for a user's own.
+std::vector<ShownApplication> namedAmong(const Windows& windows, const Known& known) {
+    std::vector<ProcessShare> shares;
+    bool areAllKnown = true;
+    for (const auto& window : windows) {
+        const auto* application = applicationNamedBy(window.hints, {}, known.installed);
+        areAllKnown = areAllKnown && application;
+        if (!application) continue;
+        auto share = std::ranges::find(shares, application, &ProcessShare::application);
+        if (share == shares.end()) share = shares.insert(share, {application, {}});
+        share->windows.push_back(window);
+    }
+    std::vector<ShownApplication> applications;
+    for (const auto& share : shares) {
+        auto shown = described(share, {}, false, windows, known);
+        shown.program = share.application->executable;
+        if (!areAllKnown) shown.application.bundleURL.reset();
+        applications.push_back(std::move(shown));
+    }
+    return applications;
 }
 
 /// Main ones before others, then by their place.
@@ -142,6 +166,8 @@ std::int32_t RunningApplications::identifierOf(const ProcessFacts& process,
     auto& holder = holders_[process.processIdentifier];
     if (holder.startTime != process.startTime) holder = {process.startTime, {}};
     auto& applications = holder.applications;
+    // No application has the identifier 0.
+    if (process.processIdentifier == 0 && applications.empty()) applications.emplace_back();
     auto place = std::ranges::find(applications, desktopId);
     if (place == applications.end() && applications.size() < rounds)
         place = applications.insert(place, desktopId);
@@ -152,7 +178,7 @@ std::int32_t RunningApplications::identifierOf(const ProcessFacts& process,
 
 std::vector<ShownApplication> RunningApplications::shownAmong(const WindowsNow& now) {
     const Known known = lookUp(installed_);
-    auto processes = processesOf(now.windows);
+    auto processes = now.tellsProcesses ? processesOf(now.windows) : std::vector<Running>();
     std::set<pid_t> withWindows;
     for (const auto& running : processes)
         withWindows.insert(running.process.processIdentifier);
@@ -173,6 +199,13 @@ std::vector<ShownApplication> RunningApplications::shownAmong(const WindowsNow& 
             shown.isAloneInProcess = shares.size() == 1;
             applications.push_back(std::move(shown));
         }
+    }
+    for (auto& shown :
+         now.tellsProcesses ? std::vector<ShownApplication>() : namedAmong(now.windows, known)) {
+        const auto id = shown.application.bundleIdentifier.value_or("") + ".desktop";
+        ids.insert(id);
+        shown.application.processIdentifier = identifierOf({}, id);
+        applications.push_back(std::move(shown));
     }
     for (const auto& [application, process] : launched_.underway(ids)) {
         auto shown = described({&application, {}}, process, false, {}, known);
@@ -223,7 +256,9 @@ std::optional<ManagedWindow> RunningApplications::ownWindow(std::uint64_t number
     // The number alone may be another window's, where the toolkit counts by itself; and it may have
     // put the program's name behind the title.
     const auto likeness = [&](const ManagedWindow& window) {
-        if (window.window.process != ::getpid()) return 0;
+        const bool isOurs = now->tellsProcesses ? window.window.process == ::getpid()
+                                                : window.hints.applicationId == programIdentifier;
+        if (!isOurs) return 0;
         return (isTitled(window) ? 2 : 0) + (window.window.number == number ? 1 : 0);
     };
     const auto best = std::ranges::max_element(now->windows, {}, likeness);

@@ -26,10 +26,13 @@ inline pid_t processOf(std::int32_t identifier) {
 /// A running application with its windows, bottom to top. Its process may hold others.
 struct ShownApplication {
     RunningApplication application = {};
+    /// 0 where the display tells no processes.
     pid_t process = 0;
     /// The process that a launcher started, which this one may come from.
     pid_t launchedProcess = 0;
     std::vector<ManagedWindow> windows = {};
+    /// A path, or a name where only its desktop entry tells it; empty where neither does.
+    std::string program = {};
     /// Draws panels or manages windows: never asked to quit.
     bool belongsToSession = false;
     bool isAloneInProcess = true;
@@ -44,12 +47,14 @@ public:
                         LaunchedApplications& launched)
         : installed_(installed), recent_(recent), launched_(launched) {}
 
-    /// In order of process start; empty where the display doesn't answer within half a second. An
-    /// application is regular if one of its windows is ordinary and in the taskbar; panels and the
-    /// window manager never are. It is hidden if all such windows are iconified. What is no
-    /// installed application has the name of its window class, and its program for a bundle. The
-    /// first application of a process has the process's identifier, each further one a number above
-    /// all processes', the same for as long as the process lives.
+    /// In order of process start; where the display tells no processes, in the order in which the
+    /// applications were first seen, without those whose windows name no installed one. Empty where
+    /// the display doesn't answer within half a second. An application is regular if one of its
+    /// windows is ordinary and in the taskbar; panels and the window manager never are. It is
+    /// hidden if all such windows are iconified. What is no installed application has the name of
+    /// its window class, and its program for a bundle. The first application of a process has the
+    /// process's identifier, each further one a number above all processes', the same for as long
+    /// as the process lives.
     std::vector<RunningApplication> list();
 
     /// The same with the windows; nothing where the display doesn't answer.

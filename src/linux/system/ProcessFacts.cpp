@@ -237,6 +237,20 @@ pid_t parentOf(pid_t processIdentifier) {
     return parent;
 }
 
+std::vector<StartedProcess> processesBeside(pid_t other, const std::string& commandName) {
+    const auto user = statusWords(folderOf(other), "Uid:");
+    std::vector<StartedProcess> found;
+    for (const auto process : allProcesses()) {
+        const auto folder = folderOf(process);
+        if (contentOf(folder + "/comm") != commandName + '\n') continue;
+        if (statusWords(folder, "Uid:") != user) continue;
+        // One that has ended has none.
+        const auto words = contentOf(folder + "/cmdline", longestStart);
+        if (!words.empty()) found.push_back({process, text::split(words, '\0')});
+    }
+    return found;
+}
+
 bool sendSignal(pid_t processIdentifier, std::uint64_t startTime, int signal) {
     // What the descriptor names stays the same process from here on; the check comes after.
     const FileDescriptor process(::pidfd_open(processIdentifier, 0));

@@ -52,6 +52,13 @@ std::size_t processSpacesOf(pid_t processIdentifier);
 /// The process above it; 0 where there is none that can be seen.
 pid_t parentOf(pid_t processIdentifier);
 
+struct StartedProcess {
+    pid_t process = 0;
+    std::vector<std::string> words;
+};
+/// The processes of that name of the user whom another one is of, with the words that started them.
+std::vector<StartedProcess> processesBeside(pid_t other, const std::string& commandName);
+
 /// The program runs programs of others, whatever version of it ("python3.11", "sh", "env").
 bool isInterpreter(std::string_view program);
 

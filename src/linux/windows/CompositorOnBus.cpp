@@ -7,12 +7,6 @@
 
 namespace corvane {
 
-int millisecondsTo(Deadline by) {
-    using namespace std::chrono;
-    const auto left = ceil<milliseconds>(by - steady_clock::now()).count();
-    return static_cast<int>(std::max<std::int64_t>(left, 0));
-}
-
 CompositorOnBus::Values CompositorOnBus::call(const std::string& path, const std::string& method,
                                               GVariant* parameters, Deadline by,
                                               std::string* error) {

@@ -41,7 +41,4 @@ private:
     std::optional<pid_t> process_;
 };
 
-/// As bus and poll take it: 0 where it is over.
-int millisecondsTo(Deadline by);
-
 } // namespace corvane

@@ -20,7 +20,13 @@ bool takesRequests(const XClient& client, const ManagedWindow* found,
 
 } // namespace
 
-std::optional<pid_t> waylandCompositor() {
+int millisecondsTo(Deadline by) {
+    using namespace std::chrono;
+    const auto left = ceil<milliseconds>(by - steady_clock::now()).count();
+    return static_cast<int>(std::max<std::int64_t>(left, 0));
+}
+
+FileDescriptor connectedToWayland() {
     const auto variable = [](const char* name) {
         const char* value = std::getenv(name);
         return std::string(value ? value : "");
@@ -28,7 +34,11 @@ std::optional<pid_t> waylandCompositor() {
     auto display = variable("WAYLAND_DISPLAY");
     if (display.empty()) display = "wayland-0";
     if (!display.starts_with('/')) display = variable("XDG_RUNTIME_DIR") + '/' + display;
-    const auto socket = connectedTo(display);
+    return connectedTo(display);
+}
+
+std::optional<pid_t> waylandCompositor() {
+    const auto socket = connectedToWayland();
     return socket ? std::optional(processBehind(socket.get())) : std::nullopt;
 }
 

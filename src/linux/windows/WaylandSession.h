@@ -1,5 +1,6 @@
 #pragma once
 
+#include "linux/system/FileDescriptor.h"
 #include "linux/windows/WindowSystem.h"
 
 #include <span>
@@ -7,8 +8,15 @@
 /// What all compositors have in common.
 namespace corvane {
 
-/// The process that listens at the session's Wayland display: WAYLAND_DISPLAY, or "wayland-0".
-/// Nothing where nobody listens; 0 where it isn't of this machine and process space.
+/// As bus and poll take it: 0 where it is over.
+int millisecondsTo(Deadline by);
+
+/// A connection to the session's Wayland display: WAYLAND_DISPLAY, or "wayland-0". None where
+/// nobody listens there. Doesn't block.
+FileDescriptor connectedToWayland();
+
+/// The process that listens there. Nothing where nobody listens; 0 where it isn't of this machine
+/// and process space.
 std::optional<pid_t> waylandCompositor();
 
 /// Puts the monitor at the origin in front, for compositors that have no primary one: a place to

@@ -77,6 +77,9 @@ struct ManagedWindow {
 struct WindowsNow {
     /// What isReady() says at that moment.
     bool isReady = true;
+    /// It tells whose windows they are. Where it doesn't, all are known by what they say of their
+    /// application alone.
+    bool tellsProcesses = true;
     /// Bottom to top, at most `mostWindows`.
     std::vector<ManagedWindow> windows;
     std::optional<std::uint64_t> active;

@@ -4,7 +4,9 @@
 #include "linux/windows/WaylandSession.h"
 #include "linux/windows/gnome/GnomeAgent.h"
 #include "linux/windows/kwin/KWinAgent.h"
+#include "linux/windows/sway/I3WindowSystem.h"
 #include "linux/windows/sway/SwayWindowSystem.h"
+#include "linux/windows/toplevels/ToplevelWindowSystem.h"
 #include "linux/windows/x11/X11WindowSystem.h"
 
 #include <cstdlib>
@@ -88,17 +90,22 @@ private:
         const bool isWayland = isSet("WAYLAND_DISPLAY");
         const auto isXwayland = isWayland ? true : xServer_.isXwayland(by);
         if (isXwayland == false) chosen_ = &xServer_;
+        if (isXwayland == false && i3_.isHere(by)) chosen_ = &i3_;
         if (isXwayland == true && sway_.isReady(by)) chosen_ = &sway_;
         for (auto* const each : {&kwin_, &gnome_})
             if (isXwayland == true && !chosen_ && each->isHere(by)) chosen_ = each;
+        if (isXwayland == true && !chosen_ && toplevels_.isHere(by)) chosen_ = &toplevels_;
         return chosen_;
     }
 
     std::mutex mutex_;
     x11::X11WindowSystem xServer_;
+    sway::I3WindowSystem i3_{xServer_};
     sway::SwayWindowSystem sway_{xServerHere()};
     AgentWindowSystem kwin_{std::make_unique<kwin::KWinAgent>(), xServerHere()};
     AgentWindowSystem gnome_{std::make_unique<gnome::GnomeAgent>(), xServerHere()};
+    /// Behind those that tell more.
+    toplevels::ToplevelWindowSystem toplevels_{xServerHere()};
     /// One of these; null until somebody answers.
     WindowSystem* chosen_ = nullptr;
 };

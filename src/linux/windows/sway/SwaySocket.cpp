@@ -1,6 +1,7 @@
 #include "linux/windows/sway/SwaySocket.h"
 
 #include "linux/system/UnixSocket.h"
+#include "linux/windows/WaylandSession.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -21,11 +22,9 @@ constexpr std::size_t headerSize = magic.size() + 2 * sizeof(std::uint32_t);
 constexpr std::size_t mostBytes = 16 << 20;
 
 bool waitFor(int socket, short event, Deadline by) {
-    using namespace std::chrono;
     for (;;) {
-        const auto left = duration_cast<milliseconds>(by - steady_clock::now()).count();
         pollfd waiting{socket, event, 0};
-        const int ready = ::poll(&waiting, 1, static_cast<int>(std::max<std::int64_t>(left, 0)));
+        const int ready = ::poll(&waiting, 1, millisecondsTo(by));
         if (ready >= 0 || errno != EINTR) return ready > 0;
     }
 }
@@ -80,19 +79,23 @@ std::string environment(const char* variable) {
     return value ? value : "";
 }
 
-/// A sway that was started again has a socket of another name than its clients were told.
+/// One that was started again has a socket of another name than its clients were told.
 std::vector<std::string> candidates() {
     namespace fs = std::filesystem;
     std::vector<std::pair<fs::file_time_type, std::string>> found;
-    std::error_code error;
-    fs::directory_iterator file(environment("XDG_RUNTIME_DIR"), error);
-    for (; file != fs::directory_iterator(); file.increment(error)) {
-        const std::string name = file->path().filename();
-        if (!name.starts_with("sway-ipc.") || !name.ends_with(".sock")) continue;
-        found.emplace_back(fs::last_write_time(file->path(), error), file->path());
+    const auto runtime = environment("XDG_RUNTIME_DIR");
+    for (const auto& folder : {runtime, runtime + "/i3"}) {
+        std::error_code error;
+        fs::directory_iterator file(folder, error);
+        for (; file != fs::directory_iterator(); file.increment(error)) {
+            const std::string name = file->path().filename();
+            const bool isSway = name.starts_with("sway-ipc.") && name.ends_with(".sock");
+            if (!isSway && !name.starts_with("ipc-socket.")) continue;
+            found.emplace_back(fs::last_write_time(file->path(), error), file->path());
+        }
     }
     std::ranges::sort(found, std::ranges::greater());
-    std::vector<std::string> paths{environment("SWAYSOCK")};
+    std::vector<std::string> paths{environment("SWAYSOCK"), environment("I3SOCK")};
     for (auto& [time, path] : found)
         paths.push_back(std::move(path));
     return paths;

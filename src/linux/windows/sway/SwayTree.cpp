@@ -145,6 +145,20 @@ void TreeReader::setOwners() {
     }
 }
 
+/// Of i3 a floating window is inside of what floats.
+void readPlacesBelow(const json::Value& node, PlaceInTree place,
+                     std::map<std::uint64_t, PlaceInTree>& places) {
+    const auto type = node.required("type").text();
+    if (type == "floating_con" && place == PlaceInTree::tiled) place = PlaceInTree::floating;
+    if (type == "workspace" && textOf(node, "name") == "__i3_scratch")
+        place = PlaceInTree::scratchpad;
+    if (const auto window = node.optional("window"))
+        places[numberOf<std::uint32_t>(*window)] = place;
+    for (const auto* children : {"nodes", "floating_nodes"})
+        for (const auto& child : node.required(children).elements())
+            readPlacesBelow(child, place, places);
+}
+
 template <typename Read>
 auto readAnswer(std::string_view answer, Read&& read)
     -> std::optional<decltype(read(std::declval<json::Value>()))> {
@@ -162,6 +176,14 @@ auto readAnswer(std::string_view answer, Read&& read)
 
 std::optional<Tree> readTree(std::string_view answer) {
     return readAnswer(answer, [](const json::Value& root) { return TreeReader().take(root); });
+}
+
+std::optional<std::map<std::uint64_t, PlaceInTree>> readPlaces(std::string_view answer) {
+    return readAnswer(answer, [](const json::Value& root) {
+        std::map<std::uint64_t, PlaceInTree> places;
+        readPlacesBelow(root, PlaceInTree::tiled, places);
+        return places;
+    });
 }
 
 std::optional<std::vector<Monitor>> readMonitors(std::string_view outputs,

@@ -2,6 +2,7 @@
 
 #include "linux/windows/WindowSystem.h"
 
+#include <map>
 #include <string_view>
 
 /// The answers of sway as values. Nothing comes of an answer that isn't formed as sway's are.
@@ -24,6 +25,11 @@ struct Tree {
 /// The answer to `get_tree`. A window in the scratchpad counts as minimized, and is on no
 /// workspace.
 std::optional<Tree> readTree(std::string_view answer);
+
+enum class PlaceInTree { tiled, floating, scratchpad };
+
+/// The answer of i3 to `get_tree`: X11 windows by their numbers at the X server.
+std::optional<std::map<std::uint64_t, PlaceInTree>> readPlaces(std::string_view answer);
 
 /// The answers to `get_outputs` and `get_workspaces`: the outputs that are on, each with what bars
 /// leave of it.

@@ -1,0 +1,129 @@
+#include "linux/windows/WindowSystems.h"
+#include "windows/WindowSystemTest.h"
+
+#include <array>
+
+using namespace corvane;
+
+/// What a compositor tells everybody of its windows. Sway does as well, and is one of those that
+/// tell no more where its own socket isn't found.
+namespace {
+
+class ToplevelTest : public testing::Test {
+protected:
+    WindowRef shown(const ClientWishes& wishes) {
+        session_->show(wishes);
+        EXPECT_TRUE(comesTrue([&] { return listed(system_, wishes.title).number > 0; }));
+        return listed(system_, wishes.title);
+    }
+    static WindowRef listed(WindowSystem& system, const std::string& title) {
+        const auto now = system.windows(halfASecondFromNow());
+        for (const auto& each : now.value_or(WindowsNow()).windows)
+            if (each.title == title) return each.window;
+        return {};
+    }
+    std::string all() { return describedWindows(system_); }
+    std::string ask(std::vector<WindowRef> windows) {
+        return answerText(system_.askToClose(windows, halfASecondFromNow()));
+    }
+
+    /// Chosen while sway's socket isn't to be found.
+    static std::unique_ptr<WindowSystem> chosen() {
+        const std::string runtime = std::getenv("XDG_RUNTIME_DIR");
+        const machine::ScopedVariable display("WAYLAND_DISPLAY", runtime + "/wayland-1");
+        const machine::ScopedVariable folder("XDG_RUNTIME_DIR", runtime + "/elsewhere");
+        const machine::ScopedVariable socket("SWAYSOCK", "");
+        auto system = windowSystemHere();
+        system->windows(halfASecondFromNow());
+        return system;
+    }
+
+    const std::unique_ptr<WindowSession> session_ = startSwaySession();
+    const std::unique_ptr<WindowSystem> here_ = chosen();
+    WindowSystem& system_ = *here_;
+};
+
+TEST_F(ToplevelTest, tellsWhatItCan) {
+    comesToShow("", [this] { return all(); });
+    const auto can = system_.abilities(halfASecondFromNow());
+    EXPECT_TRUE(can.desktop.ends_with(" (Wayland)")) << can.desktop;
+    EXPECT_FALSE(can.placesWindows || can.tellsProcesses || can.whatToDoFirst.empty());
+    EXPECT_FALSE(system_.isReady(halfASecondFromNow()));
+    EXPECT_FALSE(system_.monitors(halfASecondFromNow()));
+    const auto one = shown({.title = "one"});
+    shown({.title = "tw\xc3\xb6"});
+    comesToShow("one; tw\xc3\xb6 active", [this] { return all(); });
+    const auto now = system_.windows(halfASecondFromNow()).value();
+    EXPECT_FALSE(now.isReady || now.tellsProcesses || now.connected);
+    EXPECT_EQ(now.windows[0].hints.applicationId, "window_client");
+    EXPECT_EQ(system_.window(one, halfASecondFromNow()), now.windows[0]);
+    session_->act(listed(session_->system(), "one"), ByHand::fillScreen);
+    comesToShow("tw\xc3\xb6; one fullscreen active", [this] { return all(); });
+}
+
+TEST_F(ToplevelTest, doesWhatItCan) {
+    const auto one = shown({.title = "one"});
+    shown({.title = "two"});
+    const auto by = [] { return halfASecondFromNow(); };
+    comesToShow("one; two active", [this] { return all(); });
+    EXPECT_EQ(answerText(system_.activate(one, by())), "done");
+    const auto other = [this] { return describedWindows(session_->system()); };
+    comesToShow("two; one active", other);
+    for (const bool on : {true, true, false, false}) {
+        EXPECT_EQ(answerText(system_.setFullscreen(one, on, by())), "done");
+        comesToShow(on ? "two; one fullscreen active" : "two; one active", other);
+    }
+    EXPECT_EQ(answerText(system_.place(one, {PixelPoint{1, 2}}, by())), "refused");
+    for (const auto& stranger : {WindowRef{one.number, 1}, WindowRef{one.number + 1000}}) {
+        EXPECT_FALSE(system_.window(stranger, by()));
+        EXPECT_EQ(answerText(system_.place(stranger, {PixelPoint{1, 2}}, by())), "gone");
+        EXPECT_EQ(answerText(system_.setFullscreen(stranger, true, by())), "gone");
+        EXPECT_EQ(answerText(system_.setMaximized(stranger, true, by())), "gone");
+        EXPECT_EQ(answerText(system_.activate(stranger, by())), "gone");
+    }
+    EXPECT_EQ(other(), "two; one active");
+}
+
+TEST_F(ToplevelTest, asksToCloseWhatIsntCutOff) {
+    const auto closing = shown({.title = "closing"});
+    const auto ignoring = shown({.title = "ignoring", .atClose = AtClose::ignores});
+    shown({.title = "bystander"});
+    EXPECT_EQ(ask({}), "gone");
+    EXPECT_EQ(ask({ignoring, {closing.number, 1}, closing}), "done");
+    comesToShow("ignoring; bystander active", [this] { return all(); });
+    EXPECT_EQ(ask({closing}), "gone");
+    const auto deaf = shown({.title = "deaf", .atClose = AtClose::takesNoRequest});
+    EXPECT_EQ(ask({deaf}), "refused");
+    comesToShow("ignoring; bystander; deaf unaskable active", [this] { return all(); });
+    {
+        const machine::ScopedVariable elsewhere("DISPLAY", ":99");
+        const auto other = chosen();
+        comesToShow("bystander unaskable; ignoring unaskable; deaf unaskable active",
+                    [&] { return describedWindows(*other); });
+        EXPECT_EQ(answerText(other->askToClose(std::array{ignoring}, halfASecondFromNow())),
+                  "refused")
+            << "which are X11's can't be told";
+    }
+}
+
+TEST_F(ToplevelTest, waitsForNoOneAndIsFoundAgain) {
+    const auto one = shown({.title = "one"});
+    const auto process = session_->system().windows(halfASecondFromNow())->windows[0].window;
+    session_->stop(Part::server, process);
+    const auto start = Clock::now();
+    EXPECT_FALSE(system_.windows(halfASecondFromNow()));
+    EXPECT_EQ(answerText(system_.setFullscreen(one, true, halfASecondFromNow())), "unanswered");
+    EXPECT_EQ(ask({one}), "unanswered");
+    EXPECT_LT(Clock::now() - start, std::chrono::milliseconds(2400));
+    session_->goOn(Part::server, process);
+    comesToShow("one active", [this] { return all(); });
+    session_->end();
+    EXPECT_TRUE(comesTrue([this] { return all() == "nothing told"; }));
+    session_->startAgain();
+    const auto two = shown({.title = "two"});
+    EXPECT_GT(two.number, one.number);
+    EXPECT_EQ(ask({one}), "gone");
+    comesToShow("two active", [this] { return all(); });
+}
+
+} // namespace
