@@ -140,6 +140,7 @@ WindowAnswer SwayWindowSystem::place(const WindowRef& window, const FrameWish& w
 
 WindowAnswer SwayWindowSystem::moveTo(const TreeWindow& start, const FrameWish& wish, Deadline by) {
     const auto& window = start.window.window;
+    TreeWindow now = start;
     PixelRect last;
     std::string words;
     const auto placed = approach(
@@ -153,29 +154,26 @@ WindowAnswer SwayWindowSystem::moveTo(const TreeWindow& start, const FrameWish& 
                  return ask(Question::run, words, by) ? ApproachSteps::Asked::answered
                                                       : ApproachSteps::Asked::unanswered;
              },
-         .look = [&] { return words.empty() ? start.window.frame : frameAtRest(window, last, by); },
+         .look = [&] { return words.empty() ? start.window.frame : frameAtRest(now, last, by); },
          .isLate = [&] { return steady_clock::now() >= by; }});
     // Sway shows what it moves: a window of a hidden workspace is on another one then.
-    TreeWindow end;
     const auto& workspace = start.window.workspace;
-    if (placed == WindowAnswer::done && look(window, end, by) == WindowAnswer::done &&
-        end.window.workspace != workspace && canBeNamed(workspace) &&
-        contains(start.workspaceArea, end.window.frame)) {
+    if (placed == WindowAnswer::done && now.window.workspace != workspace &&
+        canBeNamed(workspace) && contains(start.workspaceArea, now.window.frame)) {
         ask(Question::run, criteria(window) + "move container to workspace " + workspace, by);
     }
     return placed;
 }
 
 /// Nothing tells that a frame changed. One that stays another than the aim for a while stands.
-std::optional<PixelRect> SwayWindowSystem::frameAtRest(const WindowRef& window,
-                                                       const PixelRect& aim, Deadline by) {
+std::optional<PixelRect> SwayWindowSystem::frameAtRest(TreeWindow& now, const PixelRect& aim,
+                                                       Deadline by) {
     constexpr auto quiet = std::chrono::milliseconds(60);
     constexpr auto pause = std::chrono::milliseconds(1);
     std::optional<PixelRect> last;
     auto until = steady_clock::now() + quiet;
     for (;;) {
-        TreeWindow now;
-        const auto answer = look(window, now, by);
+        const auto answer = look(WindowRef(now.window.window), now, by);
         if (answer == WindowAnswer::gone) return std::nullopt;
         if (answer != WindowAnswer::done) return last.value_or(PixelRect());
         const auto& frame = now.window.frame;

@@ -33,8 +33,8 @@ private:
     std::optional<Tree> tree(Deadline by);
     /// `done` where it is there, and then as it is now.
     WindowAnswer look(const WindowRef& window, TreeWindow& now, Deadline by);
-    std::optional<PixelRect> frameAtRest(const WindowRef& window, const PixelRect& aim,
-                                         Deadline by);
+    /// Keeps `now` up to date.
+    std::optional<PixelRect> frameAtRest(TreeWindow& now, const PixelRect& aim, Deadline by);
     WindowAnswer moveTo(const TreeWindow& start, const FrameWish& wish, Deadline by);
 
     std::mutex mutex_;
