@@ -19,11 +19,7 @@ public:
     void setObject(std::string_view key, PropertyList value) override {
         desktop_.defaults.insert_or_assign(std::string(key), std::move(value));
     }
-    void removeObject(std::string_view key) override {
-        if (const auto found = desktop_.defaults.find(key); found != desktop_.defaults.end()) {
-            desktop_.defaults.erase(found);
-        }
-    }
+    void removeObject(std::string_view key) override { desktop_.defaults.erase(std::string(key)); }
     void removePersistentDomain() override { desktop_.defaults.clear(); }
     bool isUnreadable() const override { return desktop_.defaultsAreUnreadable; }
 
@@ -32,9 +28,7 @@ private:
 };
 
 const SimulatedApplication* findByPath(const SimulatedDesktop& desktop, std::string_view path) {
-    const auto found =
-        std::find_if(desktop.applications.begin(), desktop.applications.end(),
-                     [&](const auto& application) { return application.path == path; });
+    const auto found = std::ranges::find(desktop.applications, path, &SimulatedApplication::path);
     return found == desktop.applications.end() ? nullptr : &*found;
 }
 
@@ -200,12 +194,9 @@ private:
         const auto option = std::find(arguments.begin(), arguments.end(), "-a");
         if (option == arguments.end() || option + 1 == arguments.end()) return {1, {}};
         const auto& wanted = *(option + 1);
-        const bool known = std::any_of(desktop_.applications.begin(), desktop_.applications.end(),
-                                       [&](const SimulatedApplication& application) {
-                                           return !application.openError &&
-                                                  (application.path == wanted ||
-                                                   path::stem(application.path) == wanted);
-                                       });
+        const bool known = std::ranges::any_of(desktop_.applications, [&](const auto& each) {
+            return !each.openError && (each.path == wanted || path::stem(each.path) == wanted);
+        });
         return {known ? 0 : 1, {}};
     }
 

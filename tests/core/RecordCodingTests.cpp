@@ -40,27 +40,6 @@ protected:
     }
 };
 
-TEST_F(RecordCoding, absentAndNullKeysReadAsTheirDefaults) {
-    const std::string id =
-        R"("id":"0E0F6A53-6C1A-4A6E-9D6E-2F1A3B4C5D6E","name":"a","path":"","type":"terminal","associatedApps":[])";
-    for (const std::string optional :
-         {"", R"(,"enabled":null,"bundleIdentifier":null,"future":{"a":[1]})"}) {
-        const auto workspace = decode(workspaceJson("{" + id + optional + "}")).front();
-        const auto& resource = workspace.resources.front();
-        EXPECT_TRUE(resource.enabled);
-        EXPECT_FALSE(resource.launchOnStart);
-        EXPECT_EQ(resource.bundleIdentifier, std::nullopt);
-        EXPECT_EQ(resource.bookmarkData, std::nullopt);
-        EXPECT_FALSE(workspace.hasLayoutSaved);
-        EXPECT_EQ(workspace.savedWindowLayouts, std::nullopt);
-        EXPECT_EQ(workspace.dateModified.seconds, 757382400.5);
-    }
-    const auto workspace = decode(workspaceJson("", layoutsJson)).front();
-    EXPECT_FALSE(workspace.hasLayoutSaved);
-    EXPECT_TRUE(workspace.savedWindowLayouts->front().isOnPrimaryScreen);
-    EXPECT_FALSE(workspace.savedWindowLayouts->front().isFullscreen);
-}
-
 TEST_F(RecordCoding, aBadValueFailsTheWholeTextAndTheErrorNamesItsPlace) {
     const std::pair<std::string, std::string> texts[]{
         {"", "not valid JSON"},
@@ -182,6 +161,7 @@ TEST_F(RecordCoding, numbersReadAsTheNearestOnes) {
                                                   R"("next":{"of":[1e400,-1.5E+999, )" +
                                                       std::string(400, '7') + R"(]},"name")"));
     EXPECT_EQ(unread[0].name, "Work");
+    EXPECT_EQ(unread[0].savedWindowLayouts, std::nullopt);
     const auto kept = decode(text::replacingAll(workspaceJson(""), "\"name\":\"Work\"",
                                                 R"("next":1e400,"name":"\\\" 1e400")"));
     EXPECT_EQ(kept[0].name, "\\\" 1e400");
@@ -199,6 +179,7 @@ TEST_F(RecordCoding, aFileFromAnotherMachineReads) {
       {
         "bookmarkData" : "Ym9vayEDAAA=",
         "isFavourite" : true,
+        "enabled" : null,
         "associatedApps" : [ "Safari", "\u00c9diteur \ud83d\udcda" ],
         "path" : "\/Applications\/Safari.app",
         "id" : "1b4e28ba-2fa1-11d2-883f-b9a761bde3fb",
@@ -221,11 +202,18 @@ TEST_F(RecordCoding, aFileFromAnotherMachineReads) {
     EXPECT_EQ(workspace.resources[0].associatedApps[1], "Éditeur 📚");
     EXPECT_EQ(workspace.resources[0].bundleIdentifier, std::nullopt) << "it isn't installed here";
     EXPECT_EQ(workspace.resources[0].bookmarkData->size(), 8u);
+    EXPECT_TRUE(workspace.resources[0].enabled);
+    EXPECT_FALSE(workspace.resources[0].launchOnStart);
     EXPECT_FALSE(workspace.resources[1].enabled);
+    EXPECT_EQ(workspace.resources[1].bookmarkData, std::nullopt);
+    EXPECT_FALSE(workspace.hasLayoutSaved);
+    EXPECT_TRUE(workspace.savedWindowLayouts->front().isOnPrimaryScreen);
+    EXPECT_FALSE(workspace.savedWindowLayouts->front().isFullscreen);
     EXPECT_EQ(workspace.savedWindowLayouts->front().frame, (Rect{-1440, 25.5, 1000, 0.1}));
     EXPECT_EQ(workspace.savedWindowLayouts->front().screenIndex, 1);
     EXPECT_EQ(workspace.savedWindowLayouts->front().recordedAt.seconds, 757382400);
     EXPECT_EQ(workspace.dateCreated.seconds, 694267200.123);
+    EXPECT_EQ(workspace.dateModified.seconds, -1);
     EXPECT_EQ(workspace.description, "a/b");
     EXPECT_EQ(errorOf("\xEF\xBB\xBF[\n{]"), errorOf("[\n{]"));
     EXPECT_NE(errorOf(std::string("\xff\xfe[\0]\0", 6)).find("not UTF-8 at line 1, column 1"),
