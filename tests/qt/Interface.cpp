@@ -82,6 +82,18 @@ void Interface::runFor(double seconds) {
     if (auto* top = topWindow()) top->grabWindow();
 }
 
+void Interface::settle() {
+    const auto moves = [](const QQuickItem* item) {
+        return std::ranges::any_of(item->children(), [](const QObject* each) {
+            const auto* animation = each->property("animation").value<QObject*>();
+            return animation && animation->property("running").toBool();
+        });
+    };
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return std::ranges::none_of(itemsIn(topWindow()->contentItem()), moves); }));
+    runFor(0);
+}
+
 std::vector<QAccessibleInterface*> Interface::elements() {
     std::vector<QAccessibleInterface*> found;
     if (auto* top = topWindow()) collect(QAccessible::queryAccessibleInterface(top), found);
@@ -115,6 +127,13 @@ std::string Interface::shown() {
 
 bool Interface::shows(const std::string& name) {
     return find(name, "") != nullptr;
+}
+
+bool Interface::comes(const std::string& name) {
+    return QTest::qWaitFor([&] {
+        runFor(0);
+        return shows(name);
+    });
 }
 
 void Interface::resize(int width, int height) {
@@ -191,6 +210,7 @@ std::string Interface::toolTipOf(const std::string& name) {
 
 std::string Interface::act(const std::string& action, const std::string& name,
                            const std::string& inside) {
+    (void)comes(name);
     auto* element = find(name, inside);
     auto* actions = element ? element->actionInterface() : nullptr;
     if (!actions) return "none";

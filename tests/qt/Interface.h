@@ -39,9 +39,13 @@ public:
 
     /// Moves the time, and lets the views follow.
     void runFor(double seconds);
+    /// Waits until all that grows or shrinks after a change has done so.
+    void settle();
     /// The names of all that is shown, in order, joined by "|".
     std::string shown();
     bool shows(const std::string& name);
+    /// Whether it is shown soon.
+    bool comes(const std::string& name);
     bool isEnabled(const std::string& name, const std::string& inside = "");
     /// Clicks in the middle of a control; false where it isn't shown. Of several it takes the one
     /// inside the element named `inside`, and rather a control than its label.

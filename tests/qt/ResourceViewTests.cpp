@@ -1,7 +1,6 @@
 #include "qt/Interface.h"
 
 #include <QMimeData>
-#include <QTest>
 #include <QUrl>
 
 #include <gtest/gtest.h>
@@ -31,9 +30,7 @@ protected:
                 makeResource(name, "/x/" + name, type, interface.platform.bundles));
         interface.open({work});
         ASSERT_TRUE(interface.press("Resources"));
-        // The card grows first.
-        QTest::qWait(400);
-        interface.runFor(0);
+        interface.settle();
     }
     const std::vector<Resource>& resources() {
         return interface.store().workspaces->front().resources;

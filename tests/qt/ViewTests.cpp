@@ -1,8 +1,6 @@
 #include "qt/Views.h"
 
-#include <QCoreApplication>
 #include <QQuickItem>
-#include <QTimer>
 #include <cmath>
 #include <functional>
 #include <map>
@@ -300,18 +298,6 @@ TEST_F(Views, theTourEndsByItsButtonsOrItsWindowAndGoesOnWhereItWasLeft) {
     ASSERT_TRUE(menu.press("Help & Tips"));
     interface.runFor(0);
     EXPECT_TRUE(interface.shows("2 of 6"));
-}
-
-TEST_F(Views, theEndOfTheProgramSavesLayouts) {
-    interface.open({workspace("Work")});
-    auto& store = interface.store();
-    store.autoSaveLayouts = true;
-    store.enableAccessibilityFeatures = true;
-    StoreState::set(store.runningWorkspaces, {store.workspaces->front().id});
-    QTimer::singleShot(0, [this] { interface.windows.terminate(); });
-    QCoreApplication::exec();
-    interface.desktop.runUntilIdle();
-    EXPECT_EQ(interface.desktop.logged("alert"), "alert No Windows Found");
 }
 
 } // namespace
