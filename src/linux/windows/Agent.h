@@ -28,6 +28,8 @@ public:
     /// The process of the compositor that shows this session; 0 where it isn't of this machine and
     /// process space. Nothing where that is another one than the agent's.
     virtual std::optional<pid_t> compositor(Deadline by) = 0;
+    /// The same of the last answer, without asking again.
+    virtual pid_t speaker() const = 0;
     virtual std::optional<std::string> list(Deadline by) = 0;
     /// That one, and others where it can't tell one alone.
     virtual std::optional<std::string> find(const std::string& /*id*/, Deadline by) {

@@ -70,16 +70,16 @@ void AgentWindowSystem::giveNumbers(Told& told) {
 std::optional<Told> AgentWindowSystem::understood(const std::optional<std::string>& answer,
                                                   Deadline by) {
     auto told = answer ? readWindows(*answer) : std::nullopt;
-    const auto compositor = told ? agent_->compositor(by) : std::nullopt;
-    if (!compositor) return std::nullopt;
+    if (!told) return std::nullopt;
+    const pid_t compositor = agent_->speaker();
     giveNumbers(*told);
     std::vector<XClient> clients;
     for (auto& each : told->windows) {
-        if (*compositor == 0) each.window.window.process = 0;
+        if (compositor == 0) each.window.window.process = 0;
         if (each.isXClient) clients.push_back({&each.window, each.xNumber});
         if (each.mayBeMaximized) each.window.isMaximized = agent_->isMaximized(each.id, by);
     }
-    if (!checkXClients(clients, xServer_.get(), *compositor, by)) return std::nullopt;
+    if (!checkXClients(clients, xServer_.get(), compositor, by)) return std::nullopt;
     return told;
 }
 
@@ -123,7 +123,7 @@ std::optional<WindowsNow> AgentWindowSystem::windows(Deadline by) {
         if (each.id == told->active) now.active = each.window.window.number;
         now.windows.push_back(std::move(each.window));
     }
-    if (const auto compositor = agent_->compositor(by).value_or(0)) now.session.insert(compositor);
+    if (const pid_t compositor = agent_->speaker()) now.session.insert(compositor);
     return now;
 }
 

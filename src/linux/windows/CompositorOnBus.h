@@ -26,6 +26,8 @@ public:
     Values call(const std::string& path, const std::string& method, GVariant* parameters,
                 Deadline by, std::string* error = nullptr);
 
+    /// What the last process() found, or 0.
+    pid_t known() const { return process_.value_or(0); }
     /// Of the last process().
     GDBusConnection* bus() const { return bus_.get(); }
     /// The compositor's unique name, so that what another one sends is no answer.

@@ -13,6 +13,7 @@ namespace corvane::gnome {
 class GnomeAgent final : public Agent {
 public:
     std::optional<pid_t> compositor(Deadline by) override { return shell_.process(by); }
+    pid_t speaker() const override { return shell_.known(); }
     std::optional<std::string> list(Deadline by) override;
     std::optional<std::string> monitors(Deadline by) override;
     bool hasPrimary() const override { return true; }

@@ -14,6 +14,7 @@ namespace corvane::kwin {
 class KWinAgent final : public Agent {
 public:
     std::optional<pid_t> compositor(Deadline by) override { return kwin_.process(by); }
+    pid_t speaker() const override { return kwin_.known(); }
     std::optional<std::string> list(Deadline by) override { return ask("list()", by); }
     std::optional<std::string> find(const std::string& id, Deadline by) override;
     std::optional<std::string> monitors(Deadline by) override { return ask("monitors()", by); }

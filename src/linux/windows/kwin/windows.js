@@ -31,7 +31,7 @@ function everyWindow() {
 }
 
 function find(id) {
-    return everyWindow().filter(window => String(window.internalId) === id)[0];
+    return everyWindow().find(window => String(window.internalId) === id);
 }
 
 function pairs(box) {
@@ -47,22 +47,21 @@ function isWithin(pixels, one, other) {
     return ["x", "y", "width", "height"].every(key => Math.abs(one[key] - other[key]) < pixels);
 }
 
-function kindOf(window) {
+function kindOf(window, name) {
     // Panels of Wayland say that they are normal windows.
-    if (window.dock || String(window).startsWith("KWin::LayerShell")) return "dock";
+    if (window.dock || name.startsWith("KWin::LayerShell")) return "dock";
     if (window.desktopWindow) return "desktop";
     return window.normalWindow || window.dialog ? "ordinary" : "other";
 }
 
-function isOnCurrentDesktop(window) {
-    if (window.onAllDesktops) return true;
-    const current = workspace.currentDesktop;
-    return isSix ? window.desktops.some(desktop => desktop.id === current.id) : window.desktop === current;
-}
-
-function desktopOf(window) {
-    if (window.onAllDesktops) return "";
-    return isSix ? window.desktops.map(desktop => desktop.name).join(" ") : String(window.desktop);
+function desktopsOf(window, current) {
+    if (window.onAllDesktops) return {isCurrent: true, name: ""};
+    const desktops = isSix ? window.desktops : window.desktop;
+    if (!isSix) return {isCurrent: desktops === current, name: String(desktops)};
+    return {
+        isCurrent: desktops.some(desktop => desktop.id === current.id),
+        name: desktops.map(desktop => desktop.name).join(" ")
+    };
 }
 
 // Where it isn't told whether a window is maximized, only one that is about as large as the least
@@ -73,29 +72,35 @@ function leastMaximized() {
     return {width: least("width"), height: least("height")};
 }
 
-function described(window, least) {
+// Each reading of a window's takes KWin a while, so that none is read twice.
+function described(window, least, current) {
+    const name = String(window);
+    const owner = window.transientFor;
+    const ownCaption = window.captionNormal;
     const box = window.frameGeometry;
+    const desktops = desktopsOf(window, current);
+    const isMinimized = window.minimized;
+    const maximized = window.maximizeMode;
     return {
         id: String(window.internalId),
-        owner: window.transientFor ? String(window.transientFor.internalId) : null,
+        owner: owner ? String(owner.internalId) : null,
         pid: window.pid,
-        isXClient: /^KWin::X(11|wayland)/.test(String(window)),
+        isXClient: /^KWin::X(11|wayland)/.test(name),
         xNumber: window.windowId || 0,
         resourceName: String(window.resourceName),
         resourceClass: String(window.resourceClass),
         desktopFile: String(window.desktopFileName || ""),
-        title: String(window.captionNormal === undefined ? window.caption : window.captionNormal),
-        kind: kindOf(window),
+        title: String(ownCaption === undefined ? window.caption : ownCaption),
+        kind: kindOf(window, name),
         layer: (window.keepAbove ? 1 : 0) - (window.keepBelow ? 1 : 0),
         stacking: window.stackingOrder,
-        frame: pairs(window.frameGeometry),
-        workspace: desktopOf(window),
-        isOnScreen: isOnCurrentDesktop(window) && !window.minimized && !window.hidden,
-        isMinimized: window.minimized,
+        frame: pairs(box),
+        workspace: desktops.name,
+        isOnScreen: desktops.isCurrent && !isMinimized && !window.hidden,
+        isMinimized: isMinimized,
         isFullscreen: window.fullScreen,
-        isMaximized: window.maximizeMode === 3,
-        mayBeMaximized: window.maximizeMode === undefined && box.width > least.width
-            && box.height > least.height,
+        isMaximized: maximized === 3,
+        mayBeMaximized: maximized === undefined && box.width > least.width && box.height > least.height,
         skipsTaskbar: window.skipTaskbar,
         closeable: window.closeable
     };
@@ -104,7 +109,11 @@ function described(window, least) {
 function tellWindows(windows) {
     const active = isSix ? workspace.activeWindow : workspace.activeClient;
     const least = leastMaximized();
-    tell({windows: windows.map(window => described(window, least)), active: active ? String(active.internalId) : null});
+    const current = workspace.currentDesktop;
+    tell({
+        windows: windows.map(window => described(window, least, current)),
+        active: active ? String(active.internalId) : null
+    });
 }
 
 function list() {
@@ -112,7 +121,8 @@ function list() {
 }
 
 function tellOne(id) {
-    tellWindows(everyWindow().filter(window => String(window.internalId) === id));
+    const window = find(id);
+    tellWindows(window ? [window] : []);
 }
 
 function screens() {
