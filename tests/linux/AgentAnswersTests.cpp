@@ -54,6 +54,8 @@ TEST(AgentAnswersTest, tellsEveryWindow) {
          "a1} 7 T |pad|org.pad|pad 0.5,1 401.333x2 on 2 kind 0 layer 1 for b2} X42 shown closeable"},
         {R"("kind":"dock","layer":1,"pid":-1,"skipsTaskbar":true,"closeable":false,"workspace":"")",
          "a1} 0 T org.pad|||pad 0.5,1 401.333x2 on  kind 1 layer 2 shown skipped"},
+        {R"("applicationId":"org.Editor")",
+         "a1} 7 T org.Editor||org.pad|pad 0.5,1 401.333x2 on 2 kind 0 layer 1 shown closeable"},
         {R"("kind":"desktop","layer":-1,"isOnScreen":false,"isMinimized":true,"title":"")",
          "a1} 7  org.pad|||pad 0.5,1 401.333x2 on 2 kind 2 layer 0 minimized closeable"},
         {R"("kind":"?","isFullscreen":true,"isMaximized":true,"mayBeMaximized":true,"title":")"

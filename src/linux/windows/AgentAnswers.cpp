@@ -56,6 +56,9 @@ ToldWindow windowOf(const json::Value& value) {
     const auto name = text("resourceClass");
     if (told.isXClient) window.hints = {.instanceName = text("resourceName"), .className = name};
     if (!told.isXClient) window.hints.applicationId = name;
+    // A toolkit's program tells its own id beside what it was started as.
+    if (const auto own = value.optional("applicationId"); own && !told.isXClient)
+        window.hints = {.applicationId = std::string(own->text()), .className = name};
     window.hints.desktopFile = text("desktopFile");
     if (const auto sandbox = value.optional("sandboxId")) window.hints.sandboxId = sandbox->text();
     window.kind = kindOf(value.required("kind").text());
