@@ -7,6 +7,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     const std::string_view answer(reinterpret_cast<const char*>(data), size);
     const auto tree = corvane::sway::readTree(answer);
     if (tree && tree->windows.size() > corvane::mostWindows) std::abort();
+    corvane::sway::readPlaces(answer);
     corvane::sway::readMonitors(answer, answer);
     corvane::sway::readSuccess(answer);
     return 0;

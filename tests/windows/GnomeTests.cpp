@@ -104,6 +104,25 @@ TEST_F(GnomeTest, isSwitchedOnAtOnceWhereTheShellKnowsIt) {
     }
 }
 
+TEST_F(GnomeTest, isSilentWhileTheScreenIsLockedAndThereAgainAfterIt) {
+    start(true);
+    const auto window = shown("one").window;
+    const auto session = [](const std::string& words) {
+        EXPECT_TRUE(machine::runs(object +
+                                  "/org/gnome/Shell -m org.gnome.Shell.Eval "
+                                  "\"imports.ui.main.sessionMode." +
+                                  words + "\""));
+    };
+    for (int round = 0; round < 2; ++round) {
+        session("pushMode('unlock-dialog')");
+        EXPECT_TRUE(comesTrue([this] { return !isReady(); }));
+        EXPECT_FALSE(system().windows(halfASecondFromNow()));
+        session("popMode('unlock-dialog')");
+        EXPECT_TRUE(comesTrue([this] { return isReady(); }));
+        EXPECT_EQ(answerText(system().activate(window, halfASecondFromNow())), "done");
+    }
+}
+
 TEST_F(GnomeTest, saysWhatElseKeepsItOff) {
     start(false);
     const auto settings = std::string(getenv("XDG_CONFIG_HOME")) + "/glib-2.0/settings/keyfile";
