@@ -39,7 +39,7 @@ string(JOIN ", " CPACK_DEBIAN_PACKAGE_RECOMMENDS
   "dunst | notification-daemon" at-spi2-core libgl1-mesa-dri)
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "xdg-desktop-portal")
 
-# Debian tells its own changes from the program's.
+# SOURCE_DATE_EPOCH says which day it is. Debian tells its own changes from the program's.
 string(TIMESTAMP day "%a, %d %b %Y 00:00:00 +0000" UTC)
 set(version ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
 file(CONFIGURE OUTPUT changelog.Debian @ONLY CONTENT
@@ -52,6 +52,8 @@ file(CONFIGURE OUTPUT changelog.Debian @ONLY CONTENT
 made_paper(changelog.Debian ${CMAKE_CURRENT_BINARY_DIR}/changelog.Debian)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/changelog.Debian.gz DESTINATION ${CMAKE_INSTALL_DOCDIR}
   COMPONENT debian EXCLUDE_FROM_ALL)
+install(FILES ${CMAKE_SOURCE_DIR}/data/lintian-overrides
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME corvane COMPONENT debian EXCLUDE_FROM_ALL)
 set(CPACK_COMPONENTS_ALL Unspecified debian)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_GROUPING ALL_COMPONENTS_IN_ONE)
