@@ -118,7 +118,7 @@ TEST_F(Resources, aDraggedRowIsSeenAndGoesOnAtAnEdgeButNotToAnotherCard) {
 }
 
 TEST_F(Resources, aChosenApplicationIsAChipAndAResetAsksFirst) {
-    // Stands first in the list, whatever else the machine has.
+    // Stands first in the list.
     desktop.install("aardvark", "Aardvark", "true");
     open();
     ASSERT_TRUE(desktop.press("Add App", "note.txt"));

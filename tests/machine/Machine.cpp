@@ -29,7 +29,7 @@ public:
         const auto set = [](const char* name, const std::string& value) {
             setenv(name, value.c_str(), 1);
         };
-        world::enter(place("chosen"), {{"debian-xterm"}, "xterm"});
+        world::enter(place("chosen"), {{"debian-xterm"}, {}, "xterm"});
         set("HOME", place("home"));
         set("XDG_DATA_HOME", place("data"));
         set("XDG_CONFIG_HOME", place("config"));

@@ -34,12 +34,21 @@ void linkAllBut(const std::set<std::string>& left, const fs::path& from, const f
     }
 }
 
-void linkEntries(const std::vector<std::string>& ids, const fs::path& from, const fs::path& to) {
+void linkThose(const std::vector<std::string>& names, const std::string& ending,
+               const fs::path& from, const fs::path& to) {
     fs::create_directories(to);
-    for (const auto& id : ids) {
-        const auto name = id + ".desktop";
+    for (const auto& each : names) {
+        const auto name = each + ending;
         if (fs::exists(from / name)) fs::create_symlink(from / name, to / name);
     }
+}
+
+std::string busConfiguration(const fs::path& services) {
+    return "<busconfig><type>session</type><keep_umask/><listen>unix:tmpdir=/tmp</listen>"
+           "<servicedir>" +
+           services.string() +
+           "</servicedir><policy context='default'><allow send_destination='*' eavesdrop='true'/>"
+           "<allow eavesdrop='true'/><allow own='*'/></policy></busconfig>\n";
 }
 
 } // namespace
@@ -49,9 +58,12 @@ std::map<std::string, std::string> make(const std::string& folder, const Chosen&
     const fs::path machine = "/usr/share";
     linkAllBut({"applications", "dbus-1", "xdg-terminals", "xdg-terminal-exec"}, machine,
                place / "share");
-    linkEntries(chosen.applications, machine / "applications", place / "share/applications");
+    linkThose(chosen.applications, ".desktop", machine / "applications",
+              place / "share/applications");
+    linkThose(chosen.services, ".service", machine / "dbus-1/services", place / "services");
     linkAllBut({"autostart", "mimeapps.list", "xdg-terminals.list"}, "/etc/xdg", place / "etc");
     write(place / "fonts.conf", fonts);
+    write(place / "bus.conf", busConfiguration(place / "services"));
     std::map<std::string, std::string> variables{{"XDG_DATA_DIRS", place / "share"},
                                                  {"XDG_CONFIG_DIRS", place / "etc"},
                                                  {"FONTCONFIG_FILE", place / "fonts.conf"}};
@@ -71,6 +83,10 @@ void enter(const std::string& folder, const Chosen& chosen) {
           "WAYLAND_DISPLAY", "SWAYSOCK", "SESSION_MANAGER", "DBUS_SESSION_BUS_ADDRESS",
           "QT_QPA_PLATFORMTHEME", "QT_STYLE_OVERRIDE", "GTK_THEME"})
         unsetenv(name);
+}
+
+std::vector<std::string> busCommand(const std::string& folder) {
+    return {"dbus-daemon", "--config-file=" + folder + "/bus.conf", "--nofork"};
 }
 
 } // namespace corvane::world

@@ -9,8 +9,8 @@
 namespace corvane::world {
 
 struct Chosen {
-    /// Desktop ids; what the machine doesn't have is left out.
-    std::vector<std::string> applications;
+    /// Desktop ids and names of D-Bus services; what the machine doesn't have is left out.
+    std::vector<std::string> applications, services;
     /// The program that is the terminal along PATH; where empty, PATH stays as it is.
     std::string terminal;
 };
@@ -20,5 +20,8 @@ std::map<std::string, std::string> make(const std::string& folder, const Chosen&
 
 /// The same in this process's environment, which forgets the session that it was started in.
 void enter(const std::string& folder, const Chosen& chosen = {});
+
+/// The words that start a session bus with no services but the chosen ones.
+std::vector<std::string> busCommand(const std::string& folder);
 
 } // namespace corvane::world

@@ -3,6 +3,7 @@
 #include "desktop/harness/Scene.h"
 #include "foundation/PropertyList.h"
 #include "foundation/Text.h"
+#include "world/World.h"
 
 #include <algorithm>
 #include <array>
@@ -45,11 +46,13 @@ Desktop::Desktop() {
     if (!mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder");
     around_.root = pattern;
     adoptOrphans();
-    // The terminal is the same one, whatever the machine has set.
-    fs::create_directory(around_.root + "/bin");
-    fs::create_symlink("/usr/bin/xterm", around_.root + "/bin/x-terminal-emulator");
-    around_.set("PATH",
-                around_.root + "/bin:/usr/local/bin:/usr/bin:/bin:/usr/local/sbin:/usr/sbin:/sbin");
+    const world::Chosen chosen{
+        {"org.xfce.mousepad", "pcmanfm", "firefox-esr", "debian-xterm", "org.gnome.Terminal"},
+        {"org.a11y.Bus", "org.gnome.Terminal", "org.xfce.Xfconf", "ca.desrt.dconf",
+         "org.gnome.Shell.Extensions", "org.gnome.ScreenSaver"},
+        "xterm"};
+    for (const auto& [name, value] : world::make(around_.root + "/world", chosen))
+        around_.set(name, value);
     around_.set("LANG", "C.UTF-8");
     around_.set("SHELL", "/bin/bash");
     around_.set("HOME", home(""));
@@ -117,8 +120,9 @@ void Desktop::install(const std::string& id, const std::string& name,
 }
 
 void Desktop::startSession() {
-    bus_ = around_.startServer({"dbus-daemon", "--session", "--nofork", "--print-address=3"},
-                               around_.bus);
+    auto bus = world::busCommand(around_.root + "/world");
+    bus.push_back("--print-address=3");
+    bus_ = around_.startServer(bus, around_.bus);
     around_.set("DBUS_SESSION_BUS_ADDRESS", around_.bus);
     const auto program = variable("WINDOW_MANAGER", "openbox");
     try {

@@ -18,8 +18,8 @@ struct Point {
 };
 
 /// A whole desktop of its own: who shows the windows, without a screen, a session bus with
-/// accessibility, default applications and an empty home folder. All of it goes with the object,
-/// and with it whatever was started inside.
+/// accessibility, default applications and an empty home folder, whatever else the machine has. All
+/// of it goes with the object, and with it whatever was started inside.
 class Desktop {
 public:
     /// The environment variable WINDOW_MANAGER names the window manager, or the compositor as
@@ -35,7 +35,7 @@ public:
     std::string preferencesFile() const;
     /// Makes the next start one of a user who has seen the introduction.
     void skipIntroduction() const;
-    /// Adds a desktop entry to those of the machine.
+    /// Adds a desktop entry to those that are here.
     void install(const std::string& id, const std::string& name, const std::string& exec) const;
 
     /// Starts Corvane; `prefix` is a command that starts a command.
