@@ -325,8 +325,8 @@ private:
                                "--virtual-monitor 1440x900 --virtual-monitor 1440x900 "
                                "--wayland-display wayland-8");
         useMonitors("(0, 0, 1, 0, true, [('Meta-0', mode, {})])");
-        told("main.layoutManager.removeChrome(main.layoutManager.panelBox); main.overview.hide()");
-        EXPECT_TRUE(comesTrue([this] { return told("main.overview.visible") == "false"; }));
+        told("Main.layoutManager.removeChrome(Main.layoutManager.panelBox); Main.overview.hide()");
+        EXPECT_TRUE(comesTrue([this] { return told("Main.overview.visible") == "false"; }));
     }
     bool isUp() override {
         std::smatch found;
@@ -336,7 +336,7 @@ private:
         write(display(), found[1]);
         for (const auto& name : namesIn(runtime_))
             if (name.starts_with(".mutter-Xwaylandauth")) set("XAUTHORITY", runtime_ + '/' + name);
-        return told("main.layoutManager._startingUp") == "false";
+        return told("Main.layoutManager._startingUp") == "false";
     }
     static std::string call(const std::string& object, const std::string& method,
                             const std::string& parameters) {
@@ -354,7 +354,7 @@ private:
             title + "')))");
     }
     static std::string told(const std::string& expression) {
-        const ScopedVariable words("WORDS", "var main = imports.ui.main; " + expression);
+        const ScopedVariable words("WORDS", expression);
         const auto answer =
             call("org.gnome.Shell -o /org/gnome/Shell", "org.gnome.Shell.Eval", "\"$WORDS\"");
         // (true, '"words"')

@@ -115,9 +115,8 @@ private:
     }
     /// Empty where the shell doesn't answer, and where nothing comes of it.
     std::string ask(const std::string& words) const {
-        const auto answer =
-            service_->call("org.gnome.Shell", "/org/gnome/Shell", "org.gnome.Shell", "Eval",
-                           g_variant_new("(s)", ("var Main = imports.ui.main; " + words).c_str()));
+        const auto answer = service_->call("org.gnome.Shell", "/org/gnome/Shell", "org.gnome.Shell",
+                                           "Eval", g_variant_new("(s)", words.c_str()));
         if (!answer) return {};
         gboolean isDone = FALSE;
         const char* text = nullptr;
