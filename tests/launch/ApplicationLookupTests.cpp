@@ -156,7 +156,7 @@ TEST_F(Lookup, linesOfSpotlightThatLeadNowhereArePassedOver) {
     EXPECT_EQ(found("A"), hit("bundle ID", "Third"));
     searchAnswers(" Pad ", TaskResult{0, "/Applications/Third.app\n\xff"});
     EXPECT_EQ(found(" Pad "), hit("bundle ID", "P")) << "what isn't text is no answer";
-    searchAnswers("Pad", Error{"No such file"});
+    searchAnswers("My Pad", Error{"No such file"});
     desktop.applications.push_back(indexed("Q", "q", "My"));
     EXPECT_EQ(found("My Pad"), hit("bundle ID", "Q")) << "nor is one that can't be asked";
 }

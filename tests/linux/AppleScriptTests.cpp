@@ -6,12 +6,13 @@
 #include "linux/screen/LinuxAccessibility.h"
 #include "linux/scripts/AppleScript.h"
 #include "linux/scripts/LinuxScriptEngine.h"
-#include "linux/windows/WindowSystems.h"
 #include "machine/Machine.h"
+#include "windows/MemoryWindowSystem.h"
 
 #include <filesystem>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 using namespace corvane;
 using namespace corvane::machine;
@@ -123,6 +124,9 @@ TEST(AppleScriptTest, readsOrSaysWhatIsWrong) {
 /// The installed browser and a Terminal that records what it is given.
 class ScriptEngineTest : public testing::Test {
 protected:
+    static std::string toProcess(const std::string& name, const std::string& command) {
+        return "tell application \"System Events\" to tell process \"" + name + "\" to " + command;
+    }
     void SetUp() override {
         clearRecords();
         install("test.browser", "Test Browser", recording("browser", "%u"));
@@ -142,6 +146,8 @@ protected:
                outcome->error->message.value();
     }
 
+    const std::string click = "click button 2 of window 1";
+    const std::string press = "keystroke \"f\" using {command down, control down}";
     ScopedVariable path_{"PATH", place("emulators") + ":/usr/bin:/bin"};
     ScopedVariable shell_{"SHELL", "/bin/sh"};
     std::vector<RunningApplication> running_;
@@ -154,10 +160,10 @@ protected:
                                        activated_.push_back(process.processIdentifier);
                                        return true;
                                    }}};
-    const std::unique_ptr<WindowSystem> system_ = windowSystemHere();
+    MemoryWindowSystem system_;
     LaunchedApplications launched_;
-    RunningApplications onDisplay_{installed_, *system_, launched_};
-    LinuxAccessibility accessibility_{*system_, onDisplay_};
+    RunningApplications onDisplay_{installed_, system_, launched_};
+    LinuxAccessibility accessibility_{system_, onDisplay_};
     LinuxScriptEngine engine_{opener_, accessibility_};
 };
 
@@ -210,11 +216,6 @@ TEST_F(ScriptEngineTest, systemEventsKnowsRunningProcesses) {
     running_[0].localizedName = "Einer";
     EXPECT_EQ(errorOf("tell application \"einer\" to activate"), "");
     EXPECT_EQ(activated_, std::vector{7}) << "though it isn't installed";
-    const auto toProcess = [](const std::string& name, const std::string& command) {
-        return "tell application \"System Events\" to tell process \"" + name + "\" to " + command;
-    };
-    const std::string click = "click button 2 of window 1";
-    const std::string press = "keystroke \"f\" using {command down, control down}";
     EXPECT_EQ(errorOf(toProcess("Einer", "activate")), "");
     const std::vector<std::pair<std::string, std::string>> failures{
         {fullscreenScript("Keiner"), "-1728 Can’t get application \"Keiner\"."},
@@ -234,6 +235,19 @@ TEST_F(ScriptEngineTest, systemEventsKnowsRunningProcesses) {
     };
     for (const auto& [source, failure] : failures)
         EXPECT_EQ(errorOf(source), failure) << source;
+}
+
+TEST_F(ScriptEngineTest, aWindowFillsTheScreenAndComesBack) {
+    running_.resize(1);
+    running_[0].processIdentifier = getpid();
+    running_[0].localizedName = "Einer";
+    const auto& window = system_.show({.window = {.process = getpid()}});
+    for (const auto& command : {click, press}) {
+        for (const bool expected : {true, false}) {
+            EXPECT_EQ(errorOf(toProcess("Einer", command)), "");
+            EXPECT_EQ(system_.find(window.window)->window.isFullscreen, expected) << command;
+        }
+    }
 }
 
 TEST_F(ScriptEngineTest, failuresHaveAppleScriptsNumbers) {

@@ -47,31 +47,6 @@ TEST_F(DisplaysTest, countUpwardFromThePrimaryOne) {
     setMonitor("mirror", {640, 0, 800, 400});
     const std::string all = "0,0 800x500; -640,0 640x600; 0,500 800x400";
     EXPECT_TRUE(comesTrue([&] { return frames() == all; })) << frames();
-
-    const auto window = probe_->make({100, 350, 200, 100});
-    show(window);
-    const auto own = firstWindowOf(getpid());
-    struct Case {
-        x11::Frame frame;
-        std::string screen;
-    };
-    const std::vector<Case> cases{{{-500, 20, 300, 200}, "-640,0 640x600"},
-                                  {{200, -350, 300, 200}, "0,500 800x400"},
-                                  {{-60, 100, 300, 200}, "0,0 800x500"}};
-    ASSERT_TRUE(runs("wmctrl -ia " + std::to_string(window)));
-    for (const auto& [frame, screen] : cases) {
-        const auto expected = frameText(frame.x, frame.y, frame.width, frame.height);
-        EXPECT_EQ(placed(own, frame), expected);
-        EXPECT_EQ(listed(window), expected);
-        const auto onRoot = geometryOf(window)->visible();
-        EXPECT_EQ(onRoot.x, frame.x + 640);
-        EXPECT_EQ(onRoot.y, frame.y + 400);
-        EXPECT_TRUE(comesTrue([&] { return rectText(displays_.mainScreen()->frame) == screen; }))
-            << screen;
-    }
-    probe_->close(window);
-    ASSERT_TRUE(windowsBecome(0));
-    EXPECT_EQ(rectText(displays_.mainScreen()->frame), "0,0 800x500");
 }
 
 TEST_F(DisplaysTest, leaveOutWhatPanelsTake) {

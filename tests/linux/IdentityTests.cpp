@@ -1,4 +1,3 @@
-#include "foundation/Diagnostics.h"
 #include "foundation/Text.h"
 #include "linux/installed/ApplicationNames.h"
 #include "linux/installed/InstalledApplications.h"
@@ -184,6 +183,21 @@ TEST_F(IdentityTest, everyInstalledEntryIsCalledTheSameByAllWhoNameIt) {
     uninstall("test.twin.b");
 }
 
+TEST_F(IdentityTest, onlyMainWindowsMakeAnApplicationAndTheirWordsCountFirst) {
+    const auto editor = program(), portal = program();
+    const auto letter = show("letter", editor, "writer").window.number;
+    show("choose a file", portal, "Portal").owner = letter;
+    EXPECT_TRUE(all().starts_with(writer + " letter; Portal||")) << all();
+    EXPECT_TRUE(all().ends_with(" accessory choose a file")) << all();
+    system_.clients.erase(system_.clients.begin());
+    EXPECT_EQ(all().find("accessory"), std::string::npos) << "whose owner has gone: " << all();
+    system_.clients.clear();
+    show("palette", editor, "calc").kind = WindowKind::other;
+    show("sheet", editor);
+    show("letter", editor, "writer");
+    EXPECT_EQ(all(), writer + " sheet letter; " + calc + " accessory palette");
+}
+
 TEST_F(IdentityTest, onlyWhatTakesARequestIsAsked) {
     const auto process = program();
     show("deaf", process, "writer").canBeAskedToClose = false;
@@ -195,14 +209,24 @@ TEST_F(IdentityTest, onlyWhatTakesARequestIsAsked) {
     EXPECT_TRUE(programs_.front().isRunning());
 }
 
+TEST_F(IdentityTest, panelsAndDesktopsStay) {
+    show("panel", program(), "calc").kind = WindowKind::dock;
+    const auto files = program();
+    show("icons", files, "writer").kind = WindowKind::desktop;
+    show("folder", files, "writer");
+    EXPECT_FALSE(quitting_.terminate(named("Calc")));
+    EXPECT_TRUE(quitting_.terminate(named("Writer"))) << "its other window goes";
+    EXPECT_EQ(system_.askedToClose, std::vector<std::string>{"folder"});
+    for (const auto* name : {"Calc", "Writer"}) {
+        EXPECT_FALSE(quitting_.terminate(named(name)));
+        EXPECT_FALSE(quitting_.forceTerminate(named(name)));
+    }
+}
+
 TEST_F(IdentityTest, processesThatNobodyVouchesForAreNoApplications) {
     show("from afar", 0, "writer");
     show("ended", 0x3ffffe, "writer");
-    std::string told;
-    setDiagnosticSink([&](const std::string& line) { told += line + "\n"; });
     EXPECT_EQ(all(), "");
-    setDiagnosticSink({});
-    EXPECT_NE(told.find("windows of process 4194302: it has ended"), std::string::npos) << told;
     system_.connected.reset();
     const auto process = program();
     show("here", process, "writer");
@@ -260,8 +284,9 @@ TEST_F(IdentityTest, aSandboxIsBelievedForWhatLiesInIt) {
             words.push_back(word);
         const auto process = program(words);
         EXPECT_TRUE(comesTrue([&] {
-            const auto file = "/proc/" + std::to_string(process) + "/exe";
-            return fs::read_symlink(file).filename() == "sleep";
+            const auto folder = "/proc/" + std::to_string(process);
+            return fs::read_symlink(folder + "/exe").filename() == "sleep" &&
+                   !read(folder + "/environ").empty();
         }));
         return process;
     };

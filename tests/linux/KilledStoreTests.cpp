@@ -128,15 +128,20 @@ std::size_t editAndKill(std::size_t from, int edit, useconds_t after,
     return last;
 }
 
-TEST(KilledStore, leavesTheFileOfItsLastEditOrOfTheOneUnderWay) {
-    const std::string folder = place("killed");
-    const ScopedVariable variable("XDG_DATA_HOME", folder);
-    const auto file = folder + "/Corvane/corvane_workspaces.json";
-    const auto states = digestsOfAllStates();
-    std::mt19937 random(testing::UnitTest::GetInstance()->random_seed());
-    std::uniform_int_distribution<int> edit(0, 2);
-    std::uniform_int_distribution<useconds_t> moment(0, 10'000);
+class KilledStore : public testing::Test {
+protected:
+    void TearDown() override { fs::remove_all(folder); }
 
+    const std::string folder = place("killed");
+    const ScopedVariable variable{"XDG_DATA_HOME", folder};
+    const std::string file = folder + "/Corvane/corvane_workspaces.json";
+    const std::vector<std::size_t> states = digestsOfAllStates();
+    std::mt19937 random{static_cast<unsigned>(testing::UnitTest::GetInstance()->random_seed())};
+    std::uniform_int_distribution<int> edit{0, 2};
+    std::uniform_int_distribution<useconds_t> moment{0, 10'000};
+};
+
+TEST_F(KilledStore, leavesTheFileOfItsLastEditOrOfTheOneUnderWay) {
     std::size_t state = edits;
     std::size_t editsMade = 0;
     for (int round = 0; round < kills; ++round) {
@@ -159,19 +164,10 @@ TEST(KilledStore, leavesTheFileOfItsLastEditOrOfTheOneUnderWay) {
             << name;
     }
     RecordProperty("edits", static_cast<int>(editsMade));
-    fs::remove_all(folder);
 }
 
 /// Another program puts its file in the place while edits are saved, shortly before the kill.
-TEST(KilledStore, leavesAWholeFileAndTheOneOfAnotherProgram) {
-    const std::string folder = place("killed");
-    const ScopedVariable variable("XDG_DATA_HOME", folder);
-    const auto file = folder + "/Corvane/corvane_workspaces.json";
-    const auto states = digestsOfAllStates();
-    std::mt19937 random(testing::UnitTest::GetInstance()->random_seed());
-    std::uniform_int_distribution<int> edit(0, 2);
-    std::uniform_int_distribution<useconds_t> moment(0, 10'000);
-
+TEST_F(KilledStore, leavesAWholeFileAndTheOneOfAnotherProgram) {
     std::size_t filesKept = 0;
     for (int round = 0; round < 60; ++round) {
         fs::remove_all(folder);
@@ -192,7 +188,6 @@ TEST(KilledStore, leavesAWholeFileAndTheOneOfAnotherProgram) {
         filesKept += content == theirs ? 0 : 1;
     }
     EXPECT_GT(filesKept, 5u) << "the kills came too soon to mean anything";
-    fs::remove_all(folder);
 }
 
 } // namespace

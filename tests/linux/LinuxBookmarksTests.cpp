@@ -173,6 +173,20 @@ TEST_F(LinuxBookmarksTest, neverLeadToAnotherFile) {
     const auto list = PropertyList{fields}.toBinary();
     EXPECT_EQ(resolved(Bytes(list.begin(), list.end())), "“" + plan + "” can't be found.");
 
+    // Where neither births nor handles are kept, a file counts in its own place on its own disk.
+    const std::string bare = "/proc/version";
+    const auto changed = [&](const char* field, PropertyList value) {
+        auto changedFields = fieldsOf(bare);
+        EXPECT_EQ(changedFields.at("birth"), PropertyList{std::int64_t{0}});
+        changedFields[field] = std::move(value);
+        const auto bytes = PropertyList{changedFields}.toBinary();
+        return resolved(Bytes(bytes.begin(), bytes.end()));
+    };
+    EXPECT_EQ(resolved(bookmarkOf(bare)), bare);
+    EXPECT_EQ(changed("device", {std::int64_t{1}}), "“" + bare + "” is another file now.");
+    const std::string gone = "/proc/gone";
+    EXPECT_EQ(changed("path", {Bytes(gone.begin(), gone.end())}), "“" + gone + "” can't be found.");
+
     EXPECT_FALSE(bookmarks_.create(Url::fromPath(in("missing"))));
     EXPECT_FALSE(bookmarks_.create(*Url::parse("https://example.org" + plan)));
 }

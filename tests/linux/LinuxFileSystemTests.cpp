@@ -114,16 +114,6 @@ TEST_F(LinuxFileSystemTest, aWriteKeepsAttributesAndTakesAwayWhatAKilledOneLeft)
     EXPECT_EQ(namesIn(folder_), (std::vector<std::string>{".corvane-new", "file", "other"}));
 }
 
-TEST_F(LinuxFileSystemTest, aReaderSeesTheOldContentWholeDuringAWrite) {
-    write(in("file"), "old");
-    struct stat before{};
-    struct stat after{};
-    ::stat(in("file").c_str(), &before);
-    ASSERT_TRUE(files_.writeFile(in("file"), "new"));
-    ::stat(in("file").c_str(), &after);
-    EXPECT_NE(before.st_ino, after.st_ino) << "written in place";
-}
-
 TEST_F(LinuxFileSystemTest, refusalsNameThePathAndLeaveNothingBehind) {
     write(in("file"), "text");
     fs::create_directory(in("folder"));

@@ -2,7 +2,6 @@
 #include "linux/system/ProcessFacts.h"
 
 #include <chrono>
-#include <cstdlib>
 #include <tuple>
 
 using namespace corvane;
@@ -123,45 +122,6 @@ TEST_F(QuittingTest, whatAClientSaysOfItselfMisleadsNoOne) {
     EXPECT_TRUE(windowsBecome(1));
 }
 
-TEST_F(QuittingTest, panelsAndDesktopsStay) {
-    auto panel = client("close", "_NET_WM_WINDOW_TYPE_DOCK");
-    auto fileManager = client("close", "_NET_WM_WINDOW_TYPE_DESKTOP");
-    ASSERT_TRUE(windowsBecome(4));
-    const auto p = listed(panel.id());
-    EXPECT_EQ(p.activationPolicy, 1);
-    EXPECT_TRUE(isSpared(p));
-
-    const auto f = listed(fileManager.id());
-    EXPECT_EQ(f.activationPolicy, 0);
-    EXPECT_TRUE(quitting_.terminate(f)) << "its other window goes";
-    ASSERT_TRUE(windowsBecome(3));
-    EXPECT_TRUE(isSpared(f));
-    EXPECT_TRUE(panel.isRunning() && fileManager.isRunning());
-    EXPECT_EQ(probe_->managed().size(), 3u);
-}
-
-TEST_F(QuittingTest, anEditorStaysWithItsQuestion) {
-    const auto note = place("notes/unsaved.txt");
-    write(note, "saved\n");
-    Program editor({"mousepad", "--disable-server", note});
-    ASSERT_TRUE(windowsBecome(1));
-    const auto application = listed(editor.id());
-    ASSERT_TRUE(comesTrue([&] {
-        // The keys of the first tries may come before the editor takes any.
-        return std::system("xdotool search --onlyvisible --class mousepad windowfocus key x") ==
-                   0 &&
-               std::system("xdotool search --name '[*]' > /dev/null") == 0;
-    }));
-    EXPECT_TRUE(quitting_.terminate(application));
-    ASSERT_TRUE(windowsBecome(2));
-    const auto question = probe_->managed().back();
-    EXPECT_TRUE(quitting_.terminate(application));
-    EXPECT_TRUE(comesTrue([&] { return probe_->managed().back() != question; }));
-    EXPECT_TRUE(windowsBecome(2)) << "it is asked again";
-    EXPECT_TRUE(editor.isRunning());
-    EXPECT_EQ(read(note), "saved\n");
-}
-
 TEST_F(QuittingTest, withoutAWindowManagerTheClientIsAskedItself) {
     auto process = client("close");
     ASSERT_TRUE(windowsBecome(2));
@@ -182,31 +142,17 @@ TEST_F(QuittingTest, nothingIsWaitedForLong) {
     for (int i = 0; i < 5; ++i)
         EXPECT_TRUE(isSpared(application)) << "who is who can't be told";
     EXPECT_LT(Clock::now() - start, std::chrono::seconds(1)) << "one wait for all";
+    start = Clock::now();
+    x11::X11WindowSystem fresh;
+    EXPECT_FALSE(fresh.isReady(halfASecondFromNow()));
+    EXPECT_LT(Clock::now() - start, std::chrono::seconds(1));
     kill(server_->id(), SIGCONT);
     ASSERT_TRUE(comesTrue([&] { return !running_.list().empty(); }));
+    EXPECT_TRUE(comesTrue([&] { return fresh.isReady(halfASecondFromNow()); }));
     EXPECT_FALSE(quitting_.forceTerminate(application)) << "it was never asked";
     EXPECT_TRUE(comesTrue([&] { return quitting_.terminate(application); }));
     EXPECT_TRUE(quitting_.forceTerminate(application)) << "it was, and stays";
     EXPECT_TRUE(process.ends());
-}
-
-TEST_F(QuittingTest, aJobInATerminalIsAskedAboutFirst) {
-    Program idle({"xterm", "-e", "/bin/sh"});
-    Program busy({"xterm", "-e", "/bin/sh", "-i", "-c", "sleep 61; exit"});
-    ASSERT_TRUE(windowsBecome(2));
-    const auto [i, b] = std::pair(listed(idle.id()), listed(busy.id()));
-    ASSERT_TRUE(comesTrue([&] { return !foregroundJobsBelow(busy.id()).empty(); }));
-    EXPECT_TRUE(quitting_.terminate(b));
-    EXPECT_EQ(jobsAskedAbout_, std::vector<std::string>{"sleep"});
-    EXPECT_FALSE(quitting_.forceTerminate(b)) << "the user may say no";
-    jobsAskedAbout_.clear();
-    EXPECT_TRUE(quitting_.terminate(i));
-    EXPECT_TRUE(idle.ends()) << "a shell that waits is no job";
-    EXPECT_TRUE(jobsAskedAbout_.empty());
-    EXPECT_TRUE(windowsBecome(1) && busy.isRunning());
-    terminateJobs_();
-    EXPECT_TRUE(busy.ends());
-    terminateJobs_();
 }
 
 } // namespace

@@ -15,7 +15,6 @@
 
 #include <cmath>
 #include <sstream>
-#include <thread>
 #include <utility>
 
 using namespace corvane;
@@ -86,9 +85,15 @@ TEST_F(ScreenTest, showsFrontToBackAndUpwardFromThePrimaryMonitor) {
     ASSERT_EQ(screens.size(), 2u);
     EXPECT_EQ(screens[0].visibleFrame, (Rect{0, 0, 800, 476}));
     EXPECT_EQ(screens[1].frame, (Rect{-640, -0.5, 640, 600}));
+    EXPECT_EQ(accessibility_.setPosition(element(system_.clients[2].window), {-500, 20}),
+              Accessibility::success);
+    EXPECT_EQ(system_.clients[2].window.frame.origin, (PixelPoint{140, 420}));
+    system_.active = system_.clients[2].window.window.number;
+    EXPECT_TRUE(comesTrue([&] { return displays_.mainScreen()->frame == screens[1].frame; }));
+    system_.active.reset();
+    EXPECT_TRUE(comesTrue([&] { return displays_.mainScreen()->frame == screens[0].frame; }));
     system_.serverHasStopped = true;
-    std::this_thread::sleep_for(std::chrono::milliseconds(60));
-    EXPECT_EQ(all(), "nothing told");
+    comesToShow("nothing told", [this] { return all(); });
     EXPECT_TRUE(displays_.screens().empty());
 }
 
@@ -102,8 +107,7 @@ TEST_F(ScreenTest, hasTheWindowsOfAnApplicationFrontToBackUnseenOnesLast) {
     show("palette").kind = WindowKind::other;
     show("a stranger's", 1);
     const std::vector<AccessibilityWindow> expected{front, back, last};
-    std::this_thread::sleep_for(std::chrono::milliseconds(60));
-    EXPECT_EQ(accessibility_.windows(getpid()), expected);
+    EXPECT_TRUE(comesTrue([&] { return accessibility_.windows(getpid()) == expected; }));
     EXPECT_FALSE(accessibility_.windows(0)) << "whose process nobody can tell";
     EXPECT_FALSE(accessibility_.windows(-1));
     const AccessibilityWindow stranger{1, front.identifier};

@@ -1,4 +1,4 @@
-#include "bus/BusService.h"
+#include "bus/DesktopServices.h"
 #include "linux/session/LinuxUserNotifications.h"
 #include "linux/session/SessionEnd.h"
 #include "linux/session/SingleInstance.h"
@@ -33,20 +33,6 @@ private:
     const TestBus bus_;
 };
 
-BusService portal(const std::string& address, const char* answer,
-                  std::chrono::milliseconds delay = {}) {
-    const auto* xml = "<interface name='org.freedesktop.portal.Settings'><method name='Read'>"
-                      "<arg type='s' direction='in'/><arg type='s' direction='in'/>"
-                      "<arg type='v' direction='out'/></method></interface>";
-    return {address,
-            "org.freedesktop.portal.Desktop",
-            {{"/org/freedesktop/portal/desktop", xml}},
-            [answer, delay](const BusService::Call&) {
-                std::this_thread::sleep_for(delay);
-                return g_variant_new_parsed(answer);
-            }};
-}
-
 TEST_F(Session, thePortalTellsWhetherTheUserPrefersDark) {
     const struct {
         const char* answer;
@@ -54,7 +40,7 @@ TEST_F(Session, thePortalTellsWhetherTheUserPrefersDark) {
     } cases[]{{"(<<uint32 1>>,)", true}, {"(<<uint32 2>>,)", false}, {"(<uint32 1>,)", true},
               {"(<<uint32 0>>,)", {}},   {"(<<uint32 9>>,)", {}},    {"(<'dark'>,)", {}}};
     for (const auto& [answer, isDark] : cases) {
-        const auto service = portal(address(), answer);
+        const auto service = settingsPortal(address(), answer);
         std::optional<SystemAppearance> asked;
         EventThread events;
         const auto& appearance = asked.emplace(events);
@@ -71,7 +57,8 @@ TEST_F(Session, aPortalThatIsLateOrAbsentHoldsNobodyUp) {
         const auto& appearance = asked.emplace(events);
         EXPECT_EQ(appearance.isDark(), std::nullopt);
     }
-    const auto service = portal(address(), "(<<uint32 2>>,)", std::chrono::milliseconds(300));
+    const auto service =
+        settingsPortal(address(), "(<<uint32 2>>,)", std::chrono::milliseconds(300));
     std::optional<SystemAppearance> asked;
     EventThread events;
     const auto start = Clock::now();
@@ -139,21 +126,8 @@ TEST_F(Session, notificationsArriveInOrderAsTheServerReadsThem) {
 }
 
 TEST_F(Session, theEndOfTheSessionAndSignalsAskForTheEnd) {
-    const auto* manager = "<interface name='org.gnome.SessionManager'>"
-                          "<method name='RegisterClient'><arg type='s' direction='in'/>"
-                          "<arg type='s' direction='in'/><arg type='o' direction='out'/></method>"
-                          "</interface>";
-    const auto* client = "<interface name='org.gnome.SessionManager.ClientPrivate'>"
-                         "<method name='EndSessionResponse'><arg type='b' direction='in'/>"
-                         "<arg type='s' direction='in'/></method></interface>";
     const ScopedVariable startup("DESKTOP_AUTOSTART_ID", "10ab");
-    const BusService session(address(), "org.gnome.SessionManager",
-                             {{"/Client1", client}, {"/org/gnome/SessionManager", manager}},
-                             [](const BusService::Call& call) {
-                                 return call.method == "RegisterClient"
-                                            ? g_variant_new("(o)", "/Client1")
-                                            : nullptr;
-                             });
+    const auto session = sessionManager(address());
     std::signal(SIGHUP, SIG_IGN);
     std::atomic<int> ends = 0, resumptions = 0;
     std::function<void()> ready;

@@ -96,6 +96,9 @@ TEST(TerminalEmulatorTest, followsTheAlternativesLinks) {
     EXPECT_EQ(terminalEmulator::nameOf(command->executable), "xterm");
     EXPECT_EQ(terminalEmulator::nameOf("/usr/bin/gnome-terminal.wrapper"), "gnome-terminal");
     EXPECT_EQ(terminalEmulator::nameOf("/usr/libexec/gnome-terminal-server"), "gnome-terminal");
+    for (const auto* program : {"xterm", "uxterm", "urxvt", "rxvt", "st", "alacritty", "/x/foot"})
+        EXPECT_TRUE(terminalEmulator::closesUnasked(program)) << program;
+    EXPECT_FALSE(terminalEmulator::closesUnasked("/usr/bin/konsole"));
 }
 
 TEST(TerminalEmulatorTest, theShellIsTheUsers) {

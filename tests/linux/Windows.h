@@ -20,19 +20,9 @@ inline std::string frameText(double x, double y, double width, double height) {
 /// A display of 1440 by 900 pixels with a window manager, and the seam's view of it.
 class WindowsTest : public DisplayTest {
 protected:
-    void SetUp() override { start({"openbox"}); }
-
-    void start(const std::vector<std::string>& manager) {
+    void SetUp() override {
         startServer("1440x900x24");
-        startManager(manager);
-    }
-    /// The frame of a window as the list has it, or "none".
-    std::string listed(xcb_window_t window) {
-        const auto windows = list_.onScreenWindows();
-        for (const auto& each : windows.value()) {
-            if (each.number == window) return frameOf(*each.bounds);
-        }
-        return "none";
+        startManager({"openbox"});
     }
     static std::string frameOf(const WindowBounds& bounds) {
         return frameText(*bounds.x, *bounds.y, *bounds.width, *bounds.height);

@@ -144,7 +144,14 @@ TEST_F(ResourceList, anActionIsForTheResourceThatWasShown) {
     // The second of an identifier is another resource.
     work.resources.push_back(work.resources[0]);
     work.resources.back().name = "A";
+    work.resources.back().associatedApps = {"Quill", "Pad"};
     store.updateWorkspace(work);
+    list.removeApplication(list.rows()[4].key, "Quill");
+    EXPECT_EQ(names(), "Work(a b c d A{Pad})");
+    undo.undo();
+    EXPECT_EQ(names(), "Work(a b c d A{Quill,Pad})");
+    for (const auto* name : {"Quill", "Pad"})
+        list.removeApplication(list.rows()[4].key, name);
     const auto shown = list.rows();
     for (const auto& row : shown)
         EXPECT_EQ(RecordKey::parse(row.key.toString()), row.key);

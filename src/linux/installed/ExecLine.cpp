@@ -51,11 +51,8 @@ Result<std::string> itemText(char code, const std::string& uri) {
 
 using Words = std::vector<std::string>;
 
-bool isItem(const std::string& word) {
-    return word.size() == 2 && itemCode(word);
-}
-
-/// Whether a code is the value of an option ("--file=%f"), where nothing takes the word apart.
+/// Whether a code is a word of its own or the value of an option ("--file=%f"), where nothing takes
+/// the word apart.
 bool isValue(const std::string& word) {
     const auto plain = [](char c) { return g_ascii_isalnum(c) || std::strchr("-_=:/.,+@%", c); };
     return std::ranges::all_of(word, plain);
@@ -127,7 +124,7 @@ Result<Words> withItemsApart(Words words, const InstalledApplication& applicatio
         }
     }
     for (const auto& word : words) {
-        if (!itemCode(word) || isItem(word) || isValue(word)) continue;
+        if (!itemCode(word) || isValue(word)) continue;
         return Error{application.displayName + " can't be started: its entry puts what is to be "
                                                "opened into the middle of other words."};
     }
