@@ -12,52 +12,29 @@ protected:
     }
     void type(const std::string& text) { desktop.run({"xdotool", "type", "--delay", "40", text}); }
     void key(const std::string& name) { desktop.run({"xdotool", "key", name}); }
-    bool goes(const std::string& text) {
-        return comesTrue([&] { return !desktop.shows(text); });
-    }
-    /// Answers the question how to import, and gives the workspaces file.
+    /// Imports that file, and gives the workspaces file.
     std::string import(const std::string& answered) {
+        EXPECT_TRUE(begin("Import Workspaces", "Select a Corvane workspaces file to import"));
+        EXPECT_TRUE(desktop.press("Out.json"));
+        EXPECT_TRUE(desktop.press("Open"));
         EXPECT_TRUE(answer("Found 2 workspace(s). How would you like to import them?", answered));
-        if (answered != "Cancel") {
-            EXPECT_TRUE(answer("Successfully imported 2 workspace(s)!", "OK"));
-        }
+        EXPECT_TRUE(answer("Successfully imported 2 workspace(s)!", "OK"));
         return readFile(desktop.workspacesFile());
     }
 };
 
 TEST_F(ImportExport, bringsEveryWorkspaceThroughAFile) {
-    constexpr auto save = "Choose where to save your Corvane workspaces";
-    constexpr auto open = "Select a Corvane workspaces file to import";
     start({{"Garden", "What \"grows\"", "leaf", {{"Plan ä", "file", desktop.home("plan")}}},
            {"Office", "", "folder", {}}});
     openSettings();
-    ASSERT_TRUE(begin("Export Workspaces", save));
+    ASSERT_TRUE(begin("Export Workspaces", "Choose where to save your Corvane workspaces"));
     type("~/Out");
     key("Return");
     EXPECT_TRUE(answer("Workspaces exported to: Out.json", "OK"));
     const auto exported = readFile(desktop.home("Out.json"));
 
-    ASSERT_TRUE(begin("Export Workspaces", save)) << "again, onto the same file";
-    EXPECT_TRUE(desktop.press("Out.json"));
-    EXPECT_TRUE(desktop.press("Save"));
-    EXPECT_TRUE(answer("Out.json already exists.", "No"));
-    EXPECT_TRUE(desktop.press("Cancel"));
-    EXPECT_TRUE(goes(save));
-    EXPECT_EQ(readFile(desktop.home("Out.json")), exported);
-
-    ASSERT_TRUE(begin("Import Workspaces", open));
-    EXPECT_TRUE(desktop.press("Out.json"));
-    EXPECT_TRUE(desktop.press("Open"));
     const auto merged = import("Merge");
-    ASSERT_TRUE(begin("Import Workspaces", open));
-    EXPECT_TRUE(desktop.press("Out.json"));
-    EXPECT_TRUE(desktop.press("Open"));
     const auto replaced = import("Replace All");
-    ASSERT_TRUE(begin("Import Workspaces", open));
-    EXPECT_TRUE(desktop.press("Out.json"));
-    EXPECT_TRUE(desktop.press("Open"));
-    EXPECT_EQ(import("Cancel"), replaced);
-
     EXPECT_EQ(json::prettyPrinted(replaced), exported);
     EXPECT_NE(exported.find("What \\\"grows\\\""), std::string::npos);
     const auto inside = replaced.substr(1, replaced.size() - 2);

@@ -1,8 +1,7 @@
-#include "bus/BusService.h"
+#include "bus/DesktopServices.h"
 #include "desktop/DesktopTest.h"
 #include "desktop/harness/TrayHost.h"
 #include "desktop/harness/XSessionManager.h"
-#include "foundation/Json.h"
 #include "foundation/PropertyList.h"
 
 #include <algorithm>
@@ -20,15 +19,6 @@ for record in json.load(open(sys.argv[1]))[0].get('savedWindowLayouts', []):
     print(record['appName'], f'{x:g},{y:g} {width:g}x{height:g}',
           *['fullscreen'] * record['isFullscreen'])
 )";
-/// Prints a layout of an earlier version for the first workspace.
-constexpr auto oldLayout = R"(
-import json, sys
-id = json.load(open(sys.argv[1]))[0]['id']
-window = {'appName': 'Mousepad', 'frame': [[417, 163], [633, 391]], 'isFullscreen': False,
-          'isMinimized': False}
-layout = {'workspaceId': id, 'windowLayouts': [window], 'savedDate': 700000000}
-print(json.dumps(layout), end='')
-)";
 
 class Layouts : public DesktopTest {
 protected:
@@ -41,16 +31,11 @@ protected:
                         "env GTK_CSD=1 mousepad --disable-server --name=Drawn --class=Drawn\n"
                         "StartupWMClass=Drawn");
     }
-    void prefer(bool layouts, bool autoSave, const std::string& layoutOfDesk = "") {
-        PropertyList::Dictionary preferences{{"HasCompletedOnboarding", {true}},
-                                             {"CorvaneEnableAccessibilityFeatures", {layouts}},
-                                             {"CorvaneAutoSaveLayouts", {autoSave}}};
-        if (!layoutOfDesk.empty()) {
-            const json::Document layout(layoutOfDesk, "layout");
-            preferences["WorkspaceLayout_" +
-                        layout.root().required("workspaceId").uuid().toString()] = {
-                Bytes(layoutOfDesk.begin(), layoutOfDesk.end())};
-        }
+    /// Switches layouts on.
+    void prefer(bool autoSave) {
+        const PropertyList::Dictionary preferences{{"HasCompletedOnboarding", {true}},
+                                                   {"CorvaneEnableAccessibilityFeatures", {true}},
+                                                   {"CorvaneAutoSaveLayouts", {autoSave}}};
         writeFile(desktop.preferencesFile(), PropertyList{preferences}.toBinary());
     }
     bool startsAll(const Names& names) {
@@ -112,7 +97,7 @@ protected:
     /// A session that ends, and one whose end is called off, so that the user ends Corvane.
     void goThroughEnds(const Names& prefix, const std::function<bool()>& agrees,
                        const std::function<void()>& goOn, const std::function<void()>& end) {
-        prefer(true, true);
+        prefer(true);
         const Names all{"Mousepad", "Drawn"};
         writeFile(desktop.workspacesFile(), workspacesJson({{"Desk", "", "star", {notes, drawn}}}));
         desktop.startCorvane(prefix);
@@ -154,7 +139,7 @@ protected:
 };
 
 TEST_F(Layouts, savedInTheWindowComeBackToThePixel) {
-    prefer(true, false);
+    prefer(false);
     start({{"Desk", "", "star", {notes, drawn, {"Shell", "terminal", "true"}}}});
     const Names all{"Mousepad", "Drawn", "XTerm"};
     ASSERT_TRUE(startsAll(all));
@@ -183,7 +168,7 @@ TEST_F(Layouts, savedInTheWindowComeBackToThePixel) {
 }
 
 TEST_F(Layouts, savedAtTheEndBringOneWindowBackFullscreenAndFillTheScreenWithTheOthers) {
-    prefer(true, true);
+    prefer(true);
     const Names all{"Mousepad", "Drawn"};
     const auto endsAndStartsAgain = [&](const std::string& look, bool bySignal) {
         if (bySignal) desktop.corvane().signal(SIGTERM);
@@ -217,7 +202,7 @@ TEST_F(Layouts, savedMaximizedComeBackSoAndAFullScreenStays) {
                                                      "panel_size = 100% 40\n");
     const auto panel = desktop.start({"tint2"});
     desktop.install("clock", "XClock", "xclock\nStartupWMClass=XClock");
-    prefer(true, false);
+    prefer(false);
     const Names all{"XClock", "Mousepad"};
     start({{"Desk", "", "star", {{"XClock", "application", "/Applications/XClock.app"}, notes}}});
     ASSERT_TRUE(startsAll(all));
@@ -243,22 +228,7 @@ TEST_F(Layouts, savedMaximizedComeBackSoAndAFullScreenStays) {
 }
 
 TEST_F(Layouts, savedBeforeOtherProgramsLeaveTheSession) {
-    const auto* manager = "<interface name='org.gnome.SessionManager'>"
-                          "<method name='RegisterClient'><arg type='s' direction='in'/>"
-                          "<arg type='s' direction='in'/><arg type='o' direction='out'/></method>"
-                          "</interface>";
-    const auto* client = "<interface name='org.gnome.SessionManager.ClientPrivate'>"
-                         "<method name='EndSessionResponse'><arg type='b' direction='in'/>"
-                         "<arg type='s' direction='in'/></method></interface>";
-    const BusService session(desktop.busAddress(), "org.gnome.SessionManager",
-                             {{"/Client1", client}, {"/org/gnome/SessionManager", manager}},
-                             [](const BusService::Call& call) -> GVariant* {
-                                 if (call.method != "RegisterClient") return nullptr;
-                                 const char* who = nullptr;
-                                 g_variant_get(call.parameters, "(&s&s)", &who, nullptr);
-                                 const bool isCorvane = who == std::string("app.corvane.Corvane");
-                                 return g_variant_new("(o)", isCorvane ? "/Client1" : "/Other");
-                             });
+    const auto session = sessionManager(desktop.busAddress());
     const auto answers = [&] {
         return std::ranges::count(session.calls(), "EndSessionResponse (true, '')");
     };
@@ -293,41 +263,8 @@ TEST_F(Layouts, withoutAWindowManagerTheUserHearsWhatIsMissing) {
     EXPECT_TRUE(comes("Start a window manager: without one, nothing places windows."));
 }
 
-TEST_F(Layouts, withoutTheFeatureNothingHappensToThemAndWithItOldOnesAreTakenOver) {
-    const auto startsEditor = [&] {
-        desktop.startCorvane();
-        return startsAll({"Mousepad"});
-    };
-    // The preferences are a binary property list by then, which has names as they are.
-    const auto hasOldLayout = [&] {
-        return readFile(desktop.preferencesFile()).find("WorkspaceLayout_") != std::string::npos;
-    };
-    writeFile(desktop.workspacesFile(), workspacesJson({{"Desk", "", "star", {notes}}}));
-    const auto before = readFile(desktop.workspacesFile());
-    const auto old = desktop.run({"python3", "-c", oldLayout, desktop.workspacesFile()});
-    prefer(false, true, old);
-    ASSERT_TRUE(startsEditor());
-    EXPECT_FALSE(desktop.shows("Save Layout"));
-    EXPECT_EQ(closeWindow(), 0);
-    EXPECT_EQ(readFile(desktop.workspacesFile()), before);
-    EXPECT_TRUE(hasOldLayout());
-
-    ASSERT_TRUE(closes("Mousepad"));
-    prefer(true, true, old);
-    ASSERT_TRUE(startsEditor());
-    EXPECT_TRUE(become({"Mousepad"}, "Mousepad 417,163 633x391\n"));
-    EXPECT_EQ(saved(), "Mousepad 417,163 633x391\n");
-    EXPECT_FALSE(hasOldLayout());
-
-    place("Mousepad", "60,310 611x405");
-    const auto last = seen({"Mousepad"});
-    ASSERT_TRUE(finishesAll({"Mousepad"}));
-    EXPECT_EQ(saved(), last) << "a finish saves too";
-    EXPECT_EQ(closeWindow(), 0);
-}
-
 TEST_F(Layouts, aWindowThatComesLateGetsItsPlaceAllTheSame) {
-    prefer(true, false);
+    prefer(false);
     // Its wrapper ends before the window comes.
     writeFile(desktop.home("late"), "sh -c 'sleep 3; exec xeyes' &\nsleep 1\n");
     desktop.install("late", "XEyes", "sh " + desktop.home("late") + "\nStartupWMClass=XEyes");

@@ -1,3 +1,4 @@
+#include "bus/DesktopServices.h"
 #include "desktop/DesktopTest.h"
 #include "desktop/harness/TrayHost.h"
 
@@ -138,20 +139,6 @@ TEST_F(Shell, theTrayStartsAndFinishesAWorkspaceAndLeadsBackToTheWindow) {
     EXPECT_EQ(desktop.corvane().waitForEnd(), 0);
 }
 
-TEST_F(Shell, aTrayThatComesLateOnTheDisplayHoldsTheMenuToo) {
-    startWithOneNote("Notes");
-    ASSERT_TRUE(hasWindow());
-    for (int round = 0; round < 2; ++round) {
-        const auto panel = desktop.start({"tint2"});
-        ASSERT_TRUE(comesTrue([&] { return placeOfIcon().has_value(); }));
-        ASSERT_TRUE(closesAndStays());
-        ASSERT_TRUE(opensMenu());
-        EXPECT_TRUE(choosesTheWindow());
-    }
-    // With the panel the only other way back has gone.
-    EXPECT_EQ(closeWindow(), 0);
-}
-
 /// One tray takes the other's place, as when a panel is replaced or the session's own comes late.
 TEST_F(Shell, theItemMovesBetweenTraysOfBothKinds) {
     const std::string name = "my__project R&D _Co\tTab";
@@ -192,17 +179,9 @@ TEST_F(Shell, theItemMovesBetweenTraysOfBothKinds) {
 }
 
 TEST_F(Shell, itStartsAsTheSystemLooksAndASecondStartBringsItForward) {
-    const BusService darkPortal(
-        desktop.busAddress(), "org.freedesktop.portal.Desktop",
-        {{"/org/freedesktop/portal/desktop",
-          "<interface name='org.freedesktop.portal.Settings'><method name='Read'>"
-          "<arg type='s' direction='in'/><arg type='s' direction='in'/>"
-          "<arg type='v' direction='out'/></method></interface>"}},
-        [](const BusService::Call&) {
-            // Later than anyone waits for.
-            std::this_thread::sleep_for(std::chrono::seconds(1));
-            return g_variant_new_parsed("(<<uint32 1>>,)");
-        });
+    // Later than anyone waits for.
+    const auto portal =
+        settingsPortal(desktop.busAddress(), "(<<uint32 1>>,)", std::chrono::seconds(1));
     startWithOneNote("Notes");
     ASSERT_TRUE(hasWindow());
     EXPECT_TRUE(comes("Switch to Light Mode"));

@@ -62,21 +62,6 @@ TEST_F(Start, opensOneResourceOfEachType) {
     EXPECT_TRUE(desktop.window("mousepad", "notes.txt"));
 }
 
-TEST_F(Start, givesAnEditorOfTheTerminalOneAndAFolderToTheTerminal) {
-    desktop.install("vim", "Vim", "vim.tiny %F\nTerminal=true");
-    writeFile(desktop.home(".config/mimeapps.list"), "[Default Applications]\n"
-                                                     "text/plain=vim.desktop\n"
-                                                     "inode/directory=debian-xterm.desktop\n");
-    const auto file = document("notes.txt");
-    const auto folder = desktop.home("Documents");
-    start({{"Texts", "", "star", {{"notes.txt", "file", file}, {"Documents", "folder", folder}}}});
-    ASSERT_TRUE(desktop.press("Start"));
-    EXPECT_TRUE(comesTrue([&] { return terminalWindows() == 2; }));
-    EXPECT_TRUE(comesTrue([&] { return desktop.processes("vim.tiny").size() == 1; }));
-    const auto stands = [&](pid_t process) { return standsIn(process, folder); };
-    EXPECT_EQ(std::ranges::count_if(desktop.processes("xterm"), stands), 1);
-}
-
 TEST_F(Start, opensAFolderInAnEmulatorThatAServerShows) {
     writeFile(desktop.home(".config/mimeapps.list"),
               "[Default Applications]\ninode/directory=org.gnome.Terminal.desktop\n");
@@ -135,30 +120,6 @@ TEST_F(Start, aWrongResourceRaisesItsAlertAndStopsNothing) {
     EXPECT_TRUE(comesTrue([&] { return readFile(desktop.home("listed")) == "first.txt\n"; }));
     EXPECT_TRUE(comes("7 resources running"));
     EXPECT_EQ(closeWindow(), 0);
-}
-
-TEST_F(Start, whatTheUserChangesInTheHeaderActsAtOnceAndPreferencesLast) {
-    start({{"Garden", "", "leaf", {}}, {"Garage", "", "car", {}}, {"Office", "", "folder", {}}});
-    ASSERT_TRUE(comes("Office"));
-    ASSERT_TRUE(desktop.press("Search workspaces..."));
-    desktop.run({"xdotool", "type", "GAR"});
-    EXPECT_TRUE(comesTrue([&] { return !desktop.shows("Office"); }));
-    EXPECT_TRUE(desktop.shows("Garden") && desktop.shows("Garage"));
-    desktop.run({"xdotool", "type", "x"});
-    EXPECT_TRUE(comes("No workspaces match \"GARx\""));
-    EXPECT_TRUE(desktop.press("Focus Mode"));
-    EXPECT_TRUE(desktop.press("Switch to Dark Mode"));
-    EXPECT_TRUE(comes("Switch to Light Mode"));
-    EXPECT_EQ(closeWindow(), 0);
-
-    desktop.startCorvane();
-    ASSERT_TRUE(comes("Office"));
-    EXPECT_TRUE(desktop.shows("Switch to Dark Mode"));
-    const auto preferences = desktop.run(
-        {"python3", "-c",
-         "import plistlib,sys;print(plistlib.load(open(sys.argv[1],'rb'))['CorvaneFocusMode'])",
-         desktop.preferencesFile()});
-    EXPECT_EQ(preferences, "True\n");
 }
 
 } // namespace

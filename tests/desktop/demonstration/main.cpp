@@ -3,7 +3,6 @@
 
 #include <atomic>
 #include <cstdio>
-#include <cstring>
 #include <exception>
 #include <stdexcept>
 #include <thread>
@@ -41,24 +40,6 @@ bool isOpen(const Desktop& desktop) {
         return desktop.window("mousepad", "plan.txt") && desktop.window("pcmanfm", "Pictures") &&
                desktop.window("xterm");
     });
-}
-
-void demonstrate(const std::string& folder) {
-    Desktop desktop;
-    begin(desktop);
-    const auto picture = [&](const std::string& name) {
-        const auto file = folder + "/" + name + ".png";
-        desktop.savePicture(file);
-        std::printf("%s\n", file.c_str());
-    };
-    picture("1-window");
-    desktop.press("Start", "Writing");
-    const bool opened = isOpen(desktop);
-    picture("2-opened");
-    expect(opened, desktop, "not everything opened");
-    desktop.press("Switch to Dark Mode");
-    comesTrue([&] { return desktop.shows("Switch to Light Mode"); });
-    picture("3-dark");
 }
 
 /// Five pictures a second of a start that puts windows back, and of the finish.
@@ -105,14 +86,11 @@ void film(const std::string& folder) {
 
 } // namespace
 
-/// Shows Corvane on a desktop of its own and leaves pictures in the folder that is given; with
-/// "film" before it, as many as an eye needs to see a start and a finish.
+/// Shows Corvane on a desktop of its own, and leaves as many pictures in the folder that is given
+/// as an eye needs to see a start and a finish.
 int main(int argc, char** argv) {
     try {
-        if (argc == 3 && std::strcmp(argv[1], "film") == 0)
-            film(argv[2]);
-        else
-            demonstrate(argc > 1 ? argv[1] : "out");
+        film(argc > 1 ? argv[1] : "out");
         return 0;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());

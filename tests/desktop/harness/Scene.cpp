@@ -1,7 +1,6 @@
 #include "desktop/harness/Scene.h"
 
-#include "foundation/Json.h"
-#include "foundation/Uuid.h"
+#include "core/RecordCoding.h"
 
 #include <filesystem>
 #include <fstream>
@@ -20,54 +19,20 @@ std::string readFile(const std::string& file) {
     return content.str();
 }
 
-namespace {
-
-void writeText(json::Writer& writer, std::string_view key, const std::string& value) {
-    writer.key(key);
-    writer.text(value);
-}
-
-void writeResource(json::Writer& writer, const SceneResource& resource) {
-    writer.startObject();
-    writer.key("id");
-    writer.uuid(Uuid::random());
-    writeText(writer, "name", resource.name);
-    writeText(writer, "path", resource.path);
-    writeText(writer, "type", resource.type);
-    writer.key("associatedApps");
-    writer.startArray();
-    writer.endArray();
-    writer.endObject();
-}
-
-void writeWorkspace(json::Writer& writer, const SceneWorkspace& workspace) {
-    writer.startObject();
-    writer.key("id");
-    writer.uuid(Uuid::random());
-    writeText(writer, "name", workspace.name);
-    writeText(writer, "description", workspace.description);
-    writeText(writer, "icon", workspace.icon);
-    writer.key("resources");
-    writer.startArray();
-    for (const auto& resource : workspace.resources)
-        writeResource(writer, resource);
-    writer.endArray();
-    writer.key("dateCreated");
-    writer.number(757382400);
-    writer.key("dateModified");
-    writer.number(757382400);
-    writer.endObject();
-}
-
-} // namespace
-
-std::string workspacesJson(const std::vector<SceneWorkspace>& workspaces) {
-    json::Writer writer;
-    writer.startArray();
-    for (const auto& workspace : workspaces)
-        writeWorkspace(writer, workspace);
-    writer.endArray();
-    return writer.take();
+std::string workspacesJson(const std::vector<SceneWorkspace>& scene) {
+    std::vector<Workspace> workspaces;
+    for (const auto& [name, description, icon, resources] : scene) {
+        auto& workspace =
+            workspaces.emplace_back(makeWorkspace(name, description, icon, {757382400}));
+        for (const auto& each : resources) {
+            auto& resource = workspace.resources.emplace_back();
+            resource.id = Uuid::random();
+            resource.name = each.name;
+            resource.path = each.path;
+            resource.type = resourceTypeFromRawValue(each.type).value();
+        }
+    }
+    return encodeWorkspaces(workspaces);
 }
 
 } // namespace corvane::desktop

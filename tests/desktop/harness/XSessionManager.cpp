@@ -3,6 +3,7 @@
 #include "desktop/harness/Process.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <stdexcept>
 
@@ -140,37 +141,26 @@ void XSessionManager::ends() {
 }
 
 void XSessionManager::serve() {
-    constexpr int pause = 20;
+    const auto hasInput = [](int descriptor) {
+        pollfd file{descriptor, POLLIN, 0};
+        return poll(&file, 1, 0) > 0;
+    };
     while (!isEnding_) {
-        std::vector<pollfd> files;
-        for (int i = 0; i < listenerCount_; ++i)
-            files.push_back({IceGetListenConnectionNumber(listeners_[i]), POLLIN, 0});
-        for (auto* connection : connections_)
-            files.push_back({IceConnectionNumber(connection), POLLIN, 0});
-        poll(files.data(), files.size(), pause);
-        std::erase_if(files, [](const auto& file) { return file.revents == 0; });
-        std::vector<int> ready;
-        for (const auto& file : files)
-            ready.push_back(file.fd);
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
         const std::lock_guard lock(mutex_);
-        take(ready);
-    }
-}
-
-void XSessionManager::take(const std::vector<int>& ready) {
-    const auto isReady = [&](int file) { return std::ranges::count(ready, file) > 0; };
-    // What is taken may close any of them.
-    for (auto* connection : std::vector(connections_)) {
-        if (std::ranges::count(connections_, connection) == 0) continue;
-        if (!isReady(IceConnectionNumber(connection))) continue;
-        const auto status = IceProcessMessages(connection, nullptr, nullptr);
-        if (status == IceProcessMessagesIOError) remove(connection);
-    }
-    for (int i = 0; i < listenerCount_; ++i) {
-        IceAcceptStatus status{};
-        if (!isReady(IceGetListenConnectionNumber(listeners_[i]))) continue;
-        auto* connection = IceAcceptConnection(listeners_[i], &status);
-        if (connection) connections_.push_back(connection);
+        // What is taken may close any of them.
+        for (auto* connection : std::vector(connections_)) {
+            if (std::ranges::count(connections_, connection) == 0) continue;
+            if (!hasInput(IceConnectionNumber(connection))) continue;
+            const auto status = IceProcessMessages(connection, nullptr, nullptr);
+            if (status == IceProcessMessagesIOError) remove(connection);
+        }
+        for (int i = 0; i < listenerCount_; ++i) {
+            IceAcceptStatus status{};
+            if (!hasInput(IceGetListenConnectionNumber(listeners_[i]))) continue;
+            auto* connection = IceAcceptConnection(listeners_[i], &status);
+            if (connection) connections_.push_back(connection);
+        }
     }
 }
 

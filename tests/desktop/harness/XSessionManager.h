@@ -37,7 +37,6 @@ private:
     void answered(SmsConn connection);
     void remove(IceConn connection);
     void serve();
-    void take(const std::vector<int>& ready);
 
     std::mutex mutex_;
     std::string address_;
