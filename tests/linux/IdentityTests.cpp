@@ -223,6 +223,22 @@ TEST_F(IdentityTest, panelsAndDesktopsStay) {
     }
 }
 
+TEST_F(IdentityTest, aWindowOfOursIsFoundBeforeItIsListedAndElseByWhatIsMostLikeIt) {
+    struct : MemoryWindowSystem {
+        std::optional<WindowsNow> windows(Deadline) override { return std::nullopt; }
+    } early;
+    RunningApplications running(installed_, early, launched_);
+    const auto number = early.show({.window = {.process = getpid()}, .title = "Own"}).window.number;
+    EXPECT_TRUE(running.ownWindow(number, "Ow"));
+    EXPECT_FALSE(running.ownWindow(number, "Other"));
+    show("Own - Corvane", getpid());
+    const auto other = show("Other", getpid()).window.number;
+    show("Own", program());
+    EXPECT_EQ(running_.ownWindow(99, "Own")->title, "Own - Corvane");
+    EXPECT_EQ(running_.ownWindow(other, "None")->title, "Other");
+    EXPECT_FALSE(running_.ownWindow(99, "None"));
+}
+
 TEST_F(IdentityTest, processesThatNobodyVouchesForAreNoApplications) {
     show("from afar", 0, "writer");
     show("ended", 0x3ffffe, "writer");
