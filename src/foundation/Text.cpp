@@ -115,6 +115,8 @@ bool isValidUtf8(std::string_view text) {
 }
 
 std::string replacingInvalidUtf8(std::string_view text) {
+    // Nearly all is valid, and to see that takes a fraction of the conversion.
+    if (isValidUtf8(text)) return std::string(text);
     return toUtf8(toUnicode(text));
 }
 
