@@ -11,6 +11,8 @@ Sheet {
     // An alert or another program may have changed what is to be seen here.
     readonly property bool isLookedAt: visible && parent.Window.active
 
+    // Not every desktop makes the window active that a person looks at.
+    onAboutToShow: settings.lookAtDesktop()
     onIsLookedAtChanged: {
         if (isLookedAt)
             settings.lookAtDesktop();
