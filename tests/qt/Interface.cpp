@@ -145,7 +145,7 @@ void Interface::resize(int width, int height) {
 
 void Interface::wheel(const std::string& name, int notches) {
     auto* top = topWindow();
-    const QPointF place = top->mapFromGlobal(find(name, "")->rect().center());
+    const QPointF place = placeOf(name).center();
     constexpr int notch = 120;
     QWheelEvent event(place, top->mapToGlobal(place), {}, {0, -notch * notches}, Qt::NoButton,
                       Qt::NoModifier, Qt::NoScrollPhase, false);
@@ -153,9 +153,11 @@ void Interface::wheel(const std::string& name, int notches) {
     runFor(0);
 }
 
-int Interface::heightOf(const std::string& name) {
-    auto* element = find(name, "");
-    return element ? element->rect().height() : 0;
+QRect Interface::placeOf(const std::string& name, const std::string& inside) {
+    auto* element = find(name, inside);
+    if (!element) return {};
+    const auto place = element->rect();
+    return {topWindow()->mapFromGlobal(place.topLeft()), place.size()};
 }
 
 std::string Interface::cut() {
@@ -180,20 +182,40 @@ bool Interface::isEnabled(const std::string& name, const std::string& inside) {
 }
 
 bool Interface::press(const std::string& name, const std::string& inside) {
-    auto* element = find(name, inside);
-    if (!element) return false;
-    auto* top = topWindow();
-    const auto place = top->mapFromGlobal(element->rect().center());
-    QTest::mouseClick(top, Qt::LeftButton, Qt::NoModifier, place);
+    const auto place = placeOf(name, inside);
+    if (place.isEmpty()) return false;
+    lastPress_ = place.center();
+    QTest::mouseClick(topWindow(), Qt::LeftButton, Qt::NoModifier, lastPress_);
     runFor(0);
     return true;
 }
 
-std::string Interface::toolTipOf(const std::string& name) {
-    auto* element = find(name, "");
+void Interface::send(QEvent::Type type, const QPoint& place) {
     auto* top = topWindow();
-    if (!element) return "";
-    QTest::mouseMove(top, top->mapFromGlobal(element->rect().center()));
+    const auto held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent event(type, place, top->mapToGlobal(place), Qt::LeftButton, held, Qt::NoModifier);
+    QCoreApplication::sendEvent(top, &event);
+}
+
+void Interface::pressAgain() {
+    for (const auto type :
+         {QEvent::MouseButtonPress, QEvent::MouseButtonDblClick, QEvent::MouseButtonRelease})
+        send(type, lastPress_);
+    runFor(0);
+}
+
+void Interface::pressAtOnce(const std::string& name, const std::vector<std::string>& insides) {
+    for (const auto& inside : insides) {
+        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
+            send(type, placeOf(name, inside).center());
+    }
+    runFor(0);
+}
+
+std::string Interface::toolTipOf(const std::string& name) {
+    auto* top = topWindow();
+    if (placeOf(name).isEmpty()) return "";
+    QTest::mouseMove(top, placeOf(name).center());
     std::string text;
     const auto look = [&] {
         for (auto* item : itemsIn(top->contentItem())) {
@@ -249,7 +271,7 @@ void Interface::key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
 
 void Interface::drag(const QMimeData& data, const std::string& name, bool drops) {
     auto* top = topWindow();
-    const auto place = top->mapFromGlobal(find(name, "")->rect().center());
+    const auto place = placeOf(name).center();
     const auto send = [&](QEvent&& event) { QCoreApplication::sendEvent(top, &event); };
     const auto actions = Qt::CopyAction | Qt::MoveAction;
     send(QDragEnterEvent(place, actions, &data, Qt::LeftButton, Qt::NoModifier));

@@ -50,6 +50,10 @@ public:
     /// Clicks in the middle of a control; false where it isn't shown. Of several it takes the one
     /// inside the element named `inside`, and rather a control than its label.
     bool press(const std::string& name, const std::string& inside = "");
+    /// The second press of a double click, where the last one was.
+    void pressAgain();
+    /// Clicks on such a control in each of several elements before the views follow.
+    void pressAtOnce(const std::string& name, const std::vector<std::string>& insides);
     /// What comes up where the pointer rests in the middle of an element.
     std::string toolTipOf(const std::string& name);
     /// Does what an assistive program does; gives the names of all actions that the control has.
@@ -63,8 +67,8 @@ public:
     void resize(int width, int height);
     /// Turns the wheel over an element, down where the number is above zero.
     void wheel(const std::string& name, int notches);
-    /// How high an element is; 0 where it isn't shown.
-    int heightOf(const std::string& name);
+    /// Where an element is in its window; empty where it isn't shown.
+    QRect placeOf(const std::string& name, const std::string& inside = "");
     /// The names of the controls of which a part is beyond the left or right edge of the window.
     std::string cut();
     void closeWindow();
@@ -80,6 +84,9 @@ private:
     QAccessibleInterface* find(const std::string& name, const std::string& inside);
     std::vector<QAccessibleInterface*> elements();
     std::string textOfFocused(int kind);
+    void send(QEvent::Type type, const QPoint& place);
+
+    QPoint lastPress_;
 };
 
 } // namespace corvane

@@ -56,17 +56,25 @@ TEST_F(ResourceViews, aRowHasWhatCanBeDoneWithItsResource) {
     EXPECT_TRUE(interface.press("Add App", "note.txt"));
     EXPECT_TRUE(interface.press("Add App", "note.txt"));
     EXPECT_EQ(interface.desktop.logged("alert"), "alert Duplicate App");
-    EXPECT_TRUE(interface.press("Remove Pad"));
+    ASSERT_TRUE(interface.reach("Remove Pad"));
+    interface.key(Qt::Key_Return);
     EXPECT_TRUE(resources()[0].associatedApps.empty());
+    EXPECT_EQ(interface.focused(), "Add App") << "its neighbour";
 
     EXPECT_TRUE(interface.reach("Part"));
     interface.key(Qt::Key_Return);
     interface.key(Qt::Key_Delete);
-    EXPECT_TRUE(interface.shows("Section name"));
+    interface.key(Qt::Key_F, Qt::ControlModifier);
+    interface.type("w");
     EXPECT_EQ(resources()[1].name, "Part") << "until it is submitted";
+    ASSERT_TRUE(interface.reach("Section name"));
     interface.key(Qt::Key_Return);
-    EXPECT_TRUE(interface.shows("Section"));
+    EXPECT_EQ(interface.focused(), "Section");
     EXPECT_EQ(resources()[1].name, "");
+    interface.key(Qt::Key_Return);
+    interface.type("x");
+    interface.key(Qt::Key_Escape);
+    EXPECT_EQ(interface.focused(), "Section") << "as it was";
 
     ASSERT_TRUE(interface.reach("Move"));
     for (int i = 0; i < 3; ++i)
@@ -74,8 +82,11 @@ TEST_F(ResourceViews, aRowHasWhatCanBeDoneWithItsResource) {
     EXPECT_EQ(stored(), "Pad.app:application note.txt:file :separator ");
     interface.key(Qt::Key_Down);
     EXPECT_EQ(stored(), "note.txt:file Pad.app:application :separator ");
-    while (!resources().empty())
-        ASSERT_TRUE(interface.press("Remove"));
+    EXPECT_EQ(interface.act("Decrease", "Move", "Pad.app"), "SetFocus Increase Decrease");
+    EXPECT_EQ(stored(), "Pad.app:application note.txt:file :separator ");
+    interface.pressAtOnce("Remove", {"Pad.app", "note.txt"});
+    EXPECT_EQ(stored(), ":separator ") << "neither is lost, nor another one taken";
+    ASSERT_TRUE(interface.press("Remove"));
     EXPECT_TRUE(interface.shows("No resources yet"));
     EXPECT_TRUE(interface.press("Separator"));
     EXPECT_TRUE(interface.shows("Separator - click to rename"));
@@ -86,7 +97,7 @@ TEST_F(ResourceViews, aRowIsChangedByItsMenuAndLeavesTheKeyboardToItsNeighbour) 
     EXPECT_TRUE(interface.shows("Not found: /x/lost"));
     EXPECT_FALSE(interface.shows("Not found: /x/note.txt"));
     interface.desktop.panels.choices["Locate lost"] = "/x/note.txt";
-    ASSERT_TRUE(interface.press("More", "lost"));
+    EXPECT_EQ(interface.act("ShowMenu", "More", "lost"), "Press ShowMenu SetFocus");
     ASSERT_TRUE(interface.press("Locate…"));
     interface.runFor(0);
     EXPECT_FALSE(interface.shows("Not found: /x/lost"));
@@ -114,6 +125,9 @@ TEST_F(ResourceViews, aRowIsChangedByItsMenuAndLeavesTheKeyboardToItsNeighbour) 
     interface.key(Qt::Key_Z, Qt::ControlModifier);
     ASSERT_TRUE(interface.press("Undo"));
     EXPECT_EQ(stored(), "note.txt!:file lost:file Pad.app:application ");
+    ASSERT_TRUE(interface.press("Remove", "note.txt!"));
+    interface.pressAgain();
+    EXPECT_EQ(stored(), "lost:file Pad.app:application ") << "a double click takes one";
 }
 
 TEST_F(ResourceViews, aDragIsTakenByTheListOrByARow) {

@@ -74,8 +74,13 @@ TEST_F(Views, chipsLaunchAndStopTheirResources) {
     nine[8].name = "ninth";
     auto line = note();
     line.type = ResourceType::separator;
+    interface.desktop.files.contents["/twin.txt"] = "";
+    std::vector<Resource> twins(2, note());
+    twins[1].name = "twin";
+    twins[1].path = "/twin.txt";
     interface.open({workspace("Work", nine), workspace("Home", {line}),
-                    workspace("Nine", {nine.begin(), nine.begin() + 8})});
+                    workspace("Nine", {nine.begin(), nine.begin() + 8}),
+                    workspace("Twins", twins)});
     EXPECT_TRUE(interface.shows("+1"));
     interface.resize(480, 650);
     const auto isCut = [&] { return interface.cut().find("+1|") != std::string::npos; };
@@ -94,7 +99,8 @@ TEST_F(Views, chipsLaunchAndStopTheirResources) {
     EXPECT_EQ(interface.store().runningResources->size(), 1u);
     EXPECT_TRUE(interface.press("note", "Work"));
     interface.runFor(5);
-    EXPECT_EQ(interface.desktop.logged("open"), "open file:///note.txt");
+    EXPECT_TRUE(interface.press("twin"));
+    EXPECT_EQ(interface.desktop.logged("open"), "open file:///note.txt\nopen file:///twin.txt");
 }
 
 TEST_F(Views, textsTakeTheLinesThatTheyHave) {
@@ -106,10 +112,10 @@ TEST_F(Views, textsTakeTheLinesThatTheyHave) {
     for (int i = 0; i < 30; ++i)
         wordy.description += " more words";
     interface.open({wordy, plain});
-    EXPECT_GE(interface.heightOf(wordy.description), 3 * interface.heightOf("Short") - 3);
-    EXPECT_LE(interface.heightOf(wordy.description), 3 * interface.heightOf("Short") + 3);
-    EXPECT_EQ(interface.heightOf("of two lines"), interface.heightOf("note"));
-    EXPECT_GT(interface.heightOf("note"), 0);
+    const auto heightOf = [&](const std::string& name) { return interface.placeOf(name).height(); };
+    EXPECT_NEAR(heightOf(wordy.description), 3 * heightOf("Short"), 3);
+    EXPECT_EQ(heightOf("of two lines"), heightOf("note"));
+    EXPECT_GT(heightOf("note"), 0);
 }
 
 /// How high the strokes of a symbol are in a picture of its window.

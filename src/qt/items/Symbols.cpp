@@ -46,6 +46,7 @@ constexpr Symbol symbols[]{
     {"diamond", u'\uead5'},
     {"doc", u'\ue24d'},
     {"doc.fill", u'\ue873'},
+    {"dots.grip", u'\ue945'},
     {"ellipsis", u'\ue5d3'},
     {"envelope", u'\ue158'},
     {"exclamationmark.bubble", u'\ue626'},

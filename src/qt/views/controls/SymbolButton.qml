@@ -15,9 +15,22 @@ PressButton {
     implicitHeight: 24
     Accessible.name: tooltip
 
-    ThemedToolTip {
-        text: button.tooltip
-        visible: button.hovered
+    OnDemand {
+        parent: button
+        wanted: button.hovered
+
+        ThemedToolTip {
+            text: button.tooltip
+            visible: true
+        }
+    }
+    OnDemand {
+        parent: button.background
+        wanted: button.visualFocus
+
+        FocusRing {
+            target: button
+        }
     }
 
     contentItem: SymbolText {
@@ -29,9 +42,5 @@ PressButton {
     background: Rectangle {
         radius: Theme.smallRadius
         color: Theme.faded(Theme.primary, button.down ? 0.14 : button.hovered ? 0.07 : 0)
-
-        FocusRing {
-            target: button
-        }
     }
 }

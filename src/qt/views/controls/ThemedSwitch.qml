@@ -19,19 +19,29 @@ PressButton {
     isToggledOn: isOn
     onClicked: switched(!isOn)
 
-    ThemedToolTip {
-        text: toggle.tooltip
-        visible: toggle.tooltip !== "" && toggle.hovered
+    OnDemand {
+        parent: toggle
+        wanted: toggle.hovered && toggle.tooltip !== ""
+
+        ThemedToolTip {
+            text: toggle.tooltip
+            visible: true
+        }
+    }
+    OnDemand {
+        parent: toggle.background
+        wanted: toggle.visualFocus
+
+        FocusRing {
+            target: toggle
+            radius: height / 2
+        }
     }
 
     background: Rectangle {
         radius: height / 2
         color: toggle.isOn ? toggle.tint : Theme.switchOff
 
-        FocusRing {
-            target: toggle
-            radius: height / 2
-        }
         Rectangle {
             x: toggle.isOn ? parent.width - width - 2 : 2
             anchors.verticalCenter: parent.verticalCenter

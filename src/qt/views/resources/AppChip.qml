@@ -10,7 +10,7 @@ Rectangle {
     required property string iconSource
     readonly property color hue: isDefault ? Theme.accent : Theme.secondaryLabel
 
-    signal removed
+    signal removed(byKey: bool)
 
     implicitWidth: content.implicitWidth + 2 * Theme.spacingS
     implicitHeight: 28
@@ -33,19 +33,23 @@ Rectangle {
             iconSource: chip.iconSource
             size: 20
         }
-        SymbolButton {
-            visible: !chip.isDefault
+        Loader {
+            visible: active
+            active: !chip.isDefault
             anchors.verticalCenter: parent.verticalCenter
-            width: 18
-            height: 18
-            symbol: "xmark"
-            size: 10
-            isBold: true
-            tint: Theme.secondaryLabel
-            tooltip: "Remove " + chip.appName
-            onClicked: chip.removed()
-            // The second press of two in a row isn't meant for what has come under the pointer.
-            onDoubleClicked: {}
+
+            sourceComponent: SymbolButton {
+                implicitWidth: 18
+                implicitHeight: 18
+                symbol: "xmark"
+                size: 10
+                isBold: true
+                tint: Theme.secondaryLabel
+                tooltip: "Remove " + chip.appName
+                onClicked: chip.removed(visualFocus)
+                // The second press of two in a row isn't meant for what has come under the pointer.
+                onDoubleClicked: {}
+            }
         }
     }
 }

@@ -25,31 +25,24 @@ Item {
     Keys.onUpPressed: row.moveBy(-1)
     Keys.onDownPressed: row.moveBy(1)
 
-    Rectangle {
-        anchors.fill: parent
-        visible: handle.activeFocus
-        radius: Theme.smallRadius
-        color: "transparent"
-        border.width: 2
-        border.color: Theme.faded(Theme.accent, 0.7)
-    }
+    OnDemand {
+        parent: handle
+        wanted: handle.activeFocus
 
-    Grid {
-        anchors.centerIn: parent
-        columns: 2
-        spacing: Theme.spacingXS
-
-        Repeater {
-            model: 6
-
-            Rectangle {
-                width: 3
-                height: 3
-                radius: 1.5
-                color: Theme.secondaryLabel
-                opacity: 0.6
-            }
+        Rectangle {
+            anchors.fill: parent
+            radius: Theme.smallRadius
+            color: "transparent"
+            border.width: 2
+            border.color: Theme.faded(Theme.accent, 0.7)
         }
+    }
+    SymbolText {
+        anchors.centerIn: parent
+        symbol: "dots.grip"
+        size: 18
+        color: Theme.secondaryLabel
+        opacity: 0.6
     }
     HoverHandler {
         // What the pointer will carry. It is gone after this call where nobody has read it.

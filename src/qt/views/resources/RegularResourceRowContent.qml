@@ -71,9 +71,13 @@ Item {
                     font.pixelSize: 14
                     font.weight: Font.Medium
                 }
-                MissingMark {
-                    visible: content.row.isMissing
-                    path: content.row.path
+                Loader {
+                    active: content.row.isMissing
+                    visible: active
+
+                    sourceComponent: MissingMark {
+                        path: content.row.path
+                    }
                 }
                 Rectangle {
                     implicitWidth: badge.implicitWidth + 2 * Theme.spacingS
@@ -109,10 +113,16 @@ Item {
                         appName: modelData.appName
                         isDefault: modelData.isDefault
                         iconSource: modelData.iconSource
-                        onRemoved: content.row.resources.removeApplication(content.row.key, appName)
+                        onRemoved: byKey => {
+                            if (byKey)
+                                addApp.forceActiveFocus(Qt.TabFocusReason);
+                            content.row.resources.removeApplication(content.row.key, appName);
+                        }
                     }
                 }
                 AddAppButton {
+                    id: addApp
+
                     onClicked: content.row.resources.chooseApplication(content.row.key)
                 }
             }
@@ -120,31 +130,33 @@ Item {
         ColumnLayout {
             spacing: Theme.spacingXXS
 
-            Item {
+            Loader {
                 Layout.alignment: Qt.AlignRight
-                implicitWidth: pill.visible ? pill.width : 0
-                implicitHeight: 20
+                Layout.preferredHeight: 20
+                active: !content.row.isEnabled
 
-                Rectangle {
-                    id: pill
+                sourceComponent: Item {
+                    implicitWidth: pill.width
 
-                    visible: !content.row.isEnabled
-                    anchors.right: parent.right
-                    width: pillText.implicitWidth + 2 * Theme.spacingM
-                    height: 18
-                    radius: 9
-                    color: Theme.faded(Theme.gray, 0.1)
-                    border.width: 1
-                    border.color: Theme.faded(Theme.red, 0.3)
+                    Rectangle {
+                        id: pill
 
-                    BodyText {
-                        id: pillText
+                        width: pillText.implicitWidth + 2 * Theme.spacingM
+                        height: 18
+                        radius: 9
+                        color: Theme.faded(Theme.gray, 0.1)
+                        border.width: 1
+                        border.color: Theme.faded(Theme.red, 0.3)
 
-                        anchors.centerIn: parent
-                        text: "Disabled : Excluded from being opened/quit"
-                        font.pixelSize: 9
-                        font.weight: Font.Bold
-                        color: Theme.secondaryLabel
+                        BodyText {
+                            id: pillText
+
+                            anchors.centerIn: parent
+                            text: "Disabled : Excluded from being opened/quit"
+                            font.pixelSize: 9
+                            font.weight: Font.Bold
+                            color: Theme.secondaryLabel
+                        }
                     }
                 }
             }

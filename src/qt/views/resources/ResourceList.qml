@@ -25,6 +25,7 @@ ListView {
     // A row more on either side, for the keyboard to go to.
     cacheBuffer: 150
     model: resources
+    reuseItems: true
     ScrollBar.vertical: ScrollBar {
         policy: list.interactive ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
     }
@@ -72,6 +73,8 @@ ListView {
         width: list.width
         resources: list.resources
         onYChanged: Qt.callLater(list.sortRows)
+        ListView.onPooled: isInUse = false
+        ListView.onReused: isInUse = true
         onLeaving: list.successor = index
         onMoving: list.kept = key
         onDraggedAt: y => edge.dragY = y

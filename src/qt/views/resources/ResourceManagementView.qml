@@ -78,6 +78,7 @@ Item {
             Column {
                 visible: view.count > 0
                 width: parent.width
+                Accessible.role: Accessible.List
 
                 Row {
                     id: hint

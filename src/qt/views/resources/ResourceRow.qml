@@ -3,35 +3,45 @@ import Corvane
 
 // One row of the list: a resource or a separator. Takes rows that are dropped on it.
 ResourceRowData {
-    id: row
+    id: entry
 
     // Where in the list a drag hovers over it; -1 where it left.
     signal draggedAt(y: real)
 
-    handle: isSeparator ? separator.handle : regular.handle
-    implicitHeight: (isSeparator ? separator.implicitHeight : regular.implicitHeight) + (line.visible ? 1 : 0)
+    // Not while it waits for its next resource: a list gives a row that has left it another one.
+    property bool isInUse: true
+
+    visible: isInUse
+    handle: content.item ? content.item.handle : null // qmllint disable
+    implicitHeight: content.implicitHeight + (line.visible ? 1 : 0)
     Accessible.role: Accessible.ListItem
     Accessible.name: name
     Accessible.description: opens
 
-    RegularResourceRowContent {
+    Loader {
+        id: content
+
+        width: parent.width
+        sourceComponent: entry.isSeparator ? separator : regular
+    }
+    Component {
         id: regular
 
-        visible: !row.isSeparator
-        width: parent.width
-        row: row
+        RegularResourceRowContent {
+            row: entry
+        }
     }
-    SeparatorRowContent {
+    Component {
         id: separator
 
-        visible: row.isSeparator
-        width: parent.width
-        row: row
+        SeparatorRowContent {
+            row: entry
+        }
     }
     Rectangle {
         id: line
 
-        visible: row.resources !== null && row.index < row.resources.count - 1
+        visible: entry.resources !== null && entry.index < entry.resources.count - 1
         anchors.bottom: parent.bottom
         x: 12
         width: parent.width - 2 * Theme.spacingL
@@ -40,23 +50,23 @@ ResourceRowData {
     }
     DropArea {
         function follow(drag: var) {
-            row.draggedAt(mapToItem(row.ListView.view, drag.x, drag.y).y);
+            entry.draggedAt(mapToItem(entry.ListView.view, drag.x, drag.y).y);
         }
 
         anchors.fill: parent
         onEntered: drag => {
-            drag.accepted = row.isOfThisList(drag.source) && row.resources.enterRow(row.index, drag.urls, drag.formats.includes("text/plain"), drag.text);
+            drag.accepted = entry.isOfThisList(drag.source) && entry.resources.enterRow(entry.index, drag.urls, drag.formats.includes("text/plain"), drag.text);
             if (drag.accepted)
                 follow(drag);
         }
         onPositionChanged: drag => follow(drag)
         onExited: {
-            row.draggedAt(-1);
-            row.resources.leaveRow(row.index);
+            entry.draggedAt(-1);
+            entry.resources.leaveRow(entry.index);
         }
         onDropped: drop => {
-            row.draggedAt(-1);
-            if (row.resources.dropOnRow(row.index, drop.urls, drop.formats.includes("text/plain"), drop.text))
+            entry.draggedAt(-1);
+            if (entry.resources.dropOnRow(entry.index, drop.urls, drop.formats.includes("text/plain"), drop.text))
                 // Where another program dropped its text, a move would take the text away there.
                 drop.accept(drop.source ? Qt.MoveAction : Qt.CopyAction);
         }
@@ -65,8 +75,8 @@ ResourceRowData {
         readonly property color tint: Theme.dropBlue
 
         anchors.fill: parent
-        anchors.margins: row.inset
-        visible: row.isRowTarget
+        anchors.margins: entry.inset
+        visible: entry.isRowTarget
         radius: Theme.mediumRadius
         color: Theme.faded(tint, 0.1)
         border.width: 2
