@@ -76,10 +76,19 @@ WorkspaceCardData {
         Loader {
             id: list
 
-            active: card.isExpanded && card.isInUse
+            readonly property ResourceListModel resources: card.isExpanded && card.isInUse ? card.workspaces.resourcesOf(card.workspaceId) : null
+
             width: card.width
-            sourceComponent: ResourceManagementView {
-                resources: card.workspaces.resourcesOf(card.workspaceId)
+            // By its file, which isn't read before a card is expanded.
+            onResourcesChanged: {
+                if (!resources)
+                    source = "";
+                else if (item)
+                    item.resources = resources; // qmllint disable
+                else
+                    setSource("../resources/ResourceManagementView.qml", {
+                        resources: resources
+                    });
             }
         }
     }

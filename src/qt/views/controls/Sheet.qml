@@ -1,5 +1,6 @@
 import QtQuick
-import QtQuick.Controls
+import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Corvane
 
 // What stands above a window and takes all input until it is closed.
@@ -35,7 +36,7 @@ Popup {
 
     width: Math.min(wantedWidth, parent ? parent.width - most : wantedWidth)
     height: wantedHeight > 0 ? Math.min(wantedHeight, parent ? parent.height - most : wantedHeight) : implicitHeight
-    parent: Overlay.overlay
+    parent: T.Overlay.overlay
     onAboutToShow: {
         const items = [];
         for (let item = parent.Window.activeFocusItem; item; item = item.parent)
@@ -49,7 +50,7 @@ Popup {
     padding: Theme.sheetPadding
     closePolicy: Popup.CloseOnEscape
 
-    Overlay.modal: Rectangle {
+    T.Overlay.modal: Rectangle {
         color: Theme.shade
     }
     background: Rectangle {

@@ -9,6 +9,7 @@ Window {
     required property WorkspaceListModel workspaces
     required property SettingsModel settings
     required property UndoModel undo
+    property Sheet settingsSheet: null
 
     title: "Corvane"
     width: 1000
@@ -35,8 +36,8 @@ Window {
 
             width: parent.width
             model: window.header
-            isShowingSettings: settingsSheet.opened
-            onSettingsToggled: settingsSheet.opened ? settingsSheet.close() : settingsSheet.open()
+            isShowingSettings: window.settingsSheet ? window.settingsSheet.opened : false
+            onSettingsToggled: isShowingSettings ? window.settingsSheet.close() : window.openSettings()
         }
         WorkspaceListView {
             anchors.top: headerView.bottom
@@ -63,7 +64,7 @@ Window {
     }
     Shortcut {
         sequence: "Ctrl+,"
-        onActivated: settingsSheet.open()
+        onActivated: window.openSettings()
     }
     Shortcut {
         sequences: [StandardKey.Undo]
@@ -82,11 +83,6 @@ Window {
         }
     }
 
-    Component {
-        id: workspaceSheet
-
-        WorkspaceSheet {}
-    }
     Connections {
         target: window.header
 
@@ -107,18 +103,27 @@ Window {
         }
     }
 
+    // By its file, so that none is read before it is wanted.
+    function makeSheet(file: string, properties: var): Sheet {
+        const component = Qt.createComponent(file);
+        if (component.status !== Component.Ready)
+            console.error(component.errorString());
+        return component.createObject(contentItem, properties) as Sheet;
+    }
     function showSheet(sheet: WorkspaceSheetModel) {
         if (sheet)
-            (workspaceSheet.createObject(window.contentItem, {
-                    sheet: sheet
-                }) as WorkspaceSheet).open();
+            makeSheet("WorkspaceSheet.qml", {
+                sheet: sheet
+            }).open();
+    }
+    function openSettings() {
+        if (!settingsSheet)
+            settingsSheet = makeSheet("../settings/UnifiedSettingsSheet.qml", {
+                settings: settings
+            });
+        settingsSheet.open();
     }
 
-    UnifiedSettingsSheet {
-        id: settingsSheet
-
-        settings: window.settings
-    }
     ConfirmationDialog {
         title: "Finish Workspace?"
         message: window.workspaces.finishMessage
