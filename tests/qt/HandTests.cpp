@@ -115,6 +115,11 @@ TEST_F(Views, aNarrowWindowCutsNothing) {
 
 TEST_F(Views, keysReachWhatIsUsedMost) {
     interface.open({workspace("Work", {note()}), workspace("Home")});
+    EXPECT_EQ(interface.shown(),
+              "Corvane|Workspace Manager|Search workspaces...|Switch to Dark Mode|Focus Mode|"
+              "New Workspace|Settings|Workspaces|Work|Work|What has to be done|Start|Resources|"
+              "More|note|Home|Home|Start|Resources|More|No resources configured")
+        << "screen readers read as the eye does";
     interface.key(Qt::Key_F, Qt::ControlModifier);
     EXPECT_EQ(interface.focused(), "Search workspaces...");
     interface.type("wo");

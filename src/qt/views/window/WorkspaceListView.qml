@@ -11,6 +11,9 @@ Item {
 
     signal newSpaceWanted
 
+    // Not the list below, which would count as what has the keyboard.
+    Accessible.role: Accessible.List
+    Accessible.name: "Workspaces"
     onFocusItemChanged: {
         const reason = focusItem ? focusItem.focusReason : Qt.NoFocusReason; // qmllint disable
         if (reason === Qt.TabFocusReason || reason === Qt.BacktabFocusReason)
