@@ -32,7 +32,7 @@ Item {
     Timer {
         id: turn
 
-        interval: 1000
+        interval: 2000
         onTriggered: announcement.sayNext()
     }
 }
