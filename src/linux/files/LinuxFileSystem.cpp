@@ -150,8 +150,8 @@ Result<void> LinuxFileSystem::writeFile(const std::string& path, std::string_vie
 Result<FileStamp> LinuxFileSystem::rewriteFile(const std::string& path, std::string_view bytes,
                                                const std::optional<FileStamp>& known) {
     if (!isUsable(path)) return unusable("write", path);
-    const auto written = replaceFile(path, bytes, [&] {
-        const auto now = LinuxFileSystem::stamp(path);
+    const auto written = replaceFile(path, bytes, [&](const std::string& place) {
+        const auto now = LinuxFileSystem::stamp(place);
         return now ? *now == known : now.error().isMissing;
     });
     if (!written) return written.error();

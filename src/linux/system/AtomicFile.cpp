@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <system_error>
@@ -160,6 +161,42 @@ bool writeInPlace(const std::string& path, std::string_view bytes, struct stat& 
            ::fsync(file.get()) == 0 && ::fstat(file.get(), &made) == 0 && file.close();
 }
 
+bool isAt(const std::string& path, const struct stat& file) {
+    struct stat now{};
+    return ::lstat(path.c_str(), &now) == 0 && now.st_ino == file.st_ino &&
+           now.st_dev == file.st_dev;
+}
+
+/// Gives the new file the old one's name. False with errno on failure, ESTALE where another program
+/// has come: making the file took the disk's time.
+bool takePlace(const std::string& temporary, const std::string& target,
+               const MayReplace& mayReplace) {
+    if (!mayReplace) return ::rename(temporary.c_str(), target.c_str()) == 0;
+    if (!mayReplace(target)) {
+        errno = ESTALE;
+        return false;
+    }
+    const bool exists = ::access(target.c_str(), F_OK) == 0;
+    const auto rename = [&](unsigned how) {
+        return ::renameat2(AT_FDCWD, temporary.c_str(), AT_FDCWD, target.c_str(), how) == 0;
+    };
+    if (!rename(exists ? RENAME_EXCHANGE : RENAME_NOREPLACE)) {
+        // Not every file system has these.
+        if (errno == EINVAL || errno == ENOSYS) return rename(0);
+        if (errno == EEXIST || errno == ENOENT) errno = ESTALE;
+        return false;
+    }
+    if (!exists) return true;
+    // What stood there until now has the other name, and only now nobody else changes what that is.
+    if (mayReplace(temporary)) {
+        ::unlink(temporary.c_str());
+        return true;
+    }
+    rename(RENAME_EXCHANGE);
+    errno = ESTALE;
+    return false;
+}
+
 } // namespace
 
 Error fileError(const std::string& action, const std::string& path, const std::string& reason) {
@@ -184,7 +221,7 @@ bool syncFolderOf(const std::string& path) {
 }
 
 Result<struct stat> replaceFile(const std::string& path, std::string_view bytes,
-                                const std::function<bool()>& mayReplace) {
+                                const MayReplace& mayReplace) {
     const auto target = linkTarget(path);
     if (!target) return fileError("write", path, errno);
     Old old{*target, {}};
@@ -199,18 +236,15 @@ Result<struct stat> replaceFile(const std::string& path, std::string_view bytes,
     const std::string temporary = temporaryNameBeside(*target);
     struct stat made{};
     const bool isMade = makeFile(temporary, bytes, existed ? &old : nullptr, made);
-    int reason = errno;
-    // Making the file takes the disk's time, in which another program may have come.
-    if (mayReplace && !mayReplace()) {
-        ::unlink(temporary.c_str());
-        return fileError("write", path, "Another program changed it at the same time");
-    }
-    if (isMade && ::rename(temporary.c_str(), target->c_str()) == 0) {
+    if (isMade && takePlace(temporary, *target, mayReplace)) {
         syncFolderOf(*target);
         return made;
     }
-    if (isMade) reason = errno;
-    ::unlink(temporary.c_str());
+    const int reason = errno;
+    // Another program's file may lie there, if it came as the two changed places again.
+    if (!isMade || isAt(temporary, made)) ::unlink(temporary.c_str());
+    if (reason == ESTALE)
+        return fileError("write", path, "Another program changed it at the same time");
     // A file that is a mount of its own, or in a folder that takes no new file.
     const bool onlyInPlace =
         reason == EBUSY || reason == EACCES || reason == EPERM || reason == EXDEV;

@@ -11,15 +11,19 @@
 
 namespace corvane {
 
+/// Whether what stands at a path now, perhaps under another name than before, may go.
+using MayReplace = std::function<bool(const std::string& path)>;
+
 /// Replaces the content of a file at one stroke: whoever looks, even after a crash, finds all of
 /// the old bytes or all of the new. A symbolic link is followed, also one to a file that isn't
 /// there yet, but for another user's in a folder that all may write to; rights, the user's
 /// attributes and, where the system allows, owner survive. A file that can be written but not
 /// replaced is written in place, and there alone a crash can leave a part of either. Refuses what
 /// isn't a regular file, a file that the user may not write, and whatever `mayReplace` doesn't
-/// allow right before it goes. The status of the file that stands there now.
+/// allow as it goes; where the file system can exchange two names, nobody comes between. The status
+/// of the file that stands there now.
 Result<struct stat> replaceFile(const std::string& path, std::string_view bytes,
-                                const std::function<bool()>& mayReplace = {});
+                                const MayReplace& mayReplace = {});
 
 /// A name in the folder of `path` that nothing has.
 std::string temporaryNameBeside(const std::string& path);
