@@ -106,8 +106,11 @@ TEST_F(Resources, aDraggedRowIsSeenAndGoesOnAtAnEdgeButNotToAnotherCard) {
 
     ASSERT_TRUE(desktop.act("SetFocus", "Search workspaces..."));
     desktop.run({"xdotool", "type", "Home"});
-    for (const auto* card : {"Home", "Homely"})
+    ASSERT_TRUE(comesTrue([&] { return !desktop.shows("Launch l"); }));
+    for (const auto* card : {"Home", "Homely"}) {
         ASSERT_TRUE(desktop.act("Press", "Resources", card));
+        ASSERT_TRUE(desktop.middleOf("Move", card)) << card;
+    }
     const auto from = desktop.middleOf("Move", "Homely");
     const auto other = desktop.middleOf("Launch one", "Home");
     const auto own = desktop.middleOf("Launch one", "Homely");
