@@ -1,9 +1,11 @@
 #include "linux/files/LinuxFileSystem.h"
 #include "linux/installed/LinuxFileIcons.h"
+#include "linux/system/AtomicFile.h"
 #include "machine/Machine.h"
 
 #include <algorithm>
 #include <filesystem>
+#include <utility>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -112,6 +114,23 @@ TEST_F(LinuxFileSystemTest, aWriteKeepsAttributesAndTakesAwayWhatAKilledOneLeft)
     EXPECT_EQ(get("user.tag"), takesTags ? "mine" : "none");
     EXPECT_EQ(get("system.posix_acl_access"), takesRights ? rights : "none");
     EXPECT_EQ(namesIn(folder_), (std::vector<std::string>{".corvane-new", "file", "other"}));
+}
+
+TEST_F(LinuxFileSystemTest, whatComesAtTheLastMomentStays) {
+    write(in("file"), "known");
+    write(in("theirs"), "theirs");
+    bool hasCome = false;
+    const auto isKnown = [&](const std::string& path) {
+        const bool known = read(path) == "known";
+        if (!std::exchange(hasCome, true)) fs::rename(in("theirs"), in("file"));
+        return known;
+    };
+    const auto refused = replaceFile(in("file"), "ours", isKnown);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().localizedDescription,
+              "Could not write " + in("file") + ": Another program changed it at the same time.");
+    EXPECT_EQ(read(in("file")), "theirs");
+    EXPECT_EQ(namesIn(folder_), std::vector<std::string>{"file"});
 }
 
 TEST_F(LinuxFileSystemTest, refusalsNameThePathAndLeaveNothingBehind) {
