@@ -24,8 +24,7 @@ std::string root;
 class Environment : public testing::Environment {
 public:
     void SetUp() override {
-        std::string pattern = fs::temp_directory_path() / "corvane-linux-tests-XXXXXX";
-        root = mkdtemp(pattern.data());
+        root = world::makeFolder("corvane-tests");
         const auto set = [](const char* name, const std::string& value) {
             setenv(name, value.c_str(), 1);
         };

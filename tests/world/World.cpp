@@ -4,6 +4,10 @@
 #include <filesystem>
 #include <fstream>
 #include <set>
+#include <system_error>
+
+#include <sys/statvfs.h>
+#include <unistd.h>
 
 namespace corvane::world {
 namespace {
@@ -22,6 +26,13 @@ constexpr auto fonts = R"(<fontconfig>
 
 void write(const fs::path& file, const std::string& content) {
     std::ofstream(file, std::ios::binary) << content;
+}
+
+/// Some machines let nobody run a program from there.
+bool servesPrograms(const char* folder) {
+    struct statvfs system {};
+    return statvfs(folder, &system) == 0 && !(system.f_flag & ST_NOEXEC) &&
+           access(folder, W_OK) == 0;
 }
 
 /// Links to what is in the machine's folder, but what has one of those names.
@@ -52,6 +63,14 @@ std::string busConfiguration(const fs::path& services) {
 }
 
 } // namespace
+
+std::string makeFolder(const std::string& name) {
+    constexpr auto memory = "/dev/shm";
+    const fs::path above = servesPrograms(memory) ? memory : fs::temp_directory_path();
+    std::string folder = above / (name + "-XXXXXX");
+    if (!mkdtemp(folder.data())) throw std::system_error(errno, std::generic_category(), folder);
+    return folder;
+}
 
 std::map<std::string, std::string> make(const std::string& folder, const Chosen& chosen) {
     const fs::path place = folder;

@@ -15,6 +15,10 @@ struct Chosen {
     std::string terminal;
 };
 
+/// A new folder of that name and six letters more: in memory where that can be, since what a test
+/// makes and removes thousands of is what a disk is slowest at. Throws where there is none.
+std::string makeFolder(const std::string& name);
+
 /// Fills the folder and returns the variables of the environment that lead there.
 std::map<std::string, std::string> make(const std::string& folder, const Chosen& chosen);
 

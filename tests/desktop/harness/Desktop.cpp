@@ -42,9 +42,7 @@ user_pref("network.proxy.no_proxies_on", "localhost, 127.0.0.1");
 } // namespace
 
 Desktop::Desktop() {
-    std::string pattern = fs::temp_directory_path() / "corvane-desktop-XXXXXX";
-    if (!mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder");
-    around_.root = pattern;
+    around_.root = world::makeFolder("corvane-desktop");
     adoptOrphans();
     const world::Chosen chosen{
         {"org.xfce.mousepad", "pcmanfm", "firefox-esr", "debian-xterm", "org.gnome.Terminal"},
