@@ -100,9 +100,10 @@ TEST_F(SeveralDesktops, theWindowComesBackWhereItWasInsideTheScreen) {
     start({{"Notes", "", "star", {note}}});
     ASSERT_TRUE(comes("Notes"));
     for (const auto* place : {"60,80 1010x700", "300,120 960x660"}) {
+        auto before = lookOf("Corvane");
         move(place);
+        ASSERT_TRUE(comesTrue([&] { return lookOf("Corvane") != before; })) << before;
         // Any look after the change is one of it.
-        std::string before;
         ASSERT_TRUE(comesTrue(
             [&] { return std::exchange(before, lookOf("Corvane")) == lookOf("Corvane"); }));
         for (int round = 0; round < 2; ++round) {

@@ -162,9 +162,13 @@ WindowAnswer AgentWindowSystem::place(const WindowRef& window, const FrameWish& 
         if (aim == last) return ApproachSteps::Asked::nothingNew;
         last = aim;
         const Deed deed{.kind = Deed::Kind::place, .windows = {now.id}, .frame = aim};
+        const auto before = now.window.frame;
         answer = act(deed, now, by);
-        return answer == WindowAnswer::unanswered ? ApproachSteps::Asked::unanswered
-                                                  : ApproachSteps::Asked::answered;
+        // A client that hasn't moved at all is busy and may yet do it: any other wish would then be
+        // one too many.
+        const bool isSilent = answer == WindowAnswer::done && now.window.frame == before;
+        return answer == WindowAnswer::unanswered || isSilent ? ApproachSteps::Asked::unanswered
+                                                              : ApproachSteps::Asked::answered;
     };
     return approach(
         wish, {.ask = ask, .look = look, .isLate = [&] { return steady_clock::now() >= by; }});

@@ -59,6 +59,7 @@ Desktop::Desktop() {
     around_.set("XDG_CACHE_HOME", home(".cache"));
     around_.set("XDG_RUNTIME_DIR", around_.root + "/runtime");
     around_.set("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
+    around_.set("CORVANE_DIAGNOSTICS", "1");
     // Else a prepared profile isn't taken, since it doesn't name this installation of Firefox.
     around_.set("MOZ_LEGACY_PROFILES", "1");
     prepareHome();
