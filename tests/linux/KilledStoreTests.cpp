@@ -160,7 +160,7 @@ TEST_F(KilledStore, leavesTheFileOfItsLastEditOrOfTheOneUnderWay) {
     EXPECT_GT(editsMade, 50u) << "the kills came too soon to mean anything";
     for (const auto& name : namesIn(folder + "/Corvane")) {
         EXPECT_TRUE(name == "corvane_workspaces.json" || name == "Copies" ||
-                    name.starts_with(".corvane-"))
+                    name.starts_with(".corvane"))
             << name;
     }
     RecordProperty("edits", static_cast<int>(editsMade));

@@ -122,7 +122,13 @@ TEST_F(LinuxFileSystemTest, whatComesAtTheLastMomentStays) {
     bool hasCome = false;
     const auto isKnown = [&](const std::string& path) {
         const bool known = read(path) == "known";
-        if (!std::exchange(hasCome, true)) fs::rename(in("theirs"), in("file"));
+        if (!std::exchange(hasCome, true)) {
+            fs::rename(in("theirs"), in("file"));
+        } else {
+            // If this program ended here, one that saves later cleans up.
+            fs::last_write_time(path, fs::file_time_type::clock::now() - std::chrono::hours(2));
+            EXPECT_TRUE(replaceFile(in("later"), "later"));
+        }
         return known;
     };
     const auto refused = replaceFile(in("file"), "ours", isKnown);
@@ -130,7 +136,7 @@ TEST_F(LinuxFileSystemTest, whatComesAtTheLastMomentStays) {
     EXPECT_EQ(refused.error().localizedDescription,
               "Could not write " + in("file") + ": Another program changed it at the same time.");
     EXPECT_EQ(read(in("file")), "theirs");
-    EXPECT_EQ(namesIn(folder_), std::vector<std::string>{"file"});
+    EXPECT_EQ(namesIn(folder_), (std::vector<std::string>{"file", "later"}));
 }
 
 TEST_F(LinuxFileSystemTest, refusalsNameThePathAndLeaveNothingBehind) {

@@ -22,13 +22,20 @@ namespace corvane {
 namespace {
 
 constexpr std::string_view temporaryPrefix = ".corvane-";
+/// Of what two programs may have changed the name of, which nobody removes as a leftover.
+constexpr std::string_view exchangedPrefix = ".corvane.kept-";
+
+/// A name in the folder of `path` that nothing has.
+std::string nameBeside(const std::string& path, std::string_view prefix) {
+    return path::join(path::parent(path), std::string(prefix) + Uuid::random().toString());
+}
 
 /// In a folder that everybody may write to, a link may be another user's trap. The kernel follows
 /// it by the same rule where it follows links itself.
 bool mayFollow(const std::filesystem::path& link) {
     constexpr mode_t shared = S_ISVTX | S_IWOTH;
-    struct stat folder{};
-    struct stat itself{};
+    struct stat folder {};
+    struct stat itself {};
     const auto parent = link.parent_path();
     if (::stat(parent.c_str(), &folder) != 0 || ::lstat(link.c_str(), &itself) != 0) return false;
     return (folder.st_mode & shared) != shared || itself.st_uid == ::geteuid() ||
@@ -134,8 +141,9 @@ void removeLeftovers(const std::string& folder) {
     std::error_code error;
     for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
          entry.increment(error)) {
-        if (!entry->path().filename().string().starts_with(temporaryPrefix)) continue;
-        struct stat info{};
+        const auto name = entry->path().filename().string();
+        if (!name.starts_with(temporaryPrefix)) continue;
+        struct stat info {};
         const bool isOurs = ::lstat(entry->path().c_str(), &info) == 0 && S_ISREG(info.st_mode) &&
                             info.st_uid == ::geteuid();
         std::error_code none;
@@ -148,7 +156,7 @@ void removeLeftovers(const std::string& folder) {
 /// with errno on failure.
 bool writeInPlace(const std::string& path, std::string_view bytes, struct stat& made) {
     FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
-    struct stat before{};
+    struct stat before {};
     if (!file || ::fstat(file.get(), &before) != 0) return false;
     const auto size = static_cast<off_t>(bytes.size());
     if (const int full = size > 0 ? ::posix_fallocate(file.get(), 0, size) : 0; full != 0) {
@@ -162,21 +170,26 @@ bool writeInPlace(const std::string& path, std::string_view bytes, struct stat& 
 }
 
 bool isAt(const std::string& path, const struct stat& file) {
-    struct stat now{};
+    struct stat now {};
     return ::lstat(path.c_str(), &now) == 0 && now.st_ino == file.st_ino &&
            now.st_dev == file.st_dev;
 }
 
 /// Gives the new file the old one's name. False with errno on failure, ESTALE where another program
 /// has come: making the file took the disk's time.
-bool takePlace(const std::string& temporary, const std::string& target,
-               const MayReplace& mayReplace) {
+bool takePlace(std::string& temporary, const std::string& target, const MayReplace& mayReplace) {
     if (!mayReplace) return ::rename(temporary.c_str(), target.c_str()) == 0;
     if (!mayReplace(target)) {
         errno = ESTALE;
         return false;
     }
     const bool exists = ::access(target.c_str(), F_OK) == 0;
+    // It is another program's from the exchange on, if this one is killed before it has looked.
+    if (exists) {
+        const auto exchanged = nameBeside(target, exchangedPrefix);
+        if (::rename(temporary.c_str(), exchanged.c_str()) != 0) return false;
+        temporary = exchanged;
+    }
     const auto rename = [&](unsigned how) {
         return ::renameat2(AT_FDCWD, temporary.c_str(), AT_FDCWD, target.c_str(), how) == 0;
     };
@@ -210,7 +223,7 @@ Error fileError(const std::string& action, const std::string& path, int errorNum
 }
 
 std::string temporaryNameBeside(const std::string& path) {
-    return path::join(path::parent(path), std::string(temporaryPrefix) + Uuid::random().toString());
+    return nameBeside(path, temporaryPrefix);
 }
 
 bool syncFolderOf(const std::string& path) {
@@ -233,8 +246,8 @@ Result<struct stat> replaceFile(const std::string& path, std::string_view bytes,
     if (existed && ::access(target->c_str(), W_OK) != 0) return fileError("write", path, errno);
 
     removeLeftovers(path::parent(*target));
-    const std::string temporary = temporaryNameBeside(*target);
-    struct stat made{};
+    std::string temporary = temporaryNameBeside(*target);
+    struct stat made {};
     const bool isMade = makeFile(temporary, bytes, existed ? &old : nullptr, made);
     if (isMade && takePlace(temporary, *target, mayReplace)) {
         syncFolderOf(*target);
