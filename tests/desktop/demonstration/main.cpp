@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <exception>
 #include <stdexcept>
+#include <string_view>
 #include <thread>
 
 using namespace corvane::desktop;
@@ -42,6 +43,32 @@ bool isOpen(const Desktop& desktop) {
     });
 }
 
+/// Starts the first workspace and puts the windows beside each other.
+void startAndArrange(Desktop& desktop) {
+    desktop.act("Press", "Start", "Writing");
+    expect(isOpen(desktop), desktop, "not everything opened");
+    for (const auto& [name, place] :
+         {std::pair("corvane", "20,20 950x660"), std::pair("mousepad", "990,20 430x420"),
+          std::pair("pcmanfm", "990,460 430x420"), std::pair("xterm", "20,720 950x160")})
+        if (const auto window = desktop.window(name)) desktop.screen().place(*window, place);
+}
+
+void rest() {
+    std::this_thread::sleep_for(std::chrono::seconds(2));
+}
+
+/// The desk of a workspace that runs, by day and by night.
+void photograph(const std::string& folder) {
+    Desktop desktop;
+    begin(desktop);
+    startAndArrange(desktop);
+    rest();
+    desktop.savePicture(folder + "/day.png");
+    desktop.act("Press", "Switch to Dark Mode");
+    rest();
+    desktop.savePicture(folder + "/night.png");
+}
+
 /// Five pictures a second of a start that puts windows back, and of the finish.
 void film(const std::string& folder) {
     Desktop desktop;
@@ -56,13 +83,8 @@ void film(const std::string& folder) {
     desktop.act("Press", "Settings");
     desktop.act("Toggle", "Window Layout Features");
     desktop.act("Press", "Done");
-    desktop.act("Press", "Start", "Writing");
-    expect(isOpen(desktop), desktop, "not everything opened");
     desktop.run({"xsetroot", "-solid", "#3d4f63"});
-    for (const auto& [window, place] :
-         {std::pair("corvane", "0,20,20,950,640"), std::pair("mousepad", "0,990,20,430,400"),
-          std::pair("pcmanfm", "0,990,460,430,400"), std::pair("xterm", "0,20,700,950,160")})
-        desktop.run({"wmctrl", "-x", "-r", window, "-e", place});
+    startAndArrange(desktop);
     desktop.act("Press", "Save Layout", "Writing");
     desktop.act("Press", "OK");
     finish();
@@ -72,14 +94,13 @@ void film(const std::string& folder) {
         for (int i = 100; !isOver; ++i)
             desktop.savePicture(folder + "/" + std::to_string(i) + ".png");
     });
-    const auto hold = [] { std::this_thread::sleep_for(std::chrono::seconds(2)); };
-    hold();
+    rest();
     desktop.act("Press", "Start", "Writing");
     isOpen(desktop);
-    hold();
-    hold();
+    rest();
+    rest();
     finish();
-    hold();
+    rest();
     isOver = true;
     camera.join();
 }
@@ -87,10 +108,11 @@ void film(const std::string& folder) {
 } // namespace
 
 /// Shows Corvane on a desktop of its own, and leaves as many pictures in the folder that is given
-/// as an eye needs to see a start and a finish.
+/// as an eye needs to see a start and a finish; with "desk" behind it, two of what a start brings.
 int main(int argc, char** argv) {
     try {
-        film(argc > 1 ? argv[1] : "out");
+        const std::string folder = argc > 1 ? argv[1] : "out";
+        argc > 2 && argv[2] == std::string_view("desk") ? photograph(folder) : film(folder);
         return 0;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());

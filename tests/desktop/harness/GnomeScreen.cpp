@@ -23,6 +23,8 @@ enable-animations=false
 dynamic-workspaces=false
 [org/gnome/desktop/wm/preferences]
 num-workspaces=4
+[org/gnome/desktop/notifications]
+show-banners=false
 )";
 
 constexpr auto list = R"(
