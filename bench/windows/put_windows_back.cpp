@@ -26,8 +26,7 @@ int main(int count, char** arguments) {
     Size size;
     while (std::cin >> number >> position.x >> position.y >> size.width >> size.height) {
         const AccessibilityWindow window{process, number};
-        accessibility.setPosition(window, position);
-        accessibility.setSize(window, size);
+        accessibility.setFrame(window, {position.x, position.y, size.width, size.height});
         if (accessibility.position(window) != position || accessibility.size(window) != size) {
             std::cerr << number << " isn't where it should be\n";
             return 1;

@@ -60,14 +60,11 @@ void WindowControl::applyWindowLayout(const WindowLayout& layout,
         diagnostic({"Could not get windows for '", appName, "' after retries"});
         return;
     }
-    // Position first: where windows are kept to their display, the size is measured against the
-    // one that the window is on.
-    if (const int code = accessibility_.setPosition(*window, {frame.x, frame.y})) {
-        diagnostic({"Failed to set position for '", appName, "': ", std::to_string(code)});
-    }
-    if (const int code = accessibility_.setSize(*window, {frame.width, frame.height})) {
-        diagnostic({"Failed to set size for '", appName, "': ", std::to_string(code)});
-    }
+    const auto [position, size] = accessibility_.setFrame(*window, frame);
+    if (position != Accessibility::success)
+        diagnostic({"Failed to set position for '", appName, "': ", std::to_string(position)});
+    if (size != Accessibility::success)
+        diagnostic({"Failed to set size for '", appName, "': ", std::to_string(size)});
     if (layout.isFullscreen) setWindowFullscreen(*window, appName);
     diagnostic({"Applied layout for '", appName, "' - Position: ", described(frame.x, frame.y),
                 ", Size: ", described(frame.width, frame.height),
@@ -123,9 +120,7 @@ void WindowControl::coverMainScreen(const AccessibilityWindow& window,
                                     const std::string& appName) const {
     const auto screen = displays_.mainScreen();
     if (!screen) return;
-    const auto& frame = screen->frame;
-    accessibility_.setPosition(window, {frame.x, frame.y});
-    accessibility_.setSize(window, {frame.width, frame.height});
+    accessibility_.setFrame(window, screen->frame);
     diagnostic({"Applied manual fullscreen (non-native) for '", appName, "'"});
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/Rect.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -27,6 +29,13 @@ struct AccessibilityWindow {
     std::uint64_t identifier = 0;
 
     bool operator==(const AccessibilityWindow&) const = default;
+};
+
+/// What came of each of the two: 0, or the error's code.
+struct FrameCodes {
+    int position = 0, size = 0;
+
+    bool operator==(const FrameCodes&) const = default;
 };
 
 /// What can be done on the desktop that is there.
@@ -65,10 +74,10 @@ public:
     virtual std::optional<Size> size(const AccessibilityWindow& window) = 0;
     virtual std::optional<bool> isFullscreen(const AccessibilityWindow& window) = 0;
 
-    /// Sets "AXPosition", "AXSize" and "AXFullScreen". 0, or the error's code. A window that takes
-    /// only a part of what is asked, by its steps or limits, counts as set.
-    virtual int setPosition(const AccessibilityWindow& window, Point position) = 0;
-    virtual int setSize(const AccessibilityWindow& window, Size size) = 0;
+    /// Sets "AXPosition" and then "AXSize", or "AXFullScreen". 0, or the error's code. A window
+    /// that takes only a part of what is asked, by its steps or limits, counts as set. Where
+    /// windows are kept to their display, the size is measured against the one of the new position.
+    virtual FrameCodes setFrame(const AccessibilityWindow& window, const Rect& frame) = 0;
     virtual int setFullscreen(const AccessibilityWindow& window, bool fullscreen) = 0;
 };
 

@@ -102,18 +102,17 @@ int SimulatedScreen::set(const AccessibilityWindow& window, std::string_view att
     return success;
 }
 
-int SimulatedScreen::setPosition(const AccessibilityWindow& window, Point position) {
-    return set(window, "AXPosition", pair(position.x, position.y), [&](SimulatedWindow& moved) {
-        moved.info.bounds->x = position.x;
-        moved.info.bounds->y = position.y;
+FrameCodes SimulatedScreen::setFrame(const AccessibilityWindow& window, const Rect& frame) {
+    FrameCodes codes;
+    codes.position = set(window, "AXPosition", pair(frame.x, frame.y), [&](auto& moved) {
+        moved.info.bounds->x = frame.x;
+        moved.info.bounds->y = frame.y;
     });
-}
-
-int SimulatedScreen::setSize(const AccessibilityWindow& window, Size size) {
-    return set(window, "AXSize", pair(size.width, size.height), [&](SimulatedWindow& sized) {
-        sized.info.bounds->width = size.width;
-        sized.info.bounds->height = size.height;
+    codes.size = set(window, "AXSize", pair(frame.width, frame.height), [&](auto& sized) {
+        sized.info.bounds->width = frame.width;
+        sized.info.bounds->height = frame.height;
     });
+    return codes;
 }
 
 int SimulatedScreen::setFullscreen(const AccessibilityWindow& window, bool fullscreen) {

@@ -65,8 +65,7 @@ public:
     std::optional<Point> position(const AccessibilityWindow& window) override;
     std::optional<Size> size(const AccessibilityWindow& window) override;
     std::optional<bool> isFullscreen(const AccessibilityWindow& window) override;
-    int setPosition(const AccessibilityWindow& window, Point position) override;
-    int setSize(const AccessibilityWindow& window, Size size) override;
+    FrameCodes setFrame(const AccessibilityWindow& window, const Rect& frame) override;
     int setFullscreen(const AccessibilityWindow& window, bool fullscreen) override;
 
 private:

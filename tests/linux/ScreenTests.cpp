@@ -54,6 +54,9 @@ protected:
         return text.str();
     }
 
+    static constexpr FrameCodes took{};
+    static constexpr FrameCodes tookNothing{Accessibility::cannotComplete,
+                                            Accessibility::cannotComplete};
     MemoryWindowSystem system_;
     RecentWindows recent_{system_};
     InstalledApplications installed_;
@@ -85,8 +88,8 @@ TEST_F(ScreenTest, showsFrontToBackAndUpwardFromThePrimaryMonitor) {
     ASSERT_EQ(screens.size(), 2u);
     EXPECT_EQ(screens[0].visibleFrame, (Rect{0, 0, 800, 476}));
     EXPECT_EQ(screens[1].frame, (Rect{-640, -0.5, 640, 600}));
-    EXPECT_EQ(accessibility_.setPosition(element(system_.clients[2].window), {-500, 20}),
-              Accessibility::success);
+    EXPECT_EQ(accessibility_.setFrame(element(system_.clients[2].window), {-500, 20, 310, 210}),
+              took);
     EXPECT_EQ(system_.clients[2].window.frame.origin, (PixelPoint{140, 420}));
     system_.active = system_.clients[2].window.window.number;
     EXPECT_TRUE(comesTrue([&] { return displays_.mainScreen()->frame == screens[1].frame; }));
@@ -112,24 +115,24 @@ TEST_F(ScreenTest, hasTheWindowsOfAnApplicationFrontToBackUnseenOnesLast) {
     EXPECT_FALSE(accessibility_.windows(-1));
     const AccessibilityWindow stranger{1, front.identifier};
     EXPECT_EQ(state(stranger), "invalid");
-    EXPECT_EQ(accessibility_.setPosition(stranger, {1, 1}), Accessibility::invalidElement);
+    constexpr FrameCodes isInvalid{Accessibility::invalidElement, Accessibility::invalidElement};
+    EXPECT_EQ(accessibility_.setFrame(stranger, {1, 1, 2, 2}), isInvalid);
     EXPECT_EQ(accessibility_.setFullscreen(stranger, true), Accessibility::invalidElement);
     EXPECT_EQ(state(front), "100,100 300x200");
 }
 
 TEST_F(ScreenTest, changesAWindowAndSaysWhatCameOfIt) {
     const auto window = element(show("one"));
-    EXPECT_EQ(accessibility_.setPosition(window, {20, 30}), Accessibility::success);
-    EXPECT_EQ(accessibility_.setSize(window, {640, 480}), Accessibility::success);
+    EXPECT_EQ(accessibility_.setFrame(window, {20, 30, 640, 480}), took);
     EXPECT_EQ(state(window), "20,30 640x480");
-    EXPECT_EQ(accessibility_.setSize(window, {std::nan(""), 1}), Accessibility::cannotComplete);
+    EXPECT_EQ(accessibility_.setFrame(window, {20, 30, std::nan(""), 1}), tookNothing);
     system_.clients[0].window.isTiled = true;
-    EXPECT_EQ(accessibility_.setPosition(window, {1, 1}), Accessibility::cannotComplete);
+    EXPECT_EQ(accessibility_.setFrame(window, {1, 1, 2, 2}), tookNothing);
     system_.clients[0].window.isTiled = false;
 
     EXPECT_EQ(accessibility_.toggleFullscreen(window), Accessibility::success);
     EXPECT_EQ(state(window), "0,0 1440x900 fullscreen");
-    EXPECT_EQ(accessibility_.setPosition(window, {1, 1}), Accessibility::cannotComplete);
+    EXPECT_EQ(accessibility_.setFrame(window, {1, 1, 2, 2}), tookNothing);
     EXPECT_EQ(accessibility_.zoom(window), Accessibility::success);
     EXPECT_EQ(state(window), "20,30 640x480");
 
@@ -148,8 +151,7 @@ TEST_F(ScreenTest, maximizesWhatFillsAWorkArea) {
     const auto window = element(show("one"));
     const auto& client = system_.clients[0].window;
     for (const double height : {860, 859, 860}) {
-        accessibility_.setPosition(window, {0, 0});
-        EXPECT_EQ(accessibility_.setSize(window, {1440, height}), Accessibility::success);
+        EXPECT_EQ(accessibility_.setFrame(window, {0, 0, 1440, height}), took);
         EXPECT_EQ(client.frame.size, (PixelSize{1440, height}));
         EXPECT_EQ(client.isMaximized, height == 860);
     }
@@ -161,11 +163,19 @@ TEST_F(ScreenTest, asksALateSystemOnceMore) {
         bool isReady(Deadline by) override {
             return timesLate-- <= 0 && MemoryWindowSystem::isReady(by);
         }
+        WindowAnswer place(const WindowRef& window, const FrameWish& wish, Deadline by) override {
+            return timesLate-- > 0 ? WindowAnswer::unanswered
+                                   : MemoryWindowSystem::place(window, wish, by);
+        }
     } late;
+    const auto window = element(late.show({.window = {.process = getpid()}}));
     LinuxAccessibility accessibility(late, running_);
     for (const int times : {0, 1, 2}) {
         late.timesLate = times;
         EXPECT_EQ(accessibility.isProcessTrusted(), times < 2) << times;
+        late.timesLate = times;
+        EXPECT_EQ(accessibility.setFrame(window, {1, 2, 30, 40 + double(times)}),
+                  times < 2 ? took : tookNothing);
     }
 }
 

@@ -36,12 +36,11 @@ protected:
     }
     /// What was answered to both, and the frame behind it.
     std::string placed(const AccessibilityWindow& window, const x11::Frame& frame) {
-        const int position = accessibility_.setPosition(window, {double(frame.x), double(frame.y)});
-        const int size =
-            accessibility_.setSize(window, {double(frame.width), double(frame.height)});
-        return (position == 0 && size == 0
+        const auto codes = accessibility_.setFrame(
+            window, {double(frame.x), double(frame.y), double(frame.width), double(frame.height)});
+        return (codes == FrameCodes()
                     ? ""
-                    : std::to_string(position) + " " + std::to_string(size) + " ") +
+                    : std::to_string(codes.position) + " " + std::to_string(codes.size) + " ") +
                frameOf(window);
     }
     std::optional<x11::WindowGeometry> geometryOf(xcb_window_t window) {

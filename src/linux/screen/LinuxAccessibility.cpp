@@ -96,25 +96,19 @@ std::optional<bool> LinuxAccessibility::isFullscreen(const AccessibilityWindow& 
     return found ? std::optional(found->isFullscreen) : std::nullopt;
 }
 
-WindowAnswer LinuxAccessibility::place(const AccessibilityWindow& window,
-                                       std::optional<Point> position, std::optional<Size> size) {
+WindowAnswer LinuxAccessibility::place(const WindowRef& window, const Rect& frame) {
     const auto deadline = halfASecondFromNow();
-    FrameWish wish;
-    if (size) wish.size = PixelSize{size->width, size->height};
-    if (position) {
-        const auto monitors = windows_.monitors(deadline);
-        if (!monitors) return WindowAnswer::unanswered;
-        wish.origin = SeamSpace(*monitors).fromSeam(*position);
-        const auto fills = [&](const Monitor& monitor) {
-            return wish.size && monitor.workArea == PixelRect{*wish.origin, *wish.size};
-        };
-        if (std::ranges::any_of(*monitors, fills)) {
-            const PixelRect area{*wish.origin, *wish.size};
-            if (fill(refOf(window), area, deadline)) return WindowAnswer::done;
-            return windows_.place(refOf(window), wish, halfASecondFromNow());
-        }
+    const auto monitors = windows_.monitors(deadline);
+    if (!monitors) return WindowAnswer::unanswered;
+    const PixelRect target{SeamSpace(*monitors).fromSeam({frame.x, frame.y}),
+                           {frame.width, frame.height}};
+    const auto fills = [&](const Monitor& monitor) { return monitor.workArea == target; };
+    if (std::ranges::any_of(*monitors, fills)) {
+        const auto moved = windows_.place(window, {.origin = target.origin}, deadline);
+        if (moved != WindowAnswer::done) return moved;
+        if (fill(window, target, halfASecondFromNow())) return WindowAnswer::done;
     }
-    return windows_.place(refOf(window), wish, deadline);
+    return windows_.place(window, {target.origin, target.size}, halfASecondFromNow());
 }
 
 /// On the monitor that the window is on already, by its position.
@@ -132,15 +126,10 @@ bool LinuxAccessibility::fill(const WindowRef& window, const PixelRect& area, De
     }
 }
 
-int LinuxAccessibility::setPosition(const AccessibilityWindow& window, Point position) {
-    lastPlaced_ = {window, position};
-    return codeOf(place(window, position, std::nullopt));
-}
-
-int LinuxAccessibility::setSize(const AccessibilityWindow& window, Size size) {
-    const auto placed = std::exchange(lastPlaced_, std::nullopt);
-    const bool isSame = placed && placed->window == window;
-    return codeOf(place(window, isSame ? std::optional(placed->position) : std::nullopt, size));
+FrameCodes LinuxAccessibility::setFrame(const AccessibilityWindow& window, const Rect& frame) {
+    auto answer = place(refOf(window), frame);
+    if (answer == WindowAnswer::unanswered) answer = place(refOf(window), frame);
+    return {codeOf(answer), codeOf(answer)};
 }
 
 int LinuxAccessibility::setFullscreen(const AccessibilityWindow& window, bool fullscreen) {

@@ -30,12 +30,10 @@ public:
     std::optional<bool> isFullscreen(const AccessibilityWindow& window) override;
 
     /// A window that is to change leaves maximization and shade first; a fullscreen or tiled one
-    /// stays as it is. The size is set at the position that was set last, which a window manager
-    /// may have kept from it till then. A frame that is a monitor's work area is that of a
-    /// maximized window, and is reached by making it one; where it is not, that takes as long
-    /// again.
-    int setPosition(const AccessibilityWindow& window, Point position) override;
-    int setSize(const AccessibilityWindow& window, Size size) override;
+    /// stays as it is. Both are asked for at once, and once more where there was no answer. A frame
+    /// that is a monitor's work area is that of a maximized window, and is reached by making it
+    /// one.
+    FrameCodes setFrame(const AccessibilityWindow& window, const Rect& frame) override;
     int setFullscreen(const AccessibilityWindow& window, bool fullscreen) override;
 
     /// To fullscreen and back. A window that only was late to become fullscreen stays so.
@@ -47,17 +45,10 @@ public:
 private:
     bool fill(const WindowRef& window, const PixelRect& area, Deadline by);
     std::optional<Rect> frame(const AccessibilityWindow& window);
-    WindowAnswer place(const AccessibilityWindow& window, std::optional<Point> position,
-                       std::optional<Size> size);
-
-    struct Placed {
-        AccessibilityWindow window;
-        Point position;
-    };
+    WindowAnswer place(const WindowRef& window, const Rect& frame);
 
     WindowSystem& windows_;
     RunningApplications& running_;
-    std::optional<Placed> lastPlaced_;
     /// Was to become fullscreen, without an answer in time.
     std::optional<AccessibilityWindow> unanswered_;
 };
