@@ -38,6 +38,7 @@ protected:
             if (now && !now->windows.empty()) result = now->windows.front();
             return result.title == title;
         }));
+        waitUntilStill([&] { return session_->seen(result.window); });
         return result;
     }
     void replace(const std::string& name, const std::string& what, const std::string& with) {

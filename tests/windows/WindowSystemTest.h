@@ -55,6 +55,15 @@ inline std::string describedWindows(WindowSystem& system) {
     return text::joined(words, "; ");
 }
 
+/// Clients move and grow after their first picture, and some changes come in steps.
+inline void waitUntilStill(const std::function<std::string()>& frame) {
+    std::string before;
+    comesTrue([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(25));
+        return std::exchange(before, frame()) == frame();
+    });
+}
+
 /// What every window system keeps to, on each desktop that this machine has.
 class WindowSystemTest : public testing::TestWithParam<SessionKind> {
 protected:
@@ -81,13 +90,8 @@ protected:
         const auto found = system_.window(window, halfASecondFromNow());
         return found ? frameText(found->frame) : "gone";
     }
-    /// Clients move and grow after their first picture, and some changes come in steps.
     void waitUntilItStands(const WindowRef& window) {
-        std::string before;
-        comesTrue([&] {
-            std::this_thread::sleep_for(std::chrono::milliseconds(25));
-            return std::exchange(before, frameOf(window)) == frameOf(window);
-        });
+        waitUntilStill([&] { return frameOf(window); });
     }
     /// The answer, the frame that the system tells and the one that is seen; once, where all agree.
     std::string placed(const WindowRef& window, const FrameWish& wish) {

@@ -19,24 +19,15 @@ const Quiet = 150;
 const OwnProcess = new Gio.Credentials().get_unix_pid();
 const Bus = 'org.freedesktop.DBus';
 
-// Bottom to top, without menus and the like, without the shell's own, and without what has no picture yet.
-function allWindows() {
-    const display = global.display;
-    const {DROPDOWN_MENU, POPUP_MENU, TOOLTIP, NOTIFICATION, COMBO, DND, OVERRIDE_OTHER} = Meta.WindowType;
-    const passing = [DROPDOWN_MENU, POPUP_MENU, TOOLTIP, NOTIFICATION, COMBO, DND, OVERRIDE_OTHER];
-    return display.sort_windows_by_stacking(display.list_all_windows())
-        .filter(window => window.get_pid() !== OwnProcess && !window.is_override_redirect() &&
-            !passing.includes(window.get_window_type()) && window.get_frame_rect().width > 0);
-}
-
 function withNumbers(numbers) {
-    return allWindows().filter(window => numbers.includes(window.get_id()));
+    return global.display.list_all_windows().filter(window => numbers.includes(window.get_id()) && described(window));
 }
 
 function pairs(box) {
     return [[box.x, box.y], [box.width, box.height]];
 }
 
+// Null for menus and the like.
 function kindOf(window) {
     switch (window.get_window_type()) {
     case Meta.WindowType.NORMAL:
@@ -47,6 +38,14 @@ function kindOf(window) {
         return 'dock';
     case Meta.WindowType.DESKTOP:
         return 'desktop';
+    case Meta.WindowType.DROPDOWN_MENU:
+    case Meta.WindowType.POPUP_MENU:
+    case Meta.WindowType.TOOLTIP:
+    case Meta.WindowType.NOTIFICATION:
+    case Meta.WindowType.COMBO:
+    case Meta.WindowType.DND:
+    case Meta.WindowType.OVERRIDE_OTHER:
+        return null;
     default:
         return 'other';
     }
@@ -61,30 +60,37 @@ function isMaximized(window) {
     return window.maximized_horizontally && window.maximized_vertically;
 }
 
-function described(window) {
+// Null for what isn't told: menus and the like, the shell's own, and what has no picture yet. Each word of the shell
+// is asked for once, as that is what takes time where there are many windows.
+function described(window, stacking, shown) {
+    const pid = window.get_pid();
+    const kind = kindOf(window);
+    const frame = pairs(window.get_frame_rect());
+    const isXClient = window.get_client_type() === Meta.WindowClientType.X11;
+    if (!kind || pid === OwnProcess || frame[1][0] <= 0 || isXClient && window.is_override_redirect()) return null;
     const text = value => value ?? '';
     const owner = window.get_transient_for();
     const workspace = window.get_workspace();
-    const isXClient = window.get_client_type() === Meta.WindowClientType.X11;
+    const isEverywhere = window.is_on_all_workspaces();
     return {
+        stacking,
         id: String(window.get_id()),
         owner: owner ? String(owner.get_id()) : null,
-        pid: window.get_pid(),
+        pid,
         isXClient,
         // The X server's number stands in front of what the shell calls such a window in its messages.
         xNumber: isXClient ? parseInt(window.get_description(), 16) || 0 : 0,
-        resourceName: text(window.get_wm_class_instance()),
+        resourceName: isXClient ? text(window.get_wm_class_instance()) : '',
         resourceClass: text(window.get_wm_class()),
-        applicationId: window.get_gtk_application_id(),
+        applicationId: isXClient ? null : window.get_gtk_application_id(),
         desktopFile: '',
         sandboxId: window.get_sandboxed_app_id(),
         title: text(window.get_title()),
-        kind: kindOf(window),
+        kind,
         layer: layerOf(window),
-        frame: pairs(window.get_frame_rect()),
-        workspace: workspace && !window.is_on_all_workspaces() ? String(workspace.index() + 1) : '',
-        isOnScreen: window.showing_on_its_workspace() && !window.minimized &&
-            window.located_on_workspace(global.workspace_manager.get_active_workspace()),
+        frame,
+        workspace: workspace && !isEverywhere ? String(workspace.index() + 1) : '',
+        isOnScreen: (isEverywhere || workspace === shown) && window.showing_on_its_workspace(),
         isMinimized: window.minimized,
         isFullscreen: window.is_fullscreen(),
         isMaximized: isMaximized(window),
@@ -96,8 +102,11 @@ function described(window) {
 
 // In the order of their creation.
 function told(windows) {
-    const active = global.display.focus_window;
-    const all = windows.map((window, stacking) => ({stacking, ...described(window)}));
+    const {display, workspace_manager: workspaces} = global;
+    const shown = workspaces.get_active_workspace();
+    const active = display.focus_window;
+    const all = display.sort_windows_by_stacking(windows)
+        .map((window, stacking) => described(window, stacking, shown)).filter(each => each);
     return {windows: all.sort((one, other) => one.id - other.id), active: active ? String(active.get_id()) : null};
 }
 
@@ -165,7 +174,7 @@ class Service {
     }
 
     ListAsync(_, invocation) {
-        this._answer(invocation, null, () => told(allWindows()));
+        this._answer(invocation, null, () => told(global.display.list_all_windows()));
     }
 
     MonitorsAsync(_, invocation) {
