@@ -362,7 +362,7 @@ private:
         const std::regex pattern("\\(true, '\"?([^'\"]*)\"?'\\)");
         return std::regex_search(answer, found, pattern) ? found[1].str() : "";
     }
-    static void useMonitors(std::string monitors) {
+    static void useMonitors(const std::string& monitors) {
         const std::string name = "org.gnome.Mutter.DisplayConfig";
         const auto object = name + " -o /org/gnome/Mutter/DisplayConfig";
         const auto state = call(object, name + ".GetCurrentState", "");
