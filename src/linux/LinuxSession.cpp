@@ -1,5 +1,6 @@
 #include "linux/LinuxSession.h"
 
+#include "foundation/Diagnostics.h"
 #include "foundation/Url.h"
 #include "linux/session/SessionEnd.h"
 #include "linux/session/SingleInstance.h"
@@ -8,9 +9,23 @@
 #include "linux/system/UserFolders.h"
 #include "platform/Bundles.h"
 
+#include <chrono>
 #include <cstdio>
+#include <cstdlib>
 
 namespace corvane {
+
+namespace {
+
+void tellWhatHappens() {
+    using Clock = std::chrono::steady_clock;
+    setDiagnosticSink([start = Clock::now()](const std::string& line) {
+        const std::chrono::duration<double> time = Clock::now() - start;
+        std::fprintf(stderr, "%.3f %s\n", time.count(), line.c_str());
+    });
+}
+
+} // namespace
 
 struct LinuxSession::Parts {
     SingleInstance instance{path::join(userFolders::data(), programName)};
@@ -21,7 +36,9 @@ struct LinuxSession::Parts {
     EventThread events;
 };
 
-LinuxSession::LinuxSession() : parts_(std::make_unique<Parts>()) {
+LinuxSession::LinuxSession() {
+    if (std::getenv("CORVANE_DIAGNOSTICS")) tellWhatHappens();
+    parts_ = std::make_unique<Parts>();
     if (isFirst()) {
         parts_->appearance.emplace(parts_->events);
     } else if (exitStatus() != 0) {

@@ -1,4 +1,3 @@
-#include "foundation/Diagnostics.h"
 #include "linux/LinuxDesktop.h"
 #include "linux/LinuxSession.h"
 #include "qt/toolkit/QtToolkit.h"
@@ -7,26 +6,9 @@
 #include "shell/CorvaneApp.h"
 
 #include <QApplication>
-#include <chrono>
-#include <cstdio>
-#include <cstdlib>
-
-namespace {
-
-/// For whoever looks for a fault: on the standard error stream, with the seconds since the start.
-void tellWhatHappens() {
-    using Clock = std::chrono::steady_clock;
-    corvane::setDiagnosticSink([start = Clock::now()](const std::string& line) {
-        const std::chrono::duration<double> time = Clock::now() - start;
-        std::fprintf(stderr, "%.3f %s\n", time.count(), line.c_str());
-    });
-}
-
-} // namespace
 
 int main(int argc, char** argv) {
     using namespace corvane;
-    if (std::getenv("CORVANE_DIAGNOSTICS")) tellWhatHappens();
     LinuxSession session;
     const auto whyNotHere = session.whyNotHere();
     if (!session.isFirst() && whyNotHere.empty()) return session.exitStatus();
