@@ -160,6 +160,15 @@ QRect Interface::placeOf(const std::string& name, const std::string& inside) {
     return {topWindow()->mapFromGlobal(place.topLeft()), place.size()};
 }
 
+int Interface::linesOf(const std::string& text) {
+    for (const auto* item : itemsIn(topWindow()->contentItem())) {
+        if (item->isVisible() && item->property("text").toString().toStdString() == text &&
+            item->inherits("QQuickText"))
+            return item->property("lineCount").toInt();
+    }
+    return 0;
+}
+
 std::string Interface::cut() {
     const auto window = topWindow()->geometry();
     std::string names;

@@ -69,6 +69,8 @@ public:
     void wheel(const std::string& name, int notches);
     /// Where an element is in its window; empty where it isn't shown.
     QRect placeOf(const std::string& name, const std::string& inside = "");
+    /// How many lines a text is drawn in; 0 where it isn't drawn.
+    int linesOf(const std::string& text);
     /// The names of the controls of which a part is beyond the left or right edge of the window.
     std::string cut();
     void closeWindow();

@@ -179,7 +179,11 @@ TEST_F(ResourceViews, theAddSheetFollowsItsType) {
     ASSERT_TRUE(interface.press("Add Resource", sheet));
     EXPECT_TRUE(interface.shows("Disabled : Excluded from being opened/quit"));
     EXPECT_EQ(stored(), "note:file ");
+    interface.desktop.panels.choices["File Path"] = "/x/of two\nlines";
     ASSERT_TRUE(interface.press("Add Resource"));
+    ASSERT_TRUE(interface.press("File"));
+    ASSERT_TRUE(interface.press("Click to select file"));
+    EXPECT_EQ(interface.linesOf("/x/of two lines"), 1);
     ASSERT_TRUE(interface.press("Cancel"));
     EXPECT_FALSE(interface.shows(sheet));
 }

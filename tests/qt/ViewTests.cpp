@@ -1,6 +1,7 @@
 #include "qt/Views.h"
 
 #include <QQuickItem>
+#include <QTest>
 #include <cmath>
 #include <functional>
 #include <map>
@@ -213,6 +214,15 @@ TEST_F(Views, theListFollowsTheSearchAndTheStore) {
     for (int i = 0; i < 4; ++i)
         interface.key(Qt::Key_Backspace);
     EXPECT_TRUE(interface.shows("Office"));
+    const auto top = interface.placeOf("Garden").top();
+    for (int i = 0; i < 9; ++i)
+        interface.store().addWorkspace(workspace("Garage " + std::to_string(i)));
+    interface.runFor(0);
+    interface.wheel("Office", 3);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return interface.placeOf("Garden").top() < top; }));
+    interface.type("gar");
+    EXPECT_EQ(interface.placeOf("Garden").top(), top) << "the first match is whole";
+    interface.key(Qt::Key_Escape);
     while (!interface.store().workspaces->empty())
         interface.store().deleteWorkspace(interface.store().workspaces->front().id);
     interface.runFor(0);

@@ -22,9 +22,9 @@ PressButton {
         implicitWidth: 16
         implicitHeight: 16
         radius: Theme.tinyRadius
-        color: box.checked ? Theme.accent : Theme.fieldBackground
+        color: box.checked ? Theme.blueFill : Theme.fieldBackground
         border.width: 1
-        border.color: box.checked ? Theme.accent : Theme.secondaryLabel
+        border.color: box.checked ? Theme.blueFill : Theme.secondaryLabel
 
         Rectangle {
             anchors.centerIn: parent
