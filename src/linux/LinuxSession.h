@@ -10,8 +10,8 @@ namespace corvane {
 class EventThread;
 
 /// The user's session around this process: other starts of the program, the preferred appearance,
-/// and what ends the process from outside. With CORVANE_DIAGNOSTICS in the environment, what happens
-/// goes to the standard error stream from here on, with the seconds since.
+/// and what ends the process from outside. With CORVANE_DIAGNOSTICS in the environment, what
+/// happens goes to the standard error stream from here on, with the seconds since.
 class LinuxSession {
 public:
     /// Comes before anything else is started.
