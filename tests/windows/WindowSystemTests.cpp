@@ -62,10 +62,11 @@ TEST_P(WindowSystemTest, givesBackWhatAPersonChanged) {
         ASSERT_EQ(placed(window.window, frame), wanted) << name;
         for (const auto deed : deeds()) {
             if (!isDone(*system_.window(window.window, halfASecondFromNow()), deed)) continue;
-            EXPECT_EQ(placed(window.window, frame), wanted)
-                << name << " after " << static_cast<int>(deed);
+            SCOPED_TRACE(name + " after " + std::to_string(static_cast<int>(deed)));
+            // One request does it, though a busy client comes late.
+            system_.place(window.window, {frame.origin, frame.size}, halfASecondFromNow());
+            comesToShow(wanted, [&] { return frameOf(window.window); });
             if (deed == ByHand::minimize) system_.activate(window.window, halfASecondFromNow());
-            SCOPED_TRACE(name);
             comesToShow(wanted, [&] { return session_->seen(window.window); });
         }
     }
@@ -256,9 +257,8 @@ TEST_P(WindowSystemTest, waitsForNoOneLongerThanItIsTold) {
         return answerText(answer);
     };
     const auto place = [&](const PixelRect& frame) {
-        return inTime([&](Deadline by) {
-            return system_.place(window, {frame.origin, frame.size}, by);
-        });
+        return inTime(
+            [&](Deadline by) { return system_.place(window, {frame.origin, frame.size}, by); });
     };
     const auto fill = [&](bool on) {
         return inTime([&](Deadline by) { return system_.setFullscreen(window, on, by); });
