@@ -37,10 +37,13 @@ void begin(Desktop& desktop) {
 }
 
 bool isOpen(const Desktop& desktop) {
-    return comesTrue([&] {
-        return desktop.window("mousepad", "plan.txt") && desktop.window("pcmanfm", "Pictures") &&
-               desktop.window("xterm");
-    });
+    constexpr double patience = 60;
+    return comesTrue(
+        [&] {
+            return desktop.window("mousepad", "plan.txt") &&
+                   desktop.window("pcmanfm", "Pictures") && desktop.window("xterm");
+        },
+        patience);
 }
 
 /// Starts the first workspace and puts the windows beside each other.
