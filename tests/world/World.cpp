@@ -1,5 +1,6 @@
 #include "world/World.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -28,11 +29,12 @@ void write(const fs::path& file, const std::string& content) {
     std::ofstream(file, std::ios::binary) << content;
 }
 
-/// Some machines let nobody run a program from there.
-bool servesPrograms(const char* folder) {
-    struct statvfs system {};
+/// Some machines let nobody run a program from there, or have little of it.
+bool holdsTests(const char* folder) {
+    constexpr auto enough = std::uint64_t(2) << 30;
+    struct statvfs system{};
     return statvfs(folder, &system) == 0 && !(system.f_flag & ST_NOEXEC) &&
-           access(folder, W_OK) == 0;
+           access(folder, W_OK) == 0 && std::uint64_t(system.f_bavail) * system.f_frsize > enough;
 }
 
 /// Links to what is in the machine's folder, but what has one of those names.
@@ -66,7 +68,7 @@ std::string busConfiguration(const fs::path& services) {
 
 std::string makeFolder(const std::string& name) {
     constexpr auto memory = "/dev/shm";
-    const fs::path above = servesPrograms(memory) ? memory : fs::temp_directory_path();
+    const fs::path above = holdsTests(memory) ? memory : fs::temp_directory_path();
     std::string folder = above / (name + "-XXXXXX");
     if (!mkdtemp(folder.data())) throw std::system_error(errno, std::generic_category(), folder);
     return folder;
