@@ -51,7 +51,7 @@ struct DesktopFacts {
 
 /// The Accessibility interface. Frames as in WindowInfo: what a person sees, origin at the top left
 /// of the primary display, y downward. Main thread; every operation waits for the answer of the
-/// other side, with a bound of half a second.
+/// other side, with a bound of half a second for each attribute that it sets.
 class Accessibility {
 public:
     virtual ~Accessibility() = default;

@@ -107,8 +107,9 @@ WindowAnswer LinuxAccessibility::place(const WindowRef& window, const Rect& fram
         const auto moved = windows_.place(window, {.origin = target.origin}, deadline);
         if (moved != WindowAnswer::done) return moved;
         if (fill(window, target, halfASecondFromNow())) return WindowAnswer::done;
+        return windows_.place(window, {target.origin, target.size}, halfASecondFromNow());
     }
-    return windows_.place(window, {target.origin, target.size}, halfASecondFromNow());
+    return windows_.place(window, {target.origin, target.size}, deadline);
 }
 
 /// On the monitor that the window is on already, by its position.

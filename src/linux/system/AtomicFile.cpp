@@ -34,8 +34,8 @@ std::string nameBeside(const std::string& path, std::string_view prefix) {
 /// it by the same rule where it follows links itself.
 bool mayFollow(const std::filesystem::path& link) {
     constexpr mode_t shared = S_ISVTX | S_IWOTH;
-    struct stat folder {};
-    struct stat itself {};
+    struct stat folder{};
+    struct stat itself{};
     const auto parent = link.parent_path();
     if (::stat(parent.c_str(), &folder) != 0 || ::lstat(link.c_str(), &itself) != 0) return false;
     return (folder.st_mode & shared) != shared || itself.st_uid == ::geteuid() ||
@@ -143,7 +143,7 @@ void removeLeftovers(const std::string& folder) {
          entry.increment(error)) {
         const auto name = entry->path().filename().string();
         if (!name.starts_with(temporaryPrefix)) continue;
-        struct stat info {};
+        struct stat info{};
         const bool isOurs = ::lstat(entry->path().c_str(), &info) == 0 && S_ISREG(info.st_mode) &&
                             info.st_uid == ::geteuid();
         std::error_code none;
@@ -156,7 +156,7 @@ void removeLeftovers(const std::string& folder) {
 /// with errno on failure.
 bool writeInPlace(const std::string& path, std::string_view bytes, struct stat& made) {
     FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
-    struct stat before {};
+    struct stat before{};
     if (!file || ::fstat(file.get(), &before) != 0) return false;
     const auto size = static_cast<off_t>(bytes.size());
     if (const int full = size > 0 ? ::posix_fallocate(file.get(), 0, size) : 0; full != 0) {
@@ -170,7 +170,7 @@ bool writeInPlace(const std::string& path, std::string_view bytes, struct stat& 
 }
 
 bool isAt(const std::string& path, const struct stat& file) {
-    struct stat now {};
+    struct stat now{};
     return ::lstat(path.c_str(), &now) == 0 && now.st_ino == file.st_ino &&
            now.st_dev == file.st_dev;
 }
@@ -247,7 +247,7 @@ Result<struct stat> replaceFile(const std::string& path, std::string_view bytes,
 
     removeLeftovers(path::parent(*target));
     std::string temporary = temporaryNameBeside(*target);
-    struct stat made {};
+    struct stat made{};
     const bool isMade = makeFile(temporary, bytes, existed ? &old : nullptr, made);
     if (isMade && takePlace(temporary, *target, mayReplace)) {
         syncFolderOf(*target);
