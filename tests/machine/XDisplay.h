@@ -60,12 +60,14 @@ public:
 
 protected:
     static std::string busAddress() { return "unix:path=" + place("bus"); }
-    /// A window that comes while the manager starts escapes it, so each try has a new one.
+    /// A window that comes while the manager starts escapes it, so each try has a new one, and
+    /// more time than the last, as a busy machine's manager is late.
     bool managesWindows() {
         const auto window = probe_->make();
         probe_->show(window);
         bool managed = false;
-        for (int look = 0; look < 50 && !managed; ++look)
+        looks_ *= 2;
+        for (int look = 0; look < looks_ && !managed; ++look)
             managed = !probe_->managed().empty();
         probe_->close(window);
         return managed;
@@ -80,6 +82,7 @@ protected:
     std::optional<Program> manager_;
     /// Stays, as the ids of its windows would be used again.
     std::optional<OwnWindows> probe_;
+    int looks_ = 50;
 };
 
 } // namespace corvane::machine

@@ -261,7 +261,7 @@ private:
     }
     /// As KWin calls it; found by its title.
     std::string identifier(const WindowRef& window) {
-        const auto known = system_->window(window, halfASecondFromNow());
+        const auto known = system_->window(window, soon());
         const auto title =
             "'" + text::replacingAll(known ? known->title.value_or("") : "", "\\", "\\\\") + "'";
         const ScopedVariable words("TITLE", title);
@@ -345,7 +345,7 @@ private:
     }
     /// What an expression of the shell comes to, with `w` for the window, found by its title.
     std::string told(const WindowRef& window, const std::string& expression) {
-        const auto known = system_->window(window, halfASecondFromNow());
+        const auto known = system_->window(window, soon());
         // gdbus takes a backslash out of it.
         const auto title = percentEncodedQuery(known ? known->title.value_or("") : "");
         return told(

@@ -49,8 +49,7 @@ TEST_P(CompositorTest, tellsNoOtherProcessThanAWindowsOwn) {
         ASSERT_EQ(confined.title, title);
         const auto process = confined.window.process;
         EXPECT_TRUE(process == 0 || parentOf(process) == maker) << title << ": " << process;
-        EXPECT_EQ(answerText(system_.askToClose(std::array{confined.window}, halfASecondFromNow())),
-                  "done");
+        EXPECT_EQ(answerText(system_.askToClose(std::array{confined.window}, soon())), "done");
     }
     comesToShow("", [this] { return all(); });
 }
@@ -58,9 +57,8 @@ TEST_P(CompositorTest, tellsNoOtherProcessThanAWindowsOwn) {
 TEST_P(CompositorTest, givesPartsOfPixelsBackAsItTellsThem) {
     const auto window = shown({.title = "one", .size = {400, 300}}).window;
     waitUntilItStands(window);
-    system_.place(window, {PixelPoint{100.5, 90.25}, PixelSize{401.333, 303.667}},
-                  halfASecondFromNow());
-    const auto told = system_.window(window, halfASecondFromNow())->frame;
+    system_.place(window, {PixelPoint{100.5, 90.25}, PixelSize{401.333, 303.667}}, soon());
+    const auto told = system_.window(window, soon())->frame;
     EXPECT_NEAR(told.origin.x, 100.5, 0.5);
     EXPECT_NEAR(told.size.width, 401.333, 1);
     ASSERT_EQ(placed(window, {{300, 200}, {500, 400}}), "300,200 500x400");

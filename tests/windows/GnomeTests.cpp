@@ -20,8 +20,8 @@ protected:
         file_ = folder_ + "/windows@corvane.app/";
     }
     WindowSystem& system() { return session_->system(); }
-    bool isReady() { return system().isReady(halfASecondFromNow()); }
-    std::string whatToDo() { return system().abilities(halfASecondFromNow()).whatToDoFirst; }
+    bool isReady() { return system().isReady(soon()); }
+    std::string whatToDo() { return system().abilities(soon()).whatToDoFirst; }
     /// Before it is to be switched on, and what that comes to.
     std::string bothSay() {
         const auto before = whatToDo();
@@ -34,7 +34,7 @@ protected:
         session_->show({.title = title});
         ManagedWindow result;
         EXPECT_TRUE(comesTrue([&] {
-            const auto now = system().windows(halfASecondFromNow());
+            const auto now = system().windows(soon());
             if (now && !now->windows.empty()) result = now->windows.front();
             return result.title == title;
         }));
@@ -118,10 +118,10 @@ TEST_F(GnomeTest, isSilentWhileTheScreenIsLockedAndThereAgainAfterIt) {
     for (int round = 0; round < 2; ++round) {
         session("pushMode('unlock-dialog')");
         EXPECT_TRUE(comesTrue([this] { return !isReady(); }));
-        EXPECT_FALSE(system().windows(halfASecondFromNow()));
+        EXPECT_FALSE(system().windows(soon()));
         session("popMode('unlock-dialog')");
         EXPECT_TRUE(comesTrue([this] { return isReady(); }));
-        EXPECT_EQ(answerText(system().activate(window, halfASecondFromNow())), "done");
+        EXPECT_EQ(answerText(system().activate(window, soon())), "done");
     }
 }
 

@@ -10,7 +10,7 @@ TEST(I3Test, leavesAloneWhatIsTiledOrPutAside) {
     session->show({.title = "one", .size = {400, 300}});
     const auto all = [&] { return describedWindows(*system); };
     comesToShow("one active", all);
-    const auto by = [] { return halfASecondFromNow(); };
+    const auto by = [] { return soon(); };
     const auto window = system->windows(by())->windows[0].window;
     const auto place = [&] {
         return answerText(system->place(window, {PixelPoint{60, 50}, PixelSize{320, 240}}, by()));

@@ -17,14 +17,14 @@ protected:
         return listed(system_, wishes.title);
     }
     static WindowRef listed(WindowSystem& system, const std::string& title) {
-        const auto now = system.windows(halfASecondFromNow());
+        const auto now = system.windows(soon());
         for (const auto& each : now.value_or(WindowsNow()).windows)
             if (each.title == title) return each.window;
         return {};
     }
     std::string all() { return describedWindows(system_); }
     std::string ask(std::vector<WindowRef> windows) {
-        return answerText(system_.askToClose(windows, halfASecondFromNow()));
+        return answerText(system_.askToClose(windows, soon()));
     }
 
     /// Chosen while sway's socket isn't to be found.
@@ -34,7 +34,7 @@ protected:
         const machine::ScopedVariable folder("XDG_RUNTIME_DIR", runtime + "/elsewhere");
         const machine::ScopedVariable socket("SWAYSOCK", "");
         auto system = windowSystemHere();
-        system->windows(halfASecondFromNow());
+        system->windows(soon());
         return system;
     }
 
@@ -45,18 +45,18 @@ protected:
 
 TEST_F(ToplevelTest, tellsWhatItCan) {
     comesToShow("", [this] { return all(); });
-    const auto can = system_.abilities(halfASecondFromNow());
+    const auto can = system_.abilities(soon());
     EXPECT_TRUE(can.desktop.ends_with(" (Wayland)")) << can.desktop;
     EXPECT_FALSE(can.placesWindows || can.tellsProcesses || can.whatToDoFirst.empty());
-    EXPECT_FALSE(system_.isReady(halfASecondFromNow()));
-    EXPECT_FALSE(system_.monitors(halfASecondFromNow()));
+    EXPECT_FALSE(system_.isReady(soon()));
+    EXPECT_FALSE(system_.monitors(soon()));
     const auto one = shown({.title = "one"});
     shown({.title = "tw\xc3\xb6"});
     comesToShow("one; tw\xc3\xb6 active", [this] { return all(); });
-    const auto now = system_.windows(halfASecondFromNow()).value();
+    const auto now = system_.windows(soon()).value();
     EXPECT_FALSE(now.isReady || now.tellsProcesses || now.connected);
     EXPECT_EQ(now.windows[0].hints.applicationId, "window_client");
-    EXPECT_EQ(system_.window(one, halfASecondFromNow()), now.windows[0]);
+    EXPECT_EQ(system_.window(one, soon()), now.windows[0]);
     session_->act(listed(session_->system(), "one"), ByHand::fillScreen);
     comesToShow("tw\xc3\xb6; one fullscreen active", [this] { return all(); });
 }
@@ -64,7 +64,7 @@ TEST_F(ToplevelTest, tellsWhatItCan) {
 TEST_F(ToplevelTest, doesWhatItCan) {
     const auto one = shown({.title = "one"});
     shown({.title = "two"});
-    const auto by = [] { return halfASecondFromNow(); };
+    const auto by = [] { return soon(); };
     comesToShow("one; two active", [this] { return all(); });
     EXPECT_EQ(answerText(system_.activate(one, by())), "done");
     const auto other = [this] { return describedWindows(session_->system()); };
@@ -100,8 +100,7 @@ TEST_F(ToplevelTest, asksToCloseWhatIsntCutOff) {
         const auto other = chosen();
         comesToShow("bystander unaskable; ignoring unaskable; deaf unaskable active",
                     [&] { return describedWindows(*other); });
-        EXPECT_EQ(answerText(other->askToClose(std::array{ignoring}, halfASecondFromNow())),
-                  "refused")
+        EXPECT_EQ(answerText(other->askToClose(std::array{ignoring}, soon())), "refused")
             << "which are X11's can't be told";
     }
 }

@@ -57,6 +57,11 @@ enum class Feature {
     placesStoppedClients,
 };
 
+/// Longer than the program waits: a machine full of tests is slow.
+inline Deadline soon() {
+    return std::chrono::steady_clock::now() + std::chrono::seconds(2);
+}
+
 /// A desktop of a test's own: it runs as long as this lives, on one monitor of 1440 by 900.
 class WindowSession {
 public:

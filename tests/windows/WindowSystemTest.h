@@ -34,7 +34,7 @@ inline std::string answerText(WindowAnswer answer) {
 
 /// What a person could tell of all windows, from the lowest up.
 inline std::string describedWindows(WindowSystem& system) {
-    const auto now = system.windows(halfASecondFromNow());
+    const auto now = system.windows(soon());
     if (!now) return "nothing told";
     std::vector<std::string> words;
     for (const auto& each : now->windows) {
@@ -67,7 +67,7 @@ inline void waitUntilStill(const std::function<std::string()>& frame) {
 /// What every window system keeps to, on each desktop that this machine has.
 class WindowSystemTest : public testing::TestWithParam<SessionKind> {
 protected:
-    std::optional<WindowsNow> now() { return system_.windows(halfASecondFromNow()); }
+    std::optional<WindowsNow> now() { return system_.windows(soon()); }
     /// Waits until it is listed.
     ManagedWindow shown(const ClientWishes& wishes) {
         const auto process = session_->show(wishes);
@@ -87,7 +87,7 @@ protected:
         return result;
     }
     std::string frameOf(const WindowRef& window) {
-        const auto found = system_.window(window, halfASecondFromNow());
+        const auto found = system_.window(window, soon());
         return found ? frameText(found->frame) : "gone";
     }
     void waitUntilItStands(const WindowRef& window) {
@@ -95,7 +95,7 @@ protected:
     }
     /// The answer, the frame that the system tells and the one that is seen; once, where all agree.
     std::string placed(const WindowRef& window, const FrameWish& wish) {
-        const auto answer = system_.place(window, wish, halfASecondFromNow());
+        const auto answer = system_.place(window, wish, soon());
         auto told = frameOf(window);
         if (answer != WindowAnswer::done) told = answerText(answer) + " " + told;
         const auto seen = session_->seen(window);
@@ -110,7 +110,7 @@ protected:
         session_->act(before.window, deed);
         bool done = false;
         comesTrue([&] {
-            const auto window = system_.window(before.window, halfASecondFromNow());
+            const auto window = system_.window(before.window, soon());
             done = window &&
                    (window->frame != before.frame || window->isMinimized != before.isMinimized ||
                     window->workspace != before.workspace);

@@ -10,8 +10,8 @@ INSTANTIATE_TEST_SUITE_P(On, WindowSystemTest, testing::ValuesIn(sessionsOfThisM
                          [](const auto& kind) { return kind.param.name; });
 
 TEST_P(WindowSystemTest, tellsWhatIsThere) {
-    EXPECT_TRUE(system_.isReady(halfASecondFromNow()));
-    const auto can = system_.abilities(halfASecondFromNow());
+    EXPECT_TRUE(system_.isReady(soon()));
+    const auto can = system_.abilities(soon());
     EXPECT_TRUE(can.placesWindows && can.tellsProcesses && can.whatToDoFirst.empty())
         << can.whatToDoFirst;
     comesToShow("", [this] { return all(); });
@@ -30,7 +30,7 @@ TEST_P(WindowSystemTest, tellsWhatIsThere) {
         if (windows.connected) {
             EXPECT_TRUE(windows.connected->contains(each.window.process));
         }
-        EXPECT_EQ(system_.window(each.window, halfASecondFromNow()), each);
+        EXPECT_EQ(system_.window(each.window, soon()), each);
     }
     if (session_->has(Feature::owners)) {
         EXPECT_EQ(windows.windows.back().owner, two.window.number);
@@ -56,17 +56,17 @@ TEST_P(WindowSystemTest, givesBackWhatAPersonChanged) {
     for (const auto& [name, window] : kinds) {
         waitUntilItStands(window.window);
         // Its own size, at a place where it is whole.
-        const auto size = system_.window(window.window, halfASecondFromNow())->frame.size;
+        const auto size = system_.window(window.window, soon())->frame.size;
         const PixelRect frame{{120, 90}, size};
         const auto wanted = frameText(frame);
         ASSERT_EQ(placed(window.window, frame), wanted) << name;
         for (const auto deed : deeds()) {
-            if (!isDone(*system_.window(window.window, halfASecondFromNow()), deed)) continue;
+            if (!isDone(*system_.window(window.window, soon()), deed)) continue;
             SCOPED_TRACE(name + " after " + std::to_string(static_cast<int>(deed)));
             // One request does it, though a busy client comes late.
-            system_.place(window.window, {frame.origin, frame.size}, halfASecondFromNow());
+            system_.place(window.window, {frame.origin, frame.size}, soon());
             comesToShow(wanted, [&] { return frameOf(window.window); });
-            if (deed == ByHand::minimize) system_.activate(window.window, halfASecondFromNow());
+            if (deed == ByHand::minimize) system_.activate(window.window, soon());
             comesToShow(wanted, [&] { return session_->seen(window.window); });
         }
     }
@@ -86,7 +86,7 @@ TEST_P(WindowSystemTest, placesAsFarAsAWindowAllows) {
     EXPECT_TRUE(fractional.starts_with("100,100 655")) << fractional << ": moved all the same";
     if (session_->has(Feature::secondMonitor)) {
         session_->addSecondMonitor();
-        ASSERT_TRUE(comesTrue([&] { return system_.monitors(halfASecondFromNow())->size() == 2; }));
+        ASSERT_TRUE(comesTrue([&] { return system_.monitors(soon())->size() == 2; }));
         EXPECT_EQ(placed(plain, {{1500, 100}, {655, 477}}), "1500,100 655x477");
         EXPECT_EQ(placed(plain, {{90, 80}, {655, 477}}), "90,80 655x477");
     }
@@ -95,7 +95,7 @@ TEST_P(WindowSystemTest, placesAsFarAsAWindowAllows) {
         shown({.title = "limited", .size = {410, 340}, .least = {210, 140}, .step = {20, 40}});
     waitUntilItStands(limited.window);
     // What the decorations add to what the client asked for.
-    const auto size = system_.window(limited.window, halfASecondFromNow())->frame.size;
+    const auto size = system_.window(limited.window, soon())->frame.size;
     const PixelSize extra{size.width - 410, size.height - 340};
     const auto client = [&](const PixelPoint& origin, double width, double height) {
         return PixelRect{origin, {width + extra.width, height + extra.height}};
@@ -115,16 +115,8 @@ TEST_P(WindowSystemTest, fillsTheScreenAndComesBack) {
     waitUntilItStands(window);
     ASSERT_EQ(placed(window, {{120, 90}, {420, 330}}), "120,90 420x330");
     const auto fill = [&](bool on) {
-        // A busy machine may take longer to tell.
-        comesToShow("done", [&] {
-            return answerText(system_.setFullscreen(window, on, halfASecondFromNow()));
-        });
-        std::optional<ManagedWindow> now;
-        EXPECT_TRUE(comesTrue([&] {
-            now = system_.window(window, halfASecondFromNow());
-            return now.has_value();
-        }));
-        EXPECT_EQ(now && now->isFullscreen, on);
+        EXPECT_EQ(answerText(system_.setFullscreen(window, on, soon())), "done");
+        EXPECT_EQ(system_.window(window, soon())->isFullscreen, on);
     };
     // Where to is the manager's affair: with some clients it forgets its own decorations.
     const auto comesBack = [&] {
@@ -143,10 +135,10 @@ TEST_P(WindowSystemTest, fillsTheScreenAndComesBack) {
         comesBack();
     }
     if (!session_->has(Feature::maximizing)) return;
-    const PixelRect area = system_.monitors(halfASecondFromNow())->front().workArea;
+    const PixelRect area = system_.monitors(soon())->front().workArea;
     for (const bool on : {true, true, false, false}) {
-        EXPECT_EQ(answerText(system_.setMaximized(window, on, halfASecondFromNow())), "done");
-        EXPECT_EQ(system_.window(window, halfASecondFromNow())->isMaximized, on);
+        EXPECT_EQ(answerText(system_.setMaximized(window, on, soon())), "done");
+        EXPECT_EQ(system_.window(window, soon())->isMaximized, on);
         if (on) comesToShow(frameText(area), [&] { return frameOf(window); });
         if (!on) comesBack();
     }
@@ -157,7 +149,7 @@ TEST_P(WindowSystemTest, bringsToTheFrontFromEverywhere) {
     shown({.title = "two"});
     comesToShow("one; two active", [this] { return all(); });
     const auto comesForward = [&] {
-        EXPECT_EQ(answerText(system_.activate(one.window, halfASecondFromNow())), "done");
+        EXPECT_EQ(answerText(system_.activate(one.window, soon())), "done");
         const bool isTop = session_->has(Feature::order);
         EXPECT_TRUE(comesTrue([&] {
             return isTop ? all().ends_with("one active") : all().starts_with("one active");
@@ -180,7 +172,7 @@ TEST_P(WindowSystemTest, asksToCloseAndNoMore) {
     const auto ignoring = shown({.title = "ignoring", .atClose = AtClose::ignores}).window;
     shown({.title = "bystander"});
     const auto ask = [&](std::vector<WindowRef> windows) {
-        return answerText(system_.askToClose(windows, halfASecondFromNow()));
+        return answerText(system_.askToClose(windows, soon()));
     };
     EXPECT_EQ(ask({}), "gone");
     // Another process has the number.
@@ -204,7 +196,7 @@ TEST_P(WindowSystemTest, touchesNothingThatIsntTheWindow) {
     for (const auto& stranger :
          {WindowRef{window.number, other.process}, WindowRef{window.number, 0},
           WindowRef{window.number + 1'000'000, window.process}, WindowRef{}}) {
-        const auto by = halfASecondFromNow();
+        const auto by = soon();
         EXPECT_FALSE(system_.window(stranger, by));
         EXPECT_EQ(answerText(system_.place(stranger, {PixelPoint{10, 10}}, by)), "gone");
         EXPECT_EQ(answerText(system_.setFullscreen(stranger, true, by)), "gone");
@@ -221,7 +213,7 @@ TEST_P(WindowSystemTest, touchesNothingThatIsntTheWindow) {
 TEST_P(WindowSystemTest, tellsMonitorsAndWhatPanelsLeave) {
     const auto all = [&] {
         std::vector<std::string> words;
-        const auto monitors = system_.monitors(halfASecondFromNow());
+        const auto monitors = system_.monitors(soon());
         for (const auto& each : monitors.value_or(std::vector<Monitor>()))
             words.push_back(frameText(each.frame) + " (" + frameText(each.workArea) + ")");
         return text::joined(words, "; ");
@@ -295,20 +287,18 @@ TEST_P(WindowSystemTest, waitsForNoOneLongerThanItIsTold) {
               }),
               "unanswered");
     session_->goOn(Part::server, window);
-    EXPECT_TRUE(comesTrue([&] { return system_.isReady(halfASecondFromNow()); }));
-    EXPECT_TRUE(comesTrue([&] { return now().has_value(); }));
+    EXPECT_TRUE(comesTrue([&] { return system_.isReady(soon()) && now(); }));
 }
 
 TEST_P(WindowSystemTest, isFoundAgainAfterItWentAway) {
     const auto window = shown({.title = "one"}).window;
     session_->end();
-    EXPECT_TRUE(comesTrue([&] { return !system_.isReady(halfASecondFromNow()); }));
+    EXPECT_TRUE(comesTrue([&] { return !system_.isReady(soon()); }));
     EXPECT_FALSE(now());
-    EXPECT_FALSE(system_.monitors(halfASecondFromNow()));
-    EXPECT_EQ(answerText(system_.askToClose(std::array{window}, halfASecondFromNow())),
-              "unanswered");
+    EXPECT_FALSE(system_.monitors(soon()));
+    EXPECT_EQ(answerText(system_.askToClose(std::array{window}, soon())), "unanswered");
     session_->startAgain();
-    EXPECT_TRUE(comesTrue([&] { return system_.isReady(halfASecondFromNow()); }));
+    EXPECT_TRUE(comesTrue([&] { return system_.isReady(soon()); }));
     shown({.title = "two"});
     comesToShow("two active", [this] { return all(); });
 }

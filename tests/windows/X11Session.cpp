@@ -77,6 +77,8 @@ public:
         return process;
     }
     std::map<std::string, pid_t> showOthers() override {
+        // A shadow that fades in moves the edges of what is visible.
+        write(place("config/gtk-3.0/settings.ini"), "[Settings]\ngtk-enable-animations=0\n");
         std::map<std::string, pid_t> processes{
             {"steps", start({"xterm", "-e", "cat"})},
             {"plain", start({"xeyes"})},
