@@ -23,8 +23,8 @@ protected:
         return {};
     }
     std::string all() { return describedWindows(system_); }
-    std::string ask(std::vector<WindowRef> windows) {
-        return answerText(system_.askToClose(windows, soon()));
+    std::string ask(std::vector<WindowRef> windows, Deadline by = soon()) {
+        return answerText(system_.askToClose(windows, by));
     }
 
     /// Chosen while sway's socket isn't to be found.
@@ -112,7 +112,7 @@ TEST_F(ToplevelTest, waitsForNoOneAndIsFoundAgain) {
     const auto start = Clock::now();
     EXPECT_FALSE(system_.windows(halfASecondFromNow()));
     EXPECT_EQ(answerText(system_.setFullscreen(one, true, halfASecondFromNow())), "unanswered");
-    EXPECT_EQ(ask({one}), "unanswered");
+    EXPECT_EQ(ask({one}, halfASecondFromNow()), "unanswered");
     EXPECT_LT(Clock::now() - start, std::chrono::milliseconds(2400));
     session_->goOn(Part::server, process);
     comesToShow("one active", [this] { return all(); });
