@@ -58,3 +58,17 @@ function(corvane_test LABEL)
   gtest_discover_tests(${LABEL}_tests DISCOVERY_MODE PRE_TEST TEST_PREFIX "${LABEL}."
     PROPERTIES LABELS ${LABEL} TIMEOUT 120)
 endfunction()
+
+# A library of the calls that a protocol of Wayland describes, which are declared in HEADER.h.
+function(corvane_wayland_protocol name protocol header)
+  set(protocol ${CMAKE_CURRENT_SOURCE_DIR}/${protocol})
+  set(calls ${CMAKE_CURRENT_BINARY_DIR}/${header})
+  get_filename_component(folder ${calls} DIRECTORY)
+  file(MAKE_DIRECTORY ${folder})
+  add_custom_command(OUTPUT ${calls}.h ${calls}.c DEPENDS ${protocol}
+    COMMAND ${WAYLAND_SCANNER} client-header ${protocol} ${calls}.h
+    COMMAND ${WAYLAND_SCANNER} private-code ${protocol} ${calls}.c)
+  add_library(${name} STATIC ${calls}.c ${calls}.h)
+  target_link_libraries(${name} PUBLIC PkgConfig::WAYLAND)
+  target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_BINARY_DIR})
+endfunction()

@@ -8,6 +8,7 @@
 #include "qt/toolkit/Places.h"
 #include "qt/toolkit/QtMainQueue.h"
 #include "qt/toolkit/Views.h"
+#include "qt/toolkit/WaylandDialogs.h"
 #include "shell/CorvaneApp.h"
 #include "ui/AddResourceSheet.h"
 #include "ui/ContentState.h"
@@ -265,6 +266,7 @@ int MainWindows::openOnboardingWindow(const std::string& title, const Rect& cont
         if (!isVisible) tour.windowWillClose();
     });
     follow(*tour.view, identifier);
+    showAsDialog(*tour.view);
     makeKeyAndOrderFront(identifier);
     return identifier;
 }

@@ -4,6 +4,7 @@
 #include "qt/toolkit/MainWindows.h"
 #include "qt/toolkit/Places.h"
 #include "qt/toolkit/Views.h"
+#include "qt/toolkit/WaylandDialogs.h"
 
 #include <QGuiApplication>
 #include <QQuickWindow>
@@ -39,7 +40,7 @@ QQuickWindow& QtAlerts::show(const Alert& alert, Qt::WindowModality modality,
     window->setMinimumSize(window->size());
     window->setMaximumSize(window->size());
     center(*window, owner);
-    window->show();
+    showAsDialog(*window);
     mainWindows_.giveKeyboard(*window);
     return *window;
 }
