@@ -192,8 +192,27 @@ WindowAnswer SwayWindowSystem::setFullscreen(const WindowRef& window, bool on, D
     if (now.window.isMinimized) return WindowAnswer::refused;
     ask(Question::run, criteria(window) + (on ? "fullscreen enable" : "fullscreen disable"), by);
     answer = look(window, now, by);
+    if (on && answer == WindowAnswer::done) keepFilling(now, by);
     const bool isMissed = answer == WindowAnswer::done && now.window.isFullscreen != on;
     return isMissed ? WindowAnswer::refused : answer;
+}
+
+/// A picture in the size from before makes the window as small again, though it fills the screen:
+/// programs draw late.
+void SwayWindowSystem::keepFilling(const TreeWindow& filling, Deadline by) {
+    constexpr auto late = std::chrono::milliseconds(150);
+    constexpr auto pause = std::chrono::milliseconds(5);
+    const auto& window = filling.window.window;
+    const auto until = std::min(steady_clock::now() + late, by);
+    TreeWindow now = filling;
+    do {
+        const auto &frame = now.window.frame, &area = now.workspaceArea;
+        const bool isShort =
+            frame.size.width < area.size.width || frame.size.height < area.size.height;
+        if (isShort && now.window.isFullscreen)
+            ask(Question::run, criteria(window) + "fullscreen disable, fullscreen enable", by);
+        std::this_thread::sleep_for(pause);
+    } while (look(window, now, until) == WindowAnswer::done && steady_clock::now() < until);
 }
 
 WindowAnswer SwayWindowSystem::setMaximized(const WindowRef& window, bool, Deadline by) {

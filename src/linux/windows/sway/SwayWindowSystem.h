@@ -35,6 +35,7 @@ private:
     WindowAnswer look(const WindowRef& window, TreeWindow& now, Deadline by);
     /// Keeps `now` up to date.
     std::optional<PixelRect> frameAtRest(TreeWindow& now, const PixelRect& aim, Deadline by);
+    void keepFilling(const TreeWindow& filling, Deadline by);
     WindowAnswer moveTo(const TreeWindow& start, const FrameWish& wish, Deadline by);
 
     std::mutex mutex_;
