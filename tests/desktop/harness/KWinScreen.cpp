@@ -60,10 +60,11 @@ public:
         fs::permissions(around.root + "/report", fs::perms(0755));
         compositor_ = startCompositor(
             // On the processor its other way of drawing takes most of the time.
-            around, {"env", "KWIN_COMPOSE=" + variable("KWIN_COMPOSE", "Q"),
-                     "KWIN_SCREENSHOT_NO_PERMISSION_CHECKS=1", program, "--virtual", "--width",
-                     "1440", "--height", "900", "--no-lockscreen", "--no-global-shortcuts",
-                     "--xwayland", around.root + "/report"});
+            around,
+            {"env", "KWIN_COMPOSE=" + variable("KWIN_COMPOSE", "Q"),
+             "KWIN_SCREENSHOT_NO_PERMISSION_CHECKS=1", program, "--virtual", "--scale",
+             variable("SCALE", "1"), "--width", "1440", "--height", "900", "--no-lockscreen",
+             "--no-global-shortcuts", "--xwayland", around.root + "/report"});
         const auto script = around.root + "/eye.js";
         writeFile(script, eye);
         service_.emplace(
@@ -179,8 +180,8 @@ void KWinScreen::savePicture(const std::string& file) const {
     const std::shared_ptr<GVariant> told(
         g_dbus_connection_call_with_unix_fd_list_sync(
             bus.get(), "org.kde.KWin", "/org/kde/KWin/ScreenShot2", "org.kde.KWin.ScreenShot2",
-            "CaptureWorkspace", g_variant_new("(a{sv}h)", nullptr, 0), nullptr,
-            G_DBUS_CALL_FLAGS_NONE, 10000, handles.get(), nullptr, nullptr, nullptr),
+            "CaptureWorkspace", g_variant_new_parsed("({'native-resolution': <true>}, handle 0)"),
+            nullptr, G_DBUS_CALL_FLAGS_NONE, 10000, handles.get(), nullptr, nullptr, nullptr),
         [](GVariant* value) {
             if (value) g_variant_unref(value);
         });
