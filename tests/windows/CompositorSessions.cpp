@@ -85,7 +85,9 @@ protected:
         const auto isThere = [this] { return isUp() && !read(display()).empty(); };
         // A busy machine takes its time.
         EXPECT_TRUE(comesTrue(isThere) || comesTrue(isThere));
-        set("DISPLAY", text::words(read(display())).at(0));
+        const auto words = text::words(read(display()));
+        set("DISPLAY", words.at(0));
+        if (words.size() > 1) set("XAUTHORITY", words[1]);
     }
     std::string display() const { return runtime_ + "/display"; }
     virtual void run() = 0;
@@ -196,7 +198,7 @@ public:
     KWinSession() {
         // The installed one has rights that keep its environment from it.
         fs::copy_file("/usr/bin/kwin_wayland", folder_ + "/kwin_wayland");
-        write(folder_ + "/app", "#!/bin/sh\necho $DISPLAY > " + display() + '\n');
+        write(folder_ + "/app", "#!/bin/sh\necho $DISPLAY $XAUTHORITY > " + display() + '\n');
         fs::permissions(folder_ + "/app", fs::perms(0755));
         set("XDG_CONFIG_HOME", folder_ + "/config");
         set("XDG_CURRENT_DESKTOP", "KDE");

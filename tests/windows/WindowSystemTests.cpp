@@ -22,6 +22,12 @@ TEST_P(WindowSystemTest, tellsWhatIsThere) {
     comesToShow("one; tw\xc3\xb6 \"2\" $(x)\\; question", inOrder);
     EXPECT_EQ(one.kind, WindowKind::ordinary);
     EXPECT_GT(two.window.number, one.window.number);
+    waitUntilStill([this] {
+        std::string frames;
+        for (const auto& each : now().value_or(WindowsNow()).windows)
+            frames += frameText(each.frame);
+        return frames;
+    });
     const auto windows = now().value();
     for (const auto& each : windows.windows) {
         EXPECT_EQ(session_->seen(each.window), frameText(each.frame)) << *each.title;
@@ -92,7 +98,7 @@ TEST_P(WindowSystemTest, placesAsFarAsAWindowAllows) {
     }
     if (!session_->has(Feature::sizeLimits)) return;
     const auto limited =
-        shown({.title = "limited", .size = {410, 340}, .least = {210, 140}, .step = {20, 40}});
+        shown({.title = "limited", .size = {410, 340}, .least = {210, 180}, .step = {20, 40}});
     waitUntilItStands(limited.window);
     // What the decorations add to what the client asked for.
     const auto size = system_.window(limited.window, soon())->frame.size;
@@ -107,7 +113,7 @@ TEST_P(WindowSystemTest, placesAsFarAsAWindowAllows) {
                   frameText(client({51, 61}, 410, 340)));
     }
     EXPECT_EQ(placed(limited.window, client({90, 80}, 1, 1)),
-              frameText(client({90, 80}, 210, 140)));
+              frameText(client({90, 80}, 210, 180)));
 }
 
 TEST_P(WindowSystemTest, fillsTheScreenAndComesBack) {

@@ -28,6 +28,8 @@ std::optional<WindowsNow> I3WindowSystem::windows(Deadline by) {
     const auto places = answer ? readPlaces(*answer) : std::nullopt;
     if (!places) return now;
     for (auto& window : now->windows) {
+        // Later ones say so of what fills its place, so that clients draw no shadow.
+        window.isMaximized = false;
         const auto place = places->find(window.window.number);
         if (place == places->end()) continue;
         window.isTiled = place->second == PlaceInTree::tiled;
