@@ -1,4 +1,6 @@
 #include "linux/windows/AgentAnswers.h"
+#include "linux/windows/WaylandSession.h"
+#include "windows/MemoryWindowSystem.h"
 
 #include <sstream>
 
@@ -99,6 +101,43 @@ TEST(AgentAnswersTest, tellsMonitors) {
     const std::vector<Monitor> expected{{{{0, 0}, {1440, 900}}, {{0, 30}, {1440, 869.5}}}};
     EXPECT_EQ(told, expected);
     EXPECT_FALSE(readMonitors(R"({"monitors":[{"frame":[[0,0],[1,1]]}]})"));
+}
+
+/// Title, class and process as the X server and as the compositor tell them, and what comes of it.
+TEST(XClientsTest, areWhatTheirServerVouchesFor) {
+    constexpr pid_t compositor = 1;
+    const auto shown = [](const std::string& title, pid_t process, std::uint64_t number = 0) {
+        ManagedWindow window{.window = {number, process}, .title = title};
+        window.hints.className = "Eyes";
+        window.canBeAskedToClose = true;
+        return window;
+    };
+    MemoryWindowSystem server;
+    server.session = {compositor};
+    for (const auto& each : {shown("one", 11, 5), shown("two", 12, 6), shown("two", 13, 7),
+                             shown("unknown", 0, 8), shown("four", 14, 9)})
+        server.show(each);
+    std::vector<ManagedWindow> told{shown("one", 0),     shown("two", 0),  shown("else", 11),
+                                    shown("unknown", 0), shown("lies", 2), shown("four", 4),
+                                    shown("lies", 0)};
+    std::vector<XClient> clients;
+    for (auto& each : told)
+        clients.push_back({&each, 0});
+    clients.back().number = 6;
+    const auto outcome = [&](pid_t who) {
+        EXPECT_TRUE(checkXClients(clients, &server, who, halfASecondFromNow()));
+        std::string all;
+        for (const auto& each : told)
+            all += *each.title + " " + std::to_string(each.window.process) +
+                   (each.canBeAskedToClose ? "; " : " unaskable; ");
+        return all;
+    };
+    EXPECT_EQ(outcome(compositor), "one 11; two 0 unaskable; else 11; unknown 0; "
+                                   "lies 0 unaskable; four 14; lies 12; ");
+    EXPECT_EQ(outcome(compositor + 1),
+              "one 0 unaskable; two 0 unaskable; else 0 unaskable; unknown 0 unaskable; "
+              "lies 0 unaskable; four 0 unaskable; lies 0 unaskable; ")
+        << "another session's";
 }
 
 } // namespace

@@ -9,6 +9,31 @@
 namespace corvane {
 namespace {
 
+bool areCalledAlike(const ManagedWindow& one, const ManagedWindow& other) {
+    return one.title == other.title && one.hints.instanceName == other.hints.instanceName &&
+           one.hints.className == other.hints.className;
+}
+
+/// The server's own word of a client: by its number, by its process, or by what it is called where
+/// no other is called so.
+const ManagedWindow* windowOf(const XClient& client, std::span<const XClient> clients,
+                              const std::vector<ManagedWindow>& windows) {
+    const auto& wanted = *client.window;
+    const auto found = std::ranges::find_if(windows, [&](const ManagedWindow& other) {
+        return client.number
+                   ? other.window.number == client.number
+                   : wanted.window.process > 0 && other.window.process == wanted.window.process;
+    });
+    if (found != windows.end()) return &*found;
+    const auto isAlike = [&](const ManagedWindow& other) { return areCalledAlike(other, wanted); };
+    const auto named = std::ranges::find_if(windows, isAlike);
+    const bool isOne = !client.number && std::ranges::count_if(windows, isAlike) == 1 &&
+                       std::ranges::count_if(clients, [&](const XClient& other) {
+                           return isAlike(*other.window);
+                       }) == 1;
+    return isOne ? &*named : nullptr;
+}
+
 /// Of a client whose number isn't told, all windows of its process have to take requests.
 bool takesRequests(const XClient& client, const ManagedWindow* found,
                    const std::vector<ManagedWindow>& windows) {
@@ -57,11 +82,7 @@ bool checkXClients(std::span<const XClient> clients, WindowSystem* server, pid_t
     if (!now->session.contains(compositor)) now->windows.clear();
     for (const auto& client : clients) {
         auto& window = *client.window;
-        const auto found = std::ranges::find_if(now->windows, [&](const ManagedWindow& other) {
-            return client.number ? other.window.number == client.number
-                                 : other.window.process == window.window.process;
-        });
-        const auto* const its = found == now->windows.end() ? nullptr : &*found;
+        const auto* const its = windowOf(client, clients, now->windows);
         window.window.process = its ? its->window.process : 0;
         if (its && client.number) window.hints = its->hints;
         if (!takesRequests(client, its, now->windows)) window.canBeAskedToClose = false;

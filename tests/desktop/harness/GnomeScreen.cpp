@@ -72,15 +72,15 @@ public:
                 around.set("XAUTHORITY", entry.path());
         }
         service_.emplace(around.bus, "app.corvane.Eye", std::vector<BusService::Object>{}, nullptr);
+        // One that is hidden while the shell starts stays half hidden.
         const bool isUp = comesTrue(
             [&] {
-                ask("Main.layoutManager.removeChrome(Main.layoutManager.panelBox); "
-                    "Main.overview.hide()");
-                return ask("String(Main.layoutManager._startingUp || Main.overview.visible)") ==
-                       "false";
+                return ask("String(Main.layoutManager._startingUp || Main.overview.hide() || "
+                           "Main.overview.visible)") == "false";
             },
             60);
         if (!isUp) throw std::runtime_error("it stays in its overview");
+        ask("Main.layoutManager.removeChrome(Main.layoutManager.panelBox)");
     }
     void act(const Window& window, Deed deed) const override {
         static const std::map<Deed, std::string> words{
