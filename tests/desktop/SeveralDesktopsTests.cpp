@@ -129,7 +129,7 @@ TEST_F(SeveralDesktops, theWindowComesBackWhereItWasInsideTheScreen) {
                                                     {"MainWindowPlace", {"3000 -500 20 20"}}}}
                   .toBinary());
     desktop.startCorvane();
-    ASSERT_TRUE(comes("Notes"));
+    ASSERT_TRUE(comes("Notes") && comesTrue([&] { return placeOf("Corvane").width > 0; }));
     const auto place = placeOf("Corvane");
     // Decorations are around that.
     EXPECT_TRUE(place.width >= 950 && place.width < 970) << place.width;

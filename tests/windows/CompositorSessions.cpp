@@ -23,7 +23,7 @@ public:
             if (!probe_) probe_.emplace();
             const auto window = probe_->make({200, 200, 300, 200});
             probe_->set(window, "_NET_WM_NAME", wishes.title, 8, probe_->atom("UTF8_STRING"));
-            probe_->set(window, "WM_CLASS", wishes.title);
+            probe_->set(window, "WM_CLASS", wishes.title + '\0' + wishes.title + '\0');
             probe_->show(window);
             return getpid();
         }
