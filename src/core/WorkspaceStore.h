@@ -225,6 +225,7 @@ private:
     /// Says so in an alert where the desktop doesn't tell which applications run, so that none can
     /// be asked to quit.
     bool saysThatNoneAreSeen();
+    void sayThatNoneAreSeen(const DesktopFacts& desktop);
     /// Adds the names that stand for a resource and aren't in the list yet.
     void insertAppNames(const Resource& resource, std::vector<std::string>& names) const;
     std::shared_ptr<ResourceLauncher> makeResourceLauncher() const;

@@ -45,7 +45,7 @@ struct DesktopFacts {
     /// It tells which windows there are. Where it doesn't, it isn't known which applications run.
     bool tellsWindows = false;
     bool placesWindows = false;
-    /// One sentence for a person on what either of the two needs; empty where both are there.
+    /// One sentence for a person on what either of the two needs, or leaves out; or empty.
     std::string whatToDoFirst = {};
 };
 

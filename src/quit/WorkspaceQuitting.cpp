@@ -157,10 +157,13 @@ void WorkspaceStore::finishWorkspace(std::optional<Workspace> workspace) {
                              "No applications found in this workspace's resources.");
     }
     diagnostic({"Workspace applications to quit: ", text::joined(names, ", ")});
+    // Before the list, as a desktop that answers only later says nothing of what it has missed.
+    const auto desktop = platform_.accessibility.desktop();
     const auto list = belonging(quittableApplications(platform_.applications, platform_.bundles),
                                 identifiersOf(resources), names, false);
     markFinished(workspace->id);
-    if (saysThatNoneAreSeen() || list.empty()) return;
+    if (!desktop.tellsWindows) return sayThatNoneAreSeen(desktop);
+    if (list.empty()) return;
     diagnostic({"Quitting ", std::to_string(list.size()), " workspace applications..."});
     const auto counts = quit(list, platform_.applications);
     platform_.mainQueue.after(summaryDelay, [this, counts, list] {
@@ -170,11 +173,14 @@ void WorkspaceStore::finishWorkspace(std::optional<Workspace> workspace) {
 
 bool WorkspaceStore::saysThatNoneAreSeen() {
     const auto desktop = platform_.accessibility.desktop();
-    if (desktop.tellsWindows) return false;
+    if (!desktop.tellsWindows) sayThatNoneAreSeen(desktop);
+    return !desktop.tellsWindows;
+}
+
+void WorkspaceStore::sayThatNoneAreSeen(const DesktopFacts& desktop) {
     showInfoAlert("Applications Not Quit",
                   "Corvane can't see which applications run, so it asks none to quit.\n\n" +
                       desktop.whatToDoFirst);
-    return true;
 }
 
 void WorkspaceStore::markFinished(const Uuid& workspaceId) {

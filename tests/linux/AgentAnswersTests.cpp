@@ -120,10 +120,12 @@ TEST(XClientsTest, areWhatTheirServerVouchesFor) {
     std::vector<ManagedWindow> told{shown("one", 0),     shown("two", 0),  shown("else", 11),
                                     shown("unknown", 0), shown("lies", 2), shown("four", 4),
                                     shown("lies", 0)};
+    told.push_back(shown("named itself", 14));
+    told.back().hints.className = "Pad";
     std::vector<XClient> clients;
     for (auto& each : told)
         clients.push_back({&each, 0});
-    clients.back().number = 6;
+    clients[6].number = 6;
     const auto outcome = [&](pid_t who) {
         EXPECT_TRUE(checkXClients(clients, &server, who, halfASecondFromNow()));
         std::string all;
@@ -132,11 +134,12 @@ TEST(XClientsTest, areWhatTheirServerVouchesFor) {
                    (each.canBeAskedToClose ? "; " : " unaskable; ");
         return all;
     };
-    EXPECT_EQ(outcome(compositor), "one 11; two 0 unaskable; else 11; unknown 0; "
-                                   "lies 0 unaskable; four 14; lies 12; ");
+    EXPECT_EQ(outcome(compositor),
+              "one 11; two 0 unaskable; else 11; unknown 0; "
+              "lies 0 unaskable; four 14; lies 12; named itself 0 unaskable; ");
     EXPECT_EQ(outcome(compositor + 1),
               "one 0 unaskable; two 0 unaskable; else 0 unaskable; unknown 0 unaskable; "
-              "lies 0 unaskable; four 0 unaskable; lies 0 unaskable; ")
+              "lies 0 unaskable; four 0 unaskable; lies 0 unaskable; named itself 0 unaskable; ")
         << "another session's";
 }
 

@@ -193,6 +193,33 @@ private:
     }
 };
 
+/// Like any that lists its windows for everybody and has no words of its own.
+class LabwcSession final : public CompositorSession {
+public:
+    LabwcSession() {
+        set("WLR_BACKENDS", "headless");
+        set("WLR_LIBINPUT_NO_DEVICES", "1");
+        set("WLR_RENDERER", "pixman");
+        set("XDG_CONFIG_HOME", folder_ + "/config");
+        write(folder_ + "/app", "#!/bin/sh\nxhost +si:localuser:root\necho $DISPLAY > " +
+                                    display() + "\nexec xprop -root -spy\n");
+        fs::permissions(folder_ + "/app", fs::perms(0755));
+        run();
+        set("WAYLAND_DISPLAY", "wayland-0");
+        system_ = windowSystemHere();
+    }
+    bool has(Feature) const override { return false; }
+    std::string seen(const WindowRef&) override { return ""; }
+    void act(const WindowRef& window, ByHand deed) override {
+        ASSERT_EQ(deed, ByHand::fillScreen);
+        system_->setFullscreen(window, true, soon());
+    }
+
+private:
+    void run() override { CompositorSession::run("labwc -s " + folder_ + "/app"); }
+    bool isUp() override { return fs::exists(runtime_ + "/wayland-0"); }
+};
+
 class KWinSession final : public CompositorSession {
 public:
     KWinSession() {
@@ -383,6 +410,10 @@ private:
 
 std::unique_ptr<WindowSession> startSwaySession() {
     return std::make_unique<SwaySession>();
+}
+
+std::unique_ptr<WindowSession> startLabwcSession() {
+    return std::make_unique<LabwcSession>();
 }
 
 std::unique_ptr<WindowSession> startKWinSession() {

@@ -9,7 +9,14 @@ using namespace corvane;
 /// tell no more where its own socket isn't found.
 namespace {
 
-class ToplevelTest : public testing::Test {
+std::vector<SessionKind> listing() {
+    std::vector<SessionKind> kinds{{"sway", startSwaySession}};
+    // Debian 12 has none.
+    if (machine::runs("command -v labwc")) kinds.push_back({"labwc", startLabwcSession});
+    return kinds;
+}
+
+class ToplevelTest : public testing::TestWithParam<SessionKind> {
 protected:
     WindowRef shown(const ClientWishes& wishes) {
         session_->show(wishes);
@@ -30,7 +37,8 @@ protected:
     /// Chosen while sway's socket isn't to be found.
     static std::unique_ptr<WindowSystem> chosen() {
         const std::string runtime = std::getenv("XDG_RUNTIME_DIR");
-        const machine::ScopedVariable display("WAYLAND_DISPLAY", runtime + "/wayland-1");
+        const machine::ScopedVariable display("WAYLAND_DISPLAY",
+                                              runtime + '/' + std::getenv("WAYLAND_DISPLAY"));
         const machine::ScopedVariable folder("XDG_RUNTIME_DIR", runtime + "/elsewhere");
         const machine::ScopedVariable socket("SWAYSOCK", "");
         auto system = windowSystemHere();
@@ -38,12 +46,15 @@ protected:
         return system;
     }
 
-    const std::unique_ptr<WindowSession> session_ = startSwaySession();
+    const std::unique_ptr<WindowSession> session_ = GetParam().start();
     const std::unique_ptr<WindowSystem> here_ = chosen();
     WindowSystem& system_ = *here_;
 };
 
-TEST_F(ToplevelTest, tellsWhatItCan) {
+INSTANTIATE_TEST_SUITE_P(On, ToplevelTest, testing::ValuesIn(listing()),
+                         [](const auto& kind) { return kind.param.name; });
+
+TEST_P(ToplevelTest, tellsWhatItCan) {
     comesToShow("", [this] { return all(); });
     const auto can = system_.abilities(soon());
     EXPECT_TRUE(can.desktop.ends_with(" (Wayland)")) << can.desktop;
@@ -61,7 +72,7 @@ TEST_F(ToplevelTest, tellsWhatItCan) {
     comesToShow("tw\xc3\xb6; one fullscreen active", [this] { return all(); });
 }
 
-TEST_F(ToplevelTest, doesWhatItCan) {
+TEST_P(ToplevelTest, doesWhatItCan) {
     const auto one = shown({.title = "one"});
     shown({.title = "two"});
     const auto by = [] { return soon(); };
@@ -84,7 +95,7 @@ TEST_F(ToplevelTest, doesWhatItCan) {
     EXPECT_EQ(other(), "two; one active");
 }
 
-TEST_F(ToplevelTest, asksToCloseWhatIsntCutOff) {
+TEST_P(ToplevelTest, asksToCloseWhatIsntCutOff) {
     const auto closing = shown({.title = "closing"});
     const auto ignoring = shown({.title = "ignoring", .atClose = AtClose::ignores});
     shown({.title = "bystander"});
@@ -105,7 +116,7 @@ TEST_F(ToplevelTest, asksToCloseWhatIsntCutOff) {
     }
 }
 
-TEST_F(ToplevelTest, waitsForNoOneAndIsFoundAgain) {
+TEST_P(ToplevelTest, waitsForNoOneAndIsFoundAgain) {
     const auto one = shown({.title = "one"});
     const auto process = session_->system().windows(halfASecondFromNow())->windows[0].window;
     session_->stop(Part::server, process);

@@ -103,6 +103,7 @@ std::unique_ptr<WindowSession> startMemorySession();
 std::unique_ptr<WindowSession> startX11Session(const std::vector<std::string>& manager);
 std::unique_ptr<WindowSession> startI3Session();
 std::unique_ptr<WindowSession> startSwaySession();
+std::unique_ptr<WindowSession> startLabwcSession();
 std::unique_ptr<WindowSession> startKWinSession();
 /// Its extension lies in XDG_DATA_HOME and is that of the running program.
 std::unique_ptr<WindowSession> startGnomeSession(bool isExtensionOn = true);

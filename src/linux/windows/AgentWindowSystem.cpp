@@ -123,7 +123,9 @@ std::optional<WindowsNow> AgentWindowSystem::windows(Deadline by) {
         if (each.id == told->active) now.active = each.window.window.number;
         now.windows.push_back(std::move(each.window));
     }
-    if (const pid_t compositor = agent_->speaker()) now.session.insert(compositor);
+    const pid_t compositor = agent_->speaker();
+    now.tellsProcesses = compositor > 0;
+    if (now.tellsProcesses) now.session.insert(compositor);
     return now;
 }
 

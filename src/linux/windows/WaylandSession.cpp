@@ -14,15 +14,16 @@ bool areCalledAlike(const ManagedWindow& one, const ManagedWindow& other) {
            one.hints.className == other.hints.className;
 }
 
-/// The server's own word of a client: by its number, by its process, or by what it is called where
-/// no other is called so.
+/// The server's own word of a client: by its number; by its process, which it may have named itself
+/// and which has to have a window of its class; or by what it is called where no other is called
+/// so.
 const ManagedWindow* windowOf(const XClient& client, std::span<const XClient> clients,
                               const std::vector<ManagedWindow>& windows) {
     const auto& wanted = *client.window;
     const auto found = std::ranges::find_if(windows, [&](const ManagedWindow& other) {
-        return client.number
-                   ? other.window.number == client.number
-                   : wanted.window.process > 0 && other.window.process == wanted.window.process;
+        if (client.number) return other.window.number == client.number;
+        return wanted.window.process > 0 && other.window.process == wanted.window.process &&
+               other.hints.className == wanted.hints.className;
     });
     if (found != windows.end()) return &*found;
     const auto isAlike = [&](const ManagedWindow& other) { return areCalledAlike(other, wanted); };

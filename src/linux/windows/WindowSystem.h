@@ -124,7 +124,7 @@ struct Abilities {
     /// For a person: "GNOME (Wayland)".
     std::string desktop;
     bool placesWindows = false, tellsProcesses = false;
-    /// One sentence for a person on what to switch on; or empty.
+    /// One sentence for a person on what to switch on, or what isn't done all the same; or empty.
     std::string whatToDoFirst;
 };
 

@@ -344,7 +344,7 @@ void MainWindows::rememberPlace(const QWindow& window) {
             door_.corner ? door_.corner(std::uint64_t(window.winId()), window.title().toStdString())
                          : std::nullopt;
         if (!told) return;
-        corner = {int(told->x), int(told->y)};
+        corner = {qRound(told->x), qRound(told->y)};
     }
     const auto place = placeOf(window, corner, before);
     if (place != before) app_->platform().userDefaults.setObject(placeKey, {place});

@@ -72,7 +72,7 @@ Abilities SwayWindowSystem::abilities(Deadline by) {
     return {.desktop = desktop,
             .placesWindows = true,
             .tellsProcesses = compositor_.value_or(0) > 0,
-            .whatToDoFirst = ""};
+            .whatToDoFirst = "Tiled windows keep the place that sway gives them."};
 }
 
 std::optional<Tree> SwayWindowSystem::tree(Deadline by) {
@@ -106,7 +106,8 @@ std::optional<WindowsNow> SwayWindowSystem::windows(Deadline by) {
     WindowsNow now{.windows = {}, .active = all->active, .session = {}, .connected = {}};
     for (auto& each : all->windows)
         now.windows.push_back(std::move(each.window));
-    if (compositor_.value_or(0) > 0) now.session.insert(*compositor_);
+    now.tellsProcesses = compositor_.value_or(0) > 0;
+    if (now.tellsProcesses) now.session.insert(*compositor_);
     return now;
 }
 

@@ -78,7 +78,7 @@ Abilities ToplevelWindowSystem::abilities(Deadline by) {
         .desktop = (compositor ? compositor->commandName : "unknown") + " (Wayland)",
         .whatToDoFirst =
             answers
-                ? "This desktop tells which windows there are, but not where: Corvane can finish workspaces here, but not save or restore layouts."
+                ? "This desktop tells which windows there are, but not where: Corvane can finish workspaces here, but not save or restore layouts, and Focus Mode asks nobody while a window names no installed application."
                 : "The desktop doesn't answer at the moment."};
 }
 

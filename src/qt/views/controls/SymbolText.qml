@@ -10,7 +10,7 @@ Text {
     text: Symbols.glyph(symbol)
     textFormat: Text.PlainText
     font.family: Symbols.fontFamily
-    font.pixelSize: Math.round(size * 4 / 3)
+    font.pixelSize: Math.max(1, Math.round(size * 4 / 3))
     color: Theme.label
     horizontalAlignment: Text.AlignHCenter
     verticalAlignment: Text.AlignVCenter
