@@ -213,6 +213,7 @@ public:
     void act(const WindowRef& window, ByHand deed) override {
         ASSERT_EQ(deed, ByHand::fillScreen);
         system_->setFullscreen(window, true, soon());
+        system_->activate(window, soon());
     }
 
 private:
