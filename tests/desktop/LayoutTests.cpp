@@ -263,6 +263,30 @@ TEST_F(Layouts, withoutAWindowManagerTheUserHearsWhatIsMissing) {
     EXPECT_TRUE(comes("Start a window manager: without one, nothing places windows."));
 }
 
+using Gnome = Layouts;
+
+TEST_F(Gnome, theExtensionIsSwitchedOnWhereAPermissionIsAskedForAndALayoutSaved) {
+    desktop.screen().stopManager();
+    start({{"Desk", "", "star", {notes}}});
+    ASSERT_TRUE(desktop.press("Start") && comes("Running"));
+    ASSERT_TRUE(desktop.press("Settings"));
+    EXPECT_TRUE(comes("GNOME (Wayland) · windows: no · layouts: no\n"
+                      "Corvane's extension for GNOME Shell is off: switch on Window Layout "
+                      "Features, or save a layout, and choose Open System Preferences."));
+    ASSERT_TRUE(desktop.press("Window Layout Features"));
+    ASSERT_TRUE(comes("Window layout features require Accessibility permission"));
+    ASSERT_TRUE(desktop.press("Open System Preferences"));
+    ASSERT_TRUE(comes("Corvane's extension for GNOME Shell is on: Corvane can see and place "
+                      "windows now."));
+    ASSERT_TRUE(desktop.press("OK"));
+    ASSERT_TRUE(comes("GNOME (Wayland) · windows: yes · layouts: yes"));
+    ASSERT_TRUE(desktop.press("Done"));
+    place("Mousepad", "417,163 533x391");
+    ASSERT_TRUE(savesInTheWindow());
+    EXPECT_EQ(saved(), seen({"Mousepad"}));
+    ASSERT_TRUE(finishesAll({"Mousepad"}));
+}
+
 TEST_F(Layouts, aWindowThatComesLateGetsItsPlaceAllTheSame) {
     prefer(false);
     // Its wrapper ends before the window comes.

@@ -107,6 +107,10 @@ public:
                        "org.gnome.Shell.Screenshot", "Screenshot",
                        g_variant_new("(bbs)", FALSE, FALSE, file.c_str()));
     }
+    void stopManager() override {
+        service_->call("org.gnome.Shell", "/org/gnome/Shell", "org.gnome.Shell.Extensions",
+                       "DisableExtension", g_variant_new("(s)", "windows@corvane.app"));
+    }
     std::vector<std::string> panel() const override { return {"sleep", "infinity"}; }
 
 private:
