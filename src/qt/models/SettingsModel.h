@@ -63,6 +63,8 @@ public:
 
 signals:
     void changed();
+    /// An answer to it may have changed what the desktop can.
+    void alertHasGone();
 
 private:
     /// Outside of the press that led here, since a panel comes up.

@@ -323,6 +323,11 @@ bool MainWindows::eventFilter(QObject* watched, QEvent* event) {
             if (window->view.get() == watched) rememberPlace(*window->view);
         }
     }
+    if (event->type() == QEvent::WindowUnblocked) {
+        for (const auto& window : windows_) {
+            if (window->view.get() == watched) emit window->settings.alertHasGone();
+        }
+    }
     // The toolkit would close all windows first.
     if (event->type() != QEvent::Quit || watched != qGuiApp) return false;
     if (isCommitted_) isSaved_ = true;

@@ -11,11 +11,19 @@ Sheet {
     // An alert or another program may have changed what is to be seen here.
     readonly property bool isLookedAt: visible && parent.Window.active
 
-    // Not every desktop makes the window active that a person looks at.
     onAboutToShow: settings.lookAtDesktop()
     onIsLookedAtChanged: {
         if (isLookedAt)
             settings.lookAtDesktop();
+    }
+    Connections {
+        // Not every desktop makes the window active that a person looks at.
+        function onAlertHasGone() {
+            if (popup.visible)
+                popup.settings.lookAtDesktop();
+        }
+
+        target: popup.settings
     }
 
     wantedWidth: 520
