@@ -282,6 +282,7 @@ TEST_F(Gnome, theExtensionIsSwitchedOnWhereAPermissionIsAskedForAndALayoutSaved)
     ASSERT_TRUE(comes("GNOME (Wayland) · windows: yes · layouts: yes"));
     ASSERT_TRUE(desktop.press("Done"));
     place("Mousepad", "417,163 533x391");
+    ASSERT_TRUE(become({"Mousepad"}, "Mousepad 417,163 533x391\n"));
     ASSERT_TRUE(savesInTheWindow());
     EXPECT_EQ(saved(), seen({"Mousepad"}));
     ASSERT_TRUE(finishesAll({"Mousepad"}));

@@ -100,6 +100,13 @@ function described(window, stacking, shown) {
     };
 }
 
+// False while the shell hasn't put it anywhere yet: one that is moved before would be put elsewhere after that.
+function isPut(window) {
+    const isToBeSeen = window.showing_on_its_workspace() && window.located_on_workspace(global.workspace_manager.get_active_workspace());
+    const actor = window.get_compositor_private();
+    return !isToBeSeen || actor !== null && actor.visible;
+}
+
 // In the order of their creation.
 function told(windows) {
     const {display, workspace_manager: workspaces} = global;
@@ -174,7 +181,7 @@ class Service {
     }
 
     ListAsync(_, invocation) {
-        this._answer(invocation, null, () => told(global.display.list_all_windows()));
+        this._answer(invocation, null, () => told(global.display.list_all_windows().filter(isPut)));
     }
 
     MonitorsAsync(_, invocation) {
