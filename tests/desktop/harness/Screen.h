@@ -48,7 +48,7 @@ public:
     virtual bool tiles() const { return false; }
     /// A panel of that desktop.
     virtual std::vector<std::string> panel() const = 0;
-    /// Ends what places windows, where that is a program of its own.
+    /// Ends what places windows, where that can be done without ending all.
     virtual void stopManager() {}
 };
 
