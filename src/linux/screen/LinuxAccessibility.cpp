@@ -49,7 +49,9 @@ bool LinuxAccessibility::isProcessTrusted() {
 DesktopFacts LinuxAccessibility::desktop() {
     const auto deadline = halfASecondFromNow();
     auto abilities = windows_.abilities(deadline);
-    const bool tellsWindows = windows_.windows(deadline).has_value();
+    // A desktop that is busy once is asked once more.
+    const bool tellsWindows = windows_.windows(deadline).has_value() ||
+                              windows_.windows(halfASecondFromNow()).has_value();
     if (!tellsWindows && abilities.whatToDoFirst.empty())
         abilities.whatToDoFirst = "The desktop doesn't answer at the moment.";
     return {.name = abilities.desktop,
