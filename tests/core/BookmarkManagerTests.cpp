@@ -1,28 +1,19 @@
 #include "core/StoreScene.h"
-#include "foundation/Text.h"
 
-#include <gtest/gtest.h>
+using namespace corvane;
 
-namespace corvane {
 namespace {
 
+using enum ResourceType;
 using Lines = std::vector<std::string>;
 
-class Bookmark : public testing::Test {
-protected:
+struct Bookmark : SceneTest {
     void SetUp() override {
-        for (const auto* file : {"/a.txt", "/b.txt", "/c.txt"})
-            desktop.files.contents[file] = "";
+        for (const auto* path : {"/a.txt", "/b.txt", "/c.txt"})
+            desktop.files.contents[path] = "";
     }
 
-    StoreScene scene;
-    SimulatedDesktop& desktop = scene.desktop;
-
-    BookmarkManager manager() {
-        return BookmarkManager(desktop.files, desktop.bookmarks, desktop.queue, desktop.queue,
-                               desktop.queue);
-    }
-    /// The keys of the cache on disk; none where there is no cache.
+    BookmarkManager manager() { return scene.newBookmarks(); }
     Lines storedKeys() const {
         Lines keys;
         if (!desktop.files.exists(bookmarkCachePath)) return keys;
@@ -36,7 +27,7 @@ protected:
 TEST_F(Bookmark, isMadeAtTheFirstResolveAndFollowsTheFileFromThen) {
     {
         auto bookmarks = manager();
-        EXPECT_EQ(bookmarks.resolveResource("/a.txt", ResourceType::file), Url::fromPath("/a.txt"));
+        EXPECT_EQ(bookmarks.resolveResource("/a.txt", file), Url::fromPath("/a.txt"));
         desktop.runUntilIdle();
         EXPECT_TRUE(desktop.bookmarks.accesses.empty());
     }
@@ -45,43 +36,34 @@ TEST_F(Bookmark, isMadeAtTheFirstResolveAndFollowsTheFileFromThen) {
     desktop.files.contents["/a.txt"] = "another file";
 
     auto bookmarks = manager();
-    EXPECT_EQ(bookmarks.resolveResource("/a.txt", ResourceType::file),
-              Url::fromPath("/moved/a.txt"));
+    EXPECT_EQ(bookmarks.resolveResource("/a.txt", file), Url::fromPath("/moved/a.txt"));
     EXPECT_EQ(desktop.bookmarks.accesses.at("/moved/a.txt"), 1);
 
     // The same path as a folder is another resource.
-    EXPECT_EQ(bookmarks.resolveResource("/a.txt", ResourceType::folder), Url::fromPath("/a.txt"));
+    EXPECT_EQ(bookmarks.resolveResource("/a.txt", folder), Url::fromPath("/a.txt"));
     desktop.runUntilIdle();
     EXPECT_EQ(storedKeys(), (Lines{"file:/a.txt", "folder:/a.txt"}));
-    EXPECT_EQ(desktop.files.namesIn(storeFolder), Lines{"bookmark_cache.plist"})
-        << "a good one isn't kept aside";
+    EXPECT_EQ(desktop.files.namesIn(storeFolder), Lines{"bookmark_cache.plist"});
 }
 
 TEST_F(Bookmark, thatFailsLeavesTheCacheBeforeThePathIsTried) {
-    const struct {
-        const char* name;
-        std::function<void()> change;
-        bool found;
-        bool isKept;
-    } cases[]{
+    const std::tuple<const char*, std::function<void()>, bool, bool> cases[]{
         {"can't be found", [&] { desktop.bookmarks.unresolvable = {"/a.txt"}; }, true, true},
         {"gives no access", [&] { desktop.bookmarks.inaccessible = {"/a.txt"}; }, true, true},
         {"can't be made again",
          [&] { desktop.bookmarks.unresolvable = desktop.bookmarks.uncreatable = {"/a.txt"}; }, true,
          false},
         {"is of a file that went", [&] { EXPECT_TRUE(desktop.files.removeItem("/a.txt")); }, false,
-         false},
-    };
+         false}};
     for (const auto& [name, change, found, isKept] : cases) {
         SetUp();
         desktop.bookmarks.uncreatable = desktop.bookmarks.unresolvable =
             desktop.bookmarks.inaccessible = {};
         auto bookmarks = manager();
-        bookmarks.resolveResource("/a.txt", ResourceType::file);
+        bookmarks.resolveResource("/a.txt", file);
         desktop.runUntilIdle();
         change();
-        EXPECT_EQ(bookmarks.resolveResource("/a.txt", ResourceType::file).has_value(), found)
-            << name;
+        EXPECT_EQ(bookmarks.resolveResource("/a.txt", file).has_value(), found) << name;
         desktop.runUntilIdle();
         EXPECT_EQ(storedKeys(), isKept ? Lines{"file:/a.txt"} : Lines{}) << name;
     }
@@ -92,11 +74,11 @@ TEST_F(Bookmark, ofManyFilesAreWrittenOnceATurnAndAtTheEnd) {
     {
         auto bookmarks = manager();
         for (const auto* path : {"/a.txt", "/b.txt", "/c.txt", "b.txt"})
-            bookmarks.resolveResource(path, ResourceType::file);
+            bookmarks.resolveResource(path, file);
         EXPECT_EQ(writes, 0);
         desktop.runUntilIdle();
         EXPECT_EQ(writes, 1);
-        bookmarks.resolveResource("/b.txt", ResourceType::folder);
+        bookmarks.resolveResource("/b.txt", folder);
     }
     EXPECT_EQ(writes, 2);
     EXPECT_EQ(storedKeys(), (Lines{"file:/a.txt", "file:/b.txt", "file:/c.txt", "folder:/b.txt"}))
@@ -107,16 +89,16 @@ TEST_F(Bookmark, ofManyFilesAreWrittenOnceATurnAndAtTheEnd) {
 
 TEST_F(Bookmark, isMadeAnewOfTheFileThatAnEditorPutInThePlace) {
     auto bookmarks = manager();
-    bookmarks.resolveResource("/a.txt", ResourceType::file);
+    bookmarks.resolveResource("/a.txt", file);
     ASSERT_TRUE(desktop.files.removeItem("/a.txt"));
     desktop.files.contents["/a.txt"] = "edited";
-    bookmarks.renewBookmark("/a.txt", ResourceType::file);
-    bookmarks.renewBookmark("/b.txt", ResourceType::file);
+    bookmarks.renewBookmark("/a.txt", file);
+    bookmarks.renewBookmark("/b.txt", file);
     ASSERT_TRUE(desktop.files.moveItem("/a.txt", "/moved.txt"));
-    bookmarks.renewBookmark("/a.txt", ResourceType::file);
-    EXPECT_EQ(bookmarks.resolveResource("/a.txt", ResourceType::file), Url::fromPath("/moved.txt"));
+    bookmarks.renewBookmark("/a.txt", file);
+    EXPECT_EQ(bookmarks.resolveResource("/a.txt", file), Url::fromPath("/moved.txt"));
     ASSERT_TRUE(desktop.files.removeItem("/moved.txt"));
-    bookmarks.renewBookmark("/a.txt", ResourceType::file);
+    bookmarks.renewBookmark("/a.txt", file);
     desktop.runUntilIdle();
     EXPECT_EQ(storedKeys(), Lines{"file:/a.txt"}) << "one is neither made nor dropped";
 }
@@ -138,13 +120,13 @@ TEST_F(Bookmark, staysInMemoryWhereTheCacheCannotBeWritten) {
     EXPECT_EQ(bookmarks.validateBookmarks(), (BookmarkCounts{2, 1, 1}));
     EXPECT_EQ(bookmarks.bookmarkCache().size(), 2u);
     EXPECT_TRUE(bookmarks.createBookmark(Url::fromPath("/c.txt"), "file:/a.txt"));
-    EXPECT_EQ(bookmarks.resolveResource("/a.txt", ResourceType::file), Url::fromPath("/c.txt"));
+    EXPECT_EQ(bookmarks.resolveResource("/a.txt", file), Url::fromPath("/c.txt"));
     desktop.bookmarks.inaccessible = {"/c.txt"};
     EXPECT_EQ(bookmarks.validateBookmarks(), (BookmarkCounts{2, 0, 2}));
 }
 
 TEST_F(Bookmark, aCacheThatIsNoneIsKeptAside) {
-    const auto kept = std::string(storeFolder) + "/bookmark_cache.unreadable-2026-01-01T12-00-00";
+    const auto kept = storeFolder + "/bookmark_cache.unreadable-2026-01-01T12-00-00";
     const std::string listOfText =
         PropertyList{PropertyList::Dictionary{{"file:/a.txt", {std::string("text")}}}}.toBinary();
     for (const auto& content :
@@ -156,7 +138,7 @@ TEST_F(Bookmark, aCacheThatIsNoneIsKeptAside) {
         EXPECT_TRUE(bookmarks.bookmarkCache().empty());
         bookmarks.validateBookmarks();
         EXPECT_EQ(desktop.files.contents.at(bookmarkCachePath), content) << "nothing was written";
-        bookmarks.resolveResource("/a.txt", ResourceType::file);
+        bookmarks.resolveResource("/a.txt", file);
         desktop.runUntilIdle();
         EXPECT_EQ(desktop.files.contents.at(kept + ".plist"), content);
         EXPECT_EQ(storedKeys(), Lines{"file:/a.txt"});
@@ -164,40 +146,36 @@ TEST_F(Bookmark, aCacheThatIsNoneIsKeptAside) {
 }
 
 TEST_F(Bookmark, inAnOldWorkspacesFileMovesToTheCacheOnce) {
-    const struct {
-        const char* bookmark;
-        Lines keys;
-        int saves;
-    } cases[]{{R"(,"bookmarkData":"Ym9va21hcmsgMA==")", {"file:/a.txt"}, 1},
-              {R"(,"bookmarkData":"Ym9vaw==")", {}, 1},
-              {R"(,"bookmarkData":"")", {}, 1},
-              {"", {}, 0}};
+    const std::tuple<const char*, Lines, int> cases[]{
+        {R"(,"bookmarkData":"Ym9va21hcmsgMA==")", {"file:/a.txt"}, 1},
+        {R"(,"bookmarkData":"Ym9vaw==")", {}, 1},
+        {R"(,"bookmarkData":"")", {}, 1},
+        {"", {}, 0}};
     for (const auto& [bookmark, keys, saves] : cases) {
         desktop.files = {};
         desktop.defaults.clear();
         SetUp();
         desktop.files.identityOf("/a.txt");
         scene.writeFile({scene.workspace("First", {scene.resource("a", "/a.txt")})});
-        auto& file = desktop.files.contents[workspacesPath];
-        file = text::replacingAll(file, R"("path":"/a.txt")",
-                                  R"("path":"/a.txt")" + std::string(bookmark));
-        const std::string old = file;
+        auto& content = desktop.files.contents[workspacesPath];
+        content = text::replacingAll(content, R"("path":"/a.txt")",
+                                     R"("path":"/a.txt")" + std::string(bookmark));
+        const std::string old = content;
         scene.start();
         EXPECT_EQ(storedKeys(), keys) << bookmark;
-        EXPECT_EQ(file.find("bookmarkData"), std::string::npos) << bookmark;
+        EXPECT_EQ(content.find("bookmarkData"), std::string::npos) << bookmark;
         EXPECT_EQ(scene.saves(), saves) << bookmark;
 
         // Nobody looks at them again, and the next save takes them out.
-        file = old;
+        content = old;
         desktop.files.contents.erase(bookmarkCachePath);
         auto& store = scene.start();
         EXPECT_FALSE(desktop.files.exists(bookmarkCachePath));
-        EXPECT_EQ(file, old);
+        EXPECT_EQ(content, old);
         store.renameResource(store.workspaces->front().resources.front().id, "x",
                              store.workspaces->front().id);
-        EXPECT_EQ(file.find("bookmarkData"), std::string::npos);
+        EXPECT_EQ(content.find("bookmarkData"), std::string::npos);
     }
 }
 
 } // namespace
-} // namespace corvane

@@ -1,13 +1,10 @@
-#include "core/RecordCoding.h"
+#include "core/StoreScene.h"
 #include "foundation/Json.h"
-#include "foundation/Text.h"
-#include "simulated/SimulatedDesktop.h"
 
 #include <limits>
 
-#include <gtest/gtest.h>
+using namespace corvane;
 
-namespace corvane {
 namespace {
 
 constexpr auto resourceJson =
@@ -22,11 +19,7 @@ std::string workspaceJson(const std::string& resources, const std::string& more 
            resources + R"(],"dateCreated":757382400,"dateModified":757382400.5)" + more + "}]";
 }
 
-class RecordCoding : public testing::Test {
-protected:
-    SimulatedDesktop desktop;
-    Platform platform = desktop.platform();
-
+struct RecordCoding : SceneTest {
     std::vector<Workspace> decode(std::string_view json) {
         return decodeWorkspaces(json, platform.bundles);
     }
@@ -52,50 +45,42 @@ TEST_F(RecordCoding, aBadValueFailsTheWholeTextAndTheErrorNamesItsPlace) {
         {std::string(65, '['), "not valid JSON (More than 64 levels.) at line 1, column 65"},
         {"{}", "workspaces: an array was expected"},
         {"[7]", "workspaces[0]: an object was expected"},
-        {"[{}]", "workspaces[0]: \"id\" is missing"},
-    };
+        {"[{}]", "workspaces[0]: \"id\" is missing"}};
     for (const auto& [json, error] : texts)
         EXPECT_NE(errorOf(json).find(error), std::string::npos) << json << "\n" << errorOf(json);
 
     const auto good = workspaceJson(resourceJson, layoutsJson);
     EXPECT_EQ(errorOf(good), "no error");
-    const struct {
-        const char* good;
-        const char* bad;
-        const char* error;
-    } changes[]{
+    const std::string first = ".resources[0]", window = ".savedWindowLayouts[0]";
+    const std::string noNumber = ": a number was expected", noText = ": a text was expected",
+                      noArray = ": an array was expected", noFlag = ": true or false was expected",
+                      noInteger = ": an integer that fits was expected";
+    const std::tuple<const char*, const char*, std::string> changes[]{
         {"\"resources\"", "\"others\"", ": \"resources\" is missing"},
         {"\"Work\"", "null", ": \"name\" is null"},
-        {"757382400,", "\"2025-01-01T00:00:00Z\",", ".dateCreated: a number was expected"},
-        {"757382400.5", "{\"seconds\":1}", ".dateModified: a number was expected"},
-        {"7C9E6679", "7C9E667",
+        {"757382400,", "\"2025-01-01T00:00:00Z\",", ".dateCreated" + noNumber},
+        {"757382400.5", "{\"seconds\":1}", ".dateModified" + noNumber},
+        {"7C9E6679-", "7C9E667-",
          ".id: \"7C9E667-7425-40DE-944B-E07FC1F90AE7\" is not an identifier"},
-        {"\"resources\":", "\"resources\":{},\"others\":", ".resources: an array was expected"},
-        {"\"file\"", "\"File\"", ".resources[0].type: \"File\" is not a resource type"},
-        {"\"Plan\"", "3", ".resources[0].name: a text was expected"},
-        {"\"Plan\"", "\"a\\udcda\"", ".resources[0].name: the text has half a surrogate pair"},
-        {"\"Writer\"]", "null]", ".resources[0].associatedApps[1]: a text was expected"},
-        {"\"Plan\"", "\"\",\"enabled\":1", ".resources[0].enabled: true or false was expected"},
+        {"\"resources\":", "\"resources\":{},\"others\":", ".resources" + noArray},
+        {"\"file\"", "\"File\"", first + ".type: \"File\" is not a resource type"},
+        {"\"Plan\"", "3", first + ".name" + noText},
+        {"\"Plan\"", "\"a\\udcda\"", first + ".name: the text has half a surrogate pair"},
+        {"\"Writer\"]", "null]", first + ".associatedApps[1]" + noText},
+        {"\"Plan\"", "\"\",\"enabled\":1", first + ".enabled" + noFlag},
         {"\"Plan\"", "\"\",\"bookmarkData\":\"a\"",
-         ".resources[0].bookmarkData: a base64 text was expected"},
-        {"At\":1", "At\":\"1\"", ".savedWindowLayouts[0].recordedAt: a number was expected"},
-        {"[[0,0],[1,2]]", "{\"x\":0}", ".savedWindowLayouts[0].frame: an array was expected"},
-        {"[[0,0],[1,2]]", "[0,0,1,2]",
-         ".savedWindowLayouts[0].frame: [[x, y], [width, height]] was expected"},
-        {"[1,2]", "[1,true]", ".savedWindowLayouts[0].frame[1][1]: a number was expected"},
-        {"PID\":0", "PID\":2147483648",
-         ".savedWindowLayouts[0].ownerPID: an integer that fits was expected"},
-        {"PID\":0", "PID\":0.5",
-         ".savedWindowLayouts[0].ownerPID: an integer that fits was expected"},
-        {"\"A\"", "\"A\",\"screenIndex\":1e30",
-         ".savedWindowLayouts[0].screenIndex: an integer that fits was expected"},
-        {"\"A\"", "\"A\",\"isFullscreen\":\"true\"",
-         ".savedWindowLayouts[0].isFullscreen: true or false was expected"},
-    };
+         first + ".bookmarkData: a base64 text was expected"},
+        {"At\":1", "At\":\"1\"", window + ".recordedAt" + noNumber},
+        {"[[0,0],[1,2]]", "{\"x\":0}", window + ".frame" + noArray},
+        {"[[0,0],[1,2]]", "[0,0,1,2]", window + ".frame: [[x, y], [width, height]] was expected"},
+        {"[1,2]", "[1,true]", window + ".frame[1][1]" + noNumber},
+        {"PID\":0", "PID\":2147483648", window + ".ownerPID" + noInteger},
+        {"PID\":0", "PID\":0.5", window + ".ownerPID" + noInteger},
+        {"\"A\"", "\"A\",\"screenIndex\":1e30", window + ".screenIndex" + noInteger},
+        {"\"A\"", "\"A\",\"isFullscreen\":\"true\"", window + ".isFullscreen" + noFlag}};
     for (const auto& [from, to, error] : changes) {
         const auto said = errorOf(text::replacingAll(good, from, to));
-        EXPECT_NE(said.find(std::string("workspaces[0]") + error), std::string::npos) << to << "\n"
-                                                                                      << said;
+        EXPECT_NE(said.find("workspaces[0]" + error), std::string::npos) << to << "\n" << said;
     }
 }
 
@@ -124,7 +109,6 @@ TEST_F(RecordCoding, aListSurvivesARoundTripAndOldBookmarksLeaveTheFile) {
     EXPECT_EQ(decode(json::prettyPrinted(encoded)), workspaces);
     EXPECT_NE(json::prettyPrinted(encoded).find("\n  "), std::string::npos);
 
-    // An empty list of layouts stays apart from none.
     workspaces[0].savedWindowLayouts->clear();
     EXPECT_EQ(decode(encodeWorkspaces(workspaces)), workspaces);
     EXPECT_EQ(encodeWorkspaces({}), "[]");
@@ -147,8 +131,7 @@ TEST_F(RecordCoding, numbersReadAsTheNearestOnes) {
         {"-9223372036854775809", -0x1p63},
         {"123456789012345678901234567890", 123456789012345678901234567890.0},
         {"9007199254740993.0", 9007199254740992.0},
-        {"0.1e1", 1},
-    };
+        {"0.1e1", 1}};
     for (const auto& [number, expected] : cases)
         EXPECT_EQ(dateOf(number), expected) << number;
     const auto said = [&](const std::string& number) {
@@ -177,14 +160,9 @@ TEST_F(RecordCoding, aFileFromAnotherMachineReads) {
     "schema" : { "version" : [1, { "deep" : null }] },
     "resources" : [
       {
-        "bookmarkData" : "Ym9vayEDAAA=",
-        "isFavourite" : true,
-        "enabled" : null,
-        "associatedApps" : [ "Safari", "\u00c9diteur \ud83d\udcda" ],
-        "path" : "\/Applications\/Safari.app",
-        "id" : "1b4e28ba-2fa1-11d2-883f-b9a761bde3fb",
-        "type" : "application",
-        "name" : "Safari"
+        "bookmarkData" : "Ym9vayEDAAA=", "isFavourite" : true, "enabled" : null, "name" : "Safari",
+        "associatedApps" : [ "Safari", "\u00c9diteur \ud83d\udcda" ], "type" : "application",
+        "path" : "\/Applications\/Safari.app", "id" : "1b4e28ba-2fa1-11d2-883f-b9a761bde3fb"
       },
       { "id" : "2B4E28BA-2fa1-11D2-883F-B9A761BDE3FB", "name" : "", "path" : "", "type" : "separator", "associatedApps" : [], "enabled" : false }
     ],
@@ -197,24 +175,18 @@ TEST_F(RecordCoding, aFileFromAnotherMachineReads) {
   }
 ]
 )";
-    const auto workspace = decode(foreign).at(0);
-    EXPECT_EQ(workspace.resources[0].path, "/Applications/Safari.app");
-    EXPECT_EQ(workspace.resources[0].associatedApps[1], "Éditeur 📚");
-    EXPECT_EQ(workspace.resources[0].bundleIdentifier, std::nullopt) << "it isn't installed here";
-    EXPECT_EQ(workspace.resources[0].bookmarkData->size(), 8u);
-    EXPECT_TRUE(workspace.resources[0].enabled);
-    EXPECT_FALSE(workspace.resources[0].launchOnStart);
-    EXPECT_FALSE(workspace.resources[1].enabled);
-    EXPECT_EQ(workspace.resources[1].bookmarkData, std::nullopt);
-    EXPECT_FALSE(workspace.hasLayoutSaved);
-    EXPECT_TRUE(workspace.savedWindowLayouts->front().isOnPrimaryScreen);
-    EXPECT_FALSE(workspace.savedWindowLayouts->front().isFullscreen);
-    EXPECT_EQ(workspace.savedWindowLayouts->front().frame, (Rect{-1440, 25.5, 1000, 0.1}));
-    EXPECT_EQ(workspace.savedWindowLayouts->front().screenIndex, 1);
-    EXPECT_EQ(workspace.savedWindowLayouts->front().recordedAt.seconds, 757382400);
-    EXPECT_EQ(workspace.dateCreated.seconds, 694267200.123);
-    EXPECT_EQ(workspace.dateModified.seconds, -1);
-    EXPECT_EQ(workspace.description, "a/b");
+    const auto read = decode(foreign);
+    EXPECT_EQ(
+        encodeWorkspaces(read),
+        R"([{"id":"3B4E28BA-2FA1-11D2-883F-B9A761BDE3FB","name":"Home","description":"a/b","icon":"house","resources":[)"
+        R"({"id":"1B4E28BA-2FA1-11D2-883F-B9A761BDE3FB","name":"Safari","path":"/Applications/Safari.app","type":"application",)"
+        R"("associatedApps":["Safari","Éditeur 📚"],"enabled":true,"launchOnStart":false},)"
+        R"({"id":"2B4E28BA-2FA1-11D2-883F-B9A761BDE3FB","name":"","path":"","type":"separator","associatedApps":[],)"
+        R"("enabled":false,"launchOnStart":false}],"dateCreated":694267200.123,"dateModified":-1.0,"hasLayoutSaved":false,)"
+        R"("savedWindowLayouts":[{"appName":"Safari","frame":[[-1440.0,25.5],[1000.0,0.1]],"ownerPID":-1,)"
+        R"("recordedAt":757382400.0,"isFullscreen":false,"screenIndex":1,"isOnPrimaryScreen":true}]}])");
+    EXPECT_EQ(read[0].resources[0].bookmarkData->size(), 8u);
+    EXPECT_EQ(read[0].resources[1].bookmarkData, std::nullopt);
     EXPECT_EQ(errorOf("\xEF\xBB\xBF[\n{]"), errorOf("[\n{]"));
     EXPECT_NE(errorOf(std::string("\xff\xfe[\0]\0", 6)).find("not UTF-8 at line 1, column 1"),
               std::string::npos);
@@ -247,17 +219,13 @@ TEST_F(RecordCoding, aBundleIdentifierIsLookedUpOnlyForApplicationBundlesWithout
     desktop.install({.path = "/Applications/Pad.app", .bundleIdentifier = "org.pad"});
     desktop.install({.path = "/Applications/Anonymous.app"});
     desktop.install({.path = "/Applications/Pad.APP", .bundleIdentifier = "org.loud"});
-    const struct {
-        std::string path, type, stored;
-        std::optional<std::string> expected;
-    } cases[]{
+    const std::tuple<std::string, std::string, std::string, std::optional<std::string>> cases[]{
         {"/Applications/Pad.app", "application", "", "org.pad"},
         {"/Applications/Pad.app", "application", R"(,"bundleIdentifier":"kept")", "kept"},
         {"/Applications/Pad.app", "file", "", std::nullopt},
         {"/Applications/Pad.APP", "application", "", std::nullopt},
         {"/Applications/Gone.app", "application", "", std::nullopt},
-        {"/Applications/Anonymous.app", "application", "", std::nullopt},
-    };
+        {"/Applications/Anonymous.app", "application", "", std::nullopt}};
     for (const auto& [path, type, stored, expected] : cases) {
         const auto json = R"({"id":"0E0F6A53-6C1A-4A6E-9D6E-2F1A3B4C5D6E","name":"a","path":")" +
                           path + R"(","type":")" + type + R"(","associatedApps":[])" + stored + "}";
@@ -295,4 +263,3 @@ TEST_F(RecordCoding, whatCanNotBeReadBackIsNotWritten) {
 }
 
 } // namespace
-} // namespace corvane

@@ -4,34 +4,23 @@
 #include "core/RecordCoding.h"
 #include "core/StoreState.h"
 #include "core/WorkspaceStore.h"
-#include "foundation/Diagnostics.h"
 #include "foundation/Text.h"
 #include "simulated/SimulatedDesktop.h"
 
+#include <algorithm>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
 
+#include <gtest/gtest.h>
+
 namespace corvane {
 
-inline constexpr auto storeFolder = "/home/user/.local/share/Corvane";
-inline constexpr auto legacyPath = "/home/user/Documents/corvane_workspaces.json";
-inline constexpr auto workspacesPath = "/home/user/.local/share/Corvane/corvane_workspaces.json";
-inline constexpr auto bookmarkCachePath = "/home/user/.local/share/Corvane/bookmark_cache.plist";
-
-/// What the program tells its developers, as long as this lives.
-struct DiagnosticLog {
-    DiagnosticLog() {
-        setDiagnosticSink([this](const std::string& line) { lines.push_back(line); });
-    }
-    ~DiagnosticLog() { setDiagnosticSink({}); }
-    DiagnosticLog(const DiagnosticLog&) = delete;
-
-    /// The lines since the last call.
-    std::vector<std::string> take() { return std::exchange(lines, {}); }
-
-    std::vector<std::string> lines;
-};
+inline const std::string storeFolder = "/home/user/.local/share/Corvane";
+inline const std::string legacyPath = "/home/user/Documents/corvane_workspaces.json";
+inline const std::string workspacesPath = storeFolder + "/corvane_workspaces.json";
+inline const std::string bookmarkCachePath = storeFolder + "/bookmark_cache.plist";
 
 /// A desktop and the store that runs on it, once `start` made it.
 struct StoreScene {
@@ -40,44 +29,47 @@ struct StoreScene {
     std::unique_ptr<BookmarkManager> bookmarks;
     std::unique_ptr<WorkspaceStore> store;
 
+    BookmarkManager newBookmarks() {
+        return {desktop.files, desktop.bookmarks, desktop.queue, desktop.queue, desktop.queue};
+    }
     WorkspaceStore& start() {
         store.reset();
-        bookmarks = std::make_unique<BookmarkManager>(desktop.files, desktop.bookmarks,
-                                                      desktop.queue, desktop.queue, desktop.queue);
+        bookmarks.reset(new BookmarkManager(newBookmarks()));
         store = std::make_unique<WorkspaceStore>(platform, *bookmarks);
         return *store;
     }
-    /// The same with the list in its file.
     WorkspaceStore& start(const std::vector<Workspace>& workspaces) {
         writeFile(workspaces);
         return start();
     }
 
-    /// Writes the list as the workspaces file, without counting as a save.
     void writeFile(const std::vector<Workspace>& workspaces) {
         desktop.files.contents[workspacesPath] = encodeWorkspaces(workspaces);
     }
     std::vector<Workspace> fileContent() const {
         return decodeWorkspaces(desktop.files.contents.at(workspacesPath), platform.bundles);
     }
-    int saves() const {
-        const auto found = desktop.files.writes.find(workspacesPath);
-        return found == desktop.files.writes.end() ? 0 : found->second;
-    }
+    int saves() { return desktop.files.writes[workspacesPath]; }
 
     /// "Title | message [OK][Show in Finder]" of each alert that was shown, a line each; and what
     /// is special about it.
     std::string alerts() const {
         std::vector<std::string> lines;
-        for (const auto& alert : desktop.shownAlerts) {
-            auto line = alert.title + " | " + alert.message + " [" +
-                        text::joined(alert.buttons, "][") + "]";
-            if (alert.style != AlertStyle::warning) line += " not a warning";
-            if (alert.firstButtonIsDestructive) line += " destructive";
-            if (!alert.checkbox.empty()) line += " (" + alert.checkbox + ")";
-            lines.push_back(line);
-        }
+        for (const auto& alert : desktop.shownAlerts)
+            lines.push_back(alert.title + " | " + alert.message + " [" +
+                            text::joined(alert.buttons, "][") + "]" +
+                            (alert.style == AlertStyle::warning ? "" : " not a warning") +
+                            (alert.firstButtonIsDestructive ? " destructive" : "") +
+                            (alert.checkbox.empty() ? "" : " (" + alert.checkbox + ")"));
         return text::joined(lines, "\n");
+    }
+
+    /// The same of what is shown by the next turn, once.
+    std::string told() {
+        desktop.runUntilIdle();
+        auto text = alerts();
+        desktop.shownAlerts.clear();
+        return text;
     }
 
     Resource resource(std::string name, std::string path = "/notes.txt",
@@ -89,6 +81,12 @@ struct StoreScene {
         made.resources = std::move(resources);
         return made;
     }
+};
+
+struct SceneTest : testing::Test {
+    StoreScene scene;
+    SimulatedDesktop& desktop = scene.desktop;
+    Platform& platform = scene.platform;
 };
 
 /// "A(x y) B()": the names of the workspaces with those of their resources; "x-" is disabled, "x*"

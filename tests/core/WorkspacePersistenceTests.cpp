@@ -1,32 +1,22 @@
 #include "core/StoreScene.h"
 
-#include <gtest/gtest.h>
+using namespace corvane;
 
-namespace corvane {
 namespace {
 
-class Persistence : public testing::Test {
-protected:
-    StoreScene scene;
-    SimulatedDesktop& desktop = scene.desktop;
-    WorkspacePersistence persistence{scene.platform.fileSystem, scene.platform.bundles,
-                                     scene.platform.mainQueue,  scene.platform.diskQueue,
-                                     scene.platform.alerts,     scene.platform.panels,
-                                     scene.platform.clock};
+struct Persistence : SceneTest {
+    WorkspacePersistence persistence{platform.fileSystem, platform.bundles, platform.mainQueue,
+                                     platform.diskQueue,  platform.alerts,  platform.panels,
+                                     platform.clock};
 
-    /// What is told of a save of one workspace.
     std::string saves(const std::string& name) {
         const auto saved = persistence.saveWorkspaces({scene.workspace(name)});
-        desktop.runUntilIdle();
-        const auto told = scene.alerts();
-        desktop.shownAlerts.clear();
-        return saved ? told : "failed; " + told;
+        return (saved ? "" : "failed; ") + scene.told();
     }
-    /// The content of the one file beside the workspaces file.
     std::string keptContent() const {
         std::string kept;
         for (const auto& [path, content] : desktop.files.contents) {
-            if (path.starts_with(std::string(storeFolder) + "/corvane_workspaces.") &&
+            if (path.starts_with(storeFolder + "/corvane_workspaces.") &&
                 !path.starts_with(workspacesPath))
                 kept += path + "=" + content;
         }
@@ -36,38 +26,18 @@ protected:
 
 TEST_F(Persistence, aFirstLoadTouchesNothing) {
     EXPECT_TRUE(persistence.loadWorkspaces().empty());
-    EXPECT_TRUE(desktop.files.contents.empty());
-    EXPECT_TRUE(desktop.files.directories.empty());
+    EXPECT_TRUE(desktop.files.contents.empty() && desktop.files.directories.empty());
     (void)persistence.saveWorkspaces({});
     EXPECT_EQ(desktop.files.contents.at(workspacesPath), "[]");
 }
 
-TEST_F(Persistence, aFileInDocumentsIsMovedOnce) {
-    const std::vector list{scene.workspace("Old")};
-    desktop.files.contents[legacyPath] = encodeWorkspaces(list);
-    EXPECT_EQ(persistence.loadWorkspaces(), list);
-    EXPECT_EQ(desktop.logged(), "");
-    desktop.runUntilIdle();
-    EXPECT_EQ(scene.alerts(), "Workspaces Migrated | Your Corvane workspaces have been moved to a "
-                              "safer location in Application Support for better data protection. "
-                              "[OK] not a warning");
-    EXPECT_FALSE(desktop.files.exists(legacyPath));
-    EXPECT_EQ(persistence.loadWorkspaces(), list);
-    desktop.runUntilIdle();
-    EXPECT_EQ(desktop.shownAlerts.size(), 1u);
-}
-
 TEST_F(Persistence, aMoveFromDocumentsThatFailsLosesNothingAndSaysNothing) {
     const auto old = encodeWorkspaces({scene.workspace("Old")});
-    const struct {
-        const char* name;
-        std::set<std::string> unreadable, unwritable, unremovable;
-        std::size_t loaded;
-    } cases[]{
-        {"can't be read", {legacyPath}, {}, {}, 0},
-        {"can't be written", {}, {storeFolder}, {}, 0},
-        {"can't be removed", {}, {}, {legacyPath}, 1},
-    };
+    const std::tuple<const char*, std::set<std::string>, std::set<std::string>,
+                     std::set<std::string>, std::size_t>
+        cases[]{{"can't be read", {legacyPath}, {}, {}, 0},
+                {"can't be written", {}, {storeFolder}, {}, 0},
+                {"can't be removed", {}, {}, {legacyPath}, 1}};
     for (const auto& [name, unreadable, unwritable, unremovable, loaded] : cases) {
         desktop.files = {};
         desktop.files.contents[legacyPath] = old;
@@ -91,8 +61,7 @@ TEST_F(Persistence, anUnreadableFileIsKeptAsideBeforeTheFirstSaveAndOneAlertName
     EXPECT_TRUE(persistence.loadWorkspaces().empty());
     desktop.runUntilIdle();
     EXPECT_TRUE(desktop.shownAlerts.empty()) << "nothing has happened to the file yet";
-    const std::string kept =
-        std::string(storeFolder) + "/corvane_workspaces.unreadable-2026-01-01T12-00-00";
+    const std::string kept = storeFolder + "/corvane_workspaces.unreadable-2026-01-01T12-00-00";
     EXPECT_EQ(saves("New"),
               "Workspaces File Not Readable | The workspaces file can't be read: workspaces: not "
               "valid JSON (Invalid value.) at line 1, column 8\n\nIt was kept, and Corvane goes on "
@@ -108,7 +77,7 @@ TEST_F(Persistence, anUnreadableFileIsKeptAsideBeforeTheFirstSaveAndOneAlertName
     saves("New");
     EXPECT_EQ(desktop.files.contents.at(kept + " 2.json"), "second");
     desktop.files.contents.erase(workspacesPath);
-    desktop.files.contents[std::string(workspacesPath) + "/inside.txt"] = "x";
+    desktop.files.contents[workspacesPath + "/inside.txt"] = "x";
     EXPECT_TRUE(persistence.loadWorkspaces().empty());
     saves("New");
     EXPECT_EQ(desktop.files.contents.at(kept + " 3.json/inside.txt"), "x");
@@ -135,18 +104,16 @@ TEST_F(Persistence, aFileThatCanNotBeReachedIsNeverTakenForMissing) {
     // Out of reach for the look at it alone.
     desktop.files.failingLooks[workspacesPath] = 1;
     persistence.loadWorkspaces();
-    EXPECT_EQ(desktop.files.contents.at(workspacesPath), precious)
-        << "the legacy file took its place";
+    EXPECT_EQ(desktop.files.contents.at(workspacesPath), precious);
     EXPECT_TRUE(desktop.files.exists(legacyPath));
     desktop.files.unreachable = {storeFolder};
     EXPECT_TRUE(persistence.loadWorkspaces().empty());
     EXPECT_EQ(saves("A"),
-              "failed; Workspaces Can't Be Saved | “" + std::string(workspacesPath) +
+              "failed; Workspaces Can't Be Saved | “" + workspacesPath +
                   "” can't be reached: permission denied.\n\nYour changes are kept while Corvane "
                   "runs, and saved as soon as that works again. [OK]");
     EXPECT_EQ(saves("B"), "failed; ") << "told once";
 
-    // The mount comes back.
     desktop.files.unreachable.clear();
     EXPECT_NE(saves("C").find("Workspaces File Not Readable"), std::string::npos);
     EXPECT_EQ(described(scene.fileContent()), "C()");
@@ -164,7 +131,7 @@ TEST_F(Persistence, aFileOfAnotherProgramIsKeptAside) {
         saves("D"),
         "Workspaces File Changed | Another program changed the workspaces file.\n\nThat one was kept, "
         "and Corvane goes on with the workspaces that it shows. The other one is at:\n\n" +
-            std::string(storeFolder) + "/corvane_workspaces.changed-2026-01-01T12-00-00.json [OK]");
+            storeFolder + "/corvane_workspaces.changed-2026-01-01T12-00-00.json [OK]");
     EXPECT_NE(keptContent().find("=theirs"), std::string::npos);
     EXPECT_EQ(described(scene.fileContent()), "D()");
     desktop.files.contents.erase(workspacesPath);
@@ -192,7 +159,7 @@ TEST_F(Persistence, anOldFileThatCouldNotBeMovedIsTriedAgainUntilSomethingIsSave
     EXPECT_EQ(scene.alerts(),
               "Old Workspaces Not Moved | There are workspaces of an earlier version that can't be "
               "moved here: “" +
-                  std::string(legacyPath) +
+                  legacyPath +
                   "” can't be read: permission denied.\n\n"
                   "They stay as they are, and can be imported in the settings:\n\n" +
                   legacyPath + " [OK]");
@@ -219,16 +186,13 @@ TEST_F(Persistence, ofTheCopiesTenAreKept) {
     EXPECT_EQ(names[10], "mine.json");
     desktop.files.unwritable = {folder};
     persistence.keepCopy({});
-    desktop.runUntilIdle();
-    EXPECT_EQ(scene.alerts(), "No Copy Kept | No copy of the workspaces could be kept: “" + folder +
-                                  "” can't be made: permission denied. [OK]");
-    desktop.shownAlerts.clear();
+    EXPECT_EQ(scene.told(), "No Copy Kept | No copy of the workspaces could be kept: “" + folder +
+                                "” can't be made: permission denied. [OK]");
     const auto file = folder + "/corvane_workspaces-2026-01-01T12-00-11.json";
     desktop.files.unwritable = {file};
     persistence.keepCopy({});
-    desktop.runUntilIdle();
-    EXPECT_EQ(scene.alerts(), "No Copy Kept | No copy of the workspaces could be kept: “" + file +
-                                  "” can't be written: permission denied. [OK]");
+    EXPECT_EQ(scene.told(), "No Copy Kept | No copy of the workspaces could be kept: “" + file +
+                                "” can't be written: permission denied. [OK]");
 }
 
 TEST_F(Persistence, aSlowDiskHoldsNothingUpAndTheNewestListComesLast) {
@@ -269,5 +233,38 @@ TEST_F(Persistence, aSaveThatFailsLeavesTheFile) {
     EXPECT_EQ(described(scene.fileContent()), "B()");
 }
 
+TEST(Migrations, ofAVeryOldFileAllRunInOrderAtOneStartAndNeverAgain) {
+    StoreScene scene;
+    auto& desktop = scene.desktop;
+    desktop.files.contents["/plan.txt"] = "";
+    desktop.files.identityOf("/plan.txt");
+    auto old = scene.workspace(
+        "Old", {scene.resource("plan", "/plan.txt"),
+                scene.resource("pad", "/Applications/Pad.app", ResourceType::application)});
+    old.description = "iOS and Android applications";
+    desktop.files.contents[legacyPath] =
+        text::replacingAll(encodeWorkspaces({old}), R"("path":"/plan.txt")",
+                           R"("path":"\/plan.txt","bookmarkData":"Ym9va21hcmsgMA==")");
+    // Installed after the file was written, which so doesn't know its identifier.
+    desktop.install({.path = "/Applications/Pad.app", .bundleIdentifier = "org.pad"});
+
+    scene.start();
+    old.description.clear();
+    old.resources[1].bundleIdentifier = "org.pad";
+    EXPECT_EQ(scene.fileContent(), std::vector{old});
+    EXPECT_FALSE(desktop.files.exists(legacyPath));
+    EXPECT_EQ(desktop.defaults.at("CorvaneBookmarkMigrationCompleted_v1"), PropertyList{true});
+    EXPECT_EQ(desktop.logged(), "");
+    desktop.runUntilIdle();
+    EXPECT_EQ(scene.alerts(), "Workspaces Migrated | Your Corvane workspaces have been moved to a "
+                              "safer location in Application Support for better data protection. "
+                              "[OK] not a warning");
+    EXPECT_EQ(scene.saves(), 3) << "moved, without the description, without the bookmark";
+    EXPECT_EQ(scene.bookmarks->bookmarkCache().size(), 1u);
+    scene.start();
+    desktop.runUntilIdle();
+    EXPECT_EQ(scene.saves(), 3);
+    EXPECT_EQ(desktop.logged(), "alert Workspaces Migrated");
+}
+
 } // namespace
-} // namespace corvane

@@ -4,7 +4,8 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+using namespace corvane;
+
 namespace {
 
 /// A binary list of 2-byte tables, with a text of objects that stand ready encoded.
@@ -52,8 +53,7 @@ TEST(PropertyList, survivesARoundTripInTheBinaryFormat) {
         {"much data", {Bytes(70'000, 7)}},
         {"long text", {std::string(300, 'x')}},
         {"empty", {PropertyList::Array{}}},
-        {"nested", {PropertyList::Array{{PropertyList::Dictionary{}}, {Bytes{}}}}},
-    };
+        {"nested", {PropertyList::Array{{PropertyList::Dictionary{}}, {Bytes{}}}}}};
     // The tables grow with the number of objects and with the size of the list.
     for (const std::size_t more : {0, 20, 300, 70'000}) {
         PropertyList list{entries};
@@ -72,8 +72,7 @@ TEST(PropertyList, hasTheNumbersOfOtherWriters) {
         {std::string("\x22\x3f\xc0\0\0", 5), {1.5}},
         {"\x10\xff", {std::int64_t{255}}},
         {"\x14" + std::string(15, '\0') + "\x07", {std::int64_t{7}}},
-        {"\x14" + std::string(16, '\xff'), {std::int64_t{-1}}},
-    };
+        {"\x14" + std::string(16, '\xff'), {std::int64_t{-1}}}};
     for (const auto& [bytes, number] : cases)
         EXPECT_EQ(*PropertyList::parse(binaryList({bytes})), number);
     for (const auto* bytes : {"\x21\x3f\xc0", "\x15"})
@@ -105,11 +104,7 @@ TEST(PropertyList, thatNestsOrRepeatsItselfBeyondMeasureIsAnError) {
         root += {static_cast<char>(i >> 8), static_cast<char>(i)};
     shortcuts.push_back(root);
 
-    const struct {
-        const char* name;
-        std::string bytes;
-        bool isRead;
-    } cases[]{
+    const std::tuple<const char*, std::string, bool> cases[]{
         {"some depth", binaryList(chain(90, 1)), true},
         {"too deep", binaryList(chain(60'000, 1)), false},
         {"deep through shortcuts", binaryList(shortcuts, shortcuts.size() - 1), false},
@@ -126,11 +121,9 @@ TEST(PropertyList, thatNestsOrRepeatsItselfBeyondMeasureIsAnError) {
          false},
         {"no tables", "bplist00", false},
         {"XML", "<plist version=\"1.0\"><dict/></plist>", false},
-        {"nothing", "", false},
-    };
+        {"nothing", "", false}};
     for (const auto& [name, bytes, isRead] : cases)
         EXPECT_EQ(static_cast<bool>(PropertyList::parse(bytes)), isRead) << name;
 }
 
 } // namespace
-} // namespace corvane

@@ -1,33 +1,25 @@
 #include "launch/LaunchScene.h"
 
-#include <functional>
+using namespace corvane;
 
-namespace corvane {
 namespace {
 
 using enum ResourceType;
 
-class FileLaunching : public LaunchScene {
-protected:
+struct FileLaunching : LaunchScene {
     const std::string notes = "/docs/notes.txt";
     const std::string openNotes = "open file:///docs/notes.txt";
     const std::string inPad = openNotes + " with /Applications/Pad.app";
 
-    /// What is launched when something goes wrong, and what comes of it. The words of the trouble
-    /// are those that `arrange` knows.
-    struct Case {
-        std::string trouble;
-        Resource resource;
-        std::string openings;
-        std::string alerts;
-    };
+    /// The trouble in words that `arrange` knows, what is launched then, and what comes of it.
+    using Case = std::tuple<std::string, Resource, std::string, std::string>;
 
     void arrange(const std::string& trouble, const std::string& command) {
         const auto has = [&](const char* words) { return trouble.find(words) != trouble.npos; };
         if (has("exits with 0")) desktop.taskResults.insert({command, TaskResult{0, {}}});
         if (has("exits with 9")) desktop.taskResults.insert({command, TaskResult{9, {}}});
         if (has("can't start")) desktop.taskResults.insert({command, Error{"No memory."}});
-        if (has("Pad fails")) installed("/Applications/Pad.app").openError = Error{"It's damaged."};
+        if (has("Pad fails")) desktop.applications.front().openError = Error{"It's damaged."};
         if (has("notes are refused")) desktop.refusedUrls.insert("file:///docs/notes.txt");
         if (has("notes vanish"))
             desktop.queue.async([this] { desktop.files.contents.erase(notes); });
@@ -39,29 +31,24 @@ protected:
     }
 
     void check(const std::vector<Case>& cases, const std::string& command,
-               const std::function<void(const Resource&)>& launch) {
+               const std::string& appName = "") {
         const auto applications = desktop.applications;
         const auto contents = desktop.files.contents;
-        for (const auto& expected : cases) {
+        for (const auto& [trouble, resource, openings, alerts] : cases) {
             forget();
             desktop.applications = applications;
             desktop.files.contents = contents;
             desktop.refusedUrls.clear();
             desktop.taskResults.clear();
-            arrange(expected.trouble, command);
-            const auto label = expected.trouble + " " + expected.resource.path;
-            launch(expected.resource);
-            EXPECT_EQ(openings(), "") << label << ": nothing before the caller goes on";
+            arrange(trouble, command);
+            const auto label = trouble + " " + resource.path;
+            appName.empty() ? launcher.launchFileResource(resource)
+                            : launcher.launchFileResourceWithApp(resource, appName);
+            EXPECT_EQ(this->openings(), "") << label << ": nothing before the caller goes on";
             desktop.runUntilIdle();
-            EXPECT_EQ(openings(), expected.openings) << label;
-            EXPECT_EQ(alerts(), expected.alerts) << label;
+            EXPECT_EQ(this->openings(), openings) << label;
+            EXPECT_EQ(this->alerts(), alerts) << label;
         }
-    }
-    void checkWithApp(const std::vector<Case>& cases, const std::string& command,
-                      const std::string& appName) {
-        check(cases, command, [&](const Resource& resource) {
-            launcher.launchFileResourceWithApp(resource, appName);
-        });
     }
 };
 
@@ -102,9 +89,8 @@ TEST_F(FileLaunching, aFileOpensInItsDefaultHandlerAndThenInEachAssociatedApplic
         {"notes are refused, no button", resource(file, notes), openNotes + "\nsheet Launch Failed",
          failed},
         {"notes vanish, second button", resource(file, notes), openNotes + "\nsheet Launch Failed",
-         failed},
-    };
-    check(cases, "", [&](const Resource& resource) { launcher.launchFileResource(resource); });
+         failed}};
+    check(cases, "");
 }
 
 TEST_F(FileLaunching, aFileThatMovedOpensWhereItIsNow) {
@@ -141,9 +127,8 @@ TEST_F(FileLaunching, aKnownApplicationIsTriedInThreeWays) {
          "or you may not have permission to access it.\n\nPath: /docs/gone [OK]"},
         {"second button", resource(url, "/docs/gone"), "sheet File Not Found",
          "File Not Found | Cannot open 'it' with Pad because the file no longer exists at:\n\n"
-         "/docs/gone [OK]"},
-    };
-    checkWithApp(cases, command, "Pad");
+         "/docs/gone [OK]"}};
+    check(cases, command, "Pad");
 }
 
 TEST_F(FileLaunching, anUnknownApplicationIsLeftToTheOpenCommand) {
@@ -157,9 +142,8 @@ TEST_F(FileLaunching, anUnknownApplicationIsLeftToTheOpenCommand) {
         {"can't start", it, step2, ""},
         {"notes are refused", it, step2 + "\nsheet Launch Failed",
          "Launch Failed | Failed to open 'it'. Please check if the file exists and you have "
-         "permission to access it. [OK]"},
-    };
-    checkWithApp(cases, command, "It's");
+         "permission to access it. [OK]"}};
+    check(cases, command, "It's");
 }
 
 TEST_F(FileLaunching, anAlertWaitsItsTurnAndIsASheetWhereThereIsAWindow) {
@@ -183,4 +167,3 @@ TEST_F(FileLaunching, anAlertWaitsItsTurnAndIsASheetWhereThereIsAWindow) {
 }
 
 } // namespace
-} // namespace corvane

@@ -3,16 +3,11 @@
 #include "core/StoreScene.h"
 #include "launch/ResourceLauncher.h"
 
-#include <algorithm>
-
-#include <gtest/gtest.h>
-
 namespace corvane {
 
 /// A desktop with two documents, two editors that Spotlight knows and a browser of an unknown
 /// family, and a launcher on it. What it opens, tells the user and writes down reads as text.
-class LaunchScene : public testing::Test {
-protected:
+struct LaunchScene : SceneTest {
     LaunchScene() {
         desktop.files.contents = {{"/docs/notes.txt", ""}, {"/docs/Übersicht.odt", ""}};
         desktop.install({.path = "/Applications/Pad.app", .bundleIdentifier = "org.pad"});
@@ -25,19 +20,14 @@ protected:
                                    {"https:", "/Applications/Web.app"}};
     }
 
-    StoreScene scene;
-    SimulatedDesktop& desktop = scene.desktop;
-    BookmarkManager bookmarks{desktop.files, desktop.bookmarks, desktop.queue, desktop.queue,
-                              desktop.queue};
+    BookmarkManager bookmarks = scene.newBookmarks();
     std::shared_ptr<ResourceLauncher> shared = std::make_shared<ResourceLauncher>(
-        bookmarks, desktop.files, scene.platform.applications,
-        ApplicationLookup(scene.platform.applications, scene.platform.bundles, scene.platform.tasks,
-                          scene.platform.metadataQuery),
-        scene.platform.tasks, scene.platform.scripts, scene.platform.alerts,
-        scene.platform.mainQueue, scene.platform.backgroundQueue);
+        bookmarks, desktop.files, platform.applications,
+        ApplicationLookup(platform.applications, platform.bundles, platform.tasks,
+                          platform.metadataQuery),
+        platform.tasks, platform.scripts, platform.alerts, platform.mainQueue,
+        platform.backgroundQueue);
     ResourceLauncher& launcher = *shared;
-    DiagnosticLog diagnosticLog;
-    std::vector<std::string>& said = diagnosticLog.lines;
 
     Resource resource(ResourceType type, std::string path,
                       std::vector<std::string> associatedApps = {}) const {
@@ -46,12 +36,6 @@ protected:
         return made;
     }
 
-    SimulatedApplication& installed(std::string_view path) {
-        return *std::find_if(desktop.applications.begin(), desktop.applications.end(),
-                             [&](const auto& application) { return application.path == path; });
-    }
-
-    /// What the log has of a command that runs in Terminal.
     static std::string terminalScript(const std::string& command) {
         return "script tell application \"Terminal\" /     activate /     do script \"" + command +
                "\" / end tell";
@@ -68,7 +52,6 @@ protected:
     void forget() {
         desktop.log.clear();
         desktop.shownAlerts.clear();
-        said.clear();
     }
 };
 

@@ -1,12 +1,12 @@
 #include "launch/LaunchScene.h"
 
-namespace corvane {
+using namespace corvane;
+
 namespace {
 
 using enum ResourceType;
 
-class Start : public LaunchScene {
-protected:
+struct Start : LaunchScene {
     WorkspaceStore& store = scene.start();
     const std::string script = terminalScript("make");
     const std::string page = "open https://corvane.example/";
@@ -16,12 +16,9 @@ protected:
     Workspace workspace(std::vector<Resource> resources) const {
         return scene.workspace("Work", std::move(resources));
     }
-    Resource named(std::string name, Resource resource) const {
+    Resource named(std::string name, Resource resource, bool enabled = true) const {
         resource.name = std::move(name);
-        return resource;
-    }
-    Resource disabled(Resource resource) const {
-        resource.enabled = false;
+        resource.enabled = enabled;
         return resource;
     }
     /// The names of the resources that count as running in the workspace, "none" with no entry.
@@ -35,23 +32,17 @@ protected:
         EXPECT_EQ(entry->second.size(), names.size());
         return text::joined(names, " ");
     }
-    bool isRunning(const Workspace& workspace) const {
-        return store.runningWorkspaces->contains(workspace.id);
-    }
 };
 
 TEST_F(Start, allEnabledResourcesOpenBackToBackWhateverBecomesOfThem) {
-    const auto work = workspace({
-        named("text", resource(file, "/docs/notes.txt", {"Ghost", "Writer"})),
-        named("off", disabled(resource(file, "/docs/notes.txt"))),
-        named("line", resource(separator, "")),
-        named("gone", resource(file, "/docs/gone.txt")),
-        named("bad", resource(url, "no scheme")),
-        named("page", resource(url, "https://corvane.example/", {"Google Chrome"})),
-        named("build", resource(terminal, "make")),
-        named("folder", resource(folder, "/docs")),
-        named("app", resource(application, "/Applications/Pad.app")),
-    });
+    const auto work = workspace(
+        {named("text", resource(file, "/docs/notes.txt", {"Ghost", "Writer"})),
+         named("off", resource(file, "/docs/notes.txt"), false),
+         named("line", resource(separator, "")), named("gone", resource(file, "/docs/gone.txt")),
+         named("bad", resource(url, "no scheme")),
+         named("page", resource(url, "https://corvane.example/", {"Google Chrome"})),
+         named("build", resource(terminal, "make")), named("folder", resource(folder, "/docs")),
+         named("app", resource(application, "/Applications/Pad.app"))});
     const int savesBefore = scene.saves();
     const auto active = store.activeWorkspace.get();
     store.startWorkspace(work);
@@ -59,8 +50,7 @@ TEST_F(Start, allEnabledResourcesOpenBackToBackWhateverBecomesOfThem) {
               "task /usr/bin/open --new -a Google Chrome --args https://corvane.example/")
         << "only a new tab is waited for";
     EXPECT_EQ(running(work), "text gone bad page build folder app");
-    EXPECT_TRUE(isRunning(work));
-    EXPECT_TRUE(store.hasLaunchedResources);
+    EXPECT_TRUE(store.isRunning(work.id) && store.hasLaunchedResources);
 
     forget();
     desktop.runUntilIdle();
@@ -105,7 +95,7 @@ TEST_F(Start, theFlagsFollowWhenEverythingIsUnderWay) {
     const auto subscription = store.objectWillChange.subscribe(
         [&] { seen.push_back(running(work) + (store.hasLaunchedResources ? ", launched" : "")); });
     store.startWorkspace(work);
-    EXPECT_TRUE(isRunning(work));
+    EXPECT_TRUE(store.isRunning(work.id));
     EXPECT_EQ(seen, (std::vector<std::string>{"none", "", "build", "build page",
                                               "build page, launched"}));
 }
@@ -114,15 +104,13 @@ TEST_F(Start, whatIsLeftOutDecidesWhatCountsAsRunning) {
     const auto empty = workspace({});
     store.startWorkspace(empty);
     EXPECT_EQ(running(empty), "none");
-    EXPECT_FALSE(isRunning(empty));
-    EXPECT_FALSE(store.hasLaunchedResources);
+    EXPECT_FALSE(store.isRunning(empty.id) || store.hasLaunchedResources);
 
     const auto idle =
-        workspace({named("off", disabled(resource(terminal, "make"))), resource(separator, "")});
+        workspace({named("off", resource(terminal, "make"), false), resource(separator, "")});
     store.startWorkspace(idle);
     EXPECT_EQ(running(idle), "");
-    EXPECT_TRUE(isRunning(idle));
-    EXPECT_TRUE(store.hasLaunchedResources);
+    EXPECT_TRUE(store.isRunning(idle.id) && store.hasLaunchedResources);
     desktop.runUntilIdle();
     EXPECT_EQ(desktop.logged(), "");
 }
@@ -132,8 +120,7 @@ TEST_F(Start, aSecondStartOpensEverythingAgain) {
         workspace({named("a", resource(terminal, "make")), named("b", resource(terminal, "make"))});
     store.launchIndividualResource(work.resources[1], work);
     EXPECT_EQ(running(work), "b");
-    EXPECT_FALSE(isRunning(work));
-    EXPECT_FALSE(store.hasLaunchedResources);
+    EXPECT_FALSE(store.isRunning(work.id) || store.hasLaunchedResources);
     for (int start = 1; start <= 2; ++start) {
         store.startWorkspace(work);
         EXPECT_EQ(running(work), "a b");
@@ -147,13 +134,10 @@ TEST_F(Start, oneResourceOpensInOneWay) {
     desktop.files.contents["/docs/strange.xyz"] = "";
     const std::string openIn = "background task /usr/bin/open -a /Applications/";
     const std::string site = "https://corvane.example/";
-    const struct {
-        Resource resource;
-        std::string openings;
-    } cases[]{
+    const std::pair<Resource, std::string> cases[]{
         {resource(file, "/docs/notes.txt", {"Writer", "Pad"}),
          openIn + "Writer.app /docs/notes.txt"},
-        {disabled(resource(file, "/docs/notes.txt")), openIn + "Pad.app /docs/notes.txt"},
+        {named("it", resource(file, "/docs/notes.txt"), false), openIn + "Pad.app /docs/notes.txt"},
         {resource(file, "/docs/strange.xyz"),
          "open file:///docs/strange.xyz\nsheet Launch Failed\nreveal file:///docs/strange.xyz"},
         {resource(folder, "/docs"), openIn + "Finder.app /docs"},
@@ -162,14 +146,13 @@ TEST_F(Start, oneResourceOpensInOneWay) {
          page + " with /Applications/Web.app\n" + page + " with /Applications/Writer.app\n" + page},
         {resource(url, site), page},
         {resource(terminal, "make", {"Pad"}), script},
-        {resource(separator, ""), ""},
-    };
+        {resource(separator, ""), ""}};
     for (const auto& [resource, openings] : cases) {
         forget();
         const auto work = workspace({resource});
         store.launchIndividualResource(resource, work);
         EXPECT_EQ(running(work), openings.empty() ? "none" : "it");
-        EXPECT_FALSE(isRunning(work));
+        EXPECT_FALSE(store.isRunning(work.id));
         desktop.runUntilIdle();
         EXPECT_EQ(this->openings(), openings);
     }
@@ -177,4 +160,3 @@ TEST_F(Start, oneResourceOpensInOneWay) {
 }
 
 } // namespace
-} // namespace corvane

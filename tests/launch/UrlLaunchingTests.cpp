@@ -1,12 +1,12 @@
 #include "launch/LaunchScene.h"
 
-namespace corvane {
+using namespace corvane;
+
 namespace {
 
 using enum ResourceType;
 
-class UrlLaunching : public LaunchScene {
-protected:
+struct UrlLaunching : LaunchScene {
     const std::string page = "https://corvane.example/?q=%22a%22";
     const std::string open = "open " + page;
 
@@ -14,7 +14,6 @@ protected:
     void defaultBrowser(const std::string& name) {
         desktop.defaultHandlers["http:"] = bundle(name);
     }
-    /// Forgets what happened before, and waits for all that comes of it.
     void openPage(const std::string& address, const std::vector<std::string>& associated = {}) {
         forget();
         launcher.launchURLResource(resource(url, address, associated));
@@ -27,10 +26,7 @@ protected:
 
 TEST_F(UrlLaunching, lettersOfTheNameTellTheFamilyOfABrowser) {
     using enum BrowserFamily;
-    const struct {
-        const char* name;
-        std::optional<BrowserFamily> expected;
-    } cases[]{
+    const std::pair<const char*, std::optional<BrowserFamily>> cases[]{
         {"Google Chrome", chromium},  {"BRAVE Browser", chromium},
         {"Microsoft Edge", chromium}, {"Chromium", chromium},
         {"Knowledge Base", chromium}, {"Safari and Chrome", chromium},
@@ -42,20 +38,12 @@ TEST_F(UrlLaunching, lettersOfTheNameTellTheFamilyOfABrowser) {
         EXPECT_TRUE(browserFamily(name) == expected) << name;
 }
 
-/// The installed and the default browser, the associated ones of a page, and all that comes of its
-/// opening.
 TEST_F(UrlLaunching, aPageGoesToEachAssociatedBrowserAndThenToTheDefaultOne) {
     const std::string chrome = "task " + chromiumTab("Google Chrome", page);
     const std::string edge = "task " + chromiumTab("My Edge", page);
     const std::string brave = chromiumTab("Stuck Brave", page);
     const std::string firefox = "task /usr/bin/open -a Firefox --args --new-tab " + page;
-    const struct {
-        std::string installed;
-        std::string defaultBrowser;
-        std::string associated;
-        std::string openings;
-        std::string alerts;
-    } cases[]{
+    const std::tuple<std::string, std::string, std::string, std::string, std::string> cases[]{
         {"", "Web", "", open, ""},
         {"Google Chrome", "Google Chrome", "", chrome, ""},
         {"", "My.app Edge.app", "", edge + "\n" + open, ""},
@@ -68,8 +56,7 @@ TEST_F(UrlLaunching, aPageGoesToEachAssociatedBrowserAndThenToTheDefaultOne) {
         {"Damaged", "Web", "Damaged",
          open + " with /Applications/Damaged.app\n" + open + "\nsheet Browser Launch Failed",
          "Browser Launch Failed | Failed to open URL with Damaged.\n\nError: It's damaged. [OK]"},
-        {"", "Web", "Firefox", firefox + "\n" + open + "\n" + open, ""},
-    };
+        {"", "Web", "Firefox", firefox + "\n" + open + "\n" + open, ""}};
     desktop.taskResults.insert({brave, Error{"No memory."}});
     const auto applications = desktop.applications;
     for (const auto& [browser, standard, associated, openings, alerts] : cases) {
@@ -91,8 +78,7 @@ TEST_F(UrlLaunching, onlyAResultWithoutAnErrorIsATabInSafari) {
         {ScriptOutcome{true, ScriptError{-600, "Not running.", ""}}, false},
         {ScriptOutcome{false, ScriptError{}}, false},
         {ScriptOutcome{false, {}}, false},
-        {std::nullopt, false},
-    };
+        {std::nullopt, false}};
     const std::string script = "script tell application \"Safari\" /     activate /     try /      "
                                "   tell window 1 to set "
                                "current tab to make new tab with properties {URL:\"" +
@@ -145,13 +131,8 @@ TEST_F(UrlLaunching, anAddressThatIsNoneOpensNothing) {
     }
 }
 
-// Commands.
-
 TEST_F(UrlLaunching, aCommandRunsInTerminalWithTheFirstPieceAsItsDirectory) {
-    const struct {
-        std::string path;
-        std::string shellText;
-    } cases[]{
+    const std::pair<std::string, std::string> cases[]{
         {"", ""},
         {"npm start", "npm start"},
         {"/tmp|ls", "cd '/tmp' && ls"},
@@ -159,8 +140,7 @@ TEST_F(UrlLaunching, aCommandRunsInTerminalWithTheFirstPieceAsItsDirectory) {
         {"/tmp|", "cd '/tmp' && "},
         {"a|b|c", "cd 'a' && c"},
         {"||", ""},
-        {"~/it's | grep \"x\\y\" ", "cd '~/it's ' &&  grep \"x\\y\" "},
-    };
+        {"~/it's | grep \"x\\y\" ", "cd '~/it's ' &&  grep \"x\\y\" "}};
     for (const auto& [path, shellText] : cases) {
         forget();
         launcher.launchTerminalResource(resource(terminal, path));
@@ -179,16 +159,12 @@ TEST_F(UrlLaunching, onlyAScriptErrorMakesACommandFail) {
                "\n\nPossible causes:\n• Terminal.app is not available\n• Command syntax error\n• "
                "Permission denied\n• Working directory doesn't exist [OK]";
     };
-    const struct {
-        std::optional<ScriptOutcome> outcome;
-        std::string alerts;
-    } cases[]{
+    const std::pair<std::optional<ScriptOutcome>, std::string> cases[]{
         {ScriptOutcome{.hasResult = false, .error = {}}, ""},
         {std::nullopt, ""},
         {ScriptOutcome{true, ScriptError{-2741, "Syntax.", "{all}"}},
          alert("-2741\nDetails: Syntax.")},
-        {ScriptOutcome{false, ScriptError{{}, {}, "{all}"}}, alert("-1\nDetails: Unknown error")},
-    };
+        {ScriptOutcome{false, ScriptError{{}, {}, "{all}"}}, alert("-1\nDetails: Unknown error")}};
     for (const auto& [outcome, alerts] : cases) {
         forget();
         desktop.scriptOutcomes["Terminal"] = outcome;
@@ -199,4 +175,3 @@ TEST_F(UrlLaunching, onlyAScriptErrorMakesACommandFail) {
 }
 
 } // namespace
-} // namespace corvane

@@ -1,10 +1,10 @@
 #include "layouts/LayoutTest.h"
 
-namespace corvane {
+using namespace corvane;
+
 namespace {
 
-class Layouts : public LayoutTest {
-protected:
+struct Layouts : LayoutTest {
     Workspace work = workspace("Work", {application("Pad"), application("Mail")});
 
     Resource application(const std::string& name) {
@@ -18,18 +18,10 @@ protected:
     void markRunning() {
         StoreState::change(store->runningWorkspaces, [&](auto& ids) { ids.insert(work.id); });
     }
-    /// The stored layout of the first workspace, the same in memory and in the file.
     std::string stored() {
         const auto& records = store->workspaces->front().savedWindowLayouts;
         EXPECT_EQ(fileContent(), *store->workspaces);
         return records ? describedRecords(*records) : "none";
-    }
-    /// What the alerts say that are shown by the next turn.
-    std::string told() {
-        desktop.runUntilIdle();
-        const auto text = alerts();
-        desktop.shownAlerts.clear();
-        return text;
     }
 
     const std::string cannotSave =
@@ -58,17 +50,14 @@ protected:
 };
 
 TEST_F(Layouts, theWorkspaceMustRunAndTheSwitchAndTrustMustAllowIt) {
-    const struct {
-        bool running, enabled, wanted, trusted;
-        std::string alert;
-        const char* stored;
-    } cases[]{{false, false, true, false, cannotSave, "none"},
-              {false, true, true, true, cannotSave, "none"},
-              {true, false, true, false, disabled, "none"},
-              {true, false, true, true, disabled, "none"},
-              {true, false, false, false, "", "none"},
-              {true, true, true, false, permission, "none"},
-              {true, true, false, true, "", "Pad 300x200 at (1, 2)"}};
+    const std::tuple<bool, bool, bool, bool, std::string, const char*> cases[]{
+        {false, false, true, false, cannotSave, "none"},
+        {false, true, true, true, cannotSave, "none"},
+        {true, false, true, false, disabled, "none"},
+        {true, false, true, true, disabled, "none"},
+        {true, false, false, false, "", "none"},
+        {true, true, true, false, permission, "none"},
+        {true, true, false, true, "", "Pad 300x200 at (1, 2)"}};
     open(pad, 1, {1, 2, 300, 200});
     desktop.alertAnswers["Window Layouts Disabled"] = {AlertResponse::firstButton, true};
     for (const auto& [running, enabled, wanted, trusted, alert, expected] : cases) {
@@ -103,8 +92,7 @@ TEST_F(Layouts, aSaveReplacesTheWholeLayoutAndOneWithoutWindowsKeepsIt) {
     desktop.runFor(60);
     store->saveWorkspaceLayout(work);
     EXPECT_EQ(stored(),
-              "Pad 300x200 at (1, 2); Pad 300x200 at (3, 4); Mail 1440x900 at (0, 0) fullscreen")
-        << "in the order of the resources, each front to back";
+              "Pad 300x200 at (1, 2); Pad 300x200 at (3, 4); Mail 1440x900 at (0, 0) fullscreen");
     EXPECT_EQ(fired, 1);
     EXPECT_EQ(screen.timesAsked, 2) << "for all windows, and for their records";
     const auto& saved = store->workspaces->front();
@@ -205,21 +193,16 @@ TEST_F(Layouts, theFullscreenLimitIsToldAfterwardsUntilTheUserHasHeardEnough) {
                         "warning");
 }
 
-/// When quitting saves first, and that it does so before anything has quit.
 TEST_F(Layouts, quittingSavesTheLayoutFirstWhereTheUserWantsIt) {
-    const struct {
-        const char* name;
-        bool finishes, wanted, running;
-        std::string_view launched; // indices
-        bool saved;
-    } cases[]{{"finish", true, true, true, "01", true},
-              {"finish, not wanted", true, false, true, "01", false},
-              {"finish, never started", true, true, false, "", false},
-              {"stop the last", false, true, true, "1", true},
-              {"stop another than the last", false, true, true, "0", true},
-              {"stop with no entry", false, true, true, "", true},
-              {"stop one of two", false, true, true, "01", false},
-              {"stop the last, never started", false, true, false, "1", false}};
+    const std::tuple<const char*, bool, bool, bool, std::string, bool> cases[]{
+        {"finish", true, true, true, "01", true},
+        {"finish, not wanted", true, false, true, "01", false},
+        {"finish, never started", true, true, false, "", false},
+        {"stop the last", false, true, true, "1", true},
+        {"stop another than the last", false, true, true, "0", true},
+        {"stop with no entry", false, true, true, "", true},
+        {"stop one of two", false, true, true, "01", false},
+        {"stop the last, never started", false, true, false, "1", false}};
     // It goes at once and takes its windows with it, so that a later save would find none.
     desktop.quitBehaviours[8] = QuitBehaviour::refuses;
     for (const auto& [name, finishes, wanted, running, launched, saved] : cases) {
@@ -277,4 +260,3 @@ TEST_F(Layouts, bothPermissionAlertsOfferTheSettingsAndTheSwitchStaysOn) {
 }
 
 } // namespace
-} // namespace corvane

@@ -1,14 +1,11 @@
 #include "core/StoreScene.h"
 #include "quit/RunningApplicationMatching.h"
 
-#include <gtest/gtest.h>
+using namespace corvane;
 
-namespace corvane {
 namespace {
 
-/// A desktop on which applications run, and a workspace whose resources name some of them.
-class Quitting : public testing::Test {
-protected:
+struct Quitting : SceneTest {
     std::int32_t run(const std::string& name, const std::string& path = "",
                      QuitBehaviour behaviour = QuitBehaviour::quits,
                      const std::string& identifier = "", int policy = 0) {
@@ -51,14 +48,10 @@ protected:
         return desktop.shownAlerts.back().title + ": " + desktop.shownAlerts.back().message;
     }
 
-    StoreScene scene;
-    SimulatedDesktop& desktop = scene.desktop;
     WorkspaceStore& store = scene.start();
 };
 
-/// Sixteen applications, and a workspace that names some of them, and what it doesn't name too.
-class QuittingAmongMany : public Quitting {
-protected:
+struct QuittingAmongMany : Quitting {
     QuittingAmongMany() {
         using enum QuitBehaviour;
         run("Corvane", "", quits, "app.corvane.Corvane");
@@ -129,8 +122,7 @@ TEST_F(QuittingAmongMany, finishingQuitsWhatTheWorkspaceNamesSystemOrNot) {
                                  "• Failed: 1");
     EXPECT_EQ(desktop.shownAlerts.back().checkbox, "Don't show this message again");
     EXPECT_EQ(stillRunning(), "1 3 6 9 10 11 12 13 14 15 16");
-    EXPECT_FALSE(store.hasLaunchedResources);
-    EXPECT_TRUE(store.runningWorkspaces->empty());
+    EXPECT_TRUE(!store.hasLaunchedResources && store.runningWorkspaces->empty());
     EXPECT_EQ(store.runningResources->size(), 1u);
     EXPECT_EQ(store.activeWorkspace.get(), desk);
 }
@@ -164,27 +156,16 @@ TEST_F(Quitting, otherNamesAndIdentifiersCountLikeAnApplicationsOwn) {
 
 TEST_F(Quitting, theSummaryOfAFinishCountsAndCanBeSwitchedOff) {
     const std::vector<RunningApplication> three(3);
-    const struct {
-        int graceful;
-        int forced;
-        std::string expected;
-    } cases[]{
-        {3, 0,
-         "Successfully closed 3 workspace applications!\n\n• Gracefully quit: 3\n"
-         "• Force quit: 0"},
-        {1, 2,
-         "Successfully closed 3 workspace applications!\n\n• Gracefully quit: 1\n"
-         "• Force quit: 2"},
-        {1, 1,
-         "Closed 2 of 3 workspace applications.\n\n• Gracefully quit: 1\n"
-         "• Force quit: 1\n• Failed: 1"},
-        {0, 0,
-         "Closed 0 of 3 workspace applications.\n\n• Gracefully quit: 0\n"
-         "• Force quit: 0\n• Failed: 3"},
-    };
-    for (const auto& [graceful, forced, expected] : cases) {
+    const std::tuple<int, int, std::string, const char*> cases[]{
+        {3, 0, "Successfully closed 3 workspace applications!", ""},
+        {1, 2, "Successfully closed 3 workspace applications!", ""},
+        {1, 1, "Closed 2 of 3 workspace applications.", "\n• Failed: 1"},
+        {0, 0, "Closed 0 of 3 workspace applications.", "\n• Failed: 3"}};
+    for (const auto& [graceful, forced, all, failed] : cases) {
         store.showWorkspaceClosedSummary(graceful, forced, three);
-        EXPECT_EQ(alertWithin(0), "Workspace Applications Closed: " + expected);
+        EXPECT_EQ(alertWithin(0), "Workspace Applications Closed: " + all +
+                                      "\n\n• Gracefully quit: " + std::to_string(graceful) +
+                                      "\n• Force quit: " + std::to_string(forced) + failed);
     }
     desktop.alertAnswers["Workspace Applications Closed"] = {AlertResponse::firstButton, true};
     store.showWorkspaceClosedSummary(3, 0, three);
@@ -314,8 +295,7 @@ TEST_F(Quitting, oneResourceQuitsAloneAndItsWorkspaceGoesOn) {
     EXPECT_EQ(stillMarked(), 0u);
     EXPECT_EQ(alertWithin(2), "");
     EXPECT_EQ(stillRunning(), "4");
-    EXPECT_TRUE(store.runningWorkspaces->contains(desk.id));
-    EXPECT_TRUE(store.hasLaunchedResources);
+    EXPECT_TRUE(store.runningWorkspaces->contains(desk.id) && store.hasLaunchedResources);
 
     StoreState::set(store.runningResources, {});
     store.quitIndividualResource(note, desk);
@@ -347,5 +327,31 @@ TEST_F(Quitting, focusModeClearsTheDeskBeforeAStart) {
     EXPECT_EQ(asked(), "1") << "a browser that no resource names";
 }
 
+TEST(ResourceAppNames, eachTypeHasItsWayToAnApplication) {
+    using enum ResourceType;
+    StoreScene scene;
+    auto& store = scene.start();
+    scene.desktop.defaultHandlers = {{"txt", "/Applications/Text Edit 2.1.app"},
+                                     {"md", "/opt/pad"},
+                                     {"https:", "/Applications/Web.app"},
+                                     {"/", "/Applications/Files.app"}};
+    const std::tuple<ResourceType, std::string, std::optional<std::string>> cases[]{
+        {file, "/docs/no such file #1.txt", "Text Edit 2.1"},
+        {file, "/docs/a.md", "pad"},
+        {file, "/docs/a.xyz", std::nullopt},
+        {folder, "/docs", "Finder"},
+        {application, "/Applications/Ünter Wegs.app", "Ünter Wegs"},
+        {application, "/Applications/v1.2.app", "v1.2"},
+        {application, "Pad.app", "Pad"},
+        {application, "/Applications/Pad.app/", "named"},
+        {application, "/Applications/Pad.APP", "named"},
+        {application, "/usr/bin/pad", "named"},
+        {application, "", "named"},
+        {url, "https://corvane.example/", "Safari"},
+        {terminal, "/tmp|make", "Terminal"},
+        {separator, "", std::nullopt}};
+    for (const auto& [type, path, expected] : cases)
+        EXPECT_EQ(store.appNameForResource(scene.resource("named", path, type)), expected) << path;
+}
+
 } // namespace
-} // namespace corvane

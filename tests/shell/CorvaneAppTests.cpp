@@ -5,11 +5,11 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+using namespace corvane;
+
 namespace {
 
-class App : public testing::Test {
-protected:
+struct App : testing::Test {
     SimulatedDesktop desktop;
     Platform platform = desktop.platform();
     int posted = 0;
@@ -47,17 +47,11 @@ TEST_F(App, theStoreIsReadyBeforePermissionIsAskedAndADenialChangesNothing) {
 TEST_F(App, reopenBringsTheFirstWindowThatIsNoSheetForward) {
     CorvaneApp app(platform);
     app.setupApp();
-    const struct {
-        std::vector<ApplicationWindow> windows;
-        bool visible;
-        bool result;
-        const char* log;
-    } cases[]{
+    const std::tuple<std::vector<ApplicationWindow>, bool, bool, const char*> cases[]{
         {{{1, false}}, true, true, ""},
         {{}, false, true, ""},
         {{{1, true}}, false, true, ""},
-        {{{1, true}, {2, false}, {3, false}}, false, false, "key 2\nfront 2"},
-    };
+        {{{1, true}, {2, false}, {3, false}}, false, false, "key 2\nfront 2"}};
     for (const auto& [windows, visible, result, log] : cases) {
         desktop.windows = windows;
         desktop.log.clear();
@@ -106,13 +100,11 @@ TEST_F(App, theEndOfTheProgramSavesTheLayoutsOfRunningWorkspacesInListOrder) {
         const std::string_view noWindows = "No windows found to save for workspace ";
         if (line.starts_with(noWindows)) saved += line.substr(noWindows.size());
     });
-    const struct {
-        bool isSetUp, autoSaves, enabled;
-        const char* saved;
-    } cases[]{{false, true, true, ""},
-              {true, false, true, ""},
-              {true, true, false, ""},
-              {true, true, true, "'Personal''Creative'"}};
+    const std::tuple<bool, bool, bool, const char*> cases[]{
+        {false, true, true, ""},
+        {true, false, true, ""},
+        {true, true, false, ""},
+        {true, true, true, "'Personal''Creative'"}};
     for (const auto& [isSetUp, autoSaves, enabled, expected] : cases) {
         CorvaneApp app(platform);
         auto& store = app.workspaceStore();
@@ -125,8 +117,7 @@ TEST_F(App, theEndOfTheProgramSavesTheLayoutsOfRunningWorkspacesInListOrder) {
         EXPECT_EQ(saved, expected);
         desktop.runFor(0.5);
     }
-    EXPECT_EQ(desktop.logged("alert"), "alert No Windows Found\nalert No Windows Found")
-        << "and nothing is said of those that don't run";
+    EXPECT_EQ(desktop.logged("alert"), "alert No Windows Found\nalert No Windows Found");
     setDiagnosticSink({});
 }
 
@@ -173,4 +164,3 @@ TEST_F(App, preferencesThatCannotBeReadAreKeptAndToldOfWithNoTourForWhoHadThem) 
 }
 
 } // namespace
-} // namespace corvane

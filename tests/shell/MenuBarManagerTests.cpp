@@ -1,19 +1,14 @@
 #include "core/StoreScene.h"
 #include "shell/CorvaneApp.h"
 
-#include <gtest/gtest.h>
+using namespace corvane;
 
-namespace corvane {
 namespace {
 
-class StatusMenu : public testing::Test {
-protected:
-    StoreScene scene;
-    SimulatedDesktop& desktop = scene.desktop;
+struct StatusMenu : SceneTest {
     SimulatedStatusBar& bar = desktop.statusBar;
     std::unique_ptr<CorvaneApp> app;
 
-    /// A workspace whose one resource is an application that opens, and runs already.
     Workspace editing() {
         desktop.install({.path = "/Applications/Pad.app", .displayName = "Pad"});
         desktop.running = {{.processIdentifier = 7, .localizedName = "Pad"}};
@@ -28,24 +23,12 @@ protected:
         app->appDelegate().applicationDidFinishLaunching();
         settle();
     }
-    /// Forgets what happened so far.
     void settle() {
         desktop.runFor(5);
         desktop.log.clear();
         bar.rebuilds = 0;
     }
     WorkspaceStore& store() { return app->workspaceStore(); }
-    /// The numbers of rebuilds at once, and when each of the times has passed.
-    std::vector<int> rebuildsAt(std::initializer_list<double> times) {
-        std::vector<int> counts{bar.rebuilds};
-        double passed = 0;
-        for (const double time : times) {
-            desktop.runFor(time - passed);
-            passed = time;
-            counts.push_back(bar.rebuilds);
-        }
-        return counts;
-    }
 };
 
 TEST_F(StatusMenu, comesOnceWithTheFirstEventThatFindsItsManager) {
@@ -87,10 +70,7 @@ TEST_F(StatusMenu, takesTheFirstIconThatIsThere) {
     using Source = Image::Source;
     const std::string tip = "Corvane - Workspace Manager";
     const auto with = [&](Image image) { return StatusButton{{}, std::move(image), tip}; };
-    const struct {
-        std::function<void()> change;
-        StatusButton button;
-    } cases[]{
+    const std::pair<std::function<void()>, StatusButton> cases[]{
         {[] {}, with({.source = Source::asset, .name = "MenuBarIcon", .size = 18})},
         {[&] { bar.assets.clear(); }, with({.source = Source::applicationIcon, .size = 18})},
         {[&] { bar.hasApplicationIcon = false; }, with({.name = "rectangle.3.group",
@@ -98,8 +78,7 @@ TEST_F(StatusMenu, takesTheFirstIconThatIsThere) {
                                                         .size = 18,
                                                         .isTemplate = true})},
         {[&] { bar.unknownSymbols.insert("rectangle.3.group"); }, {"⚡", std::nullopt, tip}},
-        {[&] { bar.itemsHaveButtons = false; }, {}},
-    };
+        {[&] { bar.itemsHaveButtons = false; }, {}}};
     for (const auto& [change, button] : cases) {
         change();
         bar.button = {};
@@ -117,10 +96,7 @@ TEST_F(StatusMenu, showsTheStoreAsItIs) {
     const std::string head = "(Corvane Workspaces)|-|Show App Window|Help & Tips|-|";
     const std::string tail = "Quit All Apps|-|Quit Corvane";
     const std::string two = "Home     ▶|Editing     ▶|-|";
-    const struct {
-        std::function<void()> change;
-        std::string middle;
-    } steps[]{
+    const std::pair<std::function<void()>, std::string> steps[]{
         {[] {}, two + "[ ] Focus Mode|"},
         {[&] { StoreState::set(store().searchText, "no such name"); }, two + "[ ] Focus Mode|"},
         {[&] { store().autoSaveLayouts = true; }, two + "[ ] Focus Mode|"},
@@ -139,8 +115,7 @@ TEST_F(StatusMenu, showsTheStoreAsItIs) {
              store().enableAccessibilityFeatures = false;
              StoreState::set(store().workspaces, {});
          },
-         "(No workspaces found)|-|[x] Focus Mode|"},
-    };
+         "(No workspaces found)|-|[x] Focus Mode|"}};
     for (const auto& [change, middle] : steps) {
         change();
         desktop.runUntilIdle();
@@ -166,14 +141,11 @@ TEST_F(StatusMenu, startsAWorkspaceAsItWasAtTheLastRebuildAndMakesItTheActiveOne
     bar.press("Editing");
     EXPECT_EQ(desktop.logged("notify"), "notify Launching Workspace: Starting 'Editing'...");
     EXPECT_EQ(store().activeWorkspace.get()->name, "Editing");
-    EXPECT_TRUE(store().hasLaunchedResources);
-    EXPECT_TRUE(store().runningWorkspaces->contains(renamed.id));
+    EXPECT_TRUE(store().hasLaunchedResources && store().runningWorkspaces->contains(renamed.id));
     desktop.runUntilIdle();
     EXPECT_EQ(desktop.logged("open"), "open file:///Applications/Pad.app");
-    EXPECT_TRUE(bar.press("Writing     ⏹"));
-    EXPECT_FALSE(bar.press("Home     ⏹"));
-    EXPECT_TRUE(bar.press("Home     ▶"));
-    EXPECT_FALSE(store().hasLaunchedResources);
+    EXPECT_TRUE(bar.press("Writing     ⏹") && !bar.press("Home     ⏹"));
+    EXPECT_TRUE(bar.press("Home     ▶") && !store().hasLaunchedResources);
     EXPECT_FALSE(bar.press("Corvane Workspaces"));
 }
 
@@ -234,20 +206,22 @@ TEST_F(StatusMenu, isMadeAnewAfterEachChangeAndSomeTimeAfterEachAction) {
     StoreState::set(store().activeWorkspace, store().workspaces.get()[1]);
     StoreState::set(store().runningWorkspaces, {store().workspaces.get()[1].id});
     settle();
-    const struct {
-        const char* title;
-        double delay;
-    } cases[]{{"Save Layout", 0.1},       {"Home", 0.1},    {"Focus Mode", 0.1},
-              {"Auto-Save Layouts", 0.1}, {"Editing", 0.5}, {"Quit All Apps", 0.5},
-              {"Show App Window", 0.2}};
+    const std::pair<const char*, double> cases[]{
+        {"Save Layout", 0.1},       {"Home", 0.1},    {"Focus Mode", 0.1},
+        {"Auto-Save Layouts", 0.1}, {"Editing", 0.5}, {"Quit All Apps", 0.5},
+        {"Show App Window", 0.2}};
     for (const auto& [title, delay] : cases) {
         SCOPED_TRACE(title);
         desktop.windows = {{1, false}};
         int changes = 0;
         const auto counting = store().objectWillChange.subscribe([&] { ++changes; });
         ASSERT_TRUE(bar.press(title));
-        const auto counts = rebuildsAt({0, delay - 0.005, delay + 0.005, 0.9});
-        EXPECT_EQ(counts, (std::vector{0, changes, changes, changes + 1, changes + 1}));
+        EXPECT_EQ(bar.rebuilds, 0);
+        for (const auto& [seconds, action] :
+             {std::pair(0.0, 0), {delay - 0.005, 0}, {0.01, 1}, {0.5, 1}}) {
+            desktop.runFor(seconds);
+            EXPECT_EQ(bar.rebuilds, changes + action);
+        }
         settle();
     }
 }
@@ -270,18 +244,13 @@ TEST_F(StatusMenu, quitsAllAndItself) {
 TEST_F(StatusMenu, bringsTheFirstWindowThatIsNoSheetBack) {
     const auto* asked = "activate\nopen main window\nactivate";
     const auto* opened = "activate|\nopen window Corvane - Workspace Manager 1200x800 at 100,100";
-    const struct {
-        std::vector<ApplicationWindow> windows;
-        const char* first;
-        const char* later;
-    } cases[]{
+    const std::tuple<std::vector<ApplicationWindow>, const char*, const char*> cases[]{
         {{{1, true}, {2, false}, {3, false}},
          "activate\nfront 2\ndeminiaturize 2\nkey 2",
          "activate|"},
         {{{2, false, false}}, "activate\nfront 2\ndeminiaturize 2\nfront 2", "activate|"},
         {{{1, true}}, asked, opened},
-        {{}, asked, opened},
-    };
+        {{}, asked, opened}};
     launch({scene.workspace("Home")});
     for (const auto& [windows, first, later] : cases) {
         desktop.windows = windows;
@@ -324,4 +293,3 @@ TEST_F(StatusMenu, bringsTheFirstWindowThatIsNoSheetBack) {
 }
 
 } // namespace
-} // namespace corvane

@@ -5,32 +5,23 @@
 #include "ui/ResourceManagement.h"
 #include "ui/UndoOffer.h"
 
-#include <gtest/gtest.h>
+using namespace corvane;
 
-namespace corvane {
 namespace {
 
 using enum ResourceType;
 
-class ResourceList : public testing::Test {
-protected:
-    StoreScene scene;
-    SimulatedDesktop& desktop = scene.desktop;
+struct ResourceList : SceneTest {
     Workspace work =
         scene.workspace("Work", {scene.resource("a"), scene.resource("b", "", separator),
                                  scene.resource("c", "make", terminal),
                                  scene.resource("d", "/Applications/Pad.app", application)});
     WorkspaceStore& store = startStore();
-    UndoOffer undo{scene.platform.mainQueue};
-    MissingFiles missing{store, scene.platform.backgroundQueue, scene.platform.mainQueue,
-                         scene.platform.fileSystem};
-    const ResourceManagement::Desktop used{.mainQueue = scene.platform.mainQueue,
-                                           .alerts = scene.platform.alerts,
-                                           .panels = scene.platform.panels,
-                                           .fileSystem = scene.platform.fileSystem,
-                                           .bundles = scene.platform.bundles,
-                                           .applications = scene.platform.applications,
-                                           .fileIcons = scene.platform.fileIcons};
+    UndoOffer undo{platform.mainQueue};
+    MissingFiles missing{store, platform.backgroundQueue, platform.mainQueue, platform.fileSystem};
+    const ResourceManagement::Desktop used{
+        platform.mainQueue, platform.alerts,       platform.panels,   platform.fileSystem,
+        platform.bundles,   platform.applications, platform.fileIcons};
     ResourceManagement list{work.id, store, used, undo, missing};
 
     std::string names() const { return described(store.workspaces); }
@@ -61,10 +52,16 @@ private:
     }
 };
 
-TEST_F(ResourceList, rowsShowTheirApplications) {
-    store.addAssociatedApp(work.resources[0].id, "Quill", work.id);
-    store.addAssociatedApp(work.resources[0].id, "Pad", work.id);
+TEST_F(ResourceList, rowsShowTheirApplicationsWhichAreLookedUpOnce) {
+    EXPECT_EQ(chips(0), "Pad*[pad] /notes.txt");
+    for (const auto* name : {"Quill", "Pad"})
+        store.addAssociatedApp(work.resources[0].id, name, work.id);
     EXPECT_EQ(chips(0), "Pad*[pad] Quill Pad[pad] /notes.txt");
+    desktop.defaultHandlers.clear();
+    store.search("a");
+    EXPECT_EQ(chips(0), "Pad*[pad] Quill Pad[pad] /notes.txt") << "nobody asks on the way of a key";
+    store.addAssociatedApp(work.resources[0].id, "Easel", work.id);
+    EXPECT_EQ(chips(0), "Quill Pad[pad] Easel /notes.txt");
     EXPECT_EQ(chips(1), "");
     EXPECT_EQ(chips(2), "Terminal* make");
     EXPECT_EQ(chips(3), "[pad] /Applications/Pad.app");
@@ -82,9 +79,6 @@ TEST_F(ResourceList, aRowSaysWhatItsControlsDo) {
                 separatorTitle(row) + " ";
     EXPECT_EQ(text, "Launch a|Disabled|a Launch b|Enabled |b Stop c|Enabled |c "
                     "Launch d|Enabled |d Launch |Enabled |Section ");
-    EXPECT_EQ(enabledTooltip(list.rows()[0]),
-              "Disabled - Resource will be ignored when workspace starts");
-    EXPECT_EQ(enabledTooltip(list.rows()[1]), "Enabled - Resource will launch/quit with workspace");
     list.pressPlay(key(2));
     EXPECT_FALSE(list.rows()[2].isRunning);
     list.removeRow(key(4));
@@ -100,21 +94,19 @@ TEST_F(ResourceList, anIconIsFoundByThePathThenTheIdentifierThenWhatRuns) {
     desktop.running = {{.processIdentifier = 1, .bundleURL = Url::fromPath("/x/Files.app")},
                        {.processIdentifier = 2, .localizedName = "Quill Pro"},
                        {.localizedName = "Quill Pro", .bundleURL = Url::fromPath("/x/Quill.app")}};
-    for (const auto& [name, icon] : std::map<std::string, std::string>{{"Disk", "disk"},
-                                                                       {"example.quill", "quill"},
-                                                                       {"ll pr", "quill"},
-                                                                       {"My Quill Pro", "quill"},
-                                                                       {"Other", ""}}) {
-        EXPECT_EQ(appIconForName(name, scene.platform.applications, scene.platform.fileIcons)
-                      .value_or(""),
+    const std::pair<const char*, const char*> icons[]{{"Disk", "disk"},
+                                                      {"example.quill", "quill"},
+                                                      {"ll pr", "quill"},
+                                                      {"My Quill Pro", "quill"},
+                                                      {"Other", ""}};
+    for (const auto& [name, icon] : icons)
+        EXPECT_EQ(appIconForName(name, platform.applications, platform.fileIcons).value_or(""),
                   icon)
             << name;
-    }
     desktop.files.directories.insert("/folder");
     desktop.defaultHandlers["/"] = "/x/Files.app";
     store.addResource(scene.resource("f", "/folder", folder), work.id);
-    EXPECT_EQ(list.picturesOf(list.rows().back()).chips.front().icon, "files")
-        << "of what opens the folder";
+    EXPECT_EQ(list.picturesOf(list.rows().back()).chips.front().icon, "files");
 }
 
 TEST_F(ResourceList, aStrayRowChangesNothing) {
@@ -182,8 +174,8 @@ TEST_F(ResourceList, anActionIsForTheResourceThatWasShown) {
 }
 
 TEST_F(ResourceList, whatIsRemovedIsOfferedForEightSeconds) {
-    store.addAssociatedApp(work.resources[0].id, "Quill", work.id);
-    store.addAssociatedApp(work.resources[0].id, "Easel", work.id);
+    for (const auto* name : {"Quill", "Easel"})
+        store.addAssociatedApp(work.resources[0].id, name, work.id);
     list.removeApplication(key(0), "Quill");
     EXPECT_EQ(undo.text(), "Removed 'Quill'");
     desktop.runFor(7);
@@ -237,15 +229,6 @@ TEST_F(ResourceList, whatIsMissingIsMarkedAndCanBeLocated) {
     EXPECT_EQ(marked(), "gone! b! far Lost! run ");
 }
 
-TEST_F(ResourceList, applicationsAreLookedUpOnceForARow) {
-    EXPECT_EQ(chips(0), "Pad*[pad] /notes.txt");
-    desktop.defaultHandlers.clear();
-    store.search("a");
-    EXPECT_EQ(chips(0), "Pad*[pad] /notes.txt") << "nobody asks on the way of a key";
-    store.addAssociatedApp(work.resources[0].id, "Quill", work.id);
-    EXPECT_EQ(chips(0), "Quill /notes.txt");
-}
-
 TEST_F(ResourceList, anApplicationThatIsChosenAfterTheCardWasClosedIsAdded) {
     desktop.panels.choices["Choose Application"] = "/Applications/Pad.app";
     std::optional<ResourceManagement> closed(std::in_place, work.id, store, used, undo, missing);
@@ -297,26 +280,19 @@ TEST_F(ResourceList, onlyFilesThatAreDroppedAreAdded) {
 }
 
 TEST_F(ResourceList, aRowThatIsDroppedEndsWhereItWasDropped) {
-    const struct {
-        const char* text;
-        std::size_t target;
-        const char* order;
-        bool isMove;
-    } cases[]{
-        {"0", 2, "Work(b c a d)", true},     {"3", 1, "Work(a d b c)", true},
-        {"1", 1, "Work(a b c d)", true},     {"+0", 3, "Work(b c d a)", true},
-        {"9", 0, "Work(a b c d)", true},     {"-1", 0, "Work(a b c d)", false},
-        {" 1", 0, "Work(a b c d)", false},   {"1.0", 0, "Work(a b c d)", false},
-        {"", 0, "Work(a b c d)", false},     {"99999999999999999999", 0, "Work(a b c d)", false},
-        {"\xff", 0, "Work(a b c d)", false},
-    };
+    const std::tuple<const char*, std::size_t, const char*, bool> cases[]{
+        {"0", 2, "Work(b c a d)", true},    {"3", 1, "Work(a d b c)", true},
+        {"1", 1, "Work(a b c d)", true},    {"+0", 3, "Work(b c d a)", true},
+        {"9", 0, "Work(a b c d)", true},    {"-1", 0, "Work(a b c d)", false},
+        {" 1", 0, "Work(a b c d)", false},  {"1.0", 0, "Work(a b c d)", false},
+        {"", 0, "Work(a b c d)", false},    {"99999999999999999999", 0, "Work(a b c d)", false},
+        {"\xff", 0, "Work(a b c d)", false}};
     for (const auto& [text, target, order, isMove] : cases) {
         store.updateWorkspace(work);
         ResourceReorderDelegate row(list, target);
         const DropInfo info{.text = text};
         row.dropEntered(info);
-        EXPECT_TRUE(list.dropTargetIndexes->contains(target));
-        EXPECT_TRUE(row.performDrop(info));
+        EXPECT_TRUE(list.dropTargetIndexes->contains(target) && row.performDrop(info));
         desktop.runUntilIdle();
         EXPECT_EQ(names(), order) << text;
         EXPECT_EQ(list.dropTargetIndexes->contains(target), !isMove) << text;
@@ -326,10 +302,8 @@ TEST_F(ResourceList, aRowThatIsDroppedEndsWhereItWasDropped) {
     const DropInfo file{.fileUrls = {"file:///x"}, .text = "0"};
     ResourceReorderDelegate row(list, 0);
     row.dropEntered(file);
-    EXPECT_TRUE(list.dropTargetIndexes->empty());
-    EXPECT_FALSE(row.validateDrop(file));
+    EXPECT_TRUE(list.dropTargetIndexes->empty() && !row.validateDrop(file));
     EXPECT_FALSE(row.performDrop(file));
 }
 
 } // namespace
-} // namespace corvane

@@ -1,28 +1,28 @@
 #include "core/StoreScene.h"
+#include "simulated/SimulatedDesktop.h"
 #include "ui/AddResourceSheet.h"
+#include "ui/ApplicationPicker.h"
 #include "ui/OnboardingView.h"
 #include "ui/SettingsSheet.h"
 #include "ui/WorkspaceSheet.h"
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+using namespace corvane;
+
 namespace {
 
 using enum ResourceType;
 
-class Sheets : public testing::Test {
-protected:
-    StoreScene scene;
-    SimulatedDesktop& desktop = scene.desktop;
+struct Sheets : SceneTest {
     Workspace work = scene.workspace("Work", {scene.resource("note")});
     WorkspaceStore& store = scene.start({work});
-    AddResourceSheet add{work.id,
-                         store,
-                         *scene.bookmarks,
-                         scene.platform.panels,
-                         scene.platform.bundles,
-                         scene.platform.fileSystem};
+    AddResourceSheet add = sheet();
+
+    AddResourceSheet sheet(const std::optional<RecordKey>& edited = {}) {
+        return AddResourceSheet(work.id, store, *scene.bookmarks, platform.panels, platform.bundles,
+                                platform.fileSystem, edited);
+    }
 
     const std::vector<Resource>& resources() const { return store.workspaces->at(0).resources; }
     static std::string shown(const WorkspaceSheet& sheet) {
@@ -41,7 +41,7 @@ protected:
 };
 
 TEST_F(Sheets, aNewWorkspaceComesLastAndOnlyWithAName) {
-    const auto sheet = newSpaceSheet(store, scene.platform.clock);
+    const auto sheet = newSpaceSheet(store, platform.clock);
     EXPECT_EQ(shown(*sheet), "Create New Workspace|Create|||laptopcomputer|48");
     sheet->commit();
     EXPECT_EQ(scene.saves(), 0);
@@ -58,7 +58,7 @@ TEST_F(Sheets, anEditWritesBackTheRecordAsItWasOpened) {
     work.icon = "nothing.known";
     work.description = "Before";
     store.updateWorkspace(work);
-    const auto sheet = editWorkspaceSheet(store.workspaces->front(), store, scene.platform.clock);
+    const auto sheet = editWorkspaceSheet(store.workspaces->front(), store, platform.clock);
     EXPECT_EQ(shown(*sheet), "Edit Workspace|Save|Work|Before|nothing.known|60");
     store.addResource(scene.resource("late"), work.id);
     for (const auto* description : {"Before", "After"}) {
@@ -79,36 +79,27 @@ TEST_F(Sheets, anEditWritesBackTheRecordAsItWasOpened) {
 }
 
 TEST_F(Sheets, anAddressIsValidByItsFirstDecidingRule) {
-    const struct {
-        const char* text;
-        bool isValid;
-    } cases[]{
-        {"", false},
-        {"localhost:3000", true},
-        {"localhost: not even this", true},
-        {"127.0.0.1:8080", true},
-        {"127.0.0.1", true},
-        {"https://", true},
-        {"HTTP://site.test", true},
-        {"ftp://host", true},
-        {"file:///tmp", true},
-        {"chrome://settings", false},
-        {"mailto:a@b.test", true},
-        {"word", false},
-        {"site.test/a?b=1", true},
-        {"site.test/a b", false},
-        {"a.b<c", false},
-    };
-    for (const auto& [text, isValid] : cases) {
+    const std::pair<const char*, bool> cases[]{{"", false},
+                                               {"localhost:3000", true},
+                                               {"localhost: not even this", true},
+                                               {"127.0.0.1:8080", true},
+                                               {"127.0.0.1", true},
+                                               {"https://", true},
+                                               {"HTTP://site.test", true},
+                                               {"ftp://host", true},
+                                               {"file:///tmp", true},
+                                               {"chrome://settings", false},
+                                               {"mailto:a@b.test", true},
+                                               {"word", false},
+                                               {"site.test/a?b=1", true},
+                                               {"site.test/a b", false},
+                                               {"a.b<c", false}};
+    for (const auto& [text, isValid] : cases)
         EXPECT_EQ(AddResourceSheet::isValidURL(text), isValid) << text;
-    }
 }
 
 TEST_F(Sheets, aTypedAddressNamesTheResourceOnce) {
-    const struct {
-        std::vector<std::string> typed;
-        const char* name;
-    } cases[]{
+    const std::pair<std::vector<std::string>, const char*> cases[]{
         {{"https://s", "https://si", "https://site.test"}, "s"},
         {{"https://site.test/page"}, "site.test"},
         {{"site.test"}, "site.test"},
@@ -119,8 +110,7 @@ TEST_F(Sheets, aTypedAddressNamesTheResourceOnce) {
         {{"http:a"}, "http:a"},
         {{"http:a//"}, "http:a//"},
         {{"https://x//"}, "x"},
-        {{"http:///x"}, "http:///x"},
-    };
+        {{"http:///x"}, "http:///x"}};
     for (const auto& [typed, name] : cases) {
         add.select(url);
         for (const auto& text : typed)
@@ -208,11 +198,7 @@ TEST_F(Sheets, aResourceIsChangedAndKeepsWhatTheSheetDoesNotShow) {
     before.associatedApps = {"Quill"};
     before.enabled = false;
     store.addResource(before, work.id);
-    const auto edited = [&] {
-        return AddResourceSheet(work.id, store, *scene.bookmarks, scene.platform.panels,
-                                scene.platform.bundles, scene.platform.fileSystem,
-                                RecordKey{before.id});
-    };
+    const auto edited = [&] { return sheet(RecordKey{before.id}); };
     auto edit = edited();
     EXPECT_EQ(shown(edit), "Edit Resource|Change what this resource opens|Save|Enabled|Run|make|"
                            "disabled");
@@ -236,8 +222,8 @@ TEST_F(Sheets, aResourceIsChangedAndKeepsWhatTheSheetDoesNotShow) {
 }
 
 TEST_F(Sheets, theSettingsSayWhatDependsOnOtherThings) {
-    SettingsSheet settings(store, scene.platform.bundles, scene.platform.applications,
-                           scene.platform.accessibility, scene.platform.mainQueue);
+    SettingsSheet settings(store, platform.bundles, platform.applications, platform.accessibility,
+                           platform.mainQueue);
     EXPECT_EQ(settings.versionLine(), "Version 1.0.0 (Build 1)");
     EXPECT_EQ(settings.autoSaveSubtitle(), "Enable Window Layout Features to use auto-save");
     desktop.screen.isTrusted = false;
@@ -313,5 +299,41 @@ Access from Menu Bar|Always available|Find Corvane in your menu bar to quickly l
     EXPECT_EQ(log, "completed dismissed ");
 }
 
+TEST(ApplicationPickerTest, findsAnApplicationByAPartOfItsName) {
+    SimulatedDesktop desktop;
+    auto platform = desktop.platform();
+    EXPECT_EQ(ApplicationPicker(platform.applications).emptyText(), "There are no applications.");
+    for (const auto* name : {"Quill", "atlas", "Ärger", "Pad 10", "Pad 9"})
+        desktop.install({.path = "/Applications/" + std::string(name) + ".app"});
+    ApplicationPicker picker(platform.applications);
+    int changes = 0;
+    const auto subscription = picker.objectWillChange.subscribe([&] { ++changes; });
+    /// What is shown is the names, the selected one in brackets.
+    const std::tuple<const char*, std::vector<int>, const char*> cases[]{
+        {"", {}, "Ärger atlas Pad 9 Pad 10 Quill "},
+        {"", {1, 1}, "Ärger [atlas] Pad 9 Pad 10 Quill "},
+        {"", {-1}, "Ärger atlas Pad 9 Pad 10 [Quill] "},
+        {"", {1, 100, -2}, "Ärger atlas [Pad 9] Pad 10 Quill "},
+        {"A", {}, "[Ärger] atlas Pad 9 Pad 10 "},
+        {"ad", {1, 1}, "Pad 9 [Pad 10] "},
+        {"zz", {1}, ""}};
+    for (const auto& [typed, moves, expected] : cases) {
+        picker.setSearchText(typed);
+        for (const int by : moves)
+            picker.moveSelection(by);
+        std::string shown;
+        for (std::size_t i = 0; i < picker.entries().size(); ++i) {
+            const auto& name = picker.entries()[i].name;
+            shown += (picker.selected() == i ? "[" + name + "]" : name) + " ";
+        }
+        EXPECT_EQ(shown, expected) << typed;
+    }
+    EXPECT_EQ(picker.emptyText(), "No application has this name.");
+    EXPECT_EQ(picker.chosen(), std::nullopt);
+    picker.setSearchText("quill");
+    picker.select(7);
+    EXPECT_EQ(picker.chosen(), "/Applications/Quill.app");
+    EXPECT_EQ(changes, 7 + 8 + 1);
+}
+
 } // namespace
-} // namespace corvane

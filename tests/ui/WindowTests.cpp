@@ -1,16 +1,11 @@
 #include "core/StoreScene.h"
 #include "ui/ContentState.h"
 
-#include <gtest/gtest.h>
+using namespace corvane;
 
-namespace corvane {
 namespace {
 
-/// A store with three workspaces, and main windows on it.
-class Window : public testing::Test {
-protected:
-    StoreScene scene;
-    SimulatedDesktop& desktop = scene.desktop;
+struct Window : SceneTest {
     WorkspaceStore& store = scene.start({scene.workspace("My Workspace", {scene.resource("Mail")}),
                                          scene.workspace("Homework "), scene.workspace("Écrire")});
 
@@ -22,8 +17,6 @@ protected:
         return text;
     }
 };
-
-// Theme.
 
 TEST_F(Window, theThemeStartsAsTheSystemsAndFollowsItOnlyAtAChangeOfTheScreens) {
     for (const bool dark : {true, false}) {
@@ -42,7 +35,7 @@ TEST_F(Window, theThemeStartsAsTheSystemsAndFollowsItOnlyAtAChangeOfTheScreens) 
 
 TEST_F(Window, aToggleFixesTheThemeForAllWindowsToCome) {
     for (const bool dark : {true, false}) {
-        ThemeManager theme(scene.platform.appearance, scene.platform.mainQueue);
+        ThemeManager theme(platform.appearance, platform.mainQueue);
         const bool before = theme.isDarkMode;
         bool seen = !before;
         const auto subscription =
@@ -67,8 +60,6 @@ TEST_F(Window, anUpdateThatIsUnderWayOutlivesTheWindow) {
     desktop.screenParametersDidChange.fire();
     EXPECT_EQ(desktop.queue.pending(), 0u);
 }
-
-// Header.
 
 TEST_F(Window, eachKeystrokeReachesTheStoreAsTypedAndNothingComesBack) {
     auto first = std::make_unique<ContentState>(store, scene.platform);
@@ -108,27 +99,12 @@ TEST_F(Window, theHeaderFollowsFocusModeAndThemeWhereverTheyChange) {
     header.toggleTheme();
     EXPECT_EQ(shown(), on + "Switch to Light Mode sun.max.fill");
     EXPECT_EQ(fired, 4);
-    EXPECT_EQ(header.savingProblem(), "");
-    desktop.files.unwritable = {workspacesPath};
-    header.saveAgain();
-    EXPECT_EQ(header.savingProblem(), "Changes aren't saved. Press to try again.\n\n“" +
-                                          std::string(workspacesPath) +
-                                          "” can't be written: permission denied.");
-    desktop.files.unwritable.clear();
-    header.saveAgain();
-    EXPECT_EQ(header.savingProblem(), "");
 }
-
-// List.
 
 TEST_F(Window, theSearchLooksAtNamesOnlyAndKeepsTheOrder) {
     StoreState::change(store.workspaces, [](auto& list) { list.back().description = "Work"; });
     const auto content = std::make_unique<ContentState>(store, scene.platform);
-    const struct {
-        const char* search;
-        const char* expected;
-        ListContent content;
-    } cases[]{
+    const std::tuple<const char*, const char*, ListContent> cases[]{
         {"", "[My Workspace][Homework ][Écrire]", ListContent::cards},
         {"WORK", "[My Workspace][Homework ]", ListContent::cards},
         {" ", "[My Workspace][Homework ]", ListContent::cards},
@@ -136,8 +112,7 @@ TEST_F(Window, theSearchLooksAtNamesOnlyAndKeepsTheOrder) {
         {"éCR", "[Écrire]", ListContent::cards},
         {"ecr", "", ListContent::emptySearch},
         {"Mail", "", ListContent::emptySearch},
-        {"  ", "", ListContent::emptySearch},
-    };
+        {"  ", "", ListContent::emptySearch}};
     for (const auto& [search, expected, shown] : cases) {
         content->header.setSearchText(search);
         EXPECT_EQ(names(content->list), expected) << search;
@@ -154,19 +129,4 @@ TEST_F(Window, theSearchLooksAtNamesOnlyAndKeepsTheOrder) {
     EXPECT_EQ(content->list.content(0), ListContent::emptyWorkspaces);
 }
 
-TEST_F(Window, aCardKeepsItsStateAndTheListTellsOfIt) {
-    const auto content = std::make_unique<ContentState>(store, scene.platform);
-    const auto id = store.workspaces->at(1).id;
-    int fired = 0;
-    const auto subscription = content->list.objectWillChange.subscribe([&] { ++fired; });
-    content->list.card(id).isExpanded = true;
-    EXPECT_EQ(fired, 1);
-    content->header.setSearchText("my");
-    content->header.setSearchText("");
-    EXPECT_EQ(fired, 3);
-    EXPECT_TRUE(content->list.card(id).isExpanded);
-    EXPECT_FALSE(content->list.card(store.workspaces->at(0).id).isExpanded);
-}
-
 } // namespace
-} // namespace corvane
