@@ -1,6 +1,4 @@
-#include "foundation/Text.h"
 #include "linux/installed/ApplicationNames.h"
-#include "linux/installed/InstalledApplications.h"
 #include "linux/running/LaunchedApplications.h"
 #include "linux/running/Quitting.h"
 #include "linux/running/RunningApplications.h"
@@ -11,7 +9,6 @@
 #include "platform/Bundles.h"
 #include "windows/MemoryWindowSystem.h"
 
-#include <filesystem>
 #include <list>
 
 using namespace corvane;
@@ -19,27 +16,17 @@ using namespace corvane::machine;
 
 namespace {
 
-namespace fs = std::filesystem;
-
-/// Which application a window is of, and who is asked to quit, with windows in memory and real
-/// processes behind them.
-class IdentityTest : public testing::Test {
-protected:
+struct IdentityTest : testing::Test {
     void SetUp() override {
-        const auto office = place("bin/office");
-        write(office, "");
-        fs::permissions(office, fs::perms::owner_all);
+        const auto office = makeProgram("bin/office", "");
         install("test.writer", "Writer",
                 "Name[de]=Schreiber\nExec=" + office + "\nStartupWMClass=writer");
         install("test.calc", "Calc", "Exec=" + office + "\nStartupWMClass=calc");
         install("test.slow", "Slow", "Exec=" + place("bin/slow"));
         // Its wrapper ends before the program does.
-        write(place("bin/slow"), "#!/bin/sh\nsleep 62 &\nsleep 0.3\n");
-        fs::permissions(place("bin/slow"), fs::perms::owner_all);
+        makeProgram("bin/slow", "sleep 62 &\nsleep 0.3\n");
     }
     void TearDown() override {
-        for (const auto* id : {"test.writer", "test.calc", "test.slow"})
-            uninstall(id);
         for (const auto process : started_)
             kill(process, SIGKILL);
     }
@@ -53,16 +40,12 @@ protected:
         window.hints.className = name;
         return window;
     }
-    /// Launches it as a start of a resource does; its process.
     pid_t launch(const std::string& id) {
-        const auto application = installed_.byDesktopId(id + ".desktop");
-        EXPECT_TRUE(application);
+        const auto application = installed_.byDesktopId(id + ".desktop").value();
         const auto process =
-            startDetached({application->executable}, {.desktopFile = application->desktopFile});
-        EXPECT_TRUE(process);
-        started_.push_back(*process);
-        launched_.add(*application, {*process});
-        return *process;
+            startDetached({application.executable}, {.desktopFile = application.desktopFile});
+        launched_.add(application, {*process});
+        return started_.emplace_back(*process);
     }
     /// What can be told of each application: name, identifier, bundle, other names, kind, windows.
     std::string all() {
@@ -70,9 +53,9 @@ protected:
         const auto now = system_.windows(halfASecondFromNow());
         for (const auto& shown : running_.shownAmong(*now)) {
             const auto& application = shown.application;
-            std::string line = application.localizedName.value_or("?");
-            line += "|" + application.bundleIdentifier.value_or("");
-            line += "|" + (application.bundleURL ? application.bundleURL->path() : "");
+            auto line = application.localizedName.value_or("?") + "|" +
+                        application.bundleIdentifier.value_or("") + "|" +
+                        (application.bundleURL ? application.bundleURL->path() : "");
             for (const auto& other : application.otherNames)
                 line += "|" + other.name;
             if (application.activationPolicy != 0) line += " accessory";
@@ -141,11 +124,8 @@ TEST_F(IdentityTest, aNameInBracketsIsTheSameEverywhere) {
     EXPECT_EQ(named("Writer [test.writer]").bundleURL->path(),
               "/Applications/Writer [test.writer].app");
     EXPECT_EQ(named("Writer [test.writer.other]").bundleIdentifier, "test.writer.other");
-    uninstall("test.writer.other");
 }
 
-/// What a resource stores is what a running application is called and what a search finds, for
-/// everything that this machine has.
 TEST_F(IdentityTest, everyInstalledEntryIsCalledTheSameByAllWhoNameIt) {
     install("test.twin.a", "Twin", "Name[de]=Zwilling\nExec=sh");
     install("test.twin.b", "Twin", "Name[de]=Zwilling\nName[fr]=Jumeau\nExec=sh");
@@ -179,8 +159,6 @@ TEST_F(IdentityTest, everyInstalledEntryIsCalledTheSameByAllWhoNameIt) {
         }
         EXPECT_EQ(called.size(), visible.size());
     }
-    uninstall("test.twin.a");
-    uninstall("test.twin.b");
 }
 
 TEST_F(IdentityTest, onlyMainWindowsMakeAnApplicationAndTheirWordsCountFirst) {
@@ -201,8 +179,7 @@ TEST_F(IdentityTest, onlyMainWindowsMakeAnApplicationAndTheirWordsCountFirst) {
 TEST_F(IdentityTest, onlyWhatTakesARequestIsAsked) {
     const auto process = program();
     show("deaf", process, "writer").canBeAskedToClose = false;
-    EXPECT_FALSE(quitting_.terminate(named("Writer")));
-    EXPECT_FALSE(quitting_.forceTerminate(named("Writer")));
+    EXPECT_FALSE(quitting_.terminate(named("Writer")) || quitting_.forceTerminate(named("Writer")));
     show("hears", process, "writer");
     EXPECT_TRUE(quitting_.terminate(named("Writer")));
     EXPECT_EQ(system_.askedToClose, std::vector<std::string>{"hears"});
@@ -217,10 +194,8 @@ TEST_F(IdentityTest, panelsAndDesktopsStay) {
     EXPECT_FALSE(quitting_.terminate(named("Calc")));
     EXPECT_TRUE(quitting_.terminate(named("Writer"))) << "its other window goes";
     EXPECT_EQ(system_.askedToClose, std::vector<std::string>{"folder"});
-    for (const auto* name : {"Calc", "Writer"}) {
-        EXPECT_FALSE(quitting_.terminate(named(name)));
-        EXPECT_FALSE(quitting_.forceTerminate(named(name)));
-    }
+    for (const auto* name : {"Calc", "Writer"})
+        EXPECT_FALSE(quitting_.terminate(named(name)) || quitting_.forceTerminate(named(name)));
 }
 
 TEST_F(IdentityTest, aWindowOfOursIsFoundBeforeItIsListedAndElseByWhatIsMostLikeIt) {
@@ -229,8 +204,7 @@ TEST_F(IdentityTest, aWindowOfOursIsFoundBeforeItIsListedAndElseByWhatIsMostLike
     } early;
     RunningApplications running(installed_, early, launched_);
     const auto number = early.show({.window = {.process = getpid()}, .title = "Own"}).window.number;
-    EXPECT_TRUE(running.ownWindow(number, "Ow"));
-    EXPECT_FALSE(running.ownWindow(number, "Other"));
+    EXPECT_TRUE(running.ownWindow(number, "Ow") && !running.ownWindow(number, "Other"));
     show("Own - Corvane", getpid());
     const auto other = show("Other", getpid()).window.number;
     show("Own", program());
@@ -270,9 +244,7 @@ TEST_F(IdentityTest, whereNobodyTellsProcessesApplicationsAreWhatTheirWindowsSay
     EXPECT_FALSE(quitting_.terminate(named("Corvane")));
 
     system_.clients[1].ignoresClose = true;
-    EXPECT_TRUE(quitting_.terminate(w));
-    EXPECT_TRUE(quitting_.terminate(c));
-    EXPECT_FALSE(quitting_.forceTerminate(c));
+    EXPECT_TRUE(quitting_.terminate(w) && quitting_.terminate(c) && !quitting_.forceTerminate(c));
     EXPECT_EQ(text::joined(system_.askedToClose, " "), "list letter sums");
     EXPECT_EQ(all(), calc + " sums" + own);
 
@@ -284,8 +256,6 @@ TEST_F(IdentityTest, whereNobodyTellsProcessesApplicationsAreWhatTheirWindowsSay
     show("shell", 0, "term");
     EXPECT_TRUE(quitting_.terminate(named("Term")));
     EXPECT_EQ(jobs_, std::vector<std::string>{"Term"}) << "what runs in it nobody tells";
-    uninstall("test.term");
-    uninstall(programIdentifier);
 }
 
 TEST_F(IdentityTest, aSandboxIsBelievedForWhatLiesInIt) {
@@ -319,7 +289,6 @@ TEST_F(IdentityTest, aSandboxIsBelievedForWhatLiesInIt) {
     auto& window = show("the compositor tells its sandbox", program(), "calc");
     window.hints.sandboxId = "test.writer";
     EXPECT_TRUE(all().starts_with("Writer|test.writer")) << all();
-    uninstall("office_writer");
 }
 
 TEST_F(IdentityTest, whatLiesOutsideOfTheMenusIsItsProgramsBundle) {
@@ -358,9 +327,7 @@ TEST_F(IdentityTest, whatWasLaunchedRunsBeforeItShowsAWindow) {
 }
 
 TEST_F(IdentityTest, whatALaunchedProgramOpensIsItsOwn) {
-    install("test.slow", "Slow", "Exec=" + place("bin/stays"));
-    write(place("bin/stays"), "#!/bin/sh\nsleep 62 &\nwait\n");
-    fs::permissions(place("bin/stays"), fs::perms::owner_all);
+    install("test.slow", "Slow", "Exec=" + makeProgram("bin/stays", "sleep 62 &\nwait\n"));
     const auto process = launch("test.slow");
     std::vector<pid_t> processes;
     ASSERT_TRUE(comesTrue([&] { return (processes = processesLaunchedAs(process)).size() == 2; }));

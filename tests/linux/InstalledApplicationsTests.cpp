@@ -1,12 +1,12 @@
 #include "foundation/Text.h"
 #include "linux/installed/ApplicationNames.h"
+#include "linux/installed/ExecLine.h"
+#include "linux/installed/InstalledApplications.h"
 #include "linux/installed/LinuxBundles.h"
+#include "linux/installed/LinuxMetadataQuery.h"
+#include "linux/scripts/MdfindQuery.h"
 #include "linux/scripts/MdfindTool.h"
 #include "machine/Machine.h"
-
-#include <algorithm>
-#include <filesystem>
-#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -15,53 +15,35 @@ using namespace corvane::machine;
 
 namespace {
 
-std::string bundlePathOf(const InstalledApplications& installed, const std::string& id) {
-    const auto found = installed.byDesktopId(id + ".desktop");
-    return found ? found->bundlePath : "";
-}
-
 bool lists(const std::vector<InstalledApplication>& applications, const std::string& path) {
     return std::ranges::count(applications, path, &InstalledApplication::bundlePath) == 1;
 }
 
-/// Takes away what a test installed.
-class InstalledApplicationsTest : public testing::Test {
-protected:
-    void add(const std::string& id, const std::string& name, const std::string& keys = "Exec=sh") {
-        install(id, name, keys);
-        added_.push_back(id);
-    }
-    void TearDown() override {
-        for (const auto& id : added_)
-            uninstall(id);
+struct InstalledApplicationsTest : testing::Test {
+    std::string bundlePathOf(const std::string& id) const {
+        const auto found = installed_.byDesktopId(id + ".desktop");
+        return found ? found->bundlePath : "";
     }
     InstalledApplications installed_;
     LinuxBundles bundles_{installed_};
-
-private:
-    std::vector<std::string> added_;
 };
 
 TEST_F(InstalledApplicationsTest, anEntryIsABundleNamedInBothLanguages) {
-    add("org.example.Editor", "Text Editor",
-        "Name[de]=Textbearbeitung\nExec=sh -c x %f\nIcon=pen\nStartupWMClass=Edit\n"
-        "TerminalArgExec=--run");
-    const auto editor = installed_.byBundlePath("/Applications/Text Editor.app/");
-    ASSERT_TRUE(editor);
-    EXPECT_EQ(editor->bundleIdentifier, "org.example.Editor");
-    EXPECT_EQ(editor->name, "Text Editor");
-    EXPECT_EQ(editor->displayName, "Textbearbeitung");
-    EXPECT_EQ(editor->startupWmClass, "Edit");
-    EXPECT_EQ(editor->executable, "sh");
-    EXPECT_EQ(editor->terminalOption, "--run");
+    install("org.example.Editor", "Text Editor",
+            "Name[de]=Textbearbeitung\nExec=sh -c x %f\nIcon=pen\nStartupWMClass=Edit\n"
+            "TerminalArgExec=--run");
+    const auto editor = installed_.byBundlePath("/Applications/Text Editor.app/").value();
+    EXPECT_EQ(text::joined({editor.bundleIdentifier, editor.name, editor.displayName,
+                            editor.startupWmClass, editor.executable, editor.terminalOption},
+                           "|"),
+              "org.example.Editor|Text Editor|Textbearbeitung|Edit|sh|--run");
     EXPECT_EQ(installed_.byBundleIdentifier("ORG.example.editor"), editor);
     EXPECT_FALSE(installed_.byBundlePath("/Applications/Textbearbeitung.app"));
     EXPECT_FALSE(installed_.byBundleIdentifier(""));
-    const auto bundle = bundles_.open("/Applications/Text Editor.app");
-    ASSERT_TRUE(bundle);
-    EXPECT_EQ(bundle->bundleIdentifier, "org.example.Editor");
-    EXPECT_EQ(bundle->displayName, "Textbearbeitung");
-    EXPECT_EQ(bundle->name, "Text Editor");
+    const auto bundle = bundles_.open("/Applications/Text Editor.app").value();
+    EXPECT_EQ(bundle.bundleIdentifier, "org.example.Editor");
+    EXPECT_EQ(bundle.displayName, "Textbearbeitung");
+    EXPECT_EQ(bundle.name, "Text Editor");
     EXPECT_FALSE(bundles_.open("/Applications/Textbearbeitung.app"));
 }
 
@@ -74,14 +56,14 @@ TEST_F(InstalledApplicationsTest, theProgramKnowsItselfAndTheSystem) {
 }
 
 TEST_F(InstalledApplicationsTest, sharedNamesGetTheIdInBrackets) {
-    add("a.one", "In/Out");
-    EXPECT_EQ(bundlePathOf(installed_, "a.one"), "/Applications/In:Out.app");
-    add("b.hidden", "In/Out", "Exec=sh\nNoDisplay=true");
-    EXPECT_EQ(bundlePathOf(installed_, "a.one"), "/Applications/In:Out.app");
-    EXPECT_EQ(bundlePathOf(installed_, "b.hidden"), "/Applications/In:Out [b.hidden].app");
-    add("c.two", "In:Out");
-    EXPECT_EQ(bundlePathOf(installed_, "a.one"), "/Applications/In:Out [a.one].app");
-    EXPECT_EQ(bundlePathOf(installed_, "c.two"), "/Applications/In:Out [c.two].app");
+    install("a.one", "In/Out");
+    EXPECT_EQ(bundlePathOf("a.one"), "/Applications/In:Out.app");
+    install("b.hidden", "In/Out", "Exec=sh\nNoDisplay=true");
+    EXPECT_EQ(bundlePathOf("a.one"), "/Applications/In:Out.app");
+    EXPECT_EQ(bundlePathOf("b.hidden"), "/Applications/In:Out [b.hidden].app");
+    install("c.two", "In:Out");
+    EXPECT_EQ(bundlePathOf("a.one"), "/Applications/In:Out [a.one].app");
+    EXPECT_EQ(bundlePathOf("c.two"), "/Applications/In:Out [c.two].app");
     EXPECT_EQ(installed_.byBundlePath("/Applications/In:Out.app")->desktopId, "a.one.desktop")
         << "a path from before still leads somewhere";
     uninstall("c.two");
@@ -90,18 +72,18 @@ TEST_F(InstalledApplicationsTest, sharedNamesGetTheIdInBrackets) {
 }
 
 TEST_F(InstalledApplicationsTest, showsOnlyWhatTheDesktopShows) {
-    add("z.shown", "Z Shown");
-    add("z.nodisplay", "Z NoDisplay", "Exec=sh\nNoDisplay=true");
-    add("z.elsewhere", "Z Elsewhere", "Exec=sh\nOnlyShowIn=OTHER;");
-    add("z.deleted", "Z Deleted", "Exec=sh\nHidden=true");
-    add("z.missing", "Z Missing", "Exec=no-such-program-anywhere");
+    install("z.shown", "Z Shown");
+    install("z.nodisplay", "Z NoDisplay", "Exec=sh\nNoDisplay=true");
+    install("z.elsewhere", "Z Elsewhere", "Exec=sh\nOnlyShowIn=OTHER;");
+    install("z.deleted", "Z Deleted", "Exec=sh\nHidden=true");
+    install("z.missing", "Z Missing", "Exec=no-such-program-anywhere");
     write(place("data/applications/z.link.desktop"), "[Desktop Entry]\nType=Link\nName=Z Link\n");
     const auto folder = place("data/applications/");
     write(folder + "z.broken.desktop", "[Desktop Entry\nName");
     const std::pair<const char*, const char*> links[]{
         {"z.round.desktop", "z.round.desktop"}, {"a-round", "a-round"}, {"a-back", "."}};
     for (const auto& [name, target] : links)
-        std::filesystem::create_symlink(target, folder + name);
+        fs::create_symlink(target, folder + name);
     const auto shown = installed_.shown();
     const auto all = installed_.all();
     EXPECT_TRUE(lists(shown, "/Applications/Z Shown.app"));
@@ -110,26 +92,20 @@ TEST_F(InstalledApplicationsTest, showsOnlyWhatTheDesktopShows) {
         EXPECT_FALSE(lists(shown, "/Applications/Z " + std::string(name) + ".app")) << name;
         EXPECT_TRUE(lists(all, "/Applications/Z " + std::string(name) + ".app")) << name;
     }
-    for (const char* name : {"Deleted", "Missing", "Link", "Broken"}) {
+    for (const char* name : {"Deleted", "Missing", "Link", "Broken"})
         EXPECT_FALSE(lists(all, "/Applications/Z " + std::string(name) + ".app")) << name;
-    }
-    for (const auto& [name, target] : links)
-        std::filesystem::remove(folder + name);
-    uninstall("z.link");
-    uninstall("z.broken");
 }
 
 TEST_F(InstalledApplicationsTest, anEntrysFileIsItsApplicationAndSoIsACopy) {
-    add("x.tool", "X Tool");
-    add("x.internal", "X Internal", "Exec=sh\nNoDisplay=true");
-    add("x.deleted", "X Deleted", "Exec=sh\nHidden=true");
+    install("x.tool", "X Tool");
+    install("x.internal", "X Internal", "Exec=sh\nNoDisplay=true");
+    install("x.deleted", "X Deleted", "Exec=sh\nHidden=true");
     const std::string entry = "[Desktop Entry]\nType=Application\nExec=sh\nName=";
     write(place("Desktop/copied.desktop"), entry + "X Tool\n");
     write(place("Desktop/own.desktop"), entry + "X Tool of mine\n");
     write(place("Desktop/broken.desktop"), "[Desktop Entry\nName=X Tool");
     write(place("Desktop/text.txt"), entry + "X Tool\n");
-    std::filesystem::create_symlink(place("data/applications/x.tool.desktop"),
-                                    place("Desktop/linked.desktop"));
+    fs::create_symlink(place("data/applications/x.tool.desktop"), place("Desktop/linked.desktop"));
     const std::pair<const char*, std::string> cases[]{
         {"data/applications/x.tool.desktop", "X Tool"},
         {"data/applications/x.internal.desktop", "X Internal"},
@@ -140,48 +116,45 @@ TEST_F(InstalledApplicationsTest, anEntrysFileIsItsApplicationAndSoIsACopy) {
         {"Desktop/broken.desktop", ""},
         {"Desktop/text.txt", ""},
         {"Desktop/missing.desktop", ""}};
-    for (const auto& [file, name] : cases) {
+    for (const auto& [file, name] : cases)
         EXPECT_EQ(bundles_.bundlePathOfLauncher(place(file)).value_or(""),
                   name.empty() ? "" : "/Applications/" + name + ".app")
             << file;
-    }
 }
 
 TEST_F(InstalledApplicationsTest, followsChangesOfTheFolders) {
-    add("y.app", "Before");
-    EXPECT_EQ(bundlePathOf(installed_, "y.app"), "/Applications/Before.app");
-    add("y.app", "Afterwards");
-    EXPECT_EQ(bundlePathOf(installed_, "y.app"), "/Applications/Afterwards.app");
+    install("y.app", "Before");
+    EXPECT_EQ(bundlePathOf("y.app"), "/Applications/Before.app");
+    install("y.app", "Afterwards");
+    EXPECT_EQ(bundlePathOf("y.app"), "/Applications/Afterwards.app");
     uninstall("y.app");
-    EXPECT_EQ(bundlePathOf(installed_, "y.app"), "");
+    EXPECT_EQ(bundlePathOf("y.app"), "");
 
     const std::string program = place("bin/comes-later");
-    add("y.later", "Later", "Exec=" + program);
-    EXPECT_EQ(bundlePathOf(installed_, "y.later"), "");
-    std::filesystem::copy(place("bin/recorder"), program);
-    EXPECT_TRUE(comesTrue([&] { return !bundlePathOf(installed_, "y.later").empty(); }));
+    install("y.later", "Later", "Exec=" + program);
+    EXPECT_EQ(bundlePathOf("y.later"), "");
+    fs::copy(place("bin/recorder"), program);
+    EXPECT_TRUE(comesTrue([&] { return !bundlePathOf("y.later").empty(); }));
 
     write(place("data/applications/y.later.desktop"),
           "[Desktop Entry]\nType=Application\nName=Edited\nExec=sh\n");
-    EXPECT_TRUE(comesTrue(
-        [&] { return bundlePathOf(installed_, "y.later") == "/Applications/Edited.app"; }));
+    EXPECT_TRUE(comesTrue([&] { return bundlePathOf("y.later") == "/Applications/Edited.app"; }));
 }
 
 TEST_F(InstalledApplicationsTest, theUsersEntryStandsBeforeTheSystemsEvenWhenDeleted) {
     write(place("system/applications/vendor/tool.desktop"),
           "[Desktop Entry]\nType=Application\nName=System Tool\nExec=sh\n");
-    EXPECT_EQ(bundlePathOf(installed_, "vendor-tool"), "/Applications/System Tool.app");
-    add("vendor-tool", "My Tool");
-    EXPECT_EQ(bundlePathOf(installed_, "vendor-tool"), "/Applications/My Tool.app");
-    add("vendor-tool", "My Tool", "Exec=sh\nHidden=true");
-    EXPECT_EQ(bundlePathOf(installed_, "vendor-tool"), "");
+    EXPECT_EQ(bundlePathOf("vendor-tool"), "/Applications/System Tool.app");
+    install("vendor-tool", "My Tool");
+    EXPECT_EQ(bundlePathOf("vendor-tool"), "/Applications/My Tool.app");
+    install("vendor-tool", "My Tool", "Exec=sh\nHidden=true");
+    EXPECT_EQ(bundlePathOf("vendor-tool"), "");
 }
 
 TEST_F(InstalledApplicationsTest, finderTerminalAndSafariAreOtherNamesOfWhatStandsForThem) {
     const auto known = [&](const std::string& id) {
         const auto found = installed_.byDesktopId(id + ".desktop");
-        std::string names = found ? found->storedName() : "nothing";
-        if (!found) return names;
+        auto names = found.value().storedName();
         for (const auto& other : otherNames(*found, installed_.roles()))
             names += ", " + other.name + " " + other.bundleIdentifier + " " + other.bundlePath;
         return names;
@@ -197,16 +170,16 @@ TEST_F(InstalledApplicationsTest, finderTerminalAndSafariAreOtherNamesOfWhatStan
         EXPECT_EQ(installed_.byBundleIdentifier(identifier)->bundlePath, own);
         EXPECT_TRUE(lists(installed_.visible(), own)) << "a picker shows it once";
     }
-    add("s.real", "Safari");
+    install("s.real", "Safari");
     EXPECT_EQ(installed_.byBundlePath(browserPath)->desktopId, "s.real.desktop");
 }
 
 TEST_F(InstalledApplicationsTest, aNameOfBeforeFitsWhereNothingElseIsCalledSo) {
-    add("a.one", "Pad", "Name[de]=Block\nExec=sh");
-    add("b.two", "Notes", "Name[de]=Block\nExec=sh");
-    add("c.three", "Notes", "Name[de]=Zettel\nExec=sh");
-    add("d.four", "In/Out", "Name[de]=Pad\nExec=sh");
-    add("e.hidden", "In/Out", "Name[de]=Innen\nExec=sh\nNoDisplay=true");
+    install("a.one", "Pad", "Name[de]=Block\nExec=sh");
+    install("b.two", "Notes", "Name[de]=Block\nExec=sh");
+    install("c.three", "Notes", "Name[de]=Zettel\nExec=sh");
+    install("d.four", "In/Out", "Name[de]=Pad\nExec=sh");
+    install("e.hidden", "In/Out", "Name[de]=Innen\nExec=sh\nNoDisplay=true");
     std::string seen;
     for (const char* id : {"a.one", "b.two", "c.three", "d.four", "e.hidden"}) {
         const auto found = installed_.byDesktopId(std::string(id) + ".desktop");
@@ -214,6 +187,118 @@ TEST_F(InstalledApplicationsTest, aNameOfBeforeFitsWhereNothingElseIsCalledSo) {
     }
     EXPECT_EQ(seen, "Pad () Notes [b.two] () Notes [c.three] (Zettel) In:Out (In/Out) "
                     "In:Out [e.hidden] (Innen) ");
+}
+
+std::string commandsOf(const std::string& exec, const std::vector<std::string>& uris,
+                       const std::vector<std::string>& arguments) {
+    InstalledApplication application;
+    application.desktopFile = "/a/b.desktop";
+    application.displayName = "A B";
+    application.exec = exec;
+    application.icon = "pen";
+    const auto commands = execCommands(application, uris, arguments);
+    if (!commands) return "error";
+    std::vector<std::string> lines;
+    for (const auto& command : *commands)
+        lines.push_back(text::joined(command, "|"));
+    return text::joined(lines, " + ");
+}
+
+TEST(ExecLine, fillsInFieldCodes) {
+    const std::string file = "file:///tmp/a%20b";
+    const std::string web = "http://x.example/?q=%20";
+    using Words = std::vector<std::string>;
+    const std::tuple<std::string, Words, Words, std::string> cases[]{
+        {"edit %f", {}, {}, "edit"},
+        {"edit %f", {file}, {}, "edit|/tmp/a b"},
+        {"edit %f", {file, "file:///c"}, {}, "edit|/tmp/a b + edit|/c"},
+        {"edit %F", {file, "file:///c"}, {}, "edit|/tmp/a b|/c"},
+        {"edit %u", {web}, {}, "edit|" + web},
+        {"edit -w %U end", {web, file}, {}, "edit|-w|" + web + "|" + file + "|end"},
+        {"edit --at=%f", {file}, {}, "edit|--at=/tmp/a b"},
+        {"edit", {file}, {}, "edit|/tmp/a b"},
+        {"edit", {web}, {}, "edit|" + web},
+        {"edit %F", {web}, {}, "error"},
+        {"sh -c \"cat %f\"", {file}, {}, "sh|-c|cat ${1+\"${1}\"}|sh|/tmp/a b"},
+        {"sh -c \"cat %f\"", {}, {}, "sh|-c|cat ${1+\"${1}\"}|sh"},
+        {"env A=b /bin/bash -lc 'x \"%u\" 5%% %c' me",
+         {web},
+         {},
+         "env|A=b|/bin/bash|-lc|x \"${1}\" 5% A B|me|" + web},
+        {"sh -c \"cat %F\"",
+         {file, "file:///c"},
+         {},
+         "sh|-c|cat ${1+\"${1}\"}|sh|/tmp/a b + sh|-c|cat ${1+\"${1}\"}|sh|/c"},
+        {"sh -c \"x '%f'\"", {file}, {}, "sh|-c|x ''${1+\"${1}\"}''|sh|/tmp/a b"},
+        {"sh -c %f", {file}, {}, "sh|-c|${1+\"${1}\"}|sh|/tmp/a b"},
+        {"perl -e \"open %f\"", {file}, {}, "error"},
+        {"xterm -e \"cat %f\"", {file}, {}, "error"},
+        {"edit %u", {"file:+silent!!touch%20x"}, {}, "error"},
+        {"edit %f", {"file:-x"}, {}, "error"},
+        {"edit %u", {"file://otherhost/etc/x"}, {}, "error"},
+        {"edit %f", {"file://localhost/c"}, {}, "edit|/c"},
+        {"edit %U", {"-x"}, {}, "error"},
+        {"edit %f", {"file:///a%00b"}, {}, "error"},
+        {"edit %f", {}, {"-n", "%f $(x)"}, "edit|-n|%f $(x)"},
+        {"edit %f", {file}, {"-n"}, "edit|/tmp/a b|-n"},
+        {"\"my edit\" %i %c %k 100%% %m", {}, {}, "my edit|--icon|pen|A B|/a/b.desktop|100%"},
+        {"sh -c \"exec edit\" '' %f", {}, {}, "sh|-c|exec edit|"},
+        {"edit \"open", {}, {}, "error"},
+        {"", {}, {}, "error"}};
+    for (const auto& [exec, uris, arguments, commands] : cases)
+        EXPECT_EQ(commandsOf(exec, uris, arguments), commands) << exec;
+}
+
+std::string queryFor(const std::string& name) {
+    return "kMDItemKind == 'Application' && kMDItemDisplayName == '" + name + "'";
+}
+
+TEST(MdfindQuery, readsOneFormAndNothingElse) {
+    const std::vector<std::pair<std::string, std::optional<std::string>>> cases{
+        {queryFor("Mail"), "Mail"},
+        {queryFor(""), ""},
+        {queryFor("a && b == \"c\""), "a && b == \"c\""},
+        {queryFor("a\\'b\\\\"), "a'b\\"},
+        {" kMDItemKind=='Application'&&kMDItemDisplayName=='x' ", "x"},
+        {queryFor("It's"), std::nullopt},
+        {queryFor("x' || 'a' == 'a"), std::nullopt},
+        {queryFor("x") + " && kMDItemKind == 'y'", std::nullopt},
+        {queryFor("x\\"), std::nullopt},
+        {"kMDItemKind == 'Folder' && kMDItemDisplayName == 'x'", std::nullopt},
+        {"kMDItemDisplayName == 'x'", std::nullopt},
+        {"kMDItemKind == 'Application' && kMDItemDisplayName == '", std::nullopt},
+        {"", std::nullopt}};
+    for (const auto& [query, name] : cases)
+        EXPECT_EQ(parseApplicationNameQuery(query), name) << query;
+}
+
+TEST(MdfindTool, printsTheBundlesOfThatName) {
+    install("m.clock", "Alarm Clock", "Name[de]=Wecker\nExec=sh");
+    const InstalledApplications installed;
+    const auto run = [&](const std::string& name) {
+        const auto result = runMdfindTool(installed, {queryFor(name)});
+        return std::to_string(result.status) + ":" + result.output;
+    };
+    EXPECT_EQ(run("Wecker"), "0:/Applications/Alarm Clock.app\n");
+    EXPECT_EQ(run("wecker"), "0:");
+    EXPECT_EQ(run("Finder"), "0:/Applications/Files.app\n");
+    EXPECT_EQ(run("Weck'er"), "1:");
+    EXPECT_EQ(runMdfindTool(installed, {}).status, 1);
+}
+
+TEST(MetadataQuery, findsPartsOfNamesIgnoringCaseAndDiacritics) {
+    install("q.cafe", "Coffee House", "Name[de]=Kaffee-Café\nExec=sh");
+    const InstalledApplications installed;
+    LinuxMetadataQuery query(installed);
+    const std::string format =
+        "kMDItemKind == 'Application' AND kMDItemDisplayName CONTAINS[cd] %@";
+    for (const char* part : {"CAFE", "fée-c", "coffee h"}) {
+        const auto items = query.results(format, part);
+        ASSERT_EQ(items.size(), 1) << part;
+        EXPECT_EQ(items.front().path, "/Applications/Coffee House.app");
+    }
+    EXPECT_TRUE(query.results(format, "").empty());
+    EXPECT_TRUE(query.results("kMDItemDisplayName == %@", "Coffee House").empty());
 }
 
 } // namespace

@@ -2,20 +2,14 @@
 #include "core/StoreScene.h"
 #include "machine/Machine.h"
 
-#include <algorithm>
 #include <csignal>
-#include <filesystem>
-#include <functional>
-#include <optional>
 #include <random>
 
-#include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 using namespace corvane;
 using namespace corvane::machine;
-namespace fs = std::filesystem;
 
 namespace {
 
@@ -40,35 +34,23 @@ Workspace workspace(std::size_t number) {
     return made;
 }
 
-/// One of a row of edits, the same in every run.
 void edit(WorkspaceStore& store, std::size_t number) {
     const Uuid id = identifier(number - number % 4);
-    switch (number % 4) {
-    case 0:
-        return store.addWorkspace(workspace(number));
-    case 1:
-        return store.renameResource(id, "Renamed " + std::to_string(number), id);
-    case 2:
-        return store.addAssociatedApp(id, "App " + std::to_string(number), id);
-    default:
-        // Some stay, so that the file grows.
-        if (number % 5 != 0)
-            store.deleteWorkspace(id);
-        else
-            store.removeResource(id, id);
-    }
+    const auto name = std::to_string(number);
+    if (number % 4 == 0) return store.addWorkspace(workspace(number));
+    if (number % 4 == 1) return store.renameResource(id, name, id);
+    if (number % 4 == 2) return store.addAssociatedApp(id, name, id);
+    // Some stay, so that the file grows.
+    number % 5 != 0 ? store.deleteWorkspace(id) : store.removeResource(id, id);
 }
 
 /// Stands for a content: all of them would make the process too big to fork fast.
-std::size_t digest(const std::string& content) {
-    return std::hash<std::string>()(content);
-}
+constexpr std::hash<std::string> digest{};
 
 std::string firstContent() {
     return encodeWorkspaces({workspace(edits)});
 }
 
-/// What the file holds after each edit.
 std::vector<std::size_t> digestsOfAllStates() {
     StoreScene scene;
     auto& store = scene.start({workspace(edits)});
@@ -80,28 +62,19 @@ std::vector<std::size_t> digestsOfAllStates() {
     return states;
 }
 
-/// Makes one edit after the other, and reports how many are done before each.
 [[noreturn]] void editUntilKilled(std::size_t done, int report) {
     StoreOnDisk disk;
-    for (;;) {
+    for (;; edit(disk.store, done++)) {
         if (write(report, &done, sizeof done) != sizeof done) _exit(1);
-        if (done < edits)
-            edit(disk.store, done++);
-        else
-            pause();
+        if (done == edits) pause();
     }
 }
 
-/// What another program does after an edit began, and how many more may begin then.
-struct Meanwhile {
-    std::function<void()> act;
-    int edits;
-};
-
-/// The last report of a process that is killed some time after one of its first edits began. How
-/// many it makes so doesn't hang on what else the machine does.
-std::size_t editAndKill(std::size_t from, int edit, useconds_t after,
-                        const std::optional<Meanwhile>& meanwhile = {}) {
+/// The last report of a process that is killed some time after one of its first edits, and of more
+/// behind what another program does, began. So their number doesn't hang on the machine.
+std::size_t editAndKill(
+    std::size_t from, int edit, useconds_t after, const std::function<void()>& meanwhile = [] {},
+    int more = 0) {
     int ends[2];
     EXPECT_EQ(pipe(ends), 0);
     const pid_t child = fork();
@@ -113,10 +86,8 @@ std::size_t editAndKill(std::size_t from, int edit, useconds_t after,
             EXPECT_EQ(read(ends[0], &last, sizeof last), static_cast<ssize_t>(sizeof last));
     };
     await(edit + 1);
-    if (meanwhile) {
-        meanwhile->act();
-        await(meanwhile->edits);
-    }
+    meanwhile();
+    await(more);
     usleep(after);
     EXPECT_EQ(kill(child, SIGKILL), 0);
     int status = 0;
@@ -128,8 +99,7 @@ std::size_t editAndKill(std::size_t from, int edit, useconds_t after,
     return last;
 }
 
-class KilledStore : public testing::Test {
-protected:
+struct KilledStore : testing::Test {
     void TearDown() override { fs::remove_all(folder); }
 
     const std::string folder = place("killed");
@@ -158,15 +128,12 @@ TEST_F(KilledStore, leavesTheFileOfItsLastEditOrOfTheOneUnderWay) {
         state = now;
     }
     EXPECT_GT(editsMade, 50u) << "the kills came too soon to mean anything";
-    for (const auto& name : namesIn(folder + "/Corvane")) {
+    for (const auto& name : namesIn(folder + "/Corvane"))
         EXPECT_TRUE(name == "corvane_workspaces.json" || name == "Copies" ||
                     name.starts_with(".corvane"))
             << name;
-    }
-    RecordProperty("edits", static_cast<int>(editsMade));
 }
 
-/// Another program puts its file in the place while edits are saved, shortly before the kill.
 TEST_F(KilledStore, leavesAWholeFileAndTheOneOfAnotherProgram) {
     std::size_t filesKept = 0;
     for (int round = 0; round < 60; ++round) {
@@ -178,7 +145,7 @@ TEST_F(KilledStore, leavesAWholeFileAndTheOneOfAnotherProgram) {
             usleep(moment(random));
             fs::rename(folder + "/new", file);
         };
-        editAndKill(0, edit(random), moment(random), Meanwhile{change, edit(random)});
+        editAndKill(0, edit(random), moment(random), change, edit(random));
         std::size_t found = 0;
         for (const auto& name : namesIn(folder + "/Corvane"))
             found += machine::read(folder + "/Corvane/" + name) == theirs ? 1 : 0;

@@ -3,19 +3,17 @@
 #include "machine/Machine.h"
 #include "simulated/SimulatedQueue.h"
 
-#include <filesystem>
-
-#include <gtest/gtest.h>
-
 using namespace corvane;
 using namespace corvane::machine;
-namespace fs = std::filesystem;
 
 namespace {
 
-class LinuxUserDefaultsTest : public testing::Test {
-protected:
+struct LinuxUserDefaultsTest : testing::Test {
     void SetUp() override { fs::remove_all(folder_); }
+    void setFlag(LinuxUserDefaults& defaults, bool value) {
+        defaults.setObject("flag", {value});
+        queue_.runFor(0);
+    }
     LinuxUserDefaults open() { return LinuxUserDefaults(files_, queue_, queue_, queue_); }
 
     const std::string folder_ = place("defaults");
@@ -39,11 +37,9 @@ TEST_F(LinuxUserDefaultsTest, comeBackAfterARestartUntilTheDomainIsRemoved) {
         defaults.removeObject("gone");
     }
     auto defaults = open();
-    EXPECT_FALSE(defaults.isUnreadable());
-    EXPECT_TRUE(defaults.boolForKey("flag"));
+    EXPECT_TRUE(!defaults.isUnreadable() && defaults.boolForKey("flag"));
     EXPECT_EQ(defaults.stringForKey("text"), "Größe");
-    EXPECT_FALSE(defaults.objectForKey("gone"));
-    EXPECT_TRUE(read(file_).starts_with("bplist00"));
+    EXPECT_TRUE(!defaults.objectForKey("gone") && read(file_).starts_with("bplist00"));
 
     for (const auto& [value, text] : std::map<std::string, PropertyList>{
              {"1", {true}}, {"0", {false}}, {"7", {std::int64_t{7}}}, {"0.5", {0.5}}}) {
@@ -61,23 +57,19 @@ TEST_F(LinuxUserDefaultsTest, comeBackAfterARestartUntilTheDomainIsRemoved) {
         defaults.setObject(key, {true});
     EXPECT_EQ(queue_.pending(), 1u) << "one write for a turn";
     queue_.runFor(0);
-    EXPECT_TRUE(open().boolForKey("other"));
-    EXPECT_TRUE(fs::is_symlink(file_));
+    EXPECT_TRUE(open().boolForKey("other") && fs::is_symlink(file_));
 }
 
 TEST_F(LinuxUserDefaultsTest, anUnchangedValueIsNotWritten) {
     auto defaults = open();
-    defaults.setObject("flag", {true});
-    queue_.runFor(0);
+    setFlag(defaults, true);
     fs::remove(file_);
     defaults.setObject("flag", {true});
     defaults.removeObject("absent");
     queue_.runFor(0);
     EXPECT_FALSE(fs::exists(file_));
-    defaults.setObject("flag", {false});
-    queue_.runFor(0);
-    EXPECT_FALSE(open().boolForKey("flag"));
-    EXPECT_TRUE(fs::exists(file_));
+    setFlag(defaults, false);
+    EXPECT_TRUE(!open().boolForKey("flag") && fs::exists(file_));
 }
 
 TEST_F(LinuxUserDefaultsTest, anUnreadableFileIsKeptAsideBeforeTheFirstWriteAndThatIsTold) {
@@ -95,8 +87,7 @@ TEST_F(LinuxUserDefaultsTest, anUnreadableFileIsKeptAsideBeforeTheFirstWriteAndT
         queue_.runFor(0);
         EXPECT_EQ(read(file_), content) << "nothing was written yet";
         EXPECT_TRUE(defaults.isUnreadable());
-        defaults.setObject("flag", {true});
-        queue_.runFor(0);
+        setFlag(defaults, true);
         EXPECT_TRUE(open().boolForKey("flag"));
         EXPECT_EQ(read(kept), content);
         EXPECT_TRUE(told.starts_with(kept + " ") && told.size() > kept.size() + 5) << told;
@@ -106,12 +97,10 @@ TEST_F(LinuxUserDefaultsTest, anUnreadableFileIsKeptAsideBeforeTheFirstWriteAndT
 TEST_F(LinuxUserDefaultsTest, aValueThatCannotBeStoredStaysInMemoryAndIsTriedAgain) {
     write(folder_, "a file where the folder should be");
     auto defaults = open();
-    defaults.setObject("flag", {true});
-    queue_.runFor(0);
+    setFlag(defaults, true);
     EXPECT_TRUE(defaults.boolForKey("flag"));
     fs::remove(folder_);
-    defaults.setObject("flag", {true});
-    queue_.runFor(0);
+    setFlag(defaults, true);
     EXPECT_TRUE(open().boolForKey("flag"));
 }
 

@@ -1,5 +1,4 @@
 #include "bus/BusService.h"
-#include "foundation/Text.h"
 #include "linux/running/ApplicationOpener.h"
 #include "linux/running/LaunchedApplications.h"
 #include "linux/running/LinuxApplications.h"
@@ -10,33 +9,21 @@
 #include "linux/windows/WindowSystems.h"
 #include "machine/Machine.h"
 
-#include <algorithm>
-#include <filesystem>
 #include <future>
-
-#include <gtest/gtest.h>
 
 using namespace corvane;
 using namespace corvane::machine;
 
 namespace {
 
-class OpeningTest : public testing::Test {
-protected:
-    void SetUp() override {
-        clearRecords();
-        write(note_, "words\n");
-    }
-    void TearDown() override {
-        std::filesystem::remove(place("bin/vanishing"));
-        uninstall("test.vanishing");
-    }
+struct OpeningTest : testing::Test {
+    void SetUp() override { write(note_, "words\n"); }
     /// Installed when looked up, gone when started.
     void installVanishing() {
-        std::filesystem::copy(place("bin/recorder"), place("bin/vanishing"));
+        fs::copy(place("bin/recorder"), place("bin/vanishing"));
         install("test.vanishing", "Vanishing", "Exec=" + place("bin/vanishing"));
         ASSERT_TRUE(installed_.byDesktopId("test.vanishing.desktop"));
-        std::filesystem::remove(place("bin/vanishing"));
+        fs::remove(place("bin/vanishing"));
     }
     int openTool(const std::vector<std::string>& arguments) {
         return runOpenTool(opener_, arguments).status;
@@ -78,10 +65,7 @@ protected:
 };
 
 RunningApplication process(std::int32_t identifier, const std::string& bundleIdentifier) {
-    RunningApplication running;
-    running.processIdentifier = identifier;
-    running.bundleIdentifier = bundleIdentifier;
-    return running;
+    return {.processIdentifier = identifier, .bundleIdentifier = bundleIdentifier};
 }
 
 using Records = std::vector<std::string>;
@@ -167,7 +151,7 @@ TEST_F(OpeningTest, revealingIsTheFileManagersAffairAndWithoutASessionBusOpensTh
 TEST_F(OpeningTest, openToolFindsApplicationsByEveryName) {
     install("test.named", "Plain Name",
             "Name[de]=Schöner Name\nExec=" + place("bin/special") + " named");
-    std::filesystem::copy(place("bin/recorder"), place("bin/special"));
+    fs::copy(place("bin/recorder"), place("bin/special"));
     for (const char* name : {"/Applications/Plain Name.app", "plain name", "SCHÖNER NAME",
                              "Plain Name.app", "test.named", "test.named.desktop", "special"}) {
         clearRecords();
@@ -179,12 +163,7 @@ TEST_F(OpeningTest, openToolFindsApplicationsByEveryName) {
 }
 
 TEST_F(OpeningTest, openToolHandsOverItemsAndArguments) {
-    struct Case {
-        std::vector<std::string> arguments;
-        std::string label;
-        Records starts;
-    };
-    const std::vector<Case> cases{
+    const std::tuple<Records, std::string, Records> cases[]{
         {{"-a", "Viewer", note_}, "viewer", {noteUrl_}},
         {{"-a", "Files", place("notes")}, "files", {place("notes")}},
         {{"-a", "Viewer", noteUrl_}, "viewer", {noteUrl_}},
@@ -192,8 +171,7 @@ TEST_F(OpeningTest, openToolHandsOverItemsAndArguments) {
         {{"-a", "Web", "--args", "--new-tab", "-a"}, "web", {"--new-tab|-a"}},
         {{"-a", "Web", note_, "http://y", "--args", "x"}, "web", {"http://y|x", noteUrl_ + "|x"}},
         {{"--new", "-a", "Viewer"}, "viewer", {""}},
-        {{"-a", "/Applications/Viewer.app", "/Applications/Web.app", "--new"}, "viewer", {""}},
-    };
+        {{"-a", "/Applications/Viewer.app", "/Applications/Web.app", "--new"}, "viewer", {""}}};
     running_ = {process(5, "test.viewer"), process(6, "test.web")};
     for (const auto& [arguments, label, starts] : cases) {
         clearRecords();
@@ -209,26 +187,20 @@ TEST_F(OpeningTest, openToolHandsOverItemsAndArguments) {
 }
 
 TEST_F(OpeningTest, openToolFailsWithStatusOne) {
-    const std::vector<std::vector<std::string>> cases{
-        {},
-        {"-a"},
-        {"-a", ""},
-        {"-a", "No Such Application"},
-        {"-a", "No Such Application", "--args", "x"},
-        {"-a", "/Applications/Nobody.app"},
-        {"-a", "Viewer", place("notes/missing")},
-        {note_},
-        {"-x", "-a", "Viewer", note_},
-        {"-R", note_},
-        {"-a", "Files", "http://x.example"},
-    };
-    for (const auto& arguments : cases) {
+    const std::vector<std::vector<std::string>> cases{{},
+                                                      {"-a"},
+                                                      {"-a", ""},
+                                                      {"-a", "No Such Application", "--args", "x"},
+                                                      {"-a", "/Applications/Nobody.app"},
+                                                      {"-a", "Viewer", place("notes/missing")},
+                                                      {note_},
+                                                      {"-x", "-a", "Viewer", note_},
+                                                      {"-R", note_},
+                                                      {"-a", "Files", "http://x.example"}};
+    for (const auto& arguments : cases)
         EXPECT_EQ(openTool(arguments), 1) << text::joined(arguments, " ");
-    }
 }
 
-/// What a stranger names, through entries of every kind: what the program was given, and whether
-/// anything else ran or was made.
 TEST_F(OpeningTest, nothingThatAStrangerNamesRunsOrBecomesAnOption) {
     const auto world = place("world");
     const std::string run = "$(touch PWNED)`touch PWNED`;touch PWNED;'\"";
@@ -238,11 +210,7 @@ TEST_F(OpeningTest, nothingThatAStrangerNamesRunsOrBecomesAnOption) {
         write(file, "x");
     const std::string recorder = place("bin/recorder");
     const std::string uri = Url::fromPath(evil).absoluteString();
-    const struct {
-        const char* line;
-        std::string item;
-        std::string given;
-    } cases[]{
+    const std::tuple<const char*, std::string, std::string> cases[]{
         {"RECORDER hostile %f", uri, evil},
         {"RECORDER hostile %u", uri, uri},
         {"RECORDER hostile --open=%f", uri, "--open=" + evil},
@@ -256,8 +224,7 @@ TEST_F(OpeningTest, nothingThatAStrangerNamesRunsOrBecomesAnOption) {
         {"RECORDER hostile %f", Url::fromPath(dashed).absoluteString(), dashed},
         {"RECORDER hostile", "file:-e", "refused"},
         {"RECORDER hostile %u", "http://x.example/$(touch%20PWNED)",
-         "http://x.example/$(touch%20PWNED)"},
-    };
+         "http://x.example/$(touch%20PWNED)"}};
     for (const auto& [line, item, given] : cases) {
         clearRecords();
         install("test.hostile", "Hostile " + run,
@@ -271,18 +238,16 @@ TEST_F(OpeningTest, nothingThatAStrangerNamesRunsOrBecomesAnOption) {
             << (opened ? "" : ": " + opened.error().localizedDescription);
         EXPECT_EQ(namesIn(world).size(), 2u) << line << " for " << item;
     }
-    uninstall("test.hostile");
 }
 
 TEST_F(OpeningTest, whatNeedsATerminalGetsOneAndATerminalOpensAFolderByStandingInIt) {
-    std::filesystem::copy_file(place("bin/recorder"), place("terminals/x-terminal-emulator"),
-                               std::filesystem::copy_options::overwrite_existing);
+    fs::copy_file(place("bin/recorder"), place("terminals/x-terminal-emulator"),
+                  fs::copy_options::overwrite_existing);
     install("test.pager", "Pager", recording("pager", "%F") + "\nTerminal=true\nPath=/usr");
-    write(place("bin/where"), "#!/bin/sh\npwd | tr '\\n' '|' > " + place("records/part") + "; mv " +
-                                  place("records/part ") + place("records/where.1\n"));
-    std::filesystem::permissions(place("bin/where"), std::filesystem::perms::owner_all);
-    install("test.emulator", "Emulator",
-            "Exec=" + place("bin/where") + "\nCategories=TerminalEmulator;");
+    const auto where =
+        makeProgram("bin/where", "pwd | tr '\\n' '|' > " + place("records/part") + "; mv " +
+                                     place("records/part ") + place("records/where.1\n"));
+    install("test.emulator", "Emulator", "Exec=" + where + "\nCategories=TerminalEmulator;");
     const auto pager = Url::fromPath("/Applications/Pager.app");
     {
         const ScopedVariable path("PATH", place("terminals") + ":/usr/bin:/bin");
@@ -291,41 +256,36 @@ TEST_F(OpeningTest, whatNeedsATerminalGetsOneAndATerminalOpensAFolderByStandingI
     }
     const std::pair<std::string, std::string> paths[]{{place("notes"), place("notes")},
                                                       {"/no/such/folder", userFolders::home()}};
-    std::filesystem::create_directories(userFolders::home());
+    fs::create_directories(userFolders::home());
     for (const auto& [path, folder] : paths) {
         clearRecords();
-        install("test.placed", "Placed", "Exec=" + place("bin/where") + "\nPath=" + path);
+        install("test.placed", "Placed", "Exec=" + where + "\nPath=" + path);
         EXPECT_EQ(openWith(noteUrl_, "/Applications/Placed.app"), "opened");
         EXPECT_EQ(records("where", 1), Records{folder}) << path;
     }
-    uninstall("test.placed");
     clearRecords();
     const auto folder = Url::fromPath(place("notes"));
     EXPECT_EQ(openWith(folder.absoluteString(), "/Applications/Emulator.app"), "opened");
     EXPECT_EQ(records("where", 1), Records{place("notes")});
     EXPECT_NE(openWith(noteUrl_, "/Applications/Emulator.app").find("only folders"),
               std::string::npos);
-    uninstall("test.emulator");
-    uninstall("test.pager");
 }
 
 TEST_F(OpeningTest, whatTakesATokenHasOneInItsEnvironment) {
-    write(place("bin/told"), "#!/bin/sh\necho \"$XDG_ACTIVATION_TOKEN|$DESKTOP_STARTUP_ID\" > " +
-                                 place("records/part") + "; mv " + place("records/part ") +
-                                 place("records/told.1\n"));
-    std::filesystem::permissions(place("bin/told"), std::filesystem::perms::owner_all);
+    const auto program =
+        makeProgram("bin/told", "echo \"$XDG_ACTIVATION_TOKEN|$DESKTOP_STARTUP_ID\" > " +
+                                    place("records/part") + "; mv " + place("records/part ") +
+                                    place("records/told.1\n"));
     const ScopedVariable token("XDG_ACTIVATION_TOKEN", "our own");
     const ScopedVariable startupId("DESKTOP_STARTUP_ID", "our own");
-    const struct {
-        std::string keys;
-        std::string told;
-    } cases[]{{"StartupNotify=true\nExec=", "token-1|token-1"},
-              {"StartupNotify=false\nExec=", "|"},
-              {"Exec=", "|"},
-              {"StartupNotify=true\nCategories=TerminalEmulator;\nExec=", "token-2|token-2"}};
+    const std::pair<std::string, std::string> cases[]{
+        {"StartupNotify=true\nExec=", "token-1|token-1"},
+        {"StartupNotify=false\nExec=", "|"},
+        {"Exec=", "|"},
+        {"StartupNotify=true\nCategories=TerminalEmulator;\nExec=", "token-2|token-2"}};
     for (const auto& [keys, told] : cases) {
         clearRecords();
-        install("test.told", "Told", keys + place("bin/told"));
+        install("test.told", "Told", keys + program);
         EXPECT_EQ(
             openWith(Url::fromPath(place("notes")).absoluteString(), "/Applications/Told.app"),
             "opened");
@@ -333,10 +293,9 @@ TEST_F(OpeningTest, whatTakesATokenHasOneInItsEnvironment) {
     }
     EXPECT_TRUE(ended_.empty()) << "the program says it itself";
     const auto application = installed_.byDesktopId("test.told.desktop");
-    std::filesystem::remove(place("bin/told"));
+    fs::remove(program);
     EXPECT_FALSE(opener_.launch(application.value()));
     EXPECT_EQ(ended_, Records{"token-3"});
-    uninstall("test.told");
 }
 
 TEST_F(OpeningTest, anEntryWithoutAProgramIsStartedOnTheBusWithItsTokenAndNoArguments) {
@@ -364,22 +323,20 @@ TEST_F(OpeningTest, anEntryWithoutAProgramIsStartedOnTheBusWithItsTokenAndNoArgu
     answers.set_value();
     EXPECT_EQ(service.calls(), (Records{"Open (['" + noteUrl_ + "'], " + told("token-1") + ")",
                                         "Activate (" + told("token-3") + ",)"}));
-    uninstall("test.on.bus");
     install("test.nobody", "Nobody", "DBusActivatable=true");
     EXPECT_EQ(openTool({"-a", "Nobody"}), 1);
-    uninstall("test.nobody");
 }
 
 TEST_F(OpeningTest, anExecutableThatNothingOpensIsRun) {
     const auto program = place("notes/program");
-    std::filesystem::copy_file("/usr/bin/mktemp", program);
+    fs::copy_file("/usr/bin/mktemp", program);
     const ScopedVariable made("TMPDIR", place("made/any").substr(0, place("made").size()));
-    std::filesystem::permissions(program, std::filesystem::perms::owner_read);
+    fs::permissions(program, fs::perms::owner_read);
     EXPECT_FALSE(applications_.openUrl(Url::fromPath(program))) << "it isn't executable yet";
-    std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+    fs::permissions(program, fs::perms::owner_all);
     EXPECT_TRUE(applications_.openUrl(Url::fromPath(program)));
     EXPECT_TRUE(comesTrue([&] { return namesIn(place("made")).size() == 1; }));
-    std::filesystem::remove(program);
+    fs::remove(program);
 }
 
 } // namespace

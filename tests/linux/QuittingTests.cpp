@@ -2,28 +2,21 @@
 #include "linux/system/ProcessFacts.h"
 
 #include <chrono>
-#include <tuple>
 
 using namespace corvane;
 using namespace corvane::machine;
 
 namespace {
 
-class QuittingTest : public DisplayTest {
-protected:
-    /// The running application of that process, once it is listed.
+struct QuittingTest : DisplayTest {
     RunningApplication listed(pid_t process) {
-        RunningApplication result;
-        const bool found = comesTrue([&] {
-            for (auto& application : running_.list()) {
-                if (application.processIdentifier != process) continue;
-                result = application;
-                return true;
-            }
-            return false;
-        });
-        EXPECT_TRUE(found) << process;
-        return result;
+        std::vector<RunningApplication> found;
+        EXPECT_TRUE(comesTrue([&] {
+            found = running_.list();
+            std::erase_if(found, [&](const auto& it) { return it.processIdentifier != process; });
+            return !found.empty();
+        })) << process;
+        return found.empty() ? RunningApplication() : found.front();
     }
     /// Whether it is neither asked nor ended by force, though both are wanted.
     bool isSpared(const RunningApplication& application) {
@@ -31,12 +24,6 @@ protected:
         return !quitting_.forceTerminate(application) && !asked;
     }
 };
-
-std::string thisMachine() {
-    char name[256] = {};
-    gethostname(name, sizeof name - 1);
-    return name;
-}
 
 /// It takes its reaction, and the type of its second window if it shall have one.
 Program client(const auto&... words) {
@@ -60,9 +47,7 @@ TEST_F(QuittingTest, eachProcessIsAskedInItsOwnWay) {
 
     EXPECT_TRUE(quitting_.terminate(h)) << "it is on its way";
     EXPECT_FALSE(quitting_.forceTerminate(h)) << "it may be saving still";
-    EXPECT_TRUE(hiding.isRunning());
-    EXPECT_TRUE(quitting_.forceTerminate(i));
-    EXPECT_TRUE(ignoring.ends());
+    EXPECT_TRUE(hiding.isRunning() && quitting_.forceTerminate(i) && ignoring.ends());
     EXPECT_TRUE(bystander.isRunning());
 }
 
@@ -81,8 +66,7 @@ TEST_F(QuittingTest, aProcessThatIsntTheListedOneAndTheSessionStay) {
         staying.push_back({.processIdentifier = id, .startTime = *startTimeOf(id)});
     for (const auto& application : staying)
         EXPECT_TRUE(isSpared(application)) << application.processIdentifier;
-    EXPECT_FALSE(sendSignal(process.id(), later.startTime, SIGKILL));
-    EXPECT_FALSE(sendSignal(-1, 0, SIGKILL));
+    EXPECT_FALSE(sendSignal(process.id(), later.startTime, SIGKILL) || sendSignal(-1, 0, SIGKILL));
     EXPECT_TRUE(process.isRunning() && unconnected.isRunning());
     EXPECT_TRUE(manager_->isRunning() && server_->isRunning());
     EXPECT_EQ(probe_->managed().size(), 3u);
@@ -113,13 +97,13 @@ TEST_F(QuittingTest, whatAClientSaysOfItselfMisleadsNoOne) {
     ASSERT_TRUE(windowsBecome(2));
     const auto liar = probe_->make();
     probe_->set(liar, "_NET_WM_PID", static_cast<std::uint32_t>(victim.id()));
-    probe_->set(liar, "WM_CLIENT_MACHINE", thisMachine());
+    char machine[256] = {};
+    gethostname(machine, sizeof machine - 1);
+    probe_->set(liar, "WM_CLIENT_MACHINE", machine);
     probe_->set(liar, "WM_CLASS", std::string("\xff\0\xfe", 3));
     probe_->show(liar);
     ASSERT_TRUE(windowsBecome(3));
-    EXPECT_TRUE(quitting_.terminate(listed(victim.id())));
-    EXPECT_TRUE(victim.ends());
-    EXPECT_TRUE(windowsBecome(1));
+    EXPECT_TRUE(quitting_.terminate(listed(victim.id())) && victim.ends() && windowsBecome(1));
 }
 
 TEST_F(QuittingTest, withoutAWindowManagerTheClientIsAskedItself) {
@@ -127,8 +111,7 @@ TEST_F(QuittingTest, withoutAWindowManagerTheClientIsAskedItself) {
     ASSERT_TRUE(windowsBecome(2));
     const auto application = listed(process.id());
     manager_.reset();
-    EXPECT_TRUE(quitting_.terminate(application));
-    EXPECT_TRUE(process.ends());
+    EXPECT_TRUE(quitting_.terminate(application) && process.ends());
 }
 
 TEST_F(QuittingTest, nothingIsWaitedForLong) {

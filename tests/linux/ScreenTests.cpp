@@ -1,7 +1,5 @@
-#include "foundation/Text.h"
 #include "layouts/RememberedDisplays.h"
 #include "layouts/WindowCapture.h"
-#include "linux/installed/InstalledApplications.h"
 #include "linux/running/LaunchedApplications.h"
 #include "linux/running/RunningApplications.h"
 #include "linux/screen/LinuxAccessibility.h"
@@ -22,9 +20,7 @@ using namespace corvane::machine;
 
 namespace {
 
-/// The seam's view of windows in memory.
-class ScreenTest : public testing::Test {
-protected:
+struct ScreenTest : testing::Test {
     ManagedWindow& show(const std::string& title, pid_t process = getpid()) {
         return system_.show({.window = {.process = process}, .title = title});
     }
@@ -72,8 +68,7 @@ TEST_F(ScreenTest, showsFrontToBackAndUpwardFromThePrimaryMonitor) {
                        {{{0, 300.5}, {640, 600}}, {{0, 300.5}, {640, 600}}}};
     show("desktop").kind = WindowKind::desktop;
     show("below").layer = WindowLayer::below;
-    auto& window = show("sh\xff"
-                        "dow");
+    auto& window = show("sh\377dow");
     window.frame = {{650.25, 410}, {300, 200}};
     show("unseen").isMinimized = true;
     show("elsewhere").workspace = "2";
@@ -81,8 +76,8 @@ TEST_F(ScreenTest, showsFrontToBackAndUpwardFromThePrimaryMonitor) {
     show("above").layer = WindowLayer::above;
     show("dock").kind = WindowKind::dock;
     EXPECT_EQ(all(), "dock 20 -540,-300 300x200; above 3 -540,-300 300x200; "
-                     "nobody's 0 -540,-300 300x200 nobody's; sh\xef\xbf\xbd"
-                     "dow 0 10.25,10 300x200; below -1 -540,-300 300x200; "
+                     "nobody's 0 -540,-300 300x200 nobody's; sh\uFFFDdow 0 10.25,10 300x200; "
+                     "below -1 -540,-300 300x200; "
                      "desktop -2147483623 -540,-300 300x200; ");
     const auto screens = displays_.screens();
     ASSERT_EQ(screens.size(), 2u);

@@ -10,11 +10,8 @@
 #include <atomic>
 #include <chrono>
 #include <csignal>
-#include <filesystem>
 #include <future>
 #include <optional>
-
-#include <gtest/gtest.h>
 
 namespace corvane::machine {
 namespace {
@@ -25,48 +22,40 @@ double secondsSince(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-class Session : public testing::Test {
-protected:
+struct Session : testing::Test {
     std::string address() const { return bus_.address(); }
-
-private:
     const TestBus bus_;
 };
 
+struct Asked {
+    std::optional<SystemAppearance> appearance;
+    EventThread events;
+    SystemAppearance& itself = appearance.emplace(events);
+    std::optional<bool> isDark() const { return appearance->isDark(); }
+};
+
 TEST_F(Session, thePortalTellsWhetherTheUserPrefersDark) {
-    const struct {
-        const char* answer;
-        std::optional<bool> isDark;
-    } cases[]{{"(<<uint32 1>>,)", true}, {"(<<uint32 2>>,)", false}, {"(<uint32 1>,)", true},
-              {"(<<uint32 0>>,)", {}},   {"(<<uint32 9>>,)", {}},    {"(<'dark'>,)", {}}};
+    const std::pair<const char*, std::optional<bool>> cases[]{
+        {"(<<uint32 1>>,)", true}, {"(<<uint32 2>>,)", false}, {"(<uint32 1>,)", true},
+        {"(<<uint32 0>>,)", {}},   {"(<<uint32 9>>,)", {}},    {"(<'dark'>,)", {}}};
     for (const auto& [answer, isDark] : cases) {
         const auto service = settingsPortal(address(), answer);
-        std::optional<SystemAppearance> asked;
-        EventThread events;
-        const auto& appearance = asked.emplace(events);
-        EXPECT_EQ(appearance.isDark(), isDark) << answer;
+        EXPECT_EQ(Asked().isDark(), isDark) << answer;
         EXPECT_EQ(service.calls(),
                   std::vector<std::string>{"Read ('org.freedesktop.appearance', 'color-scheme')"});
     }
 }
 
 TEST_F(Session, aPortalThatIsLateOrAbsentHoldsNobodyUp) {
-    {
-        std::optional<SystemAppearance> asked;
-        EventThread events;
-        const auto& appearance = asked.emplace(events);
-        EXPECT_EQ(appearance.isDark(), std::nullopt);
-    }
+    EXPECT_EQ(Asked().isDark(), std::nullopt);
     const auto service =
         settingsPortal(address(), "(<<uint32 2>>,)", std::chrono::milliseconds(300));
-    std::optional<SystemAppearance> asked;
-    EventThread events;
     const auto start = Clock::now();
-    const auto& appearance = asked.emplace(events);
+    Asked appearance;
     EXPECT_EQ(appearance.isDark(), std::nullopt);
     EXPECT_LT(secondsSince(start), 0.2);
     std::atomic<int> tellings = 0;
-    asked->whenTold(events, [&] { ++tellings; });
+    appearance.itself.whenTold(appearance.events, [&] { ++tellings; });
     EXPECT_TRUE(comesTrue([&] { return tellings == 1; }));
     EXPECT_EQ(appearance.isDark(), false);
     service.emit("SettingChanged",
@@ -76,7 +65,7 @@ TEST_F(Session, aPortalThatIsLateOrAbsentHoldsNobodyUp) {
         g_variant_new_parsed("('org.freedesktop.appearance', 'color-scheme', <uint32 1>)"));
     EXPECT_TRUE(comesTrue([&] { return appearance.isDark() == true; }));
     EXPECT_EQ(tellings, 1) << "it is told of the first alone";
-    asked->whenTold(events, [&] { ++tellings; });
+    appearance.itself.whenTold(appearance.events, [&] { ++tellings; });
     EXPECT_TRUE(comesTrue([&] { return tellings == 2; }));
 }
 
@@ -180,7 +169,7 @@ TEST(SingleInstanceTest, oneIsFirstAndOthersBringItForward) {
     std::atomic<int> rings = 0;
     std::optional<SingleInstance> first(folder);
     EXPECT_EQ(first->start(), Start::first);
-    EXPECT_EQ(std::filesystem::status(folder).permissions(), std::filesystem::perms::owner_all);
+    EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);
     const auto begins = [&] {
         return std::async(std::launch::async, [&] { return SingleInstance(folder).start(); });
     };
@@ -196,18 +185,17 @@ TEST(SingleInstanceTest, oneIsFirstAndOthersBringItForward) {
         EXPECT_EQ(early.get(), Start::cameForward);
         EXPECT_EQ(begins().get(), Start::cameForward);
         EXPECT_EQ(rings, 2);
-        const struct {
-            std::string startupId, token, handed;
-        } cases[]{{"", "", ""},
-                  {"panel-1_TIME7", "", "panel-1_TIME7"},
-                  {"panel-1_TIME7", "kwin-2", "kwin-2"},
-                  {"", "two words", ""},
-                  {"", std::string(257, 'x'), ""}};
-        for (const auto& each : cases) {
-            const ScopedVariable startupId("DESKTOP_STARTUP_ID", each.startupId);
-            const ScopedVariable token("XDG_ACTIVATION_TOKEN", each.token);
+        const std::tuple<std::string, std::string, std::string> cases[]{
+            {"", "", ""},
+            {"panel-1_TIME7", "", "panel-1_TIME7"},
+            {"panel-1_TIME7", "kwin-2", "kwin-2"},
+            {"", "two words", ""},
+            {"", std::string(257, 'x'), ""}};
+        for (const auto& [startupId, token, expected] : cases) {
+            const ScopedVariable one("DESKTOP_STARTUP_ID", startupId);
+            const ScopedVariable other("XDG_ACTIVATION_TOKEN", token);
             EXPECT_EQ(begins().get(), Start::cameForward);
-            EXPECT_EQ(handed, each.handed);
+            EXPECT_EQ(handed, expected);
         }
     }
     auto waiting = begins();
@@ -223,21 +211,18 @@ TEST(SingleInstanceTest, aStartOnAnotherDisplayLeavesTheFirstOneWhereItIs) {
     std::optional<ScopedVariable> x11(std::in_place, "DISPLAY", ":7");
     std::optional<ScopedVariable> wayland(std::in_place, "WAYLAND_DISPLAY", "wayland-0");
     SingleInstance first(folder);
-    const struct {
-        const char *x11, *wayland;
-        bool isElsewhere;
-    } cases[]{{":7", "wayland-0", false}, {":7.0", "", false},
-              {":8", "wayland-0", false}, {"", "", false},
-              {":8", "", true},           {":8", "wayland-1", true},
-              {":70", "", true}};
+    const std::tuple<const char*, const char*, bool> cases[]{
+        {":7", "wayland-0", false}, {":7.0", "", false},
+        {":8", "wayland-0", false}, {"", "", false},
+        {":8", "", true},           {":8", "wayland-1", true},
+        {":70", "", true}};
     EventThread events;
     first.serve(events, [](const std::string&, const std::function<void()>& done) { done(); });
-    for (const auto& each : cases) {
-        x11.emplace("DISPLAY", each.x11);
-        wayland.emplace("WAYLAND_DISPLAY", each.wayland);
-        EXPECT_EQ(SingleInstance(folder).start() == SingleInstance::Start::isElsewhere,
-                  each.isElsewhere)
-            << each.x11 << " " << each.wayland;
+    for (const auto& [one, other, isElsewhere] : cases) {
+        x11.emplace("DISPLAY", one);
+        wayland.emplace("WAYLAND_DISPLAY", other);
+        const auto start = SingleInstance(folder).start();
+        EXPECT_EQ(start == SingleInstance::Start::isElsewhere, isElsewhere) << one << other;
     }
 }
 
@@ -246,7 +231,7 @@ TEST(SingleInstanceTest, whatCannotBeLockedLeavesTheSocketAlone) {
     const auto folder = place("unlockable");
     const auto socket = folder + "/app.corvane.Corvane.socket";
     write(socket, "another's");
-    std::filesystem::create_symlink("elsewhere", folder + "/app.corvane.Corvane.lock");
+    fs::create_symlink("elsewhere", folder + "/app.corvane.Corvane.lock");
     EXPECT_EQ(SingleInstance(folder).start(), SingleInstance::Start::first);
     EXPECT_EQ(read(socket), "another's");
 }

@@ -9,8 +9,6 @@
 #include "simulated/SimulatedDesktop.h"
 
 #include <functional>
-#include <string>
-#include <vector>
 
 namespace corvane::machine {
 

@@ -1,16 +1,14 @@
-#include "Mounts.h"
 #include "StoreOnDisk.h"
 #include "core/StoreScene.h"
-#include "foundation/Text.h"
+#include "linux/system/FileDescriptor.h"
 #include "machine/Machine.h"
 
-#include <algorithm>
 #include <csignal>
 #include <cstdio>
-#include <filesystem>
-#include <functional>
 
-#include <gtest/gtest.h>
+#include <fcntl.h>
+#include <sched.h>
+#include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/statvfs.h>
 #include <sys/wait.h>
@@ -18,14 +16,33 @@
 
 using namespace corvane;
 using namespace corvane::machine;
-namespace fs = std::filesystem;
 
 namespace {
 
+bool mayMount() {
+    static const bool may = unshare(CLONE_NEWNS) == 0 &&
+                            mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+    return may;
+}
+
+/// Only the superuser makes some troubles, also in the middle of what another user does.
+void asSuperuser(const std::function<void()>& act) {
+    const uid_t user = geteuid();
+    EXPECT_EQ(seteuid(0), 0);
+    act();
+    EXPECT_EQ(seteuid(user), 0);
+}
+
+void mountDeadFileSystem(const std::string& folder) {
+    const FileDescriptor fuse(open("/dev/fuse", O_RDWR | O_CLOEXEC));
+    const auto options =
+        "fd=" + std::to_string(fuse.get()) + ",rootmode=40000,user_id=0,group_id=0,allow_other";
+    EXPECT_EQ(mount("none", folder.c_str(), "fuse", 0, options.c_str()), 0);
+}
+
 struct Trouble;
 
-class StoreOnDiskTest : public testing::Test {
-protected:
+struct StoreOnDiskTest : testing::Test {
     void SetUp() override { prepare(); }
     void TearDown() override {
         for (const auto& mounted : {file_, data_, folder_})
@@ -76,7 +93,6 @@ protected:
         const AsOrdinaryUser ordinary(folder_);
         return std::make_unique<StoreOnDisk>();
     }
-    /// An edit and a bookmark, as a user without privileges.
     void use(StoreOnDisk& disk, const std::string& name) {
         const AsOrdinaryUser ordinary(folder_);
         disk.add(name);
@@ -84,7 +100,6 @@ protected:
         disk.desktop.runUntilIdle();
     }
     std::vector<Trouble> troubles() const;
-    /// Whether a workspace of that name stands in any file of the folder.
     bool isKept(const std::string& name) const {
         const auto files = fs::recursive_directory_iterator(folder_);
         return std::ranges::any_of(files, [&](const auto& entry) {
@@ -112,71 +127,58 @@ enum class Of { folder, file };
 struct Trouble {
     const char* name;
     Of of;
-    Step begin;
-    Step end;
+    Step begin, end;
     bool isPossibleHere = true;
 };
 
 std::vector<Trouble> StoreOnDiskTest::troubles() const {
-    const auto permit = [](const std::string& path, int mode) {
-        fs::permissions(path, static_cast<fs::perms>(mode));
+    const auto permit = [](const std::string& path, int mode) -> Step {
+        return [=] { fs::permissions(path, static_cast<fs::perms>(mode)); };
     };
     // A limit of the files' sizes stands for the end of the room: it comes in the middle of a file.
-    const auto giveRoom = [](rlim_t bytes) {
-        std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{.rlim_cur = bytes, .rlim_max = RLIM_INFINITY};
-        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    const auto giveRoom = [](rlim_t bytes) -> Step {
+        return [bytes] {
+            std::signal(SIGXFSZ, SIG_IGN);
+            const rlimit limit{.rlim_cur = bytes, .rlim_max = RLIM_INFINITY};
+            EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+        };
     };
-    const auto restore = [this] { fs::remove_all(file_); };
+    const auto moveAwayAnd = [this](const Step& then) -> Step {
+        return [this, then] {
+            fs::rename(data_, data_ + ".away");
+            then();
+        };
+    };
+    const auto linkTo = [this](const std::string& target) -> Step {
+        return [this, target] {
+            fs::remove(file_);
+            fs::create_symlink(target, file_);
+        };
+    };
     const bool isSuperuser = geteuid() == 0;
     return {
-        {"a folder that can't be entered", Of::folder, [=, this] { permit(data_, 0); },
-         [=, this] { permit(data_, 0755); }},
-        {"no folder, and none can be made", Of::folder,
-         [=, this] {
-             fs::rename(data_, data_ + ".away");
-             permit(folder_, 0555);
-         },
-         [=, this] { permit(folder_, 0755); }},
-        {"a file in the folder's place", Of::folder,
-         [=, this] {
-             fs::rename(data_, data_ + ".away");
-             write(data_, "text");
-         },
-         [=, this] { fs::remove(data_); }},
-        {"an end of the room", Of::folder, [=, this] { giveRoom(64); },
-         [=, this] { giveRoom(RLIM_INFINITY); }},
-        {"a read-only file", Of::file, [=, this] { permit(file_, 0444); },
-         [=, this] { permit(file_, 0644); }},
+        {"a folder that can't be entered", Of::folder, permit(data_, 0), permit(data_, 0755)},
+        {"no folder, and none can be made", Of::folder, moveAwayAnd(permit(folder_, 0555)),
+         permit(folder_, 0755)},
+        {"a file in the folder's place", Of::folder, moveAwayAnd([this] { write(data_, "text"); }),
+         [this] { fs::remove(data_); }},
+        {"an end of the room", Of::folder, giveRoom(64), giveRoom(RLIM_INFINITY)},
+        {"a read-only file", Of::file, permit(file_, 0444), permit(file_, 0644)},
         {"another user's file", Of::file,
          [this] { asSuperuser([&] { EXPECT_EQ(chown(file_.c_str(), 0, 0), 0); }); },
          [this] { EXPECT_EQ(chown(file_.c_str(), 65534, 65534), 0); }, isSuperuser},
-        {"a disk that is full", Of::folder, [=, this] { giveOwnDiskRoom(false); },
-         [=, this] { giveOwnDiskRoom(true); }, mayMount()},
+        {"a disk that is full", Of::folder, [this] { giveOwnDiskRoom(false); },
+         [this] { giveOwnDiskRoom(true); }, mayMount()},
         {"a mount that has died", Of::folder,
-         [=, this] { asSuperuser([&] { mountDeadFileSystem(data_); }); },
-         [=, this] { EXPECT_EQ(umount2(data_.c_str(), 0), 0); }, mayMount() && hasFuse()},
-        {"a symbolic link into nowhere", Of::file,
-         [=, this] {
-             fs::remove(file_);
-             fs::create_symlink(folder_ + "/later/file", file_);
-         },
-         [=, this] {
+         [this] { asSuperuser([&] { mountDeadFileSystem(data_); }); },
+         [this] { EXPECT_EQ(umount2(data_.c_str(), 0), 0); },
+         mayMount() && access("/dev/fuse", R_OK | W_OK) == 0},
+        {"a symbolic link into nowhere", Of::file, linkTo(folder_ + "/later/file"),
+         [this] {
              fs::create_directory(folder_ + "/later");
-             permit(folder_ + "/later", 0777);
+             fs::permissions(folder_ + "/later", fs::perms(0777));
          }},
-        {"a symbolic link in a circle", Of::file,
-         [=, this] {
-             fs::remove(file_);
-             fs::create_symlink(file_, file_);
-         },
-         restore},
-    };
-}
-
-/// Where it fails, not all troubles were tried.
-bool areAllPossible(const std::vector<Trouble>& troubles) {
-    return std::ranges::all_of(troubles, &Trouble::isPossibleHere);
+        {"a symbolic link in a circle", Of::file, linkTo(file_), [this] { fs::remove(file_); }}};
 }
 
 /// Each trouble, beginning before the load, at each step of a save, or with nothing left to save.
@@ -225,7 +227,8 @@ TEST_F(StoreOnDiskTest, atNoMomentDoesATroubleLoseAnything) {
             EXPECT_TRUE(isKept("precious") || isGone);
         }
     }
-    if (!areAllPossible(troubles())) GTEST_SKIP() << "some troubles are a superuser's";
+    if (!std::ranges::all_of(troubles(), &Trouble::isPossibleHere))
+        GTEST_SKIP() << "some troubles are a superuser's";
 }
 
 TEST_F(StoreOnDiskTest, aFileInDocumentsMovesWithItsContentAlsoWhereItIsALink) {
@@ -246,7 +249,6 @@ TEST_F(StoreOnDiskTest, aFileInDocumentsMovesWithItsContentAlsoWhereItIsALink) {
     }
 }
 
-/// Another program puts a file in the place, or writes into the one that is there.
 TEST_F(StoreOnDiskTest, whatAnotherProgramWritesAtAnyMomentIsKept) {
     for (const bool replaces : {true, false}) {
         for (int moment = 0; moment < 8; ++moment) {
@@ -329,12 +331,11 @@ TEST_F(StoreOnDiskTest, whatCanBeWrittenButNotReplacedIsWrittenInPlace) {
     EXPECT_EQ(stored(*disk), described(disk->store.workspaces));
 }
 
-/// What Python's own reader or writer of property lists says.
 std::string python(const std::string& script) {
     const auto command = "python3 -c '" + script + "'";
     std::string output;
     FILE* pipe = popen(command.c_str(), "r");
-    for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe))
+    for (int c; (c = std::fgetc(pipe)) != EOF;)
         output += static_cast<char>(c);
     EXPECT_EQ(pclose(pipe), 0) << command;
     return output;

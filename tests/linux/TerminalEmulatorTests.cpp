@@ -1,13 +1,10 @@
-#include "foundation/Text.h"
 #include "linux/installed/TerminalEmulator.h"
 #include "machine/Machine.h"
 
 #include <csignal>
 #include <cstdlib>
-#include <filesystem>
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <pty.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -17,15 +14,11 @@ using namespace corvane::machine;
 
 namespace {
 
-namespace fs = std::filesystem;
-
-/// An emulator to be found, as a link or as a program.
 void provide(const std::string& name, const std::string& linkTarget = {}) {
     const auto file = place("path/" + name);
     fs::remove(file);
     if (linkTarget.empty()) {
-        write(file, "#!/bin/sh\n");
-        fs::permissions(file, fs::perms::owner_all);
+        makeProgram("path/" + name, "");
     } else {
         fs::create_symlink(linkTarget, file);
     }
@@ -108,7 +101,6 @@ TEST(TerminalEmulatorTest, theShellIsTheUsers) {
     EXPECT_TRUE(fs::exists(terminalEmulator::userShell()));
 }
 
-/// A shell on a terminal of its own.
 class ShellOnTerminal {
 public:
     ShellOnTerminal(const std::string& shell, const std::string& command) {
@@ -151,33 +143,24 @@ private:
     std::string output_;
 };
 
-struct Shell {
-    const char* program;
-    const char* quoteError;
-};
+/// A program, and how it complains of a quote that is open.
+using Shell = std::pair<const char*, const char*>;
 
-class ShellTest : public testing::TestWithParam<Shell> {
-protected:
+struct ShellTest : testing::TestWithParam<Shell> {
     void SetUp() override {
         if (access(program_, X_OK) != 0) GTEST_SKIP() << program_ << " is not installed";
         write(place("home/.zshrc"), "\n");
     }
 
-    const char* program_ = GetParam().program;
+    const char* program_ = GetParam().first;
 };
 
 /// The words of the commands don't hold what they show themselves.
 TEST_P(ShellTest, outlivesItsCommandWhereItWentHoweverItEnds) {
-    const struct {
-        const char* command;
-        const char* shown;
-        const char* keys;
-        const char* then;
-    } cases[]{
+    const std::tuple<const char*, const char*, const char*, const char*> cases[]{
         {"cd /usr && echo do''ne", "done", "", "alive-/usr"},
-        {"echo 'abc", GetParam().quoteError, "", "alive-"},
-        {"sh -c 'echo started; exec sleep 1000'", "started", "\x03", "alive-"},
-    };
+        {"echo 'abc", GetParam().second, "", "alive-"},
+        {"sh -c 'echo started; exec sleep 1000'", "started", "\x03", "alive-"}};
     for (const auto& [command, shown, keys, then] : cases) {
         ShellOnTerminal shell(program_, command);
         EXPECT_TRUE(shell.shows(shown)) << shell.output();
@@ -193,7 +176,7 @@ INSTANTIATE_TEST_SUITE_P(Shells, ShellTest,
                                          Shell{"/bin/zsh", "unmatched"},
                                          Shell{"/usr/bin/fish", "quotes are not balanced"}),
                          [](const auto& shell) {
-                             return fs::path(shell.param.program).filename().string();
+                             return fs::path(shell.param.first).filename().string();
                          });
 
 } // namespace

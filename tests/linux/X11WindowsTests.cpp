@@ -1,5 +1,4 @@
-#include "Windows.h"
-#include "foundation/Text.h"
+#include "Display.h"
 
 #include <set>
 
@@ -8,31 +7,24 @@ using namespace corvane::machine;
 
 namespace {
 
-class X11WindowsTest : public WindowsTest {
-protected:
+struct X11WindowsTest : WindowsTest {
     /// A shown window of this process whose decorations the window manager leaves out.
     xcb_window_t make(const std::string& title, const x11::Frame& frame) {
         const auto window = probe_->make(frame);
         probe_->set(window, "_NET_WM_NAME", title, 8, probe_->atom("UTF8_STRING"));
-        constexpr std::uint32_t decorationsGiven = 2;
-        probe_->setList(window, "_MOTIF_WM_HINTS", {decorationsGiven, 0, 0, 0, 0},
+        probe_->setList(window, "_MOTIF_WM_HINTS", {2, 0, 0, 0, 0},
                         probe_->atom("_MOTIF_WM_HINTS"));
-        // Places itself.
-        constexpr std::uint32_t userPosition = 1;
-        probe_->setList(window, "WM_NORMAL_HINTS",
-                        std::vector<std::uint32_t>{userPosition, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
-                                                   0, 0, 0, 0, 0},
-                        XCB_ATOM_WM_SIZE_HINTS);
+        std::vector<std::uint32_t> placesItself(18);
+        placesItself[0] = 1;
+        probe_->setList(window, "WM_NORMAL_HINTS", placesItself, XCB_ATOM_WM_SIZE_HINTS);
         return window;
     }
-    /// Front to back: title, layer and frame.
     std::string all() {
         std::vector<std::string> lines;
         const auto windows = list_.onScreenWindows();
-        for (const auto& window : windows.value()) {
+        for (const auto& window : windows.value())
             lines.push_back(window.name.value_or("?") + " " + std::to_string(*window.layer) + " " +
                             frameOf(*window.bounds));
-        }
         return text::joined(lines, "; ");
     }
     void becomes(const std::string& expected) {
@@ -49,9 +41,7 @@ TEST_F(X11WindowsTest, showsWhatAPersonSeesFrontToBack) {
     probe_->setAtom(below, "_NET_WM_STATE", "_NET_WM_STATE_BELOW");
     const auto above = make("above", {20, 20, 200, 100});
     probe_->setAtom(above, "_NET_WM_STATE", "_NET_WM_STATE_ABOVE");
-    const auto shadowed = make("sh\xc3\xa4"
-                               "dowed \xff",
-                               {30, 30, 200, 100});
+    const auto shadowed = make("shädowed \xff", {30, 30, 200, 100});
     probe_->setList(shadowed, "_GTK_FRAME_EXTENTS", {10, 11, 12, 13});
     const auto mad = make("", {40, 40, 200, 100});
     probe_->setList(mad, "_GTK_FRAME_EXTENTS", {1, 2, 3, 0xFFFFFFFF});
@@ -69,9 +59,8 @@ TEST_F(X11WindowsTest, showsWhatAPersonSeesFrontToBack) {
     const std::string back = "; everywhere 0 60,60 200x100; below -1 10,10 200x100; desktop "
                              "-2147483623 0,0 1440x900";
     const std::string front = "dock 20 0,870 1440x30; above 3 20,20 200x100; ";
-    const std::string shadow = "sh\xc3\xa4"
-                               "dowed \xef\xbf\xbd 0 40,42 179x75";
-    const std::string latin = "latin \xc3\xa4 0 40,40 200x100";
+    const std::string shadow = "shädowed \uFFFD 0 40,42 179x75";
+    const std::string latin = "latin ä 0 40,40 200x100";
     becomes(front + latin + "; " + shadow + back);
     ASSERT_TRUE(runs("wmctrl -ia " + std::to_string(shadowed)));
     becomes(front + shadow + "; " + latin + back);
@@ -164,6 +153,84 @@ TEST_F(X11WindowsTest, tellOfALaunchAndOfItsEnd) {
         EXPECT_EQ(heard(), "remove: ID=\"" + token + "\"");
     }
     EXPECT_EQ(tokens.size(), 20u);
+}
+
+struct DisplaysTest : WindowsTest {
+    /// "x,y wxh" from the top left of the root window.
+    void setMonitor(const std::string& name, const x11::Frame& frame) {
+        std::ostringstream geometry;
+        geometry << frame.width << "/1x" << frame.height << "/1+" << frame.x << "+" << frame.y;
+        ASSERT_TRUE(runs("xrandr --setmonitor '" + name + "' " + geometry.str() +
+                         (name.find("first") == std::string::npos ? " none" : " screen")));
+    }
+    std::string frames(Rect Display::* kind = &Display::frame) {
+        std::vector<std::string> texts;
+        for (const auto& screen : displays_.screens()) {
+            const auto& [x, y, width, height] = screen.*kind;
+            texts.push_back(frameText(x, y, width, height));
+        }
+        return text::joined(texts, "; ");
+    }
+    xcb_window_t panel(const x11::Frame& frame, const std::vector<std::uint32_t>& strut,
+                       const std::string& property = "_NET_WM_STRUT_PARTIAL") {
+        const auto window = probe_->make(frame);
+        probe_->setAtom(window, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DOCK");
+        probe_->setList(window, property, strut);
+        show(window);
+        return window;
+    }
+    void visibleFramesBecome(const std::string& expected) {
+        comesToShow(expected, [this] { return frames(&Display::visibleFrame); });
+    }
+};
+
+TEST_F(DisplaysTest, countUpwardFromThePrimaryOne) {
+    EXPECT_EQ(frames(), "0,0 1440x900");
+    // The primary one at the bottom right, with one above it, one to its left, and a mirror.
+    setMonitor("left", {0, 300, 640, 600});
+    setMonitor("*first", {640, 400, 800, 500});
+    setMonitor("above", {640, 0, 800, 400});
+    setMonitor("mirror", {640, 0, 800, 400});
+    const std::string all = "0,0 800x500; -640,0 640x600; 0,500 800x400";
+    EXPECT_TRUE(comesTrue([&] { return frames() == all; })) << frames();
+}
+
+TEST_F(DisplaysTest, leaveOutWhatPanelsTake) {
+    EXPECT_EQ(frames(&Display::visibleFrame), "0,0 1440x900");
+    const auto top = panel({0, 0, 1440, 24}, {0, 0, 24, 0, 0, 0, 0, 0, 0, 1439, 0, 0});
+    const auto old = panel({1400, 0, 40, 900}, {0, 40, 0, 0}, "_NET_WM_STRUT");
+    visibleFramesBecome("0,0 1400x876");
+    ASSERT_TRUE(runs("xdotool windowminimize " + std::to_string(old) + " windowunmap " +
+                     std::to_string(old)));
+    visibleFramesBecome("0,0 1440x876");
+
+    setMonitor("*first", {0, 0, 720, 900});
+    setMonitor("right", {720, 100, 720, 800});
+    // One at the bottom of the right monitor, and one at its left, which counts from the screen's.
+    const auto bottom = panel({720, 870, 720, 30}, {0, 0, 0, 30, 0, 0, 0, 0, 0, 0, 720, 1439});
+    panel({720, 100, 50, 800}, {770, 0, 0, 0, 100, 899, 0, 0, 0, 0, 0, 0});
+    visibleFramesBecome("0,0 720x876; 770,30 670x770");
+    probe_->close(bottom);
+    probe_->close(top);
+    visibleFramesBecome("0,0 720x900; 770,0 670x800");
+
+    // The window manager's word for each monitor counts more; that for the whole screen doesn't.
+    probe_->setList(probe_->root(), "_NET_WORKAREA", {100, 100, 100, 100});
+    visibleFramesBecome("0,0 720x900; 770,0 670x800");
+    probe_->setList(probe_->root(), "_GTK_WORKAREAS_D0", {800, 150, 600, 740, 0, 30, 720, 870});
+    visibleFramesBecome("0,0 720x870; 800,10 600x740");
+}
+
+TEST_F(DisplaysTest, comeFromTheWindowManagerWhereNoPanelSays) {
+    manager_.reset();
+    probe_->setList(probe_->root(), "_NET_WORKAREA", {1, 2, 3, 4, 10, 20, 1400, 850});
+    probe_->setList(probe_->root(), "_NET_CURRENT_DESKTOP", {1});
+    visibleFramesBecome("10,30 1400x850");
+    probe_->setList(probe_->root(), "_NET_WORKAREA", {0, 0, 0, 0, 9, 9, 9999, 9});
+    visibleFramesBecome("0,0 1440x900");
+    server_.reset();
+    EXPECT_TRUE(comesTrue([&] { return displays_.screens().empty(); }));
+    EXPECT_FALSE(displays_.mainScreen());
 }
 
 } // namespace

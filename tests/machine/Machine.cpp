@@ -2,44 +2,50 @@
 
 #include "world/World.h"
 
-#include <algorithm>
 #include <chrono>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <thread>
 
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 namespace corvane::machine {
 namespace {
 
-namespace fs = std::filesystem;
-
 std::string root;
+
+/// Takes away what the test before has installed and recorded.
+struct Cleaning : testing::EmptyTestEventListener {
+    void OnTestStart(const testing::TestInfo&) override {
+        const auto folder = place("data/applications");
+        for (const auto& name : namesIn(folder)) {
+            if (name != "test.viewer.desktop" && name != "test.files.desktop" &&
+                name != "test.web.desktop")
+                fs::remove(folder + "/" + name);
+        }
+        clearRecords();
+    }
+};
 
 /// GLib looks at the environment only once, so it is set before any test.
 class Environment : public testing::Environment {
 public:
     void SetUp() override {
         root = world::makeFolder("corvane-tests");
-        const auto set = [](const char* name, const std::string& value) {
-            setenv(name, value.c_str(), 1);
-        };
         world::enter(place("chosen"), {{"debian-xterm"}, {}, "xterm"});
-        set("HOME", place("home"));
-        set("XDG_DATA_HOME", place("data"));
-        set("XDG_CONFIG_HOME", place("config"));
-        set("XDG_RUNTIME_DIR", place("runtime"));
-        set("XDG_DATA_DIRS", place("system") + ":" + place("chosen/share"));
-        set("LANGUAGE", "de");
-        set("LANG", "de_DE.UTF-8");
-        write(place("bin/recorder"), "#!/bin/sh\nlabel=$1; shift\nfile=" + place("records/") +
-                                         "$label.$$\nfor word in \"$@\"; do printf '%s|' \"$word\""
-                                         "; done > $file.part\nmv $file.part $file\n");
-        fs::permissions(place("bin/recorder"), fs::perms::owner_all);
+        for (const auto& [name, value] : std::map<std::string, std::string>{
+                 {"HOME", place("home")},
+                 {"XDG_DATA_HOME", place("data")},
+                 {"XDG_CONFIG_HOME", place("config")},
+                 {"XDG_RUNTIME_DIR", place("runtime")},
+                 {"XDG_DATA_DIRS", place("system") + ":" + place("chosen/share")},
+                 {"LANGUAGE", "de"},
+                 {"LANG", "de_DE.UTF-8"}})
+            setenv(name.c_str(), value.c_str(), 1);
+        makeProgram("bin/recorder", "label=$1; shift\nfile=" + place("records/") +
+                                        "$label.$$\nfor word in \"$@\"; do printf '%s|' \"$word\""
+                                        "; done > $file.part\nmv $file.part $file\n");
         install("test.viewer", "Viewer", recording("viewer", "%U") + "\nMimeType=text/plain;");
         install("test.files", "Files", recording("files", "%F") + "\nMimeType=inode/directory;");
         install("test.web", "Web", recording("web", "%u"));
@@ -47,6 +53,7 @@ public:
                                              "text/plain=test.viewer.desktop\n"
                                              "inode/directory=test.files.desktop\n"
                                              "x-scheme-handler/http=test.web.desktop\n");
+        testing::UnitTest::GetInstance()->listeners().Append(new Cleaning);
     }
     /// What a session's services write last may come while they go.
     void TearDown() override {
@@ -73,6 +80,13 @@ void write(const std::string& file, const std::string& content) {
     std::ofstream(file, std::ios::binary) << content;
 }
 
+std::string makeProgram(const std::string& relative, const std::string& script) {
+    const auto file = place(relative);
+    write(file, "#!/bin/sh\n" + script);
+    fs::permissions(file, fs::perms::owner_all);
+    return file;
+}
+
 std::string read(const std::string& file) {
     std::ostringstream content;
     content << std::ifstream(file, std::ios::binary).rdbuf();
@@ -81,9 +95,8 @@ std::string read(const std::string& file) {
 
 std::vector<std::string> namesIn(const std::string& folder) {
     std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(folder)) {
+    for (const auto& entry : fs::directory_iterator(folder))
         names.push_back(entry.path().filename());
-    }
     std::ranges::sort(names);
     return names;
 }

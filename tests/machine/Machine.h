@@ -1,25 +1,35 @@
 #pragma once
 
+#include "foundation/Text.h"
 #include "linux/installed/InstalledApplications.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 /// A small machine in a temporary folder: its own home and XDG folders, with installed applications
-/// whose program writes down what it was given. The environment names them before any test runs.
+/// whose program writes down what it was given. The environment names them before any test runs,
+/// and what a test installs and records is away at the next.
 namespace corvane::machine {
+
+namespace fs = std::filesystem;
 
 /// A path in the temporary folder, with the folders above it made.
 std::string place(const std::string& relative);
 
 void write(const std::string& file, const std::string& content);
 std::string read(const std::string& file);
+/// A script of the shell that can be run; its path.
+std::string makeProgram(const std::string& relative, const std::string& script);
 /// The names in a folder, sorted.
 std::vector<std::string> namesIn(const std::string& folder);
 
 /// Installs a desktop entry for the user; more keys than Type and Name come as lines.
-void install(const std::string& id, const std::string& name, const std::string& keys);
+void install(const std::string& id, const std::string& name, const std::string& keys = "Exec=sh");
 void uninstall(const std::string& id);
 /// "Exec=" with the program that records what it is given under that label.
 std::string recording(const std::string& label, const std::string& fieldCodes);
@@ -29,7 +39,6 @@ bool comesTrue(const std::function<bool()>& condition);
 /// Looks until it sees that text, as long; a failure where it doesn't come.
 void comesToShow(const std::string& expected, const std::function<std::string()>& look);
 
-/// Forgets what was recorded.
 void clearRecords();
 /// The arguments of each start under that label, joined by "|" and sorted; waits at most ten
 /// seconds for that many starts.
@@ -44,7 +53,6 @@ public:
     AsOrdinaryUser(const AsOrdinaryUser&) = delete;
 };
 
-/// Sets a variable as long as it lives.
 class ScopedVariable {
 public:
     ScopedVariable(const std::string& name, const std::string& value);

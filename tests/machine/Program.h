@@ -3,10 +3,7 @@
 #include "machine/Machine.h"
 
 #include <csignal>
-#include <string>
-#include <vector>
 
-#include <gtest/gtest.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>

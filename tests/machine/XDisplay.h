@@ -1,12 +1,9 @@
 #pragma once
 
-#include "foundation/Text.h"
 #include "machine/OwnWindows.h"
 #include "machine/Program.h"
 
-#include <algorithm>
 #include <cstdlib>
-#include <filesystem>
 #include <optional>
 
 #include <fcntl.h>
@@ -26,11 +23,11 @@ public:
     /// With no number, at one that is free.
     void startServer(const std::string& screen, const std::string& number = "") {
         // Where there is none, programs start one that stays.
-        std::filesystem::remove(place("bus"));
+        fs::remove(place("bus"));
         place("runtime/any");
         bus_.emplace(std::vector<std::string>{"dbus-daemon", "--session", "--nofork", "--nopidfile",
                                               "--address=" + busAddress()});
-        ASSERT_TRUE(comesTrue([] { return std::filesystem::exists(place("bus")); }));
+        ASSERT_TRUE(comesTrue([] { return fs::exists(place("bus")); }));
         int ends[2];
         ASSERT_EQ(pipe2(ends, 0), 0);
         std::vector<std::string> command{

@@ -25,10 +25,6 @@ constexpr auto fonts = R"(<fontconfig>
 </fontconfig>
 )";
 
-void write(const fs::path& file, const std::string& content) {
-    std::ofstream(file, std::ios::binary) << content;
-}
-
 /// Some machines let nobody run a program from there, or have little of it.
 bool holdsTests(const char* folder) {
     constexpr auto enough = std::uint64_t(2) << 30;
@@ -83,8 +79,8 @@ std::map<std::string, std::string> make(const std::string& folder, const Chosen&
               place / "share/applications");
     linkThose(chosen.services, ".service", machine / "dbus-1/services", place / "services");
     linkAllBut({"autostart", "mimeapps.list", "xdg-terminals.list"}, "/etc/xdg", place / "etc");
-    write(place / "fonts.conf", fonts);
-    write(place / "bus.conf", busConfiguration(place / "services"));
+    std::ofstream(place / "fonts.conf") << fonts;
+    std::ofstream(place / "bus.conf") << busConfiguration(place / "services");
     std::map<std::string, std::string> variables{{"XDG_DATA_DIRS", place / "share"},
                                                  {"XDG_CONFIG_DIRS", place / "etc"},
                                                  {"FONTCONFIG_FILE", place / "fonts.conf"}};

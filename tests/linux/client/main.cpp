@@ -5,14 +5,9 @@
 
 #include <unistd.h>
 
-// A client with two windows. The second one has the type that the second argument names, or else it
-// belongs to the first one. The first argument says how it takes it to be asked to close one:
-//
-//     close    closes it, and ends with the last one
-//     ignore   does nothing
-//     hide     takes both away and stays connected
-//
-// Two more arguments are the classes of the two, as of two applications in one process.
+// A client with two windows. Asked to close one, it will "close" it and end with the last, "ignore"
+// that, or "hide" both and stay connected, as the first argument says. The second window has the
+// type that the second argument names, or else belongs to the first. Two more are their classes.
 int main(int count, char** arguments) {
     if (count < 2) return 1;
     const std::string_view reaction = arguments[1];
