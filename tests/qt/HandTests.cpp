@@ -1,4 +1,4 @@
-#include "qt/Views.h"
+#include "qt/Interface.h"
 
 #include <QAccessible>
 
@@ -6,54 +6,47 @@ namespace corvane {
 namespace {
 
 TEST_F(Views, aHeldKeyPressesOnce) {
-    interface.open({workspace("Work", {note()})});
-    for (const auto key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
-        ASSERT_TRUE(interface.reach("note"));
-        interface.hold(key);
-        EXPECT_EQ(interface.desktop.logged("open"), "open file:///note.txt");
-        EXPECT_EQ(interface.store().runningResources->begin()->second.size(), 1u);
-        interface.hold(key);
-        EXPECT_TRUE(interface.store().runningResources->begin()->second.empty());
-        interface.desktop.log.clear();
+    open({workspace("Work", {note()})});
+    for (const auto held : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+        ASSERT_TRUE(reach("note"));
+        hold(held);
+        EXPECT_EQ(desktop.logged("open"), "open file:///note.txt");
+        EXPECT_EQ(store().runningResources->begin()->second.size(), 1u);
+        hold(held);
+        EXPECT_TRUE(store().runningResources->begin()->second.empty());
+        desktop.log.clear();
 
-        ASSERT_TRUE(interface.press("Settings"));
-        ASSERT_TRUE(interface.reach("Auto-Save Layouts") || interface.reach("Focus Mode"));
-        const bool was = interface.store().focusMode;
-        interface.hold(key);
-        EXPECT_NE(interface.store().focusMode, was);
-        ASSERT_TRUE(interface.reach("Done"));
-        interface.hold(key);
-        EXPECT_FALSE(interface.shows("Configure Corvane Workspace Manager"));
+        ASSERT_TRUE(press("Settings"));
+        ASSERT_TRUE(reach("Auto-Save Layouts") || reach("Focus Mode"));
+        const bool was = store().focusMode;
+        hold(held);
+        EXPECT_NE(store().focusMode, was);
+        ASSERT_TRUE(reach("Done"));
+        hold(held);
+        EXPECT_FALSE(shows("Configure Corvane Workspace Manager"));
     }
-    ASSERT_TRUE(interface.press("Start"));
-    interface.runFor(2);
-    for (const auto key : {Qt::Key_Space, Qt::Key_Return}) {
-        ASSERT_TRUE(interface.reach("Finish"));
-        interface.hold(key);
-        EXPECT_EQ(interface.focused(), "Finish & Close");
-        interface.key(Qt::Key_Escape);
-        EXPECT_EQ(interface.focused(), "Finish") << "the keyboard goes back";
+    ASSERT_TRUE(press("Start"));
+    runFor(2);
+    for (const auto held : {Qt::Key_Space, Qt::Key_Return}) {
+        ASSERT_TRUE(reach("Finish"));
+        hold(held);
+        EXPECT_EQ(focused(), "Finish & Close");
+        key(Qt::Key_Escape);
+        EXPECT_EQ(focused(), "Finish") << "the keyboard goes back";
     }
-    interface.hold(Qt::Key_Return);
-    interface.hold(Qt::Key_Return);
-    interface.runFor(2);
-    EXPECT_EQ(interface.focused(), "Finish") << "and stays with the button";
+    hold(Qt::Key_Return);
+    hold(Qt::Key_Return);
+    runFor(2);
+    EXPECT_EQ(focused(), "Finish") << "and stays with the button";
 }
 
 TEST_F(Views, assistiveProgramsActByActions) {
-    auto& store =
-        (interface.open({workspace("Work", {note()}), workspace("Home")}), interface.store());
-    // A screen reader that is started later than the program.
+    open({workspace("Work", {note()}), workspace("Home")});
+    // A screen reader that is started later than the program. The steps name its action and the
+    // control, what that can do, and what is then shown.
     QAccessible::setActive(false);
     QAccessible::setActive(true);
-    const struct {
-        const char* action;
-        const char* name;
-        const char* inside;
-        /// What the control can do, and what is then shown.
-        const char* actions;
-        const char* shown;
-    } steps[]{
+    const std::tuple<const char*, const char*, const char*, const char*, const char*> steps[]{
         {"Press", "note", "", "Press SetFocus", "note"},
         {"Press", "Resources", "Home", "Press SetFocus", "No resources yet"},
         {"Press", "Resources", "Home", "Press SetFocus", "No resources configured"},
@@ -71,81 +64,78 @@ TEST_F(Views, assistiveProgramsActByActions) {
         {"Press", "Create", "", "", "Create"},
         {"Press", "Cancel", "", "Press SetFocus", "Work"},
         {"Press", "Start", "Work", "Press SetFocus", "Starting..."},
-        {"Press", "Starting...", "", "", "Starting..."},
-    };
+        {"Press", "Starting...", "", "", "Starting..."}};
     for (const auto& [action, name, inside, actions, shown] : steps) {
-        EXPECT_EQ(interface.act(action, name, inside), actions) << name;
-        EXPECT_TRUE(interface.comes(shown)) << name << " in " << interface.shown();
+        EXPECT_EQ(act(action, name, inside), actions) << name;
+        EXPECT_TRUE(comes(shown)) << name << " in " << this->shown();
     }
-    EXPECT_EQ(interface.desktop.logged("open"), "open file:///note.txt");
-    EXPECT_TRUE(store.focusMode);
-    EXPECT_FALSE(store.showLayoutSavedAlert);
-    EXPECT_EQ(store.fullscreenPriority.get(), "last");
-    interface.runFor(2);
-    EXPECT_EQ(interface.act("Press", "Finish"), "Press SetFocus");
-    EXPECT_EQ(interface.act("Press", "Finish & Close"), "Press SetFocus");
-    EXPECT_TRUE(interface.comes("Closing resources..."));
-    EXPECT_EQ(interface.desktop.logged("alert"), "alert No Applications to Quit");
+    EXPECT_EQ(desktop.logged("open"), "open file:///note.txt");
+    EXPECT_TRUE(store().focusMode && !store().showLayoutSavedAlert);
+    EXPECT_EQ(store().fullscreenPriority.get(), "last");
+    runFor(2);
+    EXPECT_EQ(act("Press", "Finish"), "Press SetFocus");
+    EXPECT_EQ(act("Press", "Finish & Close"), "Press SetFocus");
+    EXPECT_TRUE(comes("Closing resources..."));
+    EXPECT_EQ(desktop.logged("alert"), "alert No Applications to Quit");
 }
 
 TEST_F(Views, aNarrowWindowCutsNothing) {
-    interface.open({workspace("Work", {note()}), workspace("Home")});
-    interface.store().enableAccessibilityFeatures = true;
-    ASSERT_TRUE(interface.press("Start", "Work"));
-    interface.runFor(2);
+    open({workspace("Work", {note()}), workspace("Home")});
+    store().enableAccessibilityFeatures = true;
+    ASSERT_TRUE(press("Start", "Work"));
+    runFor(2);
     for (const auto& [width, height] : {std::pair(480, 500), {640, 500}, {930, 500}, {1600, 900}}) {
-        interface.resize(width, height);
-        EXPECT_EQ(interface.cut(), "") << width;
-        EXPECT_TRUE(interface.shows("Save Layout"));
+        resize(width, height);
+        EXPECT_EQ(cut(), "") << width;
+        EXPECT_TRUE(shows("Save Layout"));
     }
-    interface.resize(480, 500);
+    resize(480, 500);
     for (const auto& [opens, last] : {std::pair("New Workspace", "Cancel"), {"Settings", "Done"}}) {
-        ASSERT_TRUE(interface.press(opens));
-        EXPECT_EQ(interface.cut(), "") << opens;
-        EXPECT_TRUE(interface.reach(last));
-        interface.key(Qt::Key_Return);
+        ASSERT_TRUE(press(opens));
+        EXPECT_EQ(cut(), "") << opens;
+        EXPECT_TRUE(reach(last));
+        key(Qt::Key_Return);
     }
-    interface.act("Press", "Resources", "Home");
-    interface.settle();
-    EXPECT_EQ(interface.cut(), "");
-    ASSERT_TRUE(interface.act("Press", "Add Resource", "Home") != "none");
-    EXPECT_EQ(interface.cut(), "");
-    EXPECT_TRUE(interface.reach("Cancel"));
+    act("Press", "Resources", "Home");
+    settle();
+    EXPECT_EQ(cut(), "");
+    ASSERT_TRUE(act("Press", "Add Resource", "Home") != "none");
+    EXPECT_EQ(cut(), "");
+    EXPECT_TRUE(reach("Cancel"));
 }
 
 TEST_F(Views, keysReachWhatIsUsedMost) {
-    interface.open({workspace("Work", {note()}), workspace("Home")});
-    EXPECT_EQ(interface.shown(),
+    open({workspace("Work", {note()}), workspace("Home")});
+    EXPECT_EQ(shown(),
               "Corvane|Workspace Manager|Search workspaces...|Switch to Dark Mode|Focus Mode|"
               "New Workspace|Settings|Workspaces|Work|Work|What has to be done|Start|Resources|"
               "More|note|Home|Home|Start|Resources|More|No resources configured")
         << "screen readers read as the eye does";
-    interface.key(Qt::Key_F, Qt::ControlModifier);
-    EXPECT_EQ(interface.focused(), "Search workspaces...");
-    interface.type("wo");
-    EXPECT_FALSE(interface.shows("Home"));
-    interface.key(Qt::Key_Escape);
-    EXPECT_TRUE(interface.shows("Home"));
-    interface.key(Qt::Key_Comma, Qt::ControlModifier);
-    EXPECT_TRUE(interface.shows("Configure Corvane Workspace Manager"));
-    interface.key(Qt::Key_N, Qt::ControlModifier);
-    EXPECT_FALSE(interface.shows("Create New Workspace")) << "not under another sheet";
-    interface.key(Qt::Key_Escape);
-    interface.key(Qt::Key_N, Qt::ControlModifier);
-    EXPECT_EQ(interface.focused(), "Enter workspace name");
-    interface.type("Last");
-    interface.key(Qt::Key_Return);
-    interface.runFor(0);
-    EXPECT_EQ(interface.focused() + " " + interface.focusedDescription(), "Start Last");
-    interface.desktop.alertAnswers["Delete Workspace"].button = AlertResponse::firstButton;
-    ASSERT_TRUE(interface.press("More", "Work"));
-    ASSERT_TRUE(interface.press("Delete"));
-    EXPECT_TRUE(interface.comes("Removed 'Work'"));
-    EXPECT_EQ(interface.store().workspaces->size(), 2u);
-    interface.key(Qt::Key_Z, Qt::ControlModifier);
-    interface.runFor(0);
-    EXPECT_TRUE(interface.shows("Work"));
-    EXPECT_EQ(interface.store().workspaces->front().name, "Work");
+    key(Qt::Key_F, Qt::ControlModifier);
+    EXPECT_EQ(focused(), "Search workspaces...");
+    type("wo");
+    EXPECT_FALSE(shows("Home"));
+    key(Qt::Key_Escape);
+    EXPECT_TRUE(shows("Home"));
+    key(Qt::Key_Comma, Qt::ControlModifier);
+    EXPECT_TRUE(shows("Configure Corvane Workspace Manager"));
+    key(Qt::Key_N, Qt::ControlModifier);
+    EXPECT_FALSE(shows("Create New Workspace")) << "not under another sheet";
+    key(Qt::Key_Escape);
+    key(Qt::Key_N, Qt::ControlModifier);
+    EXPECT_EQ(focused(), "Enter workspace name");
+    type("Last");
+    key(Qt::Key_Return);
+    runFor(0);
+    EXPECT_EQ(focused() + " " + focusedDescription(), "Start Last");
+    desktop.alertAnswers["Delete Workspace"].button = AlertResponse::firstButton;
+    ASSERT_TRUE(press("More", "Work") && press("Delete"));
+    EXPECT_TRUE(comes("Removed 'Work'"));
+    EXPECT_EQ(store().workspaces->size(), 2u);
+    key(Qt::Key_Z, Qt::ControlModifier);
+    runFor(0);
+    EXPECT_TRUE(shows("Work"));
+    EXPECT_EQ(store().workspaces->front().name, "Work");
 }
 
 TEST_F(Views, theKeyboardReachesEveryControlInOrderThroughALongListAndBack) {
@@ -155,19 +145,19 @@ TEST_F(Views, theKeyboardReachesEveryControlInOrderThroughALongListAndBack) {
         many.push_back(workspace({name}, {note()}));
         names += name;
     }
-    interface.open(many);
+    open(many);
     const auto reached = [&](Qt::Key key, const char* control, int times) {
         std::string cards;
         for (int i = 0; i < times; ++i) {
-            interface.key(key);
-            if (interface.focused() == control) cards += interface.focusedDescription();
+            this->key(key);
+            if (focused() == control) cards += focusedDescription();
         }
         return cards;
     };
     std::string order;
     for (int i = 0; i < 9; ++i) {
-        interface.key(Qt::Key_Tab);
-        order += interface.focused() + "|";
+        key(Qt::Key_Tab);
+        order += focused() + "|";
     }
     EXPECT_EQ(order, "Search workspaces...|Switch to Dark Mode|Focus Mode|New Workspace|Settings|"
                      "Start|Resources|More|note|");

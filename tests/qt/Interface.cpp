@@ -2,13 +2,9 @@
 
 #include "qt/toolkit/Views.h"
 
-#include <QAccessible>
 #include <QGuiApplication>
 #include <QQuickItem>
 #include <QTest>
-#include <algorithm>
-
-#include <gtest/gtest.h>
 
 namespace corvane {
 
@@ -16,13 +12,8 @@ namespace {
 
 Platform withWindows(SimulatedDesktop& desktop, MainWindows& windows) {
     const auto given = desktop.platform();
-    return {{.mainQueue = given.mainQueue,
-             .alerts = given.alerts,
-             .application = windows,
-             .statusBar = given.statusBar,
-             .images = given.images,
-             .appearance = given.appearance,
-             .panels = given.panels},
+    return {{given.mainQueue, given.alerts, windows, given.statusBar, given.images,
+             given.appearance, given.panels},
             given};
 }
 
@@ -123,10 +114,6 @@ std::string Interface::shown() {
         if (!name.empty()) names += (names.empty() ? "" : "|") + name;
     }
     return names;
-}
-
-bool Interface::shows(const std::string& name) {
-    return find(name, "") != nullptr;
 }
 
 bool Interface::comes(const std::string& name) {
@@ -303,17 +290,9 @@ bool Interface::reach(const std::string& name) {
     return false;
 }
 
-std::string Interface::focused() {
-    return textOfFocused(QAccessible::Name);
-}
-
-std::string Interface::focusedDescription() {
-    return textOfFocused(QAccessible::Description);
-}
-
-std::string Interface::textOfFocused(int kind) {
+std::string Interface::focused(QAccessible::Text kind) {
     for (auto* element : elements()) {
-        if (element->state().focused) return element->text(QAccessible::Text(kind)).toStdString();
+        if (element->state().focused) return element->text(kind).toStdString();
     }
     return "";
 }

@@ -1,19 +1,14 @@
 #pragma once
 
-#include "core/RecordCoding.h"
 #include "core/StoreScene.h"
 #include "qt/toolkit/MainWindows.h"
 #include "qt/toolkit/QtMainQueue.h"
 #include "shell/CorvaneApp.h"
-#include "simulated/SimulatedDesktop.h"
 
+#include <QAccessible>
 #include <QQmlEngine>
 #include <QQuickWindow>
-#include <memory>
-#include <string>
-#include <vector>
 
-class QAccessibleInterface;
 class QMimeData;
 
 namespace corvane {
@@ -33,7 +28,6 @@ public:
     std::unique_ptr<CorvaneApp> app;
 
     bool isFirstStart = false;
-    /// Opens the main window over these workspaces.
     void open(const std::vector<Workspace>& workspaces);
     WorkspaceStore& store() { return app->workspaceStore(); }
 
@@ -43,8 +37,7 @@ public:
     void settle();
     /// The names of all that is shown, in order, joined by "|".
     std::string shown();
-    bool shows(const std::string& name);
-    /// Whether it is shown soon.
+    bool shows(const std::string& name) { return find(name) != nullptr; }
     bool comes(const std::string& name);
     bool isEnabled(const std::string& name, const std::string& inside = "");
     /// Clicks in the middle of a control; false where it isn't shown. Of several it takes the one
@@ -59,7 +52,6 @@ public:
     /// Does what an assistive program does; gives the names of all actions that the control has.
     std::string act(const std::string& action, const std::string& name,
                     const std::string& inside = "");
-    /// A key that is held down for a while.
     void hold(Qt::Key key, int repetitions = 5);
     void type(const std::string& text);
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
@@ -79,16 +71,27 @@ public:
     /// Presses Tab until that control has the keyboard; false where it never has.
     bool reach(const std::string& name);
     /// The name of the element that has the keyboard, and what is said of it besides.
-    std::string focused();
-    std::string focusedDescription();
+    std::string focused(QAccessible::Text kind = QAccessible::Name);
+    std::string focusedDescription() { return focused(QAccessible::Description); }
 
 private:
-    QAccessibleInterface* find(const std::string& name, const std::string& inside);
+    QAccessibleInterface* find(const std::string& name, const std::string& inside = "");
     std::vector<QAccessibleInterface*> elements();
-    std::string textOfFocused(int kind);
     void send(QEvent::Type type, const QPoint& place);
 
     QPoint lastPress_;
+};
+
+struct Views : testing::Test, Interface {
+    Workspace workspace(const std::string& name, std::vector<Resource> resources = {}) {
+        auto made = makeWorkspace(name, name == "Work" ? "What has to be done" : "", "star", {});
+        made.resources = std::move(resources);
+        return made;
+    }
+    Resource note() {
+        desktop.files.contents["/note.txt"] = "A note";
+        return makeResource("note", "/note.txt", ResourceType::file, platform.bundles);
+    }
 };
 
 } // namespace corvane

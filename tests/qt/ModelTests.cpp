@@ -15,8 +15,6 @@
 #include <QTimer>
 #include <thread>
 
-#include <gtest/gtest.h>
-
 namespace corvane {
 namespace {
 
@@ -46,8 +44,7 @@ TEST(AlertModelTest, cutsTheMiddleOfWhatWouldTakeLongToDraw) {
     EXPECT_TRUE(one.message().endsWith("xxx<b>"));
     const AlertModel many({.message = text::replacingAll(path, "x", "y\n") + "end"});
     EXPECT_EQ(many.message().count('\n'), 299);
-    EXPECT_TRUE(many.message().contains("y\n…\ny"));
-    EXPECT_TRUE(many.message().endsWith("y\nend"));
+    EXPECT_TRUE(many.message().contains("y\n…\ny") && many.message().endsWith("y\nend"));
 }
 
 TEST(QtMainQueueTest, isDoneWithAllThatIsScheduledAndThatComesOfIt) {
@@ -152,16 +149,11 @@ TEST(WorkspaceListModelTest, rowsKeepTheirIdentityWhenTheListChanges) {
     WorkspaceListModel model(state, store, {}, {});
     const QAbstractItemModelTester tester(&model);
     const QPersistentModelIndex rowOfC(model.index(2));
-    const struct {
-        std::vector<Workspace> list;
-        const char* names;
-        int rowOfC;
-    } steps[]{
+    const std::tuple<std::vector<Workspace>, const char*, int> steps[]{
         {{c, a, b}, "cab", 0}, {{a, d, b, c}, "adbc", 3},
         {{d, c}, "dc", 1},     {{d, d, c, a, c}, "ddcac", 2},
         {{c}, "c", 0},         {{a, b}, "ab", -1},
-        {{}, "", -1},
-    };
+        {{}, "", -1}};
     for (const auto& [list, names, row] : steps) {
         StoreState::set(store.workspaces, list);
         QTest::qWait(0);

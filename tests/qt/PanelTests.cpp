@@ -11,24 +11,19 @@
 #include <QTest>
 #include <QTimer>
 
-#include <gtest/gtest.h>
-
 namespace corvane {
 namespace {
 
-class PanelViews : public testing::Test {
-protected:
-    Interface interface;
-    QtPanels panels{interface.engine, interface.windows, interface.platform.alerts,
-                    interface.platform};
+struct PanelViews : testing::Test, Interface {
+    QtPanels panels{engine, windows, platform.alerts, platform};
     std::string outcome;
     QTemporaryDir folder;
 
     PanelViews() {
-        interface.desktop.install({.path = "/Applications/Quill.app"});
-        interface.desktop.install({.path = "/Applications/atlas.app"});
-        interface.desktop.install({.path = "/Applications/Ärger.app"});
-        interface.open({});
+        desktop.install({.path = "/Applications/Quill.app"});
+        desktop.install({.path = "/Applications/atlas.app"});
+        desktop.install({.path = "/Applications/Ärger.app"});
+        open({});
         for (const auto* name : {"Out.json", "notes.txt"})
             QFile(folder.filePath(name)).open(QIODevice::WriteOnly);
         QDir(folder.path()).mkdir("Old");
@@ -38,8 +33,8 @@ protected:
         panels.beginOpenPanel(
             {.title = "Pick", .message = "Take one", .content = PanelContent::application},
             [this](const auto& url) { outcome = url ? url->path() : "cancelled"; });
-        interface.runFor(0);
-        EXPECT_TRUE(interface.shows("Take one"));
+        runFor(0);
+        EXPECT_TRUE(shows("Take one"));
     }
     std::string in(const std::string& name) { return folder.path().toStdString() + "/" + name; }
 
@@ -99,14 +94,14 @@ TEST_F(PanelViews, theChooserSavesUnderANameThatEndsAsItShould) {
     EXPECT_EQ(save({"Out.json", "Yes"}), "Export: Choose where|All.json|asks|/Out.json");
     EXPECT_EQ(save({"Out.json", "No", "Escape"}),
               "Export: Choose where|All.json|asks|Export: Choose where|cancelled");
-    auto& answers = interface.desktop.alertAnswers;
+    auto& answers = desktop.alertAnswers;
     const std::string question = "“Out.json” already exists. Do you want to replace it?";
     answers[question].button = AlertResponse::secondButton;
     EXPECT_EQ(save({"Out", "Escape"}),
               "Export: Choose where|All.json|Export: Choose where|cancelled");
     answers[question].button = AlertResponse::firstButton;
     EXPECT_EQ(save({"Out"}), "Export: Choose where|All.json|/Out.json");
-    EXPECT_EQ(interface.desktop.logged("alert"), "alert " + question + "\nalert " + question);
+    EXPECT_EQ(desktop.logged("alert"), "alert " + question + "\nalert " + question);
 }
 
 TEST_F(PanelViews, theChooserOpensWhatIsThereAndStartsWhereTheLastOneEnded) {
@@ -124,31 +119,30 @@ TEST_F(PanelViews, theChooserOpensWhatIsThereAndStartsWhereTheLastOneEnded) {
 
 TEST_F(PanelViews, applicationsArePickedByNameOrByPointer) {
     begin();
-    EXPECT_EQ(interface.shown(),
-              "Pick|Pick|Take one|Search applications...|Applications|Ärger|atlas|Quill|"
-              "Cancel|Open");
-    EXPECT_FALSE(interface.isEnabled("Open"));
-    interface.type("a");
-    EXPECT_FALSE(interface.shows("Quill"));
-    interface.key(Qt::Key_Down);
-    interface.key(Qt::Key_Down);
+    EXPECT_EQ(shown(), "Pick|Pick|Take one|Search applications...|Applications|Ärger|atlas|Quill|"
+                       "Cancel|Open");
+    EXPECT_FALSE(isEnabled("Open"));
+    type("a");
+    EXPECT_FALSE(shows("Quill"));
+    key(Qt::Key_Down);
+    key(Qt::Key_Down);
     EXPECT_EQ(outcome, "still up");
-    interface.key(Qt::Key_Return);
+    key(Qt::Key_Return);
     EXPECT_EQ(outcome, "/Applications/atlas.app");
-    EXPECT_FALSE(interface.shows("Take one"));
+    EXPECT_FALSE(shows("Take one"));
 
     begin();
-    ASSERT_TRUE(interface.press("Quill"));
-    interface.key(Qt::Key_Up);
-    ASSERT_TRUE(interface.press("Open"));
+    ASSERT_TRUE(press("Quill"));
+    key(Qt::Key_Up);
+    ASSERT_TRUE(press("Open"));
     EXPECT_EQ(outcome, "/Applications/atlas.app");
 
     begin();
-    interface.type("zz");
-    EXPECT_TRUE(interface.shows("No application has this name."));
-    interface.key(Qt::Key_Return);
+    type("zz");
+    EXPECT_TRUE(shows("No application has this name."));
+    key(Qt::Key_Return);
     EXPECT_EQ(outcome, "still up");
-    interface.key(Qt::Key_Escape);
+    key(Qt::Key_Escape);
     EXPECT_EQ(outcome, "cancelled");
 }
 
