@@ -2,6 +2,7 @@
 
 #include "foundation/Text.h"
 #include "linux/system/FileDescriptor.h"
+#include "linux/windows/WaylandSession.h"
 #include "linux/windows/kwin/WindowsScript.h"
 
 #include <algorithm>
