@@ -39,7 +39,6 @@ TEST_F(Bookmark, isMadeAtTheFirstResolveAndFollowsTheFileFromThen) {
     EXPECT_EQ(bookmarks.resolveResource("/a.txt", file), Url::fromPath("/moved/a.txt"));
     EXPECT_EQ(desktop.bookmarks.accesses.at("/moved/a.txt"), 1);
 
-    // The same path as a folder is another resource.
     EXPECT_EQ(bookmarks.resolveResource("/a.txt", folder), Url::fromPath("/a.txt"));
     desktop.runUntilIdle();
     EXPECT_EQ(storedKeys(), (Lines{"file:/a.txt", "folder:/a.txt"}));

@@ -52,8 +52,7 @@ TEST_F(Persistence, aMoveFromDocumentsThatFailsLosesNothingAndSaysNothing) {
     desktop.files.unremovable.clear();
     scene.writeFile({});
     EXPECT_TRUE(persistence.loadWorkspaces().empty());
-    EXPECT_EQ(desktop.files.contents.at(legacyPath), old)
-        << "both files: the legacy one is left alone";
+    EXPECT_EQ(desktop.files.contents.at(legacyPath), old);
 }
 
 TEST_F(Persistence, anUnreadableFileIsKeptAsideBeforeTheFirstSaveAndOneAlertNamesIt) {
@@ -101,7 +100,6 @@ TEST_F(Persistence, aFileThatCanNotBeReachedIsNeverTakenForMissing) {
     const auto precious = encodeWorkspaces({scene.workspace("Precious")});
     desktop.files.contents[workspacesPath] = precious;
     desktop.files.contents[legacyPath] = encodeWorkspaces({scene.workspace("Old")});
-    // Out of reach for the look at it alone.
     desktop.files.failingLooks[workspacesPath] = 1;
     persistence.loadWorkspaces();
     EXPECT_EQ(desktop.files.contents.at(workspacesPath), precious);

@@ -10,8 +10,7 @@ struct Store : SceneTest {
     Workspace second = scene.workspace("Second", {scene.resource("d")});
 
     WorkspaceStore& start() { return scene.start({first, second}); }
-    /// All that an edit could touch: the list with what counts as modified, the active workspace,
-    /// and how much runs.
+    /// The list with what counts as modified, the active workspace, and how much runs.
     static std::string state(const WorkspaceStore& store) {
         auto text = described(store.workspaces);
         for (const auto& workspace : *store.workspaces) {

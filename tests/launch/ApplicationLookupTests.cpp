@@ -7,8 +7,8 @@ namespace {
 struct Lookup : LaunchScene {
     Lookup() { desktop.applications.clear(); }
 
-    ApplicationLookup lookup{scene.platform.applications, scene.platform.bundles,
-                             scene.platform.tasks, scene.platform.metadataQuery};
+    ApplicationLookup lookup{platform.applications, platform.bundles, platform.tasks,
+                             platform.metadataQuery};
 
     using OptionalText = std::optional<std::string>;
     static std::string bundle(const std::string& fileName) {

@@ -56,14 +56,18 @@ TEST_F(UrlLaunching, aPageGoesToEachAssociatedBrowserAndThenToTheDefaultOne) {
         {"Damaged", "Web", "Damaged",
          open + " with /Applications/Damaged.app\n" + open + "\nsheet Browser Launch Failed",
          "Browser Launch Failed | Failed to open URL with Damaged.\n\nError: It's damaged. [OK]"},
-        {"", "Web", "Firefox", firefox + "\n" + open + "\n" + open, ""}};
+        {"", "Web", "Firefox", firefox + "\n" + open + "\n" + open, ""},
+        {"", "", "", open + "\nsheet URL Launch Failed",
+         "URL Launch Failed | Failed to open the URL '" + page +
+             "' in your default browser. This could be due to:\n\n• No default browser is set\n• The URL "
+             "is malformed\n• Network connectivity issues\n• Browser permissions [OK]"}};
     desktop.taskResults.insert({brave, Error{"No memory."}});
     const auto applications = desktop.applications;
     for (const auto& [browser, standard, associated, openings, alerts] : cases) {
         desktop.applications = applications;
         if (!browser.empty()) desktop.install({.path = bundle(browser)});
         if (browser == "Damaged") desktop.applications.back().openError = Error{"It's damaged."};
-        defaultBrowser(standard);
+        standard.empty() ? desktop.defaultHandlers.clear() : defaultBrowser(standard);
         const auto names =
             associated.empty() ? std::vector<std::string>() : text::split(associated, ',');
         openPage(page, names);
@@ -90,16 +94,6 @@ TEST_F(UrlLaunching, onlyAResultWithoutAnErrorIsATabInSafari) {
         openPage(page);
         EXPECT_EQ(openings(), script + (isTab ? "" : "\n" + open));
     }
-}
-
-TEST_F(UrlLaunching, withNoBrowserAtAllTheUserIsTold) {
-    desktop.defaultHandlers.clear();
-    openPage(page);
-    EXPECT_EQ(openings(), open + "\nsheet URL Launch Failed");
-    EXPECT_EQ(alerts(), "URL Launch Failed | Failed to open the URL '" + page +
-                            "' in your default browser. This could be due to:\n\n• No default "
-                            "browser is set\n• The URL is malformed\n• Network connectivity "
-                            "issues\n• Browser permissions [OK]");
 }
 
 TEST_F(UrlLaunching, anAddressOfAnyOtherSchemeStillGoesToTheBrowserOfHttp) {

@@ -111,7 +111,6 @@ TEST(AgentAnswersTest, tellsMonitors) {
     EXPECT_FALSE(readMonitors(R"({"monitors":[{"frame":[[0,0],[1,1]]}]})"));
 }
 
-/// Title, class and process as the X server and as the compositor tell them, and what comes of it.
 TEST(XClientsTest, areWhatTheirServerVouchesFor) {
     constexpr pid_t compositor = 1;
     const auto shown = [](const std::string& title, pid_t process, std::uint64_t number = 0) {
@@ -147,8 +146,7 @@ TEST(XClientsTest, areWhatTheirServerVouchesFor) {
               "lies 0 unaskable; four 14; lies 12; named itself 0 unaskable; ");
     EXPECT_EQ(outcome(compositor + 1),
               "one 0 unaskable; two 0 unaskable; else 0 unaskable; unknown 0 unaskable; "
-              "lies 0 unaskable; four 0 unaskable; lies 0 unaskable; named itself 0 unaskable; ")
-        << "another session's";
+              "lies 0 unaskable; four 0 unaskable; lies 0 unaskable; named itself 0 unaskable; ");
 }
 
 std::string rect(const std::string& numbers) {

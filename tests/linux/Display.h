@@ -70,16 +70,6 @@ struct WindowsTest : DisplayTest {
         auto* server = connection_.server(deadline);
         return x11::readGeometry(*server, x11::requestGeometry(*server, window), deadline);
     }
-    /// The first window of a process, as soon as there is one.
-    AccessibilityWindow firstWindowOf(pid_t process) {
-        std::optional<std::vector<AccessibilityWindow>> windows;
-        EXPECT_TRUE(comesTrue([&] {
-            windows = accessibility_.windows(process);
-            return windows && !windows->empty();
-        }));
-        return windows && !windows->empty() ? windows->front() : AccessibilityWindow{};
-    }
-
     /// Another eye than the one that is tested.
     x11::Connection connection_;
     LinuxDisplays displays_{recent_};

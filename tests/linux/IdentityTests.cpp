@@ -262,13 +262,9 @@ TEST_F(IdentityTest, aSandboxIsBelievedForWhatLiesInIt) {
     install("office_writer", "Snapped", "Exec=" + place("bin/office"));
     const auto inside = place("snap/office/7/bin/sleep");
     fs::copy_file("/bin/sleep", inside, fs::copy_options::overwrite_existing);
-    const std::vector<std::string> snapped{"env", "SNAP=" + place("snap/office/7"),
-                                           "SNAP_NAME=office"};
     const auto run = [&](const std::string& hint, const std::string& executable) {
-        auto words = snapped;
-        for (const auto& word : {"BAMF_DESKTOP_FILE_HINT=" + hint, executable, std::string("61")})
-            words.push_back(word);
-        const auto process = program(words);
+        const auto process = program({"env", "SNAP=" + place("snap/office/7"), "SNAP_NAME=office",
+                                      "BAMF_DESKTOP_FILE_HINT=" + hint, executable, "61"});
         EXPECT_TRUE(comesTrue([&] {
             const auto folder = "/proc/" + std::to_string(process);
             return fs::read_symlink(folder + "/exe").filename() == "sleep" &&

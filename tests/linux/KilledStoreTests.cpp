@@ -14,7 +14,6 @@ using namespace corvane::machine;
 namespace {
 
 constexpr std::size_t edits = 300;
-constexpr int kills = 300;
 
 Uuid identifier(std::size_t number) {
     Uuid id;
@@ -114,7 +113,7 @@ struct KilledStore : testing::Test {
 TEST_F(KilledStore, leavesTheFileOfItsLastEditOrOfTheOneUnderWay) {
     std::size_t state = edits;
     std::size_t editsMade = 0;
-    for (int round = 0; round < kills; ++round) {
+    for (int round = 0; round < 300; ++round) {
         if (state + 50 > edits) {
             fs::remove_all(folder);
             machine::write(file, firstContent());

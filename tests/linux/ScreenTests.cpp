@@ -13,7 +13,6 @@
 
 #include <cmath>
 #include <sstream>
-#include <utility>
 
 using namespace corvane;
 using namespace corvane::machine;

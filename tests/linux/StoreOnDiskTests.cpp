@@ -58,7 +58,6 @@ struct StoreOnDiskTest : testing::Test {
         for (const char* name : {"a", "b", "c"})
             write(folder_ + "/elsewhere/" + name, name);
     }
-    /// Leaves room for a gigabyte on that disk, or for nothing.
     void giveOwnDiskRoom(bool hasRoom) const {
         struct statvfs disk{};
         EXPECT_EQ(statvfs(folder_.c_str(), &disk), 0);
@@ -68,7 +67,6 @@ struct StoreOnDiskTest : testing::Test {
             EXPECT_EQ(mount("none", folder_.c_str(), "tmpfs", MS_REMOUNT, size.c_str()), 0);
         });
     }
-    /// A line for everything in the test's folder but one file: its mode, and what it holds.
     std::string everythingBut(const std::string& excluded) const {
         std::vector<std::string> lines;
         for (fs::recursive_directory_iterator

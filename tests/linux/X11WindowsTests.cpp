@@ -101,7 +101,7 @@ TEST_F(X11WindowsTest, asksTheServerWhereTheWindowManagerIsSilent) {
 TEST_F(X11WindowsTest, areMovedToWhereTheirInsideIs) {
     const auto window = probe_->make({300, 200, 410, 340});
     show(window);
-    const auto element = firstWindowOf(getpid());
+    const AccessibilityWindow element{getpid(), window};
     placed(element, {100, 100, 420, 370});
     // Openbox takes no request for just that place.
     const auto inside = geometryOf(window)->client;
@@ -186,7 +186,6 @@ struct DisplaysTest : WindowsTest {
 
 TEST_F(DisplaysTest, countUpwardFromThePrimaryOne) {
     EXPECT_EQ(frames(), "0,0 1440x900");
-    // The primary one at the bottom right, with one above it, one to its left, and a mirror.
     setMonitor("left", {0, 300, 640, 600});
     setMonitor("*first", {640, 400, 800, 500});
     setMonitor("above", {640, 0, 800, 400});

@@ -29,8 +29,7 @@ struct Cleaning : testing::EmptyTestEventListener {
 };
 
 /// GLib looks at the environment only once, so it is set before any test.
-class Environment : public testing::Environment {
-public:
+struct Environment : testing::Environment {
     void SetUp() override {
         root = world::makeFolder("corvane-tests");
         world::enter(place("chosen"), {{"debian-xterm"}, {}, "xterm"});

@@ -46,15 +46,13 @@ std::vector<std::string> records(const std::string& label, std::size_t count);
 
 /// Where the tests run as root: acts as a user without privileges as long as it lives, and hands
 /// that user the folder. Does nothing for anyone else.
-class AsOrdinaryUser {
-public:
+struct AsOrdinaryUser {
     explicit AsOrdinaryUser(const std::string& folder);
     ~AsOrdinaryUser();
     AsOrdinaryUser(const AsOrdinaryUser&) = delete;
 };
 
-class ScopedVariable {
-public:
+struct ScopedVariable {
     ScopedVariable(const std::string& name, const std::string& value);
     ~ScopedVariable();
     ScopedVariable(const ScopedVariable&) = delete;

@@ -8,8 +8,7 @@
 namespace corvane::machine {
 
 /// Windows of this process, which say what a test makes them say.
-class OwnWindows {
-public:
+struct OwnWindows {
     OwnWindows() : connection_(xcb_connect(nullptr, nullptr)) {
         screen_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
     }

@@ -11,8 +11,7 @@
 namespace corvane::machine {
 
 /// A program that lives as long as this.
-class Program {
-public:
+struct Program {
     explicit Program(std::vector<std::string> words) {
         std::vector<char*> arguments;
         for (auto& word : words)

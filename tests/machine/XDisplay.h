@@ -18,8 +18,7 @@ inline std::vector<std::string> windowManager() {
 }
 
 /// An X server and a session bus of its own, with a window manager.
-class XDisplay {
-public:
+struct XDisplay {
     /// With no number, at one that is free.
     void startServer(const std::string& screen, const std::string& number = "") {
         // Where there is none, programs start one that stays.

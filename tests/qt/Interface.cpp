@@ -273,11 +273,8 @@ void Interface::drag(const QMimeData& data, const std::string& name, bool drops)
     send(QDragEnterEvent(place, actions, &data, Qt::LeftButton, Qt::NoModifier));
     send(QDragMoveEvent(place, actions, &data, Qt::LeftButton, Qt::NoModifier));
     runFor(0);
-    if (drops) {
-        send(QDropEvent(place, actions, &data, Qt::LeftButton, Qt::NoModifier));
-    } else {
-        send(QDragLeaveEvent());
-    }
+    drops ? send(QDropEvent(place, actions, &data, Qt::LeftButton, Qt::NoModifier))
+          : send(QDragLeaveEvent());
     runFor(0);
 }
 

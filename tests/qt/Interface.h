@@ -15,8 +15,7 @@ namespace corvane {
 
 /// The program with its real windows on the simulated desktop. What is shown is the newest window;
 /// its controls are found by what a screen reader says of them.
-class Interface {
-public:
+struct Interface {
     Interface();
     ~Interface();
 
@@ -55,20 +54,16 @@ public:
     void hold(Qt::Key key, int repetitions = 5);
     void type(const std::string& text);
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
-    /// Makes the main window as small as a window manager may.
     void resize(int width, int height);
     /// Turns the wheel over an element, down where the number is above zero.
     void wheel(const std::string& name, int notches);
-    /// Where an element is in its window; empty where it isn't shown.
     QRect placeOf(const std::string& name, const std::string& inside = "");
-    /// How many lines a text is drawn in; 0 where it isn't drawn.
     int linesOf(const std::string& text);
     /// The names of the controls of which a part is beyond the left or right edge of the window.
     std::string cut();
     void closeWindow();
     /// Drops what a drag carries in the middle of an element, or leads the drag away from there.
     void drag(const QMimeData& data, const std::string& name, bool drops = true);
-    /// Presses Tab until that control has the keyboard; false where it never has.
     bool reach(const std::string& name);
     /// The name of the element that has the keyboard, and what is said of it besides.
     std::string focused(QAccessible::Text kind = QAccessible::Name);

@@ -135,7 +135,6 @@ TEST(SymbolsTest, aNameThatIsNotThereIsDrawnAsANeutralOne) {
     EXPECT_NE(symbols.glyph("app.badge"), neutral);
 }
 
-/// What the views of a list do with rows depends on who stays who.
 TEST(WorkspaceListModelTest, rowsKeepTheirIdentityWhenTheListChanges) {
     StoreScene scene;
     const auto a = scene.workspace("a"), b = scene.workspace("b"), c = scene.workspace("c"),

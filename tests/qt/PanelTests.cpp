@@ -20,9 +20,8 @@ struct PanelViews : testing::Test, Interface {
     QTemporaryDir folder;
 
     PanelViews() {
-        desktop.install({.path = "/Applications/Quill.app"});
-        desktop.install({.path = "/Applications/atlas.app"});
-        desktop.install({.path = "/Applications/Ärger.app"});
+        for (const std::string name : {"Quill", "atlas", "Ärger"})
+            desktop.install({.path = "/Applications/" + name + ".app"});
         open({});
         for (const auto* name : {"Out.json", "notes.txt"})
             QFile(folder.filePath(name)).open(QIODevice::WriteOnly);

@@ -105,7 +105,6 @@ TEST(RunningApplicationMatching, theSystemIsToldByPolicyAndPlace) {
     EXPECT_TRUE(isSystemApplication(called("A"))) << "it has no bundle";
 }
 
-/// A desktop on which names meet.
 struct FindingTest : testing::Test {
     FindingTest() {
         add("Chrome", "com.example.browser", "/opt/chrome/chrome.bin");

@@ -1,17 +1,12 @@
-#include "core/StoreState.h"
+#include "core/StoreScene.h"
 #include "foundation/Diagnostics.h"
 #include "shell/CorvaneApp.h"
-#include "simulated/SimulatedDesktop.h"
-
-#include <gtest/gtest.h>
 
 using namespace corvane;
 
 namespace {
 
-struct App : testing::Test {
-    SimulatedDesktop desktop;
-    Platform platform = desktop.platform();
+struct App : SceneTest {
     int posted = 0;
     std::string seenSearch;
 };
@@ -35,7 +30,7 @@ TEST_F(App, aChangeOfTheStoreIsRelayedOnceEvenAfterASecondSetup) {
 
 TEST_F(App, theStoreIsReadyBeforePermissionIsAskedAndADenialChangesNothing) {
     desktop.notificationsAreDenied = true;
-    desktop.files.contents["/home/user/.local/share/Corvane/corvane_workspaces.json"] = "broken";
+    desktop.files.contents[workspacesPath] = "broken";
     CorvaneApp app(platform);
     EXPECT_EQ(desktop.logged(), "request authorization");
     EXPECT_EQ(app.workspaceStore().workspaces->size(), 3u);
