@@ -134,13 +134,14 @@ std::optional<Point> LinuxDesktop::cornerOfOwnWindow(std::uint64_t number,
     return Point{window->frame.origin.x, window->frame.origin.y};
 }
 
-void LinuxDesktop::moveOwnWindow(std::uint64_t number, const std::string& title,
+bool LinuxDesktop::moveOwnWindow(std::uint64_t number, const std::string& title,
                                  const Point& corner) {
     auto& facilities = *facilities_;
     const auto window = facilities.running.ownWindow(number, title);
-    if (window)
-        facilities.recent.place(window->window, {.origin = PixelPoint{corner.x, corner.y}},
-                                halfASecondFromNow());
+    if (!window) return false;
+    const FrameWish wish{.origin = PixelPoint{corner.x, corner.y}};
+    const auto answer = facilities.recent.place(window->window, wish, halfASecondFromNow());
+    return answer == WindowAnswer::done || answer == WindowAnswer::refused;
 }
 
 void LinuxDesktop::endLaunch(const std::string& token) {

@@ -33,8 +33,10 @@ int main(int argc, char** argv) {
              [&](std::uint64_t number, const std::string& title) {
                  return desktop.cornerOfOwnWindow(number, title);
              },
-         .moveTo = [&](std::uint64_t number, const std::string& title,
-                       const Point& corner) { desktop.moveOwnWindow(number, title, corner); }});
+         .moveTo =
+             [&](std::uint64_t number, const std::string& title, const Point& corner) {
+                 return desktop.moveOwnWindow(number, title, corner);
+             }});
     auto panels = toolkit.panels(desktop.machine());
     Platform platform{toolkit.facilities(panels), desktop.machine()};
     CorvaneApp app(platform);

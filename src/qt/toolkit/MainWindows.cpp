@@ -20,6 +20,7 @@
 #include <QPointer>
 #include <QQuickWindow>
 #include <QThread>
+#include <QTimer>
 
 namespace corvane {
 
@@ -235,7 +236,7 @@ void MainWindows::openMainWindow() {
     if (place.isMaximized) {
         window.view->showMaximized();
     } else {
-        if (place.corner) moveTo(*window.view, *place.corner);
+        if (place.corner) moveOnceShown(*window.view, *place.corner);
         window.view->show();
     }
     app_->setupApp();
@@ -355,15 +356,24 @@ void MainWindows::rememberPlace(const QWindow& window) {
     if (place != before) app_->platform().userDefaults.setObject(placeKey, {place});
 }
 
-void MainWindows::moveTo(QQuickWindow& window, const QPoint& corner) {
+void MainWindows::moveOnceShown(QQuickWindow& window, const QPoint& corner) {
     if (!isOnWayland() || !door_.moveTo) return;
-    const auto move = [this, shown = QPointer<QWindow>(&window), corner] {
-        if (shown && staysWhileHeardOf(*shown))
-            door_.moveTo(std::uint64_t(shown->winId()), shown->title().toStdString(),
-                         {double(corner.x()), double(corner.y())});
-    };
-    connect(&window, &QQuickWindow::frameSwapped, this, move,
-            Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+    constexpr int mostTries = 10;
+    connect(
+        &window, &QQuickWindow::frameSwapped, &window,
+        [this, &window, corner] { move(window, corner, mostTries); },
+        Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+}
+
+/// A busy compositor may not have put it anywhere yet.
+void MainWindows::move(QQuickWindow& window, const QPoint& corner, int tries) {
+    constexpr std::chrono::milliseconds pause(200);
+    if (!staysWhileHeardOf(window)) return;
+    const bool stands = door_.moveTo(std::uint64_t(window.winId()), window.title().toStdString(),
+                                     {double(corner.x()), double(corner.y())});
+    if (!stands && tries > 1)
+        QTimer::singleShot(pause, &window,
+                           [this, &window, corner, tries] { move(window, corner, tries - 1); });
 }
 
 } // namespace corvane

@@ -38,10 +38,11 @@ public:
         std::function<void(std::uint64_t number, const std::string& title)> activate = {};
         /// It is known to be iconified or on another workspace than the one that is shown.
         std::function<bool(std::uint64_t number, const std::string& title)> isAway = {};
-        /// The corner of its frame, and puts it there: on Wayland the toolkit can do neither.
+        /// The corner of its frame, and puts it there: on Wayland the toolkit can do neither. False
+        /// where it may be put there at another time.
         std::function<std::optional<Point>(std::uint64_t number, const std::string& title)> corner =
             {};
-        std::function<void(std::uint64_t number, const std::string& title, const Point& corner)>
+        std::function<bool(std::uint64_t number, const std::string& title, const Point& corner)>
             moveTo = {};
     };
     /// Without one the toolkit's requests stand alone, and every window counts as on the screen.
@@ -82,8 +83,8 @@ private:
     void endWithLastWindow();
     std::string rememberedPlace() const;
     void rememberPlace(const QWindow& window);
-    /// Once it is shown.
-    void moveTo(QQuickWindow& window, const QPoint& corner);
+    void moveOnceShown(QQuickWindow& window, const QPoint& corner);
+    void move(QQuickWindow& window, const QPoint& corner, int tries);
     bool eventFilter(QObject* watched, QEvent* event) override;
     /// Lets a window go once it was closed; a tour is kept.
     void follow(QQuickWindow& window, int identifier);
