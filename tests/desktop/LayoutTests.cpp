@@ -201,6 +201,8 @@ TEST_F(Layouts, savedAtTheEndBringOneWindowBackFullscreenAndFillTheScreenWithThe
     if (!seen({"Mousepad"}).ends_with("fullscreen\n")) return;
     ASSERT_TRUE(endsAndStartsAgain("Mousepad" + fullscreen + "Drawn" + fullscreen, true));
     EXPECT_TRUE(comes("'Mousepad' will be fullscreen, others will be maximized."));
+    // A covered window may follow only once it is seen.
+    desktop.act(Deed::comeForward, "Drawn");
     EXPECT_TRUE(become(all, "Mousepad" + fullscreen + "Drawn " + workArea()));
 }
 

@@ -108,23 +108,27 @@ WindowAnswer LinuxAccessibility::place(const WindowRef& window, const Rect& fram
     if (std::ranges::any_of(*monitors, fills)) {
         const auto moved = windows_.place(window, {.origin = target.origin}, deadline);
         if (moved != WindowAnswer::done) return moved;
-        if (fill(window, target, halfASecondFromNow())) return WindowAnswer::done;
+        const auto filled = fill(window, target, halfASecondFromNow());
+        if (filled != WindowAnswer::refused) return filled;
         return windows_.place(window, {target.origin, target.size}, halfASecondFromNow());
     }
     return windows_.place(window, {target.origin, target.size}, deadline);
 }
 
-/// On the monitor that the window is on already, by its position.
-bool LinuxAccessibility::fill(const WindowRef& window, const PixelRect& area, Deadline by) {
+/// On the monitor that the window is on already, by its position. A program whose window is covered
+/// may follow only once it is seen, and stays asked to.
+WindowAnswer LinuxAccessibility::fill(const WindowRef& window, const PixelRect& area, Deadline by) {
     const auto before = windows_.window(window, by);
-    if (!before || before->isFullscreen || before->isTiled) return false;
-    if (windows_.setMaximized(window, true, by) != WindowAnswer::done) return false;
+    if (!before || before->isFullscreen || before->isTiled) return WindowAnswer::refused;
+    if (windows_.setMaximized(window, true, by) != WindowAnswer::done) return WindowAnswer::refused;
     // What a client draws around itself goes late.
     constexpr auto pause = std::chrono::milliseconds(10);
     for (;;) {
         const auto after = windows_.window(window, by);
-        if (!after || after->frame == area) return after.has_value();
-        if (std::chrono::steady_clock::now() + pause >= by) return false;
+        if (!after) return WindowAnswer::refused;
+        if (after->frame == area) return WindowAnswer::done;
+        if (std::chrono::steady_clock::now() + pause >= by)
+            return after->frame == before->frame ? WindowAnswer::unanswered : WindowAnswer::refused;
         std::this_thread::sleep_for(pause);
     }
 }
