@@ -60,7 +60,10 @@ for node in walk(json.load(sys.stdin)):
             {ByHand::toOtherWorkspace, "move container to workspace 2"}};
         tell("[con_id=" + std::to_string(window.number) + "] " + words.at(deed));
     }
-    void addSecondMonitor() override { tell("create_output"); }
+    void addSecondMonitor(double scale) override {
+        tell("create_output");
+        tell("output HEADLESS-2 scale " + std::to_string(scale));
+    }
 
 private:
     static constexpr uid_t nobody = 65534;
@@ -130,8 +133,7 @@ public:
         system_ = windowSystemHere();
     }
     bool has(Feature feature) const override {
-        constexpr std::array lacking{Feature::shading, Feature::sizeSteps,
-                                     Feature::panels,  Feature::secondMonitor,
+        constexpr std::array lacking{Feature::shading, Feature::sizeSteps, Feature::panels,
                                      Feature::manager, Feature::placesStoppedClients};
         return std::ranges::count(lacking, feature) == 0;
     }
@@ -164,14 +166,24 @@ public:
         call("/Scripting org.kde.kwin.Scripting.start");
         call("/Scripting org.kde.kwin.Scripting.unloadScript " + file);
     }
+    void addSecondMonitor(double scale) override {
+        useMonitors("output.2.enable output.2.position.1440,0 output.2.scale." +
+                    std::to_string(scale) +
+                    (scale == 1 ? "" : " output.2.priority.1 output.1.priority.2"));
+    }
 
 private:
     void run() override {
         CompositorSession::run(folder_ +
                                "/kwin_wayland --virtual --width 1440 --height 900 "
-                               "--no-lockscreen --no-global-shortcuts --xwayland "
+                               "--output-count 2 --no-lockscreen --no-global-shortcuts --xwayland "
                                "--socket wayland-9 " +
                                folder_ + "/app");
+        const ScopedVariable display("WAYLAND_DISPLAY", "wayland-9");
+        useMonitors("output.2.disable");
+    }
+    static void useMonitors(const std::string& words) {
+        EXPECT_TRUE(runs("KSCREEN_BACKEND_INPROCESS=1 timeout 5 kscreen-doctor " + words)) << words;
     }
     bool isUp() override { return !call("/KWin org.kde.KWin.currentDesktop").empty(); }
     /// An object's path, a method and its parameters.

@@ -65,4 +65,23 @@ TEST_P(CompositorTest, givesPartsOfPixelsBackAsItTellsThem) {
     EXPECT_EQ(placed(window, told), frameText(told));
 }
 
+TEST_P(CompositorTest, placesOnAPrimaryMonitorOfAnotherScaleToThePixel) {
+    session_->addSecondMonitor(1.5);
+    const std::string second = "1440,0 960x600", first = "0,0 1440x900";
+    const bool hasPrimary = GetParam().name != "sway";
+    comesToShow(hasPrimary ? second + ' ' + first : first + ' ' + second, [this] {
+        std::vector<std::string> frames;
+        for (const auto& each : system_.monitors(soon()).value_or(std::vector<Monitor>()))
+            frames.push_back(frameText(each.frame));
+        return text::joined(frames, " ");
+    });
+    const auto window = shown({.title = "one", .size = {400, 300}}).window;
+    waitUntilItStands(window);
+    for (const auto& frame : {PixelRect{{1500, 100}, {655, 477}}, PixelRect{{90, 80}, {655, 477}},
+                              PixelRect{{1441, 1}, {333, 222}}})
+        EXPECT_EQ(placed(window, frame), frameText(frame));
+    session_->act(window, ByHand::fillScreen);
+    comesToShow(second, [&] { return frameOf(window); });
+}
+
 } // namespace

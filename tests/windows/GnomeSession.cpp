@@ -25,7 +25,9 @@ public:
         write(folder_ + "/config/glib-2.0/settings/keyfile",
               "[org/gnome/shell]\nwelcome-dialog-last-shown-version='99'\nenabled-extensions=[" +
                   (isExtensionOn ? name : "") +
-                  "]\n[org/gnome/desktop/interface]\nenable-animations=false\n");
+                  "]\n[org/gnome/desktop/interface]\nenable-animations=false\n"
+                  "[org/gnome/mutter]\n"
+                  "experimental-features=['scale-monitor-framebuffer']\n");
         set("XDG_DATA_HOME", prefix + "/share");
         set("XDG_CONFIG_HOME", folder_ + "/config");
         set("GSETTINGS_BACKEND", "keyfile");
@@ -52,9 +54,11 @@ public:
             {ByHand::toOtherWorkspace, "w.change_workspace_by_index(1, true)"}};
         told(window, words.at(deed));
     }
-    void addSecondMonitor() override {
-        useMonitors("(0, 0, 1, 0, true, [('Meta-0', mode, {})]), "
-                    "(1440, 0, 1, 0, false, [('Meta-1', mode, {})])");
+    void addSecondMonitor(double scale) override {
+        const std::string isSecond = scale == 1 ? "false" : "true";
+        const std::string isFirst = scale == 1 ? "true" : "false";
+        useMonitors("(0, 0, 1, 0, " + isFirst + ", [('Meta-0', mode, {})]), (1440, 0, " +
+                    std::to_string(scale) + ", 0, " + isSecond + ", [('Meta-1', mode, {})])");
     }
 
 private:

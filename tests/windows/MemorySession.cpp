@@ -58,7 +58,7 @@ public:
         window.frame = {{0, 0}, {1440, 30}};
         system_.screens[0].workArea = {{0, 30}, {1440, 870}};
     }
-    void addSecondMonitor() override {
+    void addSecondMonitor(double) override {
         system_.screens.push_back({{{1440, 0}, {1440, 900}}, {{1440, 0}, {1440, 900}}});
     }
 

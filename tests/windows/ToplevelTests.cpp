@@ -1,5 +1,7 @@
 #include "linux/windows/WindowSystems.h"
+#include "linux/windows/toplevels/ToplevelWindowSystem.h"
 #include "machine/Program.h"
+#include "windows/ListingCompositor.h"
 #include "windows/WindowSystemTest.h"
 
 #include <array>
@@ -136,6 +138,30 @@ TEST_P(ToplevelTest, waitsForNoOneAndIsFoundAgain) {
     EXPECT_GT(two.number, one.number);
     EXPECT_EQ(ask({one}), "gone");
     comesToShow("two active", [this] { return all(); });
+}
+
+TEST(ListingTest, knowsWhatIsOpenAndDoesNothingToIt) {
+    ListingCompositor compositor({{"one", "org.example.One"}, {"two", "two"}});
+    toplevels::ToplevelWindowSystem system(nullptr);
+    EXPECT_TRUE(system.isHere(soon()));
+    EXPECT_EQ(describedWindows(system), "one unaskable; two unaskable");
+    const auto can = system.abilities(soon());
+    EXPECT_FALSE(can.placesWindows || can.tellsProcesses || system.isReady(soon()));
+    EXPECT_TRUE(can.whatToDoFirst.ends_with(
+        "Corvane can start workspaces here, but not close windows, and not save or restore layouts."))
+        << can.whatToDoFirst;
+    const auto one = system.windows(soon())->windows[0];
+    EXPECT_EQ(one.hints.applicationId, "org.example.One");
+    const auto answers = [&] {
+        return answerText(system.askToClose(std::array{one.window}, soon())) + ' ' +
+               answerText(system.activate(one.window, soon())) + ' ' +
+               answerText(system.setFullscreen(one.window, true, soon())) + ' ' +
+               answerText(system.place(one.window, {PixelPoint{1, 2}}, soon()));
+    };
+    EXPECT_EQ(answers(), "refused refused refused refused");
+    compositor.close("one");
+    comesToShow("two unaskable", [&] { return describedWindows(system); });
+    EXPECT_EQ(answers(), "gone gone gone gone");
 }
 
 } // namespace

@@ -86,7 +86,8 @@ public:
     virtual void end() = 0;
     virtual void startAgain() = 0;
     virtual void addPanel() {}
-    virtual void addSecondMonitor() {}
+    /// It is the primary one then, where there is such a one, if it has a scale of its own.
+    virtual void addSecondMonitor(double /*scale*/ = 1) {}
 };
 
 /// A desktop that this machine has.

@@ -144,7 +144,7 @@ public:
         probe_->setList(window, "_NET_WM_STRUT_PARTIAL", {0, 0, 30, 0, 0, 0, 0, 0, 0, 1439, 0, 0});
         XDisplay::show(window);
     }
-    void addSecondMonitor() override {
+    void addSecondMonitor(double) override {
         EXPECT_TRUE(runs("xrandr --setmonitor second 1440/1x900/1+1440+0 none"));
     }
 

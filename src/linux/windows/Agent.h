@@ -36,8 +36,8 @@ public:
         return list(by);
     }
     virtual std::optional<std::string> monitors(Deadline by) = 0;
-    /// It tells the primary monitor first; else there is none.
-    virtual bool hasPrimary() const = 0;
+    /// Where the primary one begins; nothing where they are told with that one first.
+    virtual std::optional<PixelPoint> primaryOrigin(Deadline) { return std::nullopt; }
     /// The answer lists the windows as they are once they stand. What is late isn't done, or only
     /// where the compositor can't tell.
     virtual std::optional<std::string> act(const Deed& deed, Deadline by) = 0;

@@ -140,7 +140,8 @@ std::optional<std::vector<Monitor>> AgentWindowSystem::monitors(Deadline by) {
     const std::lock_guard lock(mutex_);
     const auto answer = agent_->monitors(by);
     auto monitors = answer ? readMonitors(*answer) : std::nullopt;
-    if (monitors && !agent_->hasPrimary()) putPrimaryFirst(*monitors);
+    if (!monitors || monitors->size() < 2) return monitors;
+    if (const auto origin = agent_->primaryOrigin(by)) putPrimaryFirst(*monitors, *origin);
     return monitors;
 }
 

@@ -68,9 +68,10 @@ std::optional<pid_t> waylandCompositor() {
     return socket ? std::optional(processBehind(socket.get())) : std::nullopt;
 }
 
-void putPrimaryFirst(std::vector<Monitor>& monitors) {
-    std::ranges::stable_sort(monitors, {}, [](const Monitor& monitor) {
-        return std::abs(monitor.frame.origin.x) + std::abs(monitor.frame.origin.y);
+void putPrimaryFirst(std::vector<Monitor>& monitors, const PixelPoint& origin) {
+    std::ranges::stable_sort(monitors, {}, [&](const Monitor& monitor) {
+        const auto& [x, y] = monitor.frame.origin;
+        return std::abs(x - origin.x) + std::abs(y - origin.y);
     });
 }
 

@@ -19,9 +19,9 @@ FileDescriptor connectedToWayland();
 /// and process space.
 std::optional<pid_t> waylandCompositor();
 
-/// Puts the monitor at the origin in front, for compositors that have no primary one: a place to
-/// count from that stays the same from day to day.
-void putPrimaryFirst(std::vector<Monitor>& monitors);
+/// Puts the monitor in front that begins there, or nearest to it. Where a compositor has no primary
+/// one, the origin is a place to count from that stays the same from day to day.
+void putPrimaryFirst(std::vector<Monitor>& monitors, const PixelPoint& origin);
 
 /// An X11 client in a compositor's list.
 struct XClient {

@@ -16,7 +16,6 @@ public:
     pid_t speaker() const override { return shell_.known(); }
     std::optional<std::string> list(Deadline by) override;
     std::optional<std::string> monitors(Deadline by) override;
-    bool hasPrimary() const override { return true; }
     std::optional<std::string> act(const Deed& deed, Deadline by) override;
     std::string desktop() const override { return "GNOME (Wayland)"; }
     std::string whatToDoFirst(Deadline by) override;

@@ -2,6 +2,7 @@
 
 #include "linux/windows/Agent.h"
 #include "linux/windows/CompositorOnBus.h"
+#include "linux/windows/kwin/OutputOrder.h"
 
 #include <optional>
 #include <string>
@@ -18,7 +19,10 @@ public:
     std::optional<std::string> list(Deadline by) override { return ask("list()", by); }
     std::optional<std::string> find(const std::string& id, Deadline by) override;
     std::optional<std::string> monitors(Deadline by) override { return ask("monitors()", by); }
-    bool hasPrimary() const override { return false; }
+    /// As the user ordered the outputs; else the one at the origin.
+    std::optional<PixelPoint> primaryOrigin(Deadline by) override {
+        return kwin::primaryOrigin(by).value_or(PixelPoint());
+    }
     std::optional<std::string> act(const Deed& deed, Deadline by) override;
     bool isMaximized(const std::string& id, Deadline by) override;
     std::string desktop() const override { return "KDE Plasma (Wayland)"; }

@@ -123,7 +123,7 @@ std::optional<std::vector<Monitor>> SwayWindowSystem::monitors(Deadline by) {
     const auto outputs = ask(Question::outputs, "", by);
     const auto workspaces = outputs ? ask(Question::workspaces, "", by) : std::nullopt;
     auto monitors = workspaces ? readMonitors(*outputs, *workspaces) : std::nullopt;
-    if (monitors) putPrimaryFirst(*monitors);
+    if (monitors) putPrimaryFirst(*monitors, {});
     return monitors;
 }
 

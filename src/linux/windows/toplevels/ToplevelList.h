@@ -1,13 +1,12 @@
 #pragma once
 
-#include "linux/windows/WindowSystem.h"
+#include "linux/windows/WaylandConnection.h"
 
-#include <functional>
 #include <map>
 #include <memory>
 #include <string>
 
-struct wl_display;
+struct ext_foreign_toplevel_list_v1;
 struct wl_registry;
 struct wl_seat;
 struct zwlr_foreign_toplevel_handle_v1;
@@ -20,8 +19,10 @@ using Handle = zwlr_foreign_toplevel_handle_v1;
 /// A window as the compositor lists it for others: what the client calls it and its application,
 /// and the states that it is in.
 struct Toplevel {
+    /// Null where the compositor lists windows, and takes no requests for them nor tells states.
+    Handle* handle = nullptr;
     std::uint64_t number = 0;
-    std::string title, applicationId;
+    std::string title = {}, applicationId = {};
     bool isMaximized = false, isMinimized = false, isActive = false, isFullscreen = false;
     Handle* owner = nullptr;
 };
@@ -37,17 +38,17 @@ public:
     ToplevelList(const ToplevelList&) = delete;
     ToplevelList& operator=(const ToplevelList&) = delete;
 
-    /// Sends what was requested, and takes in all that the compositor has to say till now. False
-    /// where it doesn't answer by then.
-    bool renew(Deadline by);
-    /// The same until that holds.
-    bool wait(const std::function<bool()>& isThere, Deadline by);
-    /// The compositor has ended or lists nothing any more: there is no answer from it ever.
-    bool isBroken() const { return isBroken_; }
+    /// As those of the connection.
+    bool renew(Deadline by) { return connection_.renew(by); }
+    bool wait(const std::function<bool()>& isThere, Deadline by) {
+        return connection_.wait(isThere, by);
+    }
+    bool isBroken() const { return connection_.isBroken(); }
+    pid_t compositor() const { return connection_.compositor(); }
 
-    const std::map<Handle*, Toplevel>& all() const { return all_; }
-    /// 0 where it isn't of this machine and process space.
-    pid_t compositor() const { return compositor_; }
+    const std::map<void*, Toplevel>& all() const { return all_; }
+    /// Its windows have handles.
+    bool takesRequests() const { return manager_ != nullptr; }
     /// For requests that need one; null where there is none.
     wl_seat* seat() const { return seat_; }
 
@@ -55,15 +56,16 @@ private:
     struct Events;
 
     explicit ToplevelList(std::uint64_t& lastNumber);
+    void bindBareList();
 
     std::uint64_t& lastNumber_;
-    pid_t compositor_ = 0;
-    wl_display* display_ = nullptr;
+    WaylandConnection connection_;
     wl_registry* registry_ = nullptr;
     wl_seat* seat_ = nullptr;
     zwlr_foreign_toplevel_manager_v1* manager_ = nullptr;
-    std::map<Handle*, Toplevel> all_;
-    bool isBroken_ = false;
+    std::optional<std::uint32_t> bareName_;
+    ext_foreign_toplevel_list_v1* bareList_ = nullptr;
+    std::map<void*, Toplevel> all_;
 };
 
 } // namespace corvane::toplevels

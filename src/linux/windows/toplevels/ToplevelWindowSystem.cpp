@@ -11,7 +11,7 @@
 namespace corvane::toplevels {
 namespace {
 
-ManagedWindow described(const Toplevel& toplevel, const std::map<Handle*, Toplevel>& all) {
+ManagedWindow described(const Toplevel& toplevel, const std::map<void*, Toplevel>& all) {
     ManagedWindow window{.window = {.number = toplevel.number},
                          .title = toplevel.title,
                          .hints = {.applicationId = toplevel.applicationId},
@@ -19,7 +19,7 @@ ManagedWindow described(const Toplevel& toplevel, const std::map<Handle*, Toplev
                          .isMinimized = toplevel.isMinimized,
                          .isFullscreen = toplevel.isFullscreen,
                          .isMaximized = toplevel.isMaximized,
-                         .canBeAskedToClose = true};
+                         .canBeAskedToClose = toplevel.handle != nullptr};
     const auto owner = all.find(toplevel.owner);
     if (owner != all.end()) window.owner = owner->second.number;
     return window;
@@ -74,12 +74,14 @@ Abilities ToplevelWindowSystem::abilities(Deadline by) {
     const bool answers = isHere(by);
     const std::lock_guard lock(mutex_);
     const auto compositor = list_ ? processFacts(list_->compositor()) : std::nullopt;
-    return {
-        .desktop = (compositor ? compositor->commandName : "unknown") + " (Wayland)",
-        .whatToDoFirst =
-            answers
+    std::string what = "The desktop doesn't answer at the moment.";
+    if (answers)
+        what =
+            list_->takesRequests()
                 ? "This desktop tells which windows there are, but not where: Corvane can finish workspaces here, but not save or restore layouts, and Focus Mode asks nobody while a window names no installed application."
-                : "The desktop doesn't answer at the moment."};
+                : "This desktop only tells which windows there are: Corvane can start workspaces here, but not close windows, and not save or restore layouts.";
+    return {.desktop = (compositor ? compositor->commandName : "unknown") + " (Wayland)",
+            .whatToDoFirst = what};
 }
 
 /// False where the X server doesn't answer. Another session's isn't asked.
@@ -96,7 +98,7 @@ bool ToplevelWindowSystem::spareXClients(std::vector<ManagedWindow>& windows, De
         const bool isSpared = std::ranges::any_of(now->windows, [&](const ManagedWindow& client) {
             return !client.canBeAskedToClose && isCalled(client, window.hints.applicationId);
         });
-        window.canBeAskedToClose = isOwn && !isSpared;
+        window.canBeAskedToClose = window.canBeAskedToClose && isOwn && !isSpared;
     }
     return true;
 }
@@ -130,10 +132,10 @@ std::optional<ManagedWindow> ToplevelWindowSystem::window(const WindowRef& windo
     return found == now->windows.end() ? std::nullopt : std::optional(*found);
 }
 
-Handle* ToplevelWindowSystem::find(const WindowRef& window) const {
+const Toplevel* ToplevelWindowSystem::find(const WindowRef& window) const {
     const auto found = std::ranges::find_if(
         list_->all(), [&](const auto& each) { return WindowRef{each.second.number} == window; });
-    return found == list_->all().end() ? nullptr : found->first;
+    return found == list_->all().end() ? nullptr : &found->second;
 }
 
 WindowAnswer ToplevelWindowSystem::place(const WindowRef& window, const FrameWish&, Deadline by) {
@@ -145,8 +147,10 @@ WindowAnswer ToplevelWindowSystem::place(const WindowRef& window, const FrameWis
 WindowAnswer ToplevelWindowSystem::change(const WindowRef& window, bool Toplevel::* is, bool on,
                                           void (*request)(Handle*), Deadline by) {
     if (!isListed(by)) return WindowAnswer::unanswered;
-    auto* const handle = find(window);
-    if (!handle) return WindowAnswer::gone;
+    const auto* const toplevel = find(window);
+    if (!toplevel) return WindowAnswer::gone;
+    auto* const handle = toplevel->handle;
+    if (!handle) return WindowAnswer::refused;
     const auto hasGone = [&] { return !list_->all().contains(handle); };
     const auto isThere = [&] { return hasGone() || list_->all().at(handle).*is == on; };
     if (isThere()) return WindowAnswer::done;
@@ -175,9 +179,10 @@ WindowAnswer ToplevelWindowSystem::setMaximized(const WindowRef& window, bool on
 WindowAnswer ToplevelWindowSystem::activate(const WindowRef& window, Deadline by) {
     const std::lock_guard lock(mutex_);
     if (!isListed(by)) return WindowAnswer::unanswered;
-    auto* const handle = find(window);
-    if (!handle) return WindowAnswer::gone;
-    if (!list_->seat()) return WindowAnswer::refused;
+    const auto* const toplevel = find(window);
+    if (!toplevel) return WindowAnswer::gone;
+    auto* const handle = toplevel->handle;
+    if (!handle || !list_->seat()) return WindowAnswer::refused;
     zwlr_foreign_toplevel_handle_v1_activate(handle, list_->seat());
     const bool isActive = list_->wait(
         [&] { return !list_->all().contains(handle) || list_->all().at(handle).isActive; }, by);
@@ -191,9 +196,9 @@ WindowAnswer ToplevelWindowSystem::askToClose(std::span<const WindowRef> windows
     auto answer = WindowAnswer::gone;
     for (const auto& window : windows) {
         const auto listed = std::ranges::find(now->windows, window, &ManagedWindow::window);
-        auto* const handle = listed == now->windows.end() ? nullptr : find(window);
-        if (!handle) continue;
-        if (listed->canBeAskedToClose) zwlr_foreign_toplevel_handle_v1_close(handle);
+        const auto* const toplevel = listed == now->windows.end() ? nullptr : find(window);
+        if (!toplevel) continue;
+        if (listed->canBeAskedToClose) zwlr_foreign_toplevel_handle_v1_close(toplevel->handle);
         if (!listed->canBeAskedToClose) answer = WindowAnswer::refused;
         if (answer == WindowAnswer::gone) answer = WindowAnswer::done;
     }

@@ -36,7 +36,7 @@ private:
     std::optional<WindowsNow> read(Deadline by);
     bool spareXClients(std::vector<ManagedWindow>& windows, Deadline by);
     /// Null where it is gone.
-    Handle* find(const WindowRef& window) const;
+    const Toplevel* find(const WindowRef& window) const;
     /// Puts a window into a state, told by `is`, by a request.
     WindowAnswer change(const WindowRef& window, bool Toplevel::* is, bool on,
                         void (*request)(Handle*), Deadline by);
