@@ -178,6 +178,28 @@ TEST_F(Shell, theItemMovesBetweenTraysOfBothKinds) {
     EXPECT_EQ(closeWindow(), 0);
 }
 
+/// The bar that many have beside a compositor that brings none.
+TEST_F(Shell, aBarOfItsUsersOwnIsATrayToo) {
+    writeFile(desktop.home("bar"), R"({"height": 30, "modules-right": ["tray"]})");
+    auto bar = desktop.start({"waybar", "-c", desktop.home("bar")});
+    const auto items = [&] {
+        const auto told =
+            desktop.run({"gdbus", "call", "--session", "-d", "org.kde.StatusNotifierWatcher", "-o",
+                         "/StatusNotifierWatcher", "-m", "org.freedesktop.DBus.Properties.Get",
+                         "org.kde.StatusNotifierWatcher", "RegisteredStatusNotifierItems"});
+        return told.starts_with("(<") ? std::to_string(std::ranges::count(told, '/')) : told;
+    };
+    startWithOneNote("Notes");
+    ASSERT_TRUE(hasWindow());
+    ASSERT_TRUE(comesTrue([&] { return items() == "1"; })) << items();
+    ASSERT_TRUE(closesAndStays());
+    EXPECT_EQ(items(), "1");
+    EXPECT_EQ(desktop.start({desktop.corvaneProgram()})->waitForEnd(), 0);
+    ASSERT_TRUE(hasWindow());
+    bar.reset();
+    EXPECT_EQ(closeWindow(), 0) << "with no tray the last window is the program";
+}
+
 TEST_F(Shell, itStartsAsTheSystemLooksAndASecondStartBringsItForward) {
     // Later than anyone waits for.
     const auto portal =

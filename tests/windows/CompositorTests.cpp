@@ -77,9 +77,17 @@ TEST_P(CompositorTest, placesOnAPrimaryMonitorOfAnotherScaleToThePixel) {
     });
     const auto window = shown({.title = "one", .size = {400, 300}}).window;
     waitUntilItStands(window);
-    for (const auto& frame : {PixelRect{{1500, 100}, {655, 477}}, PixelRect{{90, 80}, {655, 477}},
-                              PixelRect{{1441, 1}, {333, 222}}})
-        EXPECT_EQ(placed(window, frame), frameText(frame));
+    for (const PixelPoint& origin : {PixelPoint{90, 80}, PixelPoint{1500, 100}}) {
+        const FrameWish wish{origin, PixelSize{655, 477}};
+        EXPECT_EQ(answerText(system_.place(window, wish, soon())), "done");
+        // Clients have whole pixels of the monitor's.
+        const auto told = system_.window(window, soon())->frame;
+        EXPECT_EQ(told.origin, origin);
+        EXPECT_NEAR(told.size.width, 655, 1);
+        EXPECT_NEAR(told.size.height, 477, 1);
+        system_.place(window, {PixelPoint{1600, 200}, PixelSize{400, 300}}, soon());
+        EXPECT_EQ(placed(window, told), frameText(told));
+    }
     session_->act(window, ByHand::fillScreen);
     comesToShow(second, [&] { return frameOf(window); });
 }

@@ -53,11 +53,13 @@ public:
 };
 
 /// Starts one and tells the surroundings where it is. `program` is an X11 window manager,
-/// "kwin_wayland", "gnome-shell" or "sway". Throws std::runtime_error where it doesn't come up.
+/// "kwin_wayland", "gnome-shell", "sway" or "labwc". Throws std::runtime_error where it doesn't
+/// come up.
 std::unique_ptr<Screen> startScreen(Surroundings& around, const std::string& program);
 
 std::unique_ptr<Screen> startX11Screen(Surroundings& around, const std::string& manager);
 std::unique_ptr<Screen> startSwayScreen(Surroundings& around);
+std::unique_ptr<Screen> startLabwcScreen(Surroundings& around);
 std::unique_ptr<Screen> startKWinScreen(Surroundings& around);
 std::unique_ptr<Screen> startGnomeScreen(Surroundings& around);
 

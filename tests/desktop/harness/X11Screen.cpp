@@ -110,6 +110,7 @@ std::unique_ptr<Screen> startX11Screen(Surroundings& around, const std::string& 
 
 std::unique_ptr<Screen> startScreen(Surroundings& around, const std::string& program) {
     if (program == "sway") return startSwayScreen(around);
+    if (program == "labwc") return startLabwcScreen(around);
     if (program == "kwin_wayland") return startKWinScreen(around);
     if (program == "gnome-shell") return startGnomeScreen(around);
     return startX11Screen(around, program);
