@@ -256,6 +256,11 @@ TEST_F(IdentityTest, whereNobodyTellsProcessesApplicationsAreWhatTheirWindowsSay
     show("shell", 0, "term");
     EXPECT_TRUE(quitting_.terminate(named("Term")));
     EXPECT_EQ(jobs_, std::vector<std::string>{"Term"}) << "what runs in it nobody tells";
+    system_.clients.clear();
+    install("test.nap", "Nap", "Exec=sleep 9");
+    show("by its program", 0).hints.applicationId = "sleep";
+    show("of several", 0).hints.applicationId = "office";
+    EXPECT_EQ(all(), "Nap|test.nap| by its program");
 }
 
 TEST_F(IdentityTest, aSandboxIsBelievedForWhatLiesInIt) {

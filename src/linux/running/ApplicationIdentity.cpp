@@ -129,6 +129,16 @@ const InstalledApplication* applicationStartedAs(const ProcessFacts& process,
     return byProgram(installed, process.commandName);
 }
 
+const InstalledApplication* onlyApplicationOf(const std::string& program,
+                                              const Installed& installed) {
+    const auto* found = byProgram(installed, program);
+    const bool isOnly = found && std::ranges::all_of(installed, [&](const auto& application) {
+                            return &application == found || !application.isShown ||
+                                   !runs(application.executable, program);
+                        });
+    return isOnly ? found : nullptr;
+}
+
 bool isMain(const ManagedWindow& window, const std::vector<ManagedWindow>& all) {
     if (window.kind != WindowKind::ordinary || window.skipsTaskbar) return false;
     return std::ranges::none_of(all, [&](const ManagedWindow& other) {

@@ -22,6 +22,11 @@ const InstalledApplication*
 applicationStartedAs(const ProcessFacts& process,
                      const std::vector<InstalledApplication>& installed);
 
+/// The only one whose program has that name, as toolkits name windows by it; null where others run
+/// it too.
+const InstalledApplication* onlyApplicationOf(const std::string& program,
+                                              const std::vector<InstalledApplication>& installed);
+
 /// An application's share of a process.
 struct ProcessShare {
     /// Null for what is of no installed application.

@@ -131,6 +131,8 @@ std::vector<ShownApplication> namedAmong(const Windows& windows, const Known& kn
     bool areAllKnown = true;
     for (const auto& window : windows) {
         const auto* application = applicationNamedBy(window.hints, {}, known.installed);
+        if (!application)
+            application = onlyApplicationOf(window.hints.applicationId, known.installed);
         areAllKnown = areAllKnown && application;
         if (!application) continue;
         auto share = std::ranges::find(shares, application, &ProcessShare::application);

@@ -34,6 +34,11 @@ private:
 /// the displays are.
 std::unique_ptr<Process> startCompositor(Surroundings& around,
                                          const std::vector<std::string>& command);
+/// Before it, for one whose X server ends with its last client, and lets a window escape that comes
+/// before its manager.
+inline constexpr auto keepXServer =
+    "xprop -root -spy >/dev/null & "
+    "until xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 0x; do sleep 0.05; done; ";
 inline constexpr auto reportDisplays = R"(echo "$WAYLAND_DISPLAY $DISPLAY $XAUTHORITY" >&3)";
 
 } // namespace corvane::desktop

@@ -36,9 +36,7 @@ class LabwcScreen final : public CompositorScreen {
 public:
     explicit LabwcScreen(Surroundings& around) : around_(around) {
         const auto report = around.root + "/report";
-        // The X server ends with its last client.
-        writeFile(report, "#!/bin/sh\nxprop -root -spy >/dev/null &\n" +
-                              std::string(reportDisplays) + '\n');
+        writeFile(report, "#!/bin/sh\n" + std::string(keepXServer) + reportDisplays + '\n');
         std::filesystem::permissions(report, std::filesystem::perms(0755));
         compositor_ =
             startCompositor(around, {"env", "WLR_BACKENDS=headless", "WLR_LIBINPUT_NO_DEVICES=1",
@@ -51,6 +49,7 @@ public:
             {Deed::minimize, "minimize"},         {Deed::close, "close"}};
         around_.run({"wlrctl", "toplevel", words.at(deed), "title:" + window.title});
     }
+    bool tellsProcesses() const override { return false; }
     void place(const Window&, const std::string&) const override {}
     void goTo(int) const override {}
     void savePicture(const std::string& file) const override { around_.run({"grim", file}); }

@@ -46,6 +46,8 @@ public:
     virtual bool hasHands() const = 0;
     /// It is made for tiles: nothing is maximized, and dialogs come into the middle of the screen.
     virtual bool tiles() const { return false; }
+    /// It tells whose windows they are.
+    virtual bool tellsProcesses() const { return true; }
     /// A panel of that desktop.
     virtual std::vector<std::string> panel() const = 0;
     /// Ends what places windows, where that can be done without ending all.

@@ -38,11 +38,8 @@ class SwayScreen final : public CompositorScreen {
 public:
     explicit SwayScreen(Surroundings& around) : around_(around) {
         const auto config = around.root + "/sway.config";
-        // The X server ends with its last client, and a window before its manager escapes.
-        const std::string letXClientsIn =
-            "xhost +si:localuser:root >/dev/null; xprop -root -spy >/dev/null & "
-            "until xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 0x; do sleep 0.05; done; ";
-        writeFile(around.root + "/report", letXClientsIn + reportDisplays + '\n');
+        writeFile(around.root + "/report", "xhost +si:localuser:root >/dev/null; " +
+                                               std::string(keepXServer) + reportDisplays + '\n');
         writeFile(config, "output HEADLESS-1 resolution 1440x900 position 0 0\n"
                           "for_window [app_id=\".*\"] floating enable\n"
                           "for_window [class=\".*\"] floating enable\n"

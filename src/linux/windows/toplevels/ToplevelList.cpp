@@ -69,7 +69,9 @@ struct ToplevelList::Events {
         window.isFullscreen = has(ZWLR_FOREIGN_TOPLEVEL_HANDLE_V1_STATE_FULLSCREEN);
     }
     template <typename AnyHandle>
-    static void endOfChanges(void*, AnyHandle*) {}
+    static void endOfChanges(void* data, AnyHandle* handle) {
+        of(data, handle).isTold = true;
+    }
     static void ignoreIdentifier(void*, BareHandle*, const char*) {}
     static void disappear(void* data, Handle* handle) {
         list(data).all_.erase(handle);

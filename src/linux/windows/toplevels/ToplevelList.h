@@ -25,6 +25,8 @@ struct Toplevel {
     std::string title = {}, applicationId = {};
     bool isMaximized = false, isMinimized = false, isActive = false, isFullscreen = false;
     Handle* owner = nullptr;
+    /// All of that has been told. A window that was never shown stays without.
+    bool isTold = false;
 };
 
 /// A connection to the compositor of this session, which keeps a list of its windows there. Of one

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <iterator>
 #include <utility>
 
 namespace corvane::toplevels {
@@ -52,6 +53,12 @@ bool isCalled(const ManagedWindow& client, const std::string& id) {
     return client.hints.className == id || client.hints.instanceName == id;
 }
 
+bool areOfOneClass(const std::vector<ManagedWindow>& clients) {
+    return std::ranges::all_of(clients, [&](const ManagedWindow& client) {
+        return client.hints.className == clients.front().hints.className;
+    });
+}
+
 } // namespace
 
 ToplevelWindowSystem::ToplevelWindowSystem(std::unique_ptr<WindowSystem> xServer)
@@ -95,10 +102,15 @@ bool ToplevelWindowSystem::spareXClients(std::vector<ManagedWindow>& windows, De
     if (!now) return false;
     const bool isOwn = displays.size() == 1 && now->session.contains(compositor);
     for (auto& window : windows) {
-        const bool isSpared = std::ranges::any_of(now->windows, [&](const ManagedWindow& client) {
-            return !client.canBeAskedToClose && isCalled(client, window.hints.applicationId);
+        std::vector<ManagedWindow> clients;
+        std::ranges::copy_if(now->windows, std::back_inserter(clients), [&](const auto& client) {
+            return isCalled(client, window.hints.applicationId);
         });
-        window.canBeAskedToClose = window.canBeAskedToClose && isOwn && !isSpared;
+        window.canBeAskedToClose = window.canBeAskedToClose && isOwn &&
+                                   std::ranges::all_of(clients, &ManagedWindow::canBeAskedToClose);
+        // Its id may be what the program was started as, which names no application.
+        if (!clients.empty() && areOfOneClass(clients))
+            window.hints.className = clients.front().hints.className;
     }
     return true;
 }
@@ -108,6 +120,7 @@ std::optional<WindowsNow> ToplevelWindowSystem::read(Deadline by) {
     WindowsNow now;
     now.isReady = now.tellsProcesses = false;
     for (const auto& [handle, toplevel] : list_->all()) {
+        if (!toplevel.isTold) continue;
         now.windows.push_back(described(toplevel, list_->all()));
         if (toplevel.isActive) now.active = toplevel.number;
     }
