@@ -206,12 +206,14 @@ void SwayWindowSystem::keepFilling(const TreeWindow& filling, Deadline by) {
     const auto& window = filling.window.window;
     const auto until = std::min(steady_clock::now() + late, by);
     TreeWindow now = filling;
+    std::optional<PixelRect> answered;
     do {
         const auto &frame = now.window.frame, &area = now.workspaceArea;
         const bool isShort =
             frame.size.width < area.size.width || frame.size.height < area.size.height;
-        if (isShort && now.window.isFullscreen)
+        if (isShort && now.window.isFullscreen && frame != answered)
             ask(Question::run, criteria(window) + "fullscreen disable, fullscreen enable", by);
+        answered = frame;
         std::this_thread::sleep_for(pause);
     } while (look(window, now, until) == WindowAnswer::done && steady_clock::now() < until);
 }
