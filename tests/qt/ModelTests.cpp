@@ -21,12 +21,12 @@ namespace {
 TEST(QtMainQueueTest, runsInOrderOneAtATimeAndFromAnyThread) {
     QtMainQueue queue;
     std::string log;
-    queue.after(0.02, [&] { log += "later "; });
+    queue.after(0.2, [&] { log += "later "; });
     queue.async([&] {
         log += "outer( ";
         queue.async([&] { log += "inner "; });
         QEventLoop nested;
-        QTimer::singleShot(40, &nested, &QEventLoop::quit);
+        QTimer::singleShot(400, &nested, &QEventLoop::quit);
         nested.exec();
         log += ") ";
     });
