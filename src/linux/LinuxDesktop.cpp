@@ -27,9 +27,33 @@
 #include "linux/windows/RecentWindows.h"
 #include "linux/windows/WindowSystems.h"
 
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
 namespace corvane {
 
 namespace {
+
+/// The place on the nearest monitor that is nearest to that one, within what panels leave there, as
+/// far as the frame fits.
+PixelPoint nearestInside(const std::vector<Monitor>& monitors, const PixelRect& frame) {
+    const auto inside = [](double from, double length, double start, double room) {
+        return std::max(start, std::min(from, start + room - length));
+    };
+    PixelPoint nearest = frame.origin;
+    double least = std::numeric_limits<double>::max();
+    for (const auto& [whole, area] : monitors) {
+        const PixelPoint there{
+            inside(frame.origin.x, frame.size.width, area.origin.x, area.size.width),
+            inside(frame.origin.y, frame.size.height, area.origin.y, area.size.height)};
+        const double way = std::hypot(there.x - frame.origin.x, there.y - frame.origin.y);
+        if (way >= least) continue;
+        least = way;
+        nearest = there;
+    }
+    return nearest;
+}
 
 /// The question that a terminal emulator of the kind lacks, in its place.
 Quitting::AskAboutJobs askingAboutJobs(MainQueue& mainQueue, Alerts& alerts) {
@@ -139,7 +163,9 @@ bool LinuxDesktop::moveOwnWindow(std::uint64_t number, const std::string& title,
     auto& facilities = *facilities_;
     const auto window = facilities.running.ownWindow(number, title);
     if (!window) return false;
-    const FrameWish wish{.origin = PixelPoint{corner.x, corner.y}};
+    FrameWish wish{.origin = PixelPoint{corner.x, corner.y}};
+    if (const auto monitors = facilities.recent.monitors(halfASecondFromNow()))
+        wish.origin = nearestInside(*monitors, {*wish.origin, window->frame.size});
     const auto answer = facilities.recent.place(window->window, wish, halfASecondFromNow());
     return answer == WindowAnswer::done || answer == WindowAnswer::refused;
 }

@@ -29,8 +29,9 @@ public:
     /// Such a window is iconified or on another workspace than the one that is shown. False also
     /// where that can't be told.
     bool isOwnWindowAway(std::uint64_t number, const std::string& title);
-    /// Where the corner of its frame is, and puts it there: in logical pixels, y downward. False
-    /// where that may come true at another time, as the window isn't there yet or nobody answers.
+    /// Where the corner of its frame is, and puts it there, or as near as its monitor allows: in
+    /// the window system's own space, which isn't always the toolkit's, y downward. False where
+    /// that may come true at another time, as the window isn't there yet or nobody answers.
     std::optional<Point> cornerOfOwnWindow(std::uint64_t number, const std::string& title);
     bool moveOwnWindow(std::uint64_t number, const std::string& title, const Point& corner);
     /// A later start of the program has ended in this process's windows: whoever started it stops

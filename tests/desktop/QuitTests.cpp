@@ -92,13 +92,18 @@ TEST_F(Quit, ofTwoApplicationsInAProcessAndOfTwoWithOneNameOnlyTheNamedOneGoes) 
 
 TEST_F(Quit, focusModeClearsTheDeskOfAllButTheWorkspaceAndTheSession) {
     const auto unrelated = desktop.start({TEST_CLIENT, "close"});
+    const std::string platform = desktop.screen().hasHands() ? "xcb" : "wayland";
+    const auto native = desktop.start({"env", "QT_QPA_PLATFORM=" + platform, WINDOW_CLIENT,
+                                       "native", "300", "200", "0", "0", "0", "0", "closes"});
     const auto panel = desktop.start(desktop.screen().panel());
     start({{"Writing", "", "pencil", {{"notes.txt", "file", notes}}}});
-    ASSERT_TRUE(comesTrue([&] { return desktop.windows().size() >= 3; }));
+    ASSERT_TRUE(
+        comesTrue([&] { return desktop.windows().size() >= 3 && isOpen("window_client"); }));
     ASSERT_TRUE(desktop.press("Focus Mode"));
     ASSERT_TRUE(desktop.press("Start"));
     EXPECT_TRUE(opens("mousepad", "notes.txt"));
     EXPECT_EQ(unrelated->waitForEnd(), 0);
+    EXPECT_EQ(native->waitForEnd(), 0);
     EXPECT_TRUE(panel->isRunning());
     EXPECT_TRUE(desktop.corvane().isRunning());
     EXPECT_FALSE(desktop.shows("OK"));

@@ -47,6 +47,10 @@ public:
         compositor_.reset();
     }
     void startAgain() override { run(); }
+    void addPanel() override {
+        machine::write(folder_ + "/bar", R"({"height": 30})");
+        start({"waybar", "-c", folder_ + "/bar"});
+    }
 
 protected:
     CompositorSession() {

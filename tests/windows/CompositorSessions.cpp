@@ -33,9 +33,9 @@ public:
     bool has(Feature feature) const override {
         // A client's limits hold, but a while after its window was placed.
         return feature == Feature::workspaces || feature == Feature::secondMonitor ||
-               feature == Feature::overTheEdge || feature == Feature::order ||
-               feature == Feature::bareScreen || feature == Feature::unaskable ||
-               feature == Feature::placesStoppedClients;
+               feature == Feature::panels || feature == Feature::overTheEdge ||
+               feature == Feature::order || feature == Feature::bareScreen ||
+               feature == Feature::unaskable || feature == Feature::placesStoppedClients;
     }
     std::string seen(const WindowRef& window) override {
         constexpr auto look = R"(
@@ -133,8 +133,8 @@ public:
         system_ = windowSystemHere();
     }
     bool has(Feature feature) const override {
-        constexpr std::array lacking{Feature::shading, Feature::sizeSteps, Feature::panels,
-                                     Feature::manager, Feature::placesStoppedClients};
+        constexpr std::array lacking{Feature::shading, Feature::sizeSteps, Feature::manager,
+                                     Feature::placesStoppedClients};
         return std::ranges::count(lacking, feature) == 0;
     }
     std::string seen(const WindowRef& window) override {

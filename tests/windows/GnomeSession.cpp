@@ -38,7 +38,7 @@ public:
         system_ = windowSystemHere();
     }
     bool has(Feature feature) const override {
-        constexpr std::array lacking{Feature::shading, Feature::sizeSteps, Feature::panels,
+        constexpr std::array lacking{Feature::shading, Feature::sizeSteps, Feature::panelWindows,
                                      Feature::manager, Feature::placesStoppedClients};
         return std::ranges::count(lacking, feature) == 0;
     }
@@ -53,6 +53,12 @@ public:
             {ByHand::move, "w.move_frame(true, 333, 222)"},
             {ByHand::toOtherWorkspace, "w.change_workspace_by_index(1, true)"}};
         told(window, words.at(deed));
+    }
+    /// Its bar.
+    void addPanel() override {
+        told("Main.panel.height = 30");
+        told("Main.layoutManager.addChrome(Main.layoutManager.panelBox, "
+             "{affectsStruts: true, trackFullscreen: true})");
     }
     void addSecondMonitor(double scale) override {
         const std::string isSecond = scale == 1 ? "false" : "true";

@@ -47,8 +47,9 @@ enum class Feature {
     unaskable,
     /// Has no panel before one is added.
     bareScreen,
-    /// A panel at the top of the first monitor, 30 high.
+    /// A panel at the top of the first monitor, 30 high, and that it is one of the windows.
     panels,
+    panelWindows,
     /// A second monitor, to the right of the first and as large as it.
     secondMonitor,
     /// A manager apart from the server.

@@ -234,6 +234,7 @@ TEST_P(WindowSystemTest, tellsMonitorsAndWhatPanelsLeave) {
     session_->addPanel();
     EXPECT_TRUE(comesTrue([&] { return all().starts_with("0,0 1440x900 (0,30 1440x870)"); }))
         << all();
+    if (!session_->has(Feature::panelWindows)) return;
     const auto panel = listed([](const ManagedWindow& each) {
         return each.skipsTaskbar || each.kind == WindowKind::dock;
     });

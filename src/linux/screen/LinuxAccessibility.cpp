@@ -99,20 +99,26 @@ std::optional<bool> LinuxAccessibility::isFullscreen(const AccessibilityWindow& 
 }
 
 WindowAnswer LinuxAccessibility::place(const WindowRef& window, const Rect& frame) {
-    const auto deadline = halfASecondFromNow();
-    const auto monitors = windows_.monitors(deadline);
+    auto monitors = windows_.monitors(halfASecondFromNow());
+    if (!monitors) monitors = windows_.monitors(halfASecondFromNow());
     if (!monitors) return WindowAnswer::unanswered;
     const PixelRect target{SeamSpace(*monitors).fromSeam({frame.x, frame.y}),
                            {frame.width, frame.height}};
     const auto fills = [&](const Monitor& monitor) { return monitor.workArea == target; };
     if (std::ranges::any_of(*monitors, fills)) {
-        const auto moved = windows_.place(window, {.origin = target.origin}, deadline);
+        const auto moved = put(window, {.origin = target.origin});
         if (moved != WindowAnswer::done) return moved;
         const auto filled = fill(window, target, halfASecondFromNow());
         if (filled != WindowAnswer::refused) return filled;
-        return windows_.place(window, {target.origin, target.size}, halfASecondFromNow());
     }
-    return windows_.place(window, {target.origin, target.size}, deadline);
+    return put(window, {target.origin, target.size});
+}
+
+/// A system that was busy is asked once more.
+WindowAnswer LinuxAccessibility::put(const WindowRef& window, const FrameWish& wish) {
+    const auto answer = windows_.place(window, wish, halfASecondFromNow());
+    return answer == WindowAnswer::unanswered ? windows_.place(window, wish, halfASecondFromNow())
+                                              : answer;
 }
 
 /// On the monitor that the window is on already, by its position. A program whose window is covered
@@ -134,8 +140,7 @@ WindowAnswer LinuxAccessibility::fill(const WindowRef& window, const PixelRect& 
 }
 
 FrameCodes LinuxAccessibility::setFrame(const AccessibilityWindow& window, const Rect& frame) {
-    auto answer = place(refOf(window), frame);
-    if (answer == WindowAnswer::unanswered) answer = place(refOf(window), frame);
+    const auto answer = place(refOf(window), frame);
     return {codeOf(answer), codeOf(answer)};
 }
 

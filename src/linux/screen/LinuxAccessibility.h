@@ -43,6 +43,7 @@ public:
     int zoom(const AccessibilityWindow& window);
 
 private:
+    WindowAnswer put(const WindowRef& window, const FrameWish& wish);
     WindowAnswer fill(const WindowRef& window, const PixelRect& area, Deadline by);
     std::optional<Rect> frame(const AccessibilityWindow& window);
     WindowAnswer place(const WindowRef& window, const Rect& frame);

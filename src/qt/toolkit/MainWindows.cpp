@@ -267,6 +267,8 @@ int MainWindows::openOnboardingWindow(const std::string& title, const Rect& cont
         if (!isVisible) tour.windowWillClose();
     });
     follow(*tour.view, identifier);
+    // On Wayland nobody else can put it over what is there.
+    if (auto* const main = front(); main && isOnWayland()) tour.view->setTransientParent(main);
     showAsDialog(*tour.view);
     makeKeyAndOrderFront(identifier);
     return identifier;

@@ -69,10 +69,10 @@ RestoredPlace restorePlace(QWindow& window, const std::string& place) {
         const QRect exact(wish.topLeft(), size);
         // Decorations, which nobody knows yet, lie around that.
         constexpr QMargins decorations(8, 0, 8, 40);
-        restored.corner = area.contains(exact)
-                              ? exact.topLeft()
-                              : movedInside(exact, area.marginsRemoved(decorations)).topLeft();
-        window.setFramePosition(*restored.corner);
+        window.setFramePosition(
+            area.contains(exact) ? exact.topLeft()
+                                 : movedInside(exact, area.marginsRemoved(decorations)).topLeft());
+        restored.corner = wish.topLeft();
     }
     return restored;
 }

@@ -18,7 +18,7 @@ void center(QWindow& window, const QWindow* over = nullptr);
 std::string placeOf(const QWindow& window, const QPoint& corner, const std::string& before);
 
 struct RestoredPlace {
-    /// Of the frame; nothing where it isn't to be moved.
+    /// Of the frame, as it was; nothing where it isn't to be moved.
     std::optional<QPoint> corner = {};
     bool isMaximized = false;
 };

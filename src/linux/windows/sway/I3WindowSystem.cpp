@@ -1,5 +1,6 @@
 #include "linux/windows/sway/I3WindowSystem.h"
 
+#include "linux/system/ProcessFacts.h"
 #include "linux/windows/sway/SwaySocket.h"
 #include "linux/windows/sway/SwayTree.h"
 
@@ -19,7 +20,18 @@ std::optional<std::string> askManager(const std::set<pid_t>& session, Question q
 
 bool I3WindowSystem::isHere(Deadline by) {
     const auto now = xServer_.windows(by);
-    return now && askManager(now->session, Question::version, by);
+    const auto isCalledSo = [](pid_t process) {
+        const auto facts = processFacts(process);
+        return facts && facts->commandName == "i3";
+    };
+    return now && (std::ranges::any_of(now->session, isCalledSo) ||
+                   askManager(now->session, Question::version, by));
+}
+
+Abilities I3WindowSystem::abilities(Deadline by) {
+    auto can = xServer_.abilities(by);
+    if (can.placesWindows) can.whatToDoFirst = "Tiled windows keep the place that i3 gives them.";
+    return can;
 }
 
 std::optional<WindowsNow> I3WindowSystem::windows(Deadline by) {

@@ -12,11 +12,11 @@ public:
     /// It outlives this.
     explicit I3WindowSystem(WindowSystem& xServer) : xServer_(xServer) {}
 
-    /// A process that manages the X server answers as i3.
+    /// A process that manages the X server answers as i3, or is called so.
     bool isHere(Deadline by);
 
     bool isReady(Deadline by) override { return xServer_.isReady(by); }
-    Abilities abilities(Deadline by) override { return xServer_.abilities(by); }
+    Abilities abilities(Deadline by) override;
     std::optional<WindowsNow> windows(Deadline by) override;
     std::optional<ManagedWindow> window(const WindowRef& window, Deadline by) override;
     std::optional<std::vector<Monitor>> monitors(Deadline by) override {

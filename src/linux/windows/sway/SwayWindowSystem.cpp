@@ -48,10 +48,12 @@ SwayWindowSystem::SwayWindowSystem(std::unique_ptr<WindowSystem> xServer)
     : xServer_(std::move(xServer)) {}
 
 /// The display is asked for its process only where the one that is known doesn't answer any more.
+/// Nothing is done by another one than was looked at: its windows have the same numbers.
 std::optional<std::string> SwayWindowSystem::ask(Question question, std::string_view words,
                                                  Deadline by) {
     if (compositor_) {
         if (auto answer = sway::ask(question, words, *compositor_, by)) return answer;
+        if (question == Question::run) return std::nullopt;
     }
     const auto now = waylandCompositor();
     if (now == compositor_) return std::nullopt;
