@@ -297,6 +297,8 @@ TEST_F(Gnome, theExtensionIsSwitchedOnWhereAPermissionIsAskedForAndALayoutSaved)
     ASSERT_TRUE(savesInTheWindow());
     EXPECT_EQ(saved(), seen({"Mousepad"}));
     ASSERT_TRUE(finishesAll({"Mousepad"}));
+    ASSERT_TRUE(startsAll({"Mousepad"}));
+    EXPECT_TRUE(become({"Mousepad"}, "Mousepad 417,163 533x391\n"));
 }
 
 TEST_F(Layouts, aWindowThatComesLateGetsItsPlaceAllTheSame) {
