@@ -144,12 +144,13 @@ function monitors() {
 // Tells the window as soon as it is as wanted, or when nothing has changed for a while.
 function settle(window, isThere) {
     const timer = new QTimer();
+    const id = String(window.internalId);
     let isTold = false;
     const end = guarded(() => {
         if (isTold) return;
         isTold = true;
         timer.stop();
-        tellWindows([window]);
+        tellOne(id);
     });
     const look = pause => guarded(() => isThere() ? end() : timer.start(pause));
     timer.singleShot = true;
