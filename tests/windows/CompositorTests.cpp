@@ -86,7 +86,8 @@ TEST_P(CompositorTest, placesOnAPrimaryMonitorOfAnotherScaleToThePixel) {
         EXPECT_NEAR(told.size.width, 655, 1);
         EXPECT_NEAR(told.size.height, 477, 1);
         system_.place(window, {PixelPoint{1600, 200}, PixelSize{400, 300}}, soon());
-        EXPECT_EQ(placed(window, told), frameText(told));
+        // Qt 6.4 may take a size without a word.
+        comesToShow(frameText(told), [&] { return placed(window, told); });
     }
     session_->act(window, ByHand::fillScreen);
     comesToShow(second, [&] { return frameOf(window); });

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <set>
+#include <thread>
 #include <utility>
 
 namespace corvane {
@@ -173,8 +174,25 @@ WindowAnswer AgentWindowSystem::place(const WindowRef& window, const FrameWish& 
         return answer == WindowAnswer::unanswered || isSilent ? ApproachSteps::Asked::unanswered
                                                               : ApproachSteps::Asked::answered;
     };
-    return approach(
+    const bool wasMaximized = now.window.isMaximized;
+    const auto result = approach(
         wish, {.ask = ask, .look = look, .isLate = [&] { return steady_clock::now() >= by; }});
+    if (result == WindowAnswer::done && wasMaximized) keepPlaced(window, now.window.frame, by);
+    return result;
+}
+
+/// A picture from when it was maximized makes the window as large again: programs draw late.
+void AgentWindowSystem::keepPlaced(const WindowRef& window, const PixelRect& frame, Deadline by) {
+    constexpr auto late = std::chrono::milliseconds(200);
+    constexpr auto pause = std::chrono::milliseconds(20);
+    const auto until = std::min(steady_clock::now() + late, by);
+    ToldWindow now;
+    do {
+        std::this_thread::sleep_for(pause);
+        if (look(window, now, until) != WindowAnswer::done) return;
+        if (!isNear(now.window.frame, frame) && !now.window.isFullscreen)
+            act({.kind = Deed::Kind::place, .windows = {now.id}, .frame = frame}, now, until);
+    } while (steady_clock::now() < until);
 }
 
 WindowAnswer AgentWindowSystem::setFullscreen(const WindowRef& window, bool on, Deadline by) {
