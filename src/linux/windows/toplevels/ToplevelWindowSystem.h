@@ -6,9 +6,10 @@
 
 namespace corvane::toplevels {
 
-/// A compositor that only lists its windows for others (wlr-foreign-toplevel-management): it tells
-/// no process, no frame, no monitor and no order, and places nothing, so it is never ready. The
-/// window with the keyboard counts as the uppermost one. Whether X11 clients take a request to
+/// A compositor that only lists its windows for others (wlr-foreign-toplevel-management, else
+/// ext-foreign-toplevel-list, which takes no requests): it tells no process, no frame, no monitor
+/// and no order, and places nothing, so it is never ready. The window with the keyboard counts as
+/// the uppermost one. Whether X11 clients take a request to
 /// close is the X server's word; as the list doesn't tell which windows are theirs, nothing is
 /// asked that is called like one that takes none, and nothing at all while another server than this
 /// compositor's is all that can be asked.
