@@ -82,6 +82,7 @@ SavedWindowLayout decodeSavedWindowLayout(const json::Value& object) {
     layout.relativeFrame = optionalRect(object, "relativeFrame");
     layout.screenIndex = optionalInteger(object, "screenIndex");
     layout.isOnPrimaryScreen = flagOr(true, object, "isOnPrimaryScreen");
+    layout.tilingWorkspace = optionalText(object, "tilingWorkspace");
     return layout;
 }
 
@@ -181,6 +182,7 @@ void writeSavedWindowLayout(json::Writer& writer, const SavedWindowLayout& layou
     if (layout.relativeFrame) writeRect(writer, "relativeFrame", *layout.relativeFrame);
     if (layout.screenIndex) writeInteger(writer, "screenIndex", *layout.screenIndex);
     writeFlag(writer, "isOnPrimaryScreen", layout.isOnPrimaryScreen);
+    if (layout.tilingWorkspace) writeText(writer, "tilingWorkspace", *layout.tilingWorkspace);
     writer.endObject();
 }
 

@@ -49,6 +49,8 @@ struct SavedWindowLayout {
     std::optional<Rect> relativeFrame;
     std::optional<std::int64_t> screenIndex;
     bool isOnPrimaryScreen = true;
+    /// What the tiler that gave the window its place calls the workspace that it was on.
+    std::optional<std::string> tilingWorkspace = {};
 
     bool operator==(const SavedWindowLayout&) const = default;
 };
@@ -77,6 +79,8 @@ struct WindowLayout {
     bool isMinimized = false;
     /// An index into the display list.
     std::optional<std::int64_t> screen;
+    /// As in SavedWindowLayout; the older form's JSON has none.
+    std::optional<std::string> tilingWorkspace = {};
 
     bool operator==(const WindowLayout&) const = default;
 };

@@ -71,7 +71,9 @@ bool FullscreenDetection::isWindowFullscreen(const WindowInfo& window) {
     const auto frame = windowFrame(window);
     if (!frame) return false;
     const auto layer = window.layer.value_or(0);
-    if (isFullscreenByBounds(*frame, layer, displays_.screens())) return true;
+    // A tiler may give a window all of the screen that isn't fullscreen.
+    const bool isTiled = window.tilingWorkspace.has_value();
+    if (!isTiled && isFullscreenByBounds(*frame, layer, displays_.screens())) return true;
     if (isFullscreenByAccessibility(window, *frame)) return true;
     diagnostic(
         {"Not fullscreen: layer=", std::to_string(layer), ", frame=", describedFrame(*frame)});

@@ -23,7 +23,8 @@ public:
                                      double y) const;
 
     /// Four rules, from cheap to dear; the first that says yes counts, with any display. The last
-    /// asks the window's application and waits for its answer.
+    /// asks the window's application and waits for its answer, and is the only one for a window
+    /// that is tiled.
     bool isWindowFullscreen(const WindowInfo& window);
 
 private:

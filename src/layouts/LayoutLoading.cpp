@@ -19,7 +19,8 @@ WorkspaceLayout layoutOf(const Workspace& workspace,
                                         .frame = record.frame,
                                         .isFullscreen = record.isFullscreen,
                                         .isMinimized = false,
-                                        .screen = record.screenIndex});
+                                        .screen = record.screenIndex,
+                                        .tilingWorkspace = record.tilingWorkspace});
     }
     return layout;
 }

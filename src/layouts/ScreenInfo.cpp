@@ -42,6 +42,7 @@ SavedWindowLayout makeSavedWindowLayout(const WindowLayout& layout, Timestamp sa
     saved.frame = layout.frame;
     saved.recordedAt = savedDate;
     saved.isFullscreen = layout.isFullscreen;
+    saved.tilingWorkspace = layout.tilingWorkspace;
     if (const auto info = makeScreenInfo(layout, screens)) {
         saved.screenFrame = info->frame;
         saved.relativeFrame = info->relativeFrame;

@@ -100,7 +100,8 @@ std::vector<WindowLayout> WindowCapture::capture(const RunningApplication& appli
                            .frame = *frame,
                            .isFullscreen = detection.isWindowFullscreen(window),
                            .isMinimized = false,
-                           .screen = screen});
+                           .screen = screen,
+                           .tilingWorkspace = window.tilingWorkspace});
         tellSaved(window, layouts.back(), pid);
     }
     return layouts;

@@ -60,15 +60,31 @@ void WindowControl::applyWindowLayout(const WindowLayout& layout,
         diagnostic({"Could not get windows for '", appName, "' after retries"});
         return;
     }
-    const auto [position, size] = accessibility_.setFrame(*window, frame);
-    if (position != Accessibility::success)
-        diagnostic({"Failed to set position for '", appName, "': ", std::to_string(position)});
-    if (size != Accessibility::success)
-        diagnostic({"Failed to set size for '", appName, "': ", std::to_string(size)});
+    if (!isLeftToTiler(*window, layout)) setFrame(*window, layout);
     if (layout.isFullscreen) setWindowFullscreen(*window, appName);
     diagnostic({"Applied layout for '", appName, "' - Position: ", described(frame.x, frame.y),
                 ", Size: ", described(frame.width, frame.height),
                 ", Fullscreen: ", layout.isFullscreen ? "true" : "false"});
+}
+
+/// A window that was tiled and is again has no frame of its own.
+bool WindowControl::isLeftToTiler(const AccessibilityWindow& window,
+                                  const WindowLayout& layout) const {
+    if (!layout.tilingWorkspace) return false;
+    const int code = accessibility_.setTilingWorkspace(window, *layout.tilingWorkspace);
+    if (code != Accessibility::success)
+        diagnostic({"Failed to set workspace for '", layout.appName, "': ", std::to_string(code)});
+    return code == Accessibility::success;
+}
+
+void WindowControl::setFrame(const AccessibilityWindow& window, const WindowLayout& layout) const {
+    const auto [position, size] = accessibility_.setFrame(window, layout.frame);
+    const auto tell = [&](const char* what, int code) {
+        if (code == Accessibility::success) return;
+        diagnostic({"Failed to set ", what, " for '", layout.appName, "': ", std::to_string(code)});
+    };
+    tell("position", position);
+    tell("size", size);
 }
 
 std::optional<AccessibilityWindow>

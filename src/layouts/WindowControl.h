@@ -21,7 +21,8 @@ public:
         : accessibility_(accessibility), clock_(clock), scripts_(scripts), displays_(displays) {}
 
     /// Gives the application's first window the record's position, then its size, and makes it
-    /// fullscreen if the record is; nothing takes a window out of fullscreen.
+    /// fullscreen if the record is; nothing takes a window out of fullscreen. A window that was
+    /// tiled and is again gets its workspace instead of position and size.
     void applyWindowLayout(const WindowLayout& layout, const RunningApplication& application) const;
 
     /// The first window of the application with that process, as soon as one of so many tries finds
@@ -35,6 +36,8 @@ public:
     void setWindowFullscreen(const AccessibilityWindow& window, const std::string& appName) const;
 
 private:
+    bool isLeftToTiler(const AccessibilityWindow& window, const WindowLayout& layout) const;
+    void setFrame(const AccessibilityWindow& window, const WindowLayout& layout) const;
     bool setFullscreenByScript(const std::string& appName) const;
     void coverMainScreen(const AccessibilityWindow& window, const std::string& appName) const;
 

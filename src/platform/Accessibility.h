@@ -79,6 +79,9 @@ public:
     /// windows are kept to their display, the size is measured against the one of the new position.
     virtual FrameCodes setFrame(const AccessibilityWindow& window, const Rect& frame) = 0;
     virtual int setFullscreen(const AccessibilityWindow& window, bool fullscreen) = 0;
+    /// Has a tiler give the window its place on the workspace of that name. 0, or the error's code:
+    /// none but a tiled window can be put so.
+    virtual int setTilingWorkspace(const AccessibilityWindow& window, const std::string& name) = 0;
 };
 
 } // namespace corvane

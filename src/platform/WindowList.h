@@ -33,6 +33,8 @@ struct WindowInfo {
     std::optional<std::string> name = {};
     /// "kCGWindowNumber"
     std::optional<std::int64_t> number = {};
+    /// What a tiler calls the workspace that it has the window on; of windows that it tiles alone.
+    std::optional<std::string> tilingWorkspace = {};
 
     bool operator==(const WindowInfo&) const = default;
 };

@@ -124,4 +124,12 @@ int SimulatedScreen::setFullscreen(const AccessibilityWindow& window, bool fulls
     });
 }
 
+int SimulatedScreen::setTilingWorkspace(const AccessibilityWindow& window,
+                                        const std::string& name) {
+    const auto* found = find(window);
+    if (found && !found->info.tilingWorkspace) return cannotComplete;
+    return set(window, "Workspace", name,
+               [&](SimulatedWindow& tiled) { tiled.info.tilingWorkspace = name; });
+}
+
 } // namespace corvane

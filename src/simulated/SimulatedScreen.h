@@ -67,6 +67,7 @@ public:
     std::optional<bool> isFullscreen(const AccessibilityWindow& window) override;
     FrameCodes setFrame(const AccessibilityWindow& window, const Rect& frame) override;
     int setFullscreen(const AccessibilityWindow& window, bool fullscreen) override;
+    int setTilingWorkspace(const AccessibilityWindow& window, const std::string& name) override;
 
 private:
     bool hasAppeared(const SimulatedWindow& window) const;

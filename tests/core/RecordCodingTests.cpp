@@ -98,7 +98,8 @@ TEST_F(RecordCoding, aListSurvivesARoundTripAndOldBookmarksLeaveTheFile) {
                              .screenFrame = Rect{1, 2, 3, 4},
                              .relativeFrame = Rect{0, 0, 1, 1},
                              .screenIndex = 9007199254740993,
-                             .isOnPrimaryScreen = false};
+                             .isOnPrimaryScreen = false,
+                             .tilingWorkspace = "3: web"};
     workspaces[0].savedWindowLayouts->push_back(window);
     workspaces[0].resources[0].bookmarkData = Bytes{1, 2, 3};
     workspaces[0].resources[0].launchOnStart = true;

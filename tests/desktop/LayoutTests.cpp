@@ -274,6 +274,27 @@ TEST_F(Layouts, withoutAWindowManagerTheUserHearsWhatIsMissing) {
     EXPECT_TRUE(comes("Start a window manager: without one, nothing places windows."));
 }
 
+using Sway = Layouts;
+
+TEST_F(Sway, whatItTilesComesBackToItsWorkspace) {
+    prefer(false);
+    start({{"Desk", "", "star", {notes}}});
+    // The second output shows the second workspace.
+    for (const auto* words : {"create_output", "for_window [title=\"notes.txt\"] floating disable"})
+        desktop.run({"swaymsg", words});
+    ASSERT_TRUE(startsAll({"Mousepad"}));
+    comesToLookOtherwise("Mousepad", [&] {
+        desktop.run({"swaymsg", "[title=\"notes.txt\"] move container to workspace 2"});
+    });
+    const auto arranged = seen({"Mousepad"});
+    EXPECT_NE(arranged.find("Mousepad 1440,0 "), arranged.npos) << arranged;
+    ASSERT_TRUE(savesInTheWindow());
+    EXPECT_EQ(saved(), arranged) << "it is no full screen";
+    ASSERT_TRUE(finishesAll({"Mousepad"}));
+    ASSERT_TRUE(startsAll({"Mousepad"}));
+    EXPECT_TRUE(become({"Mousepad"}, arranged));
+}
+
 using Gnome = Layouts;
 
 TEST_F(Gnome, theExtensionIsSwitchedOnWhereAPermissionIsAskedForAndALayoutSaved) {

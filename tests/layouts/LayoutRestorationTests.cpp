@@ -25,6 +25,17 @@ TEST_F(Control, aRecordGoesToTheFirstWindowPositionBeforeSizeWhateverIsRefused) 
     record.isFullscreen = false;
     control.applyWindowLayout(record, pad);
     EXPECT_TRUE(screen.stack[0].isFullscreen) << "nothing takes a window out of it";
+
+    // Tiled once: where it isn't any more, or by nobody here, its frame counts.
+    screen.stack[0].refusals.clear();
+    done();
+    record.tilingWorkspace = "2: web";
+    control.applyWindowLayout(record, pad);
+    EXPECT_EQ(done(), framed);
+    screen.stack[0].info.tilingWorkspace = "1";
+    record.isFullscreen = true;
+    control.applyWindowLayout(record, pad);
+    EXPECT_EQ(done(), "Workspace 7/1 2: web\nAXFullScreen 7/1 true");
 }
 
 TEST_F(Control, aLateWindowIsWaitedForWithFiveTriesHalfASecondApart) {

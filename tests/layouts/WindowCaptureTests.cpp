@@ -69,6 +69,11 @@ TEST_F(Fullscreen, accessibilityDecidesAboutWindowsThatTheRulesTurnDown) {
             EXPECT_EQ(verdictWith("yes", moved), std::abs(offset) == 5);
         }
     }
+    window = windowInfo(7, 3, "Pad", {0, 0, 1440, 900});
+    window.tilingWorkspace = "2";
+    EXPECT_FALSE(verdictWith("no", {0, 0, 1440, 900})) << "tiled, it may be as large";
+    EXPECT_TRUE(verdictWith("yes", {0, 0, 1440, 900}));
+    window = windowInfo(7, 3, "Pad", place);
     window.number.reset();
     EXPECT_FALSE(verdictWith("yes", place));
     window.number = 3;
@@ -163,9 +168,11 @@ TEST_F(Capture, ofRegularAndFullscreenWindowsOnlyTheRegularOnesAreRecorded) {
 TEST_F(Capture, aRecordTellsItsWindowAndOneWithoutAFrameIsPassedOver) {
     screen.displays.push_back({{1440, 0, 1920, 1080}, {}});
     open(pad, 1, part).info.bounds->y.reset();
-    open(mail, 2, {}).info = {.bounds = WindowBounds{1500.5, 100, 800, 600}, .ownerName = "Pad"};
-    EXPECT_EQ(capture.capture(pad, "pad"),
-              (std::vector<WindowLayout>{{"Pad", {1500.5, 100, 800, 600}, false, false, 1}}));
+    open(mail, 2, {}).info = {.bounds = WindowBounds{1500.5, 100, 800, 600},
+                              .ownerName = "Pad",
+                              .tilingWorkspace = "2: web"};
+    const WindowLayout expected{"Pad", {1500.5, 100, 800, 600}, false, false, 1, "2: web"};
+    EXPECT_EQ(capture.capture(pad, "pad"), std::vector{expected});
     mail.localizedName.reset();
     open(backdrop, 3, part).info.ownerPID = 8;
     EXPECT_EQ(describedRecords(capture.capture(mail, "looked for")),
@@ -188,11 +195,11 @@ TEST_F(Capture, theScreenIsTheFirstThatSharesAnAreaAndNothingIsConverted) {
 
 TEST_F(Capture, aSavedRecordHoldsTheWindowAsFractionsOfItsScreen) {
     const std::vector<Display> screens{{{0, 0, 1000, 500}, {}}, {{1000, 0, 2000, 1000}, {}}};
-    WindowLayout layout{"Pad", {1500, 250, 500, 100}, true, true, 1};
+    WindowLayout layout{"Pad", {1500, 250, 500, 100}, true, true, 1, "2"};
     const auto saved = makeSavedWindowLayout(layout, {5}, screens);
-    const SavedWindowLayout expected{"Pad", {},   layout.frame,     0,
-                                     {5},   true, screens[1].frame, Rect{0.75, 0.25, 0.25, 0.1},
-                                     1,     false};
+    const SavedWindowLayout expected{
+        "Pad", {},    layout.frame, 0, {5}, true, screens[1].frame, Rect{0.75, 0.25, 0.25, 0.1},
+        1,     false, "2"};
     EXPECT_EQ(saved, expected);
     for (const auto index : {0, 2, -1}) {
         layout.screen = index;
@@ -200,7 +207,7 @@ TEST_F(Capture, aSavedRecordHoldsTheWindowAsFractionsOfItsScreen) {
         EXPECT_EQ(makeScreenInfo(layout, screens), info);
     }
     // What can't be divided can't be stored.
-    const SavedWindowLayout bare{"Pad", {}, layout.frame, 0, {5}, true, {}, {}, {}, true};
+    const SavedWindowLayout bare{"Pad", {}, layout.frame, 0, {5}, true, {}, {}, {}, true, "2"};
     for (const auto& bad : {std::vector<Display>{}, {{{0, 0, 0, 500}, {}}}, {{{0, 0, 9, 0}, {}}}})
         EXPECT_EQ(makeSavedWindowLayout(layout, {5}, bad), bare);
 }

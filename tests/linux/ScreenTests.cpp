@@ -34,6 +34,7 @@ struct ScreenTest : testing::Test {
         for (const auto& each : *windows) {
             text << each.name.value_or("?") << " " << *each.layer << " " << *each.bounds->x << ","
                  << *each.bounds->y << " " << *each.bounds->width << "x" << *each.bounds->height
+                 << (each.tilingWorkspace ? " on " + *each.tilingWorkspace : "")
                  << (each.ownerName ? "; " : " nobody's; ");
         }
         return text.str();
@@ -120,8 +121,13 @@ TEST_F(ScreenTest, changesAWindowAndSaysWhatCameOfIt) {
     EXPECT_EQ(accessibility_.setFrame(window, {20, 30, 640, 480}), took);
     EXPECT_EQ(state(window), "20,30 640x480");
     EXPECT_EQ(accessibility_.setFrame(window, {20, 30, std::nan(""), 1}), tookNothing);
+    const auto setWorkspace = [&] { return accessibility_.setTilingWorkspace(window, "2: web"); };
+    EXPECT_EQ(setWorkspace(), Accessibility::cannotComplete);
     system_.clients[0].window.isTiled = true;
+    comesToShow("one 0 20,30 640x480 on 1; ", [this] { return all(); });
     EXPECT_EQ(accessibility_.setFrame(window, {1, 1, 2, 2}), tookNothing);
+    EXPECT_EQ(setWorkspace(), Accessibility::success);
+    EXPECT_EQ(std::exchange(system_.clients[0].window.workspace, "1"), "2: web");
     system_.clients[0].window.isTiled = false;
 
     EXPECT_EQ(accessibility_.toggleFullscreen(window), Accessibility::success);

@@ -32,10 +32,11 @@ public:
     }
     bool has(Feature feature) const override {
         // A client's limits hold, but a while after its window was placed.
-        return feature == Feature::workspaces || feature == Feature::secondMonitor ||
-               feature == Feature::panels || feature == Feature::overTheEdge ||
-               feature == Feature::order || feature == Feature::bareScreen ||
-               feature == Feature::unaskable || feature == Feature::placesStoppedClients;
+        return feature == Feature::workspaces || feature == Feature::tiling ||
+               feature == Feature::secondMonitor || feature == Feature::panels ||
+               feature == Feature::overTheEdge || feature == Feature::order ||
+               feature == Feature::bareScreen || feature == Feature::unaskable ||
+               feature == Feature::placesStoppedClients;
     }
     std::string seen(const WindowRef& window) override {
         constexpr auto look = R"(
@@ -57,6 +58,7 @@ for node in walk(json.load(sys.stdin)):
         static const std::map<ByHand, std::string> words{
             {ByHand::fillScreen, "fullscreen enable"},
             {ByHand::move, "move absolute position 333 px 222 px"},
+            {ByHand::tile, "floating disable"},
             {ByHand::toOtherWorkspace, "move container to workspace 2"}};
         tell("[con_id=" + std::to_string(window.number) + "] " + words.at(deed));
     }
@@ -133,8 +135,8 @@ public:
         system_ = windowSystemHere();
     }
     bool has(Feature feature) const override {
-        constexpr std::array lacking{Feature::shading, Feature::sizeSteps, Feature::manager,
-                                     Feature::placesStoppedClients};
+        constexpr std::array lacking{Feature::shading, Feature::tiling, Feature::sizeSteps,
+                                     Feature::manager, Feature::placesStoppedClients};
         return std::ranges::count(lacking, feature) == 0;
     }
     std::string seen(const WindowRef& window) override {

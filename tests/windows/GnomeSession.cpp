@@ -38,8 +38,9 @@ public:
         system_ = windowSystemHere();
     }
     bool has(Feature feature) const override {
-        constexpr std::array lacking{Feature::shading, Feature::sizeSteps, Feature::panelWindows,
-                                     Feature::manager, Feature::placesStoppedClients};
+        constexpr std::array lacking{Feature::shading,   Feature::tiling,
+                                     Feature::sizeSteps, Feature::panelWindows,
+                                     Feature::manager,   Feature::placesStoppedClients};
         return std::ranges::count(lacking, feature) == 0;
     }
     std::string seen(const WindowRef& window) override {

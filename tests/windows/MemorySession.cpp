@@ -40,6 +40,9 @@ public:
         case ByHand::move:
             client.window.frame.origin = {333, 222};
             return;
+        case ByHand::tile:
+            client.window.isTiled = true;
+            return;
         case ByHand::toOtherWorkspace:
             client.window.workspace = "2";
             return;

@@ -1,6 +1,7 @@
 #include "windows/MemoryWindowSystem.h"
 
 #include "linux/windows/Approach.h"
+#include "linux/windows/sway/WorkspaceNames.h"
 
 #include <algorithm>
 #include <cmath>
@@ -133,6 +134,16 @@ WindowAnswer MemoryWindowSystem::setFullscreen(const WindowRef& window, bool on,
 WindowAnswer MemoryWindowSystem::setMaximized(const WindowRef& window, bool on, Deadline) {
     return change(window, [&](Client& client) {
         maximize(client, on);
+        return WindowAnswer::done;
+    });
+}
+
+WindowAnswer MemoryWindowSystem::setTilingWorkspace(const WindowRef& window,
+                                                    const std::string& name, Deadline) {
+    return change(window, [&](Client& client) {
+        if (!client.window.isTiled || !sway::movingToWorkspace("", name))
+            return WindowAnswer::refused;
+        client.window.workspace = name;
         return WindowAnswer::done;
     });
 }

@@ -23,7 +23,7 @@ struct ClientWishes {
 };
 
 /// What a person or a pager does to a window.
-enum class ByHand { maximize, fillScreen, minimize, shade, move, toOtherWorkspace };
+enum class ByHand { maximize, fillScreen, minimize, shade, move, tile, toOtherWorkspace };
 
 /// What stops and goes on.
 enum class Part { client, manager, server };
@@ -36,6 +36,7 @@ enum class Feature {
     maximizing,
     shading,
     workspaces,
+    tiling,
     /// What a client says of its least size and its steps holds for placements too.
     sizeLimits,
     sizeSteps,

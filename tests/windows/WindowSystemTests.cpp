@@ -172,6 +172,30 @@ TEST_P(WindowSystemTest, bringsToTheFrontFromEverywhere) {
     }
 }
 
+TEST_P(WindowSystemTest, hasATiledWindowOnTheWorkspaceThatItIsTold) {
+    const auto window = shown({.title = "one"}).window;
+    const auto set = [&](const WindowRef& which, const std::string& name) {
+        return answerText(system_.setTilingWorkspace(which, name, soon()));
+    };
+    EXPECT_EQ(set(window, "3: mail"), "refused") << "it isn't tiled";
+    if (!session_->has(Feature::tiling)) return;
+    const auto told = [&] {
+        const auto now = system_.window(window, soon());
+        return now ? (now->isTiled ? "tiled on " : "on ") + now->workspace : "gone";
+    };
+    session_->act(window, ByHand::tile);
+    comesToShow("tiled on 1", told);
+    EXPECT_EQ(set(window, "3: m\xc3\xa4il"), "done");
+    EXPECT_EQ(told(), "tiled on 3: m\xc3\xa4il");
+    EXPECT_EQ(set(window, "3: m\xc3\xa4il"), "done") << "it is there";
+    for (const auto* name : {"next", "\"4\"", "4; exec touch x", "4, kill", "--help", " "})
+        EXPECT_EQ(set(window, name), "refused") << name;
+    EXPECT_EQ(told(), "tiled on 3: m\xc3\xa4il");
+    EXPECT_EQ(set({window.number, window.process + 1}, "1"), "gone");
+    EXPECT_EQ(set(window, "1"), "done");
+    EXPECT_TRUE(comesTrue([&] { return system_.window(window, soon())->isOnScreen; })) << all();
+}
+
 TEST_P(WindowSystemTest, asksToCloseAndNoMore) {
     const auto closing = shown({.title = "closing"}).window;
     const auto ignoring = shown({.title = "ignoring", .atClose = AtClose::ignores}).window;

@@ -49,6 +49,7 @@ public:
     }
     bool has(Feature feature) const override {
         const auto& manager = managerWords_.front();
+        if (feature == Feature::tiling) return manager == "i3";
         // Others take any size from a pager.
         if (feature == Feature::secondMonitor || feature == Feature::sizeSteps)
             return manager == "openbox";
@@ -178,9 +179,12 @@ public:
 
     void act(const WindowRef& window, ByHand deed) override {
         // It has no other workspace until a window goes there.
-        if (deed != ByHand::toOtherWorkspace) return X11Session::act(window, deed);
-        EXPECT_TRUE(runs("i3-msg -s $I3SOCK '[id=" + std::to_string(window.number) +
-                         "] move container to workspace 2'"));
+        static const std::map<ByHand, std::string> words{
+            {ByHand::tile, "floating disable"},
+            {ByHand::toOtherWorkspace, "move container to workspace 2"}};
+        if (!words.contains(deed)) return X11Session::act(window, deed);
+        EXPECT_TRUE(runs("i3-msg -s $I3SOCK '[id=" + std::to_string(window.number) + "] " +
+                         words.at(deed) + "'"));
     }
 
 private:

@@ -151,6 +151,11 @@ int LinuxAccessibility::setFullscreen(const AccessibilityWindow& window, bool fu
     return codeOf(answer);
 }
 
+int LinuxAccessibility::setTilingWorkspace(const AccessibilityWindow& window,
+                                           const std::string& name) {
+    return codeOf(windows_.setTilingWorkspace(refOf(window), name, halfASecondFromNow()));
+}
+
 int LinuxAccessibility::toggleFullscreen(const AccessibilityWindow& window) {
     const bool isFullscreen = this->isFullscreen(window).value_or(false);
     // Whoever toggles because there was no answer would undo what came late.

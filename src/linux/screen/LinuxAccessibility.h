@@ -35,6 +35,7 @@ public:
     /// one.
     FrameCodes setFrame(const AccessibilityWindow& window, const Rect& frame) override;
     int setFullscreen(const AccessibilityWindow& window, bool fullscreen) override;
+    int setTilingWorkspace(const AccessibilityWindow& window, const std::string& name) override;
 
     /// To fullscreen and back. A window that only was late to become fullscreen stays so.
     int toggleFullscreen(const AccessibilityWindow& window);

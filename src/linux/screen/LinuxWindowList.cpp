@@ -32,6 +32,8 @@ WindowInfo infoOf(const ManagedWindow& window, const SeamSpace& space) {
                     .layer = layerOf(window),
                     .number = static_cast<std::int64_t>(window.window.number)};
     if (window.title) info.name = text::replacingInvalidUtf8(*window.title);
+    if (window.isTiled && !window.workspace.empty())
+        info.tilingWorkspace = text::replacingInvalidUtf8(window.workspace);
     if (window.window.process > 0) info.ownerPID = window.window.process;
     return info;
 }

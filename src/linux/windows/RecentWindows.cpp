@@ -65,6 +65,11 @@ WindowAnswer RecentWindows::setMaximized(const WindowRef& window, bool on, Deadl
     return requested(system_.setMaximized(window, on, by));
 }
 
+WindowAnswer RecentWindows::setTilingWorkspace(const WindowRef& window,
+                                               const std::string& workspace, Deadline by) {
+    return requested(system_.setTilingWorkspace(window, workspace, by));
+}
+
 WindowAnswer RecentWindows::activate(const WindowRef& window, Deadline by) {
     return requested(system_.activate(window, by));
 }

@@ -159,6 +159,12 @@ public:
     /// Return when the state is there.
     virtual WindowAnswer setFullscreen(const WindowRef& window, bool on, Deadline by) = 0;
     virtual WindowAnswer setMaximized(const WindowRef& window, bool on, Deadline by) = 0;
+    /// Moves a tiled window to that workspace, which is made where it isn't there; refuses any
+    /// other window, and a name that can't be told.
+    virtual WindowAnswer setTilingWorkspace(const WindowRef& /*window*/,
+                                            const std::string& /*workspace*/, Deadline) {
+        return WindowAnswer::refused;
+    }
     /// To the front with the keyboard, from another workspace or out of an icon too.
     virtual WindowAnswer activate(const WindowRef& window, Deadline by) = 0;
     /// Asks each politely, in that order. A window that takes no such request is left alone, and

@@ -67,6 +67,12 @@ public:
         auto* const system = find(by);
         return system ? system->setMaximized(window, on, by) : WindowAnswer::unanswered;
     }
+    WindowAnswer setTilingWorkspace(const WindowRef& window, const std::string& workspace,
+                                    Deadline by) override {
+        auto* const system = find(by);
+        return system ? system->setTilingWorkspace(window, workspace, by)
+                      : WindowAnswer::unanswered;
+    }
     WindowAnswer activate(const WindowRef& window, Deadline by) override {
         auto* const system = find(by);
         return system ? system->activate(window, by) : WindowAnswer::unanswered;

@@ -22,15 +22,15 @@ def walk(node, place):
     if node.get('pid'): yield node, place
     for child in node['nodes'] + node['floating_nodes']: yield from walk(child, place)
 root = json.load(sys.stdin)
-here = next(each['current_workspace'] for each in root['nodes'] if each.get('current_workspace'))
-print(int(here) - 1)
+seen = [each['current_workspace'] for each in root['nodes'] if each.get('current_workspace')]
+print(int(seen[0]) - 1)
 for node, place in walk(root, ''):
     box, bar = node['rect'], node['deco_rect']['height']
     print(node['id'], node['pid'],
           '.' + (node.get('app_id') or node.get('window_properties', {}).get('class', '')),
           f"{box['x']},{box['y'] - bar} {box['width']}x{box['height'] + bar}"
           + ' fullscreen' * (node['fullscreen_mode'] > 0),
-          'seen' * (place == here), 'front' * node['focused'], node['name'], sep='\t')
+          'seen' * (place in seen), 'front' * node['focused'], node['name'], sep='\t')
 )";
 
 /// Its user has everything float.

@@ -29,6 +29,8 @@ public:
     WindowAnswer setMaximized(const WindowRef& window, bool on, Deadline by) override {
         return xServer_.setMaximized(window, on, by);
     }
+    WindowAnswer setTilingWorkspace(const WindowRef& window, const std::string& workspace,
+                                    Deadline by) override;
     WindowAnswer activate(const WindowRef& window, Deadline by) override {
         return xServer_.activate(window, by);
     }

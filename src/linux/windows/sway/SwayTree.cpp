@@ -149,9 +149,11 @@ void TreeReader::setOwners() {
 void readPlacesBelow(const json::Value& node, PlaceInTree place,
                      std::map<std::uint64_t, PlaceInTree>& places) {
     const auto type = node.required("type").text();
-    if (type == "floating_con" && place == PlaceInTree::tiled) place = PlaceInTree::floating;
-    if (type == "workspace" && textOf(node, "name") == "__i3_scratch")
-        place = PlaceInTree::scratchpad;
+    auto& [arrangement, workspace] = place;
+    if (type == "floating_con" && arrangement == Arrangement::tiled)
+        arrangement = Arrangement::floating;
+    if (type == "workspace") workspace = textOf(node, "name");
+    if (workspace == "__i3_scratch") arrangement = Arrangement::scratchpad;
     if (const auto window = node.optional("window"))
         places[numberOf<std::uint32_t>(*window)] = place;
     for (const auto* children : {"nodes", "floating_nodes"})
@@ -181,7 +183,7 @@ std::optional<Tree> readTree(std::string_view answer) {
 std::optional<std::map<std::uint64_t, PlaceInTree>> readPlaces(std::string_view answer) {
     return readAnswer(answer, [](const json::Value& root) {
         std::map<std::uint64_t, PlaceInTree> places;
-        readPlacesBelow(root, PlaceInTree::tiled, places);
+        readPlacesBelow(root, {}, places);
         return places;
     });
 }

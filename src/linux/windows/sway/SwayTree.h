@@ -26,7 +26,13 @@ struct Tree {
 /// workspace.
 std::optional<Tree> readTree(std::string_view answer);
 
-enum class PlaceInTree { tiled, floating, scratchpad };
+enum class Arrangement { tiled, floating, scratchpad };
+
+struct PlaceInTree {
+    Arrangement arrangement = Arrangement::tiled;
+    std::string workspace = {};
+    bool operator==(const PlaceInTree&) const = default;
+};
 
 /// The answer of i3 to `get_tree`: X11 windows by their numbers at the X server.
 std::optional<std::map<std::uint64_t, PlaceInTree>> readPlaces(std::string_view answer);

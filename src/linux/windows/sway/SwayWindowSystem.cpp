@@ -2,9 +2,9 @@
 
 #include "linux/windows/Approach.h"
 #include "linux/windows/WaylandSession.h"
+#include "linux/windows/sway/WorkspaceNames.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <thread>
 #include <utility>
@@ -29,17 +29,6 @@ bool contains(const PixelRect& area, const PixelRect& frame) {
     const double x = frame.origin.x + frame.size.width / 2 - area.origin.x;
     const double y = frame.origin.y + frame.size.height / 2 - area.origin.y;
     return x >= 0 && y >= 0 && x < area.size.width && y < area.size.height;
-}
-
-/// Only a name that begins with a number can become part of a command: sway has words that mean
-/// other workspaces, and signs that end a command.
-bool canBeNamed(const std::string& workspace) {
-    constexpr std::string_view others = "_-:. ";
-    return !workspace.empty() && std::isdigit(static_cast<unsigned char>(workspace.front())) &&
-           std::ranges::all_of(workspace, [&](char letter) {
-               return std::isalnum(static_cast<unsigned char>(letter)) ||
-                      others.find(letter) != others.npos;
-           });
 }
 
 } // namespace
@@ -71,10 +60,12 @@ Abilities SwayWindowSystem::abilities(Deadline by) {
     if (!isReady(by))
         return {.desktop = desktop, .whatToDoFirst = "Sway doesn't answer at the moment."};
     const std::lock_guard lock(mutex_);
-    return {.desktop = desktop,
-            .placesWindows = true,
-            .tellsProcesses = compositor_.value_or(0) > 0,
-            .whatToDoFirst = "Tiled windows keep the place that sway gives them."};
+    return {
+        .desktop = desktop,
+        .placesWindows = true,
+        .tellsProcesses = compositor_.value_or(0) > 0,
+        .whatToDoFirst =
+            "Tiled windows come back to their workspace and keep the place that sway gives them there."};
 }
 
 std::optional<Tree> SwayWindowSystem::tree(Deadline by) {
@@ -162,8 +153,9 @@ WindowAnswer SwayWindowSystem::moveTo(const TreeWindow& start, const FrameWish& 
     // Sway shows what it moves: a window of a hidden workspace is on another one then.
     const auto& workspace = start.window.workspace;
     if (placed == WindowAnswer::done && now.window.workspace != workspace &&
-        canBeNamed(workspace) && contains(start.workspaceArea, now.window.frame)) {
-        ask(Question::run, criteria(window) + "move container to workspace " + workspace, by);
+        contains(start.workspaceArea, now.window.frame)) {
+        if (const auto back = movingToWorkspace(criteria(window), workspace))
+            ask(Question::run, *back, by);
     }
     return placed;
 }
@@ -225,6 +217,22 @@ WindowAnswer SwayWindowSystem::setMaximized(const WindowRef& window, bool, Deadl
     TreeWindow now;
     const auto answer = look(window, now, by);
     return answer == WindowAnswer::done ? WindowAnswer::refused : answer;
+}
+
+WindowAnswer SwayWindowSystem::setTilingWorkspace(const WindowRef& window,
+                                                  const std::string& workspace, Deadline by) {
+    const std::lock_guard lock(mutex_);
+    TreeWindow now;
+    auto answer = look(window, now, by);
+    if (answer != WindowAnswer::done) return answer;
+    if (!now.window.isTiled) return WindowAnswer::refused;
+    if (now.window.workspace == workspace) return WindowAnswer::done;
+    const auto words = movingToWorkspace(criteria(window), workspace);
+    if (!words) return WindowAnswer::refused;
+    if (!ask(Question::run, *words, by)) return WindowAnswer::unanswered;
+    answer = look(window, now, by);
+    const bool isMissed = answer == WindowAnswer::done && now.window.workspace != workspace;
+    return isMissed ? WindowAnswer::refused : answer;
 }
 
 WindowAnswer SwayWindowSystem::activate(const WindowRef& window, Deadline by) {

@@ -25,6 +25,8 @@ public:
     WindowAnswer place(const WindowRef& window, const FrameWish& wish, Deadline by) override;
     WindowAnswer setFullscreen(const WindowRef& window, bool on, Deadline by) override;
     WindowAnswer setMaximized(const WindowRef& window, bool on, Deadline by) override;
+    WindowAnswer setTilingWorkspace(const WindowRef& window, const std::string& workspace,
+                                    Deadline by) override;
     WindowAnswer activate(const WindowRef& window, Deadline by) override;
     WindowAnswer askToClose(std::span<const WindowRef> windows, Deadline by) override;
 

@@ -1,0 +1,35 @@
+#include "linux/windows/sway/WorkspaceNames.h"
+
+#include "foundation/Text.h"
+
+#include <algorithm>
+#include <cctype>
+#include <iterator>
+
+namespace corvane::sway {
+namespace {
+
+bool isLetterOrDigit(char sign) {
+    const auto byte = static_cast<unsigned char>(sign);
+    // Symbols are common in names.
+    return byte >= 0x80 || std::isalnum(byte);
+}
+
+bool isPlain(char sign) {
+    constexpr std::string_view others = "_-:. ";
+    return isLetterOrDigit(sign) || others.find(sign) != others.npos;
+}
+
+} // namespace
+
+std::optional<std::string> movingToWorkspace(std::string_view criteria, const std::string& name) {
+    constexpr std::string_view taken[]{"back_and_forth", "current",        "next", "next_on_output",
+                                       "number",         "prev_on_output", "prev"};
+    if (name.empty() || !isLetterOrDigit(name.front()) || !std::ranges::all_of(name, isPlain))
+        return std::nullopt;
+    const auto words = text::words(text::lowercased(name));
+    if (std::ranges::count(taken, words.front()) > 0) return std::nullopt;
+    return std::string(criteria) + "move --no-auto-back-and-forth container to workspace " + name;
+}
+
+} // namespace corvane::sway

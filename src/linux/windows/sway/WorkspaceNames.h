@@ -1,0 +1,15 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace corvane::sway {
+
+/// The command that moves the window that `criteria` names to the workspace of that name. Nothing
+/// for a name that can't become part of a command: one with signs that end it or begin something
+/// else in it, or a word that sway or i3 takes for another workspace. Names come from files of
+/// strangers too.
+std::optional<std::string> movingToWorkspace(std::string_view criteria, const std::string& name);
+
+} // namespace corvane::sway
