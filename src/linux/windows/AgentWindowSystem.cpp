@@ -174,10 +174,13 @@ WindowAnswer AgentWindowSystem::place(const WindowRef& window, const FrameWish& 
         return answer == WindowAnswer::unanswered || isSilent ? ApproachSteps::Asked::unanswered
                                                               : ApproachSteps::Asked::answered;
     };
-    const bool wasMaximized = now.window.isMaximized;
+    const auto [start, wasMaximized] = std::pair(now.window.frame, now.window.isMaximized);
     const auto result = approach(
         wish, {.ask = ask, .look = look, .isLate = [&] { return steady_clock::now() >= by; }});
-    if (result == WindowAnswer::done && wasMaximized) keepPlaced(window, now.window.frame, by);
+    // One that is as large as before has no limit there: it is busy, and draws later.
+    const bool isLate = now.window.frame.size == start.size;
+    if (wasMaximized && (result == WindowAnswer::done || result == WindowAnswer::unanswered))
+        keepPlaced(window, isLate ? target : now.window.frame, by);
     return result;
 }
 
