@@ -2,6 +2,7 @@
 #include "linux/windows/x11/X11WindowSystem.h"
 #include "machine/XDisplay.h"
 #include "windows/WindowSession.h"
+#include "world/XFrame.h"
 
 #include <map>
 #include <set>
@@ -11,22 +12,6 @@ namespace corvane {
 namespace {
 
 using namespace machine;
-
-/// The numbers behind a word of a command's output.
-std::vector<int> numbersBehind(const std::string& output, const std::string& word) {
-    const auto place = output.find(word);
-    if (place == std::string::npos) return {};
-    auto line = output.substr(place + word.size());
-    line.resize(std::min(line.find('\n'), line.size()));
-    for (auto& character : line)
-        if (character != '-' && !std::isdigit(static_cast<unsigned char>(character)))
-            character = ' ';
-    std::istringstream words(line);
-    std::vector<int> numbers;
-    for (int number = 0; words >> number;)
-        numbers.push_back(number);
-    return numbers;
-}
 
 class X11Session : public WindowSession, XDisplay {
 public:
@@ -97,25 +82,9 @@ public:
         return processes;
     }
     std::string seen(const WindowRef& window) override {
-        const auto id = std::to_string(window.number);
-        const auto info = outputOf("LC_ALL=C xwininfo -id " + id + "; LC_ALL=C xprop -notype -id " +
-                                   id + " _NET_FRAME_EXTENTS _GTK_FRAME_EXTENTS");
-        const auto left = numbersBehind(info, "Absolute upper-left X:");
-        const auto top = numbersBehind(info, "Absolute upper-left Y:");
-        const auto width = numbersBehind(info, "Width:");
-        const auto height = numbersBehind(info, "Height:");
-        if (left.empty() || top.empty() || width.empty() || height.empty()) return "gone";
-        auto around = numbersBehind(info, "_NET_FRAME_EXTENTS =");
-        const auto shadow = numbersBehind(info, "_GTK_FRAME_EXTENTS =");
-        around.resize(4);
-        for (std::size_t i = 0; i < shadow.size(); ++i)
-            around[i] -= shadow[i];
-        // The border is the client's own, which i3 leaves it.
-        const int border = numbersBehind(info, "Border width:").at(0);
-        return frameText(
-            {{double(left[0] + border - around[0]), double(top[0] + border - around[2])},
-             {double(width[0] + around[0] + around[1]),
-              double(height[0] + around[2] + around[3])}});
+        const auto frame =
+            world::visibleFrame(outputOf(world::frameQuestion(std::to_string(window.number))));
+        return frame.empty() ? "gone" : frame;
     }
     void act(const WindowRef& window, ByHand deed) override {
         static const std::map<ByHand, std::string> commands{

@@ -49,8 +49,12 @@ Desktop::Desktop() {
         {"org.a11y.Bus", "org.gnome.Terminal", "org.xfce.Xfconf", "ca.desrt.dconf",
          "org.gnome.Shell.Extensions", "org.gnome.ScreenSaver"},
         "xterm"};
-    for (const auto& [name, value] : world::make(around_.root + "/world", chosen))
+    for (const auto& [name, value] : world::make(around_.root + "/world", chosen)) {
         around_.set(name, value);
+        // What is started is looked for along this process's own: the machine's may lead to
+        // wrappers.
+        if (name == "PATH") setenv("PATH", value.c_str(), 1);
+    }
     around_.set("LANG", "C.UTF-8");
     around_.set("SHELL", "/bin/bash");
     around_.set("HOME", home(""));

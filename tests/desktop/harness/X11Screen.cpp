@@ -1,5 +1,6 @@
 #include "desktop/harness/Screen.h"
 #include "foundation/Text.h"
+#include "world/XFrame.h"
 
 #include <map>
 #include <sstream>
@@ -7,23 +8,6 @@
 
 namespace corvane::desktop {
 namespace {
-
-constexpr auto lookAtWindow = R"(
-import re, subprocess, sys
-def ask(*words):
-    return subprocess.run(words, capture_output=True, text=True).stdout
-client = re.findall('(?:Absolute.*|Width|Height): +(.*)', ask('xwininfo', '-id', sys.argv[1]))
-x, y, width, height = map(int, client)
-properties = ask('xprop', '-id', sys.argv[1])
-def margins(kind):
-    found = re.search(kind + '_FRAME_EXTENTS.* = (.*)', properties)
-    return map(int, found[1].split(',')) if found else [0] * 4
-left, right, top, bottom = (a - b for a, b in zip(margins('NET'), margins('GTK')))
-# Under a full screen nobody sees whether it is maximized.
-state = (' fullscreen' if '_STATE_FULLSCREEN' in properties else
-         ' maximized' if '_MAXIMIZED_VERT' in properties else '')
-print(f'{x - left},{y - top} {width + left + right}x{height + top + bottom}{state}', end='')
-)";
 
 class X11Screen final : public Screen {
 public:
@@ -54,7 +38,12 @@ public:
         return run({"xwininfo", "-id", window.id}).find("IsViewable") != std::string::npos;
     }
     std::string look(const Window& window) const override {
-        return run({"python3", "-c", lookAtWindow, window.id});
+        const auto told = run({"sh", "-c", world::frameQuestion(window.id)});
+        const auto holds = [&](const char* word) { return told.find(word) != std::string::npos; };
+        // Under a full screen nobody sees whether it is maximized.
+        return world::visibleFrame(told) + (holds("_STATE_FULLSCREEN") ? " fullscreen"
+                                            : holds("_MAXIMIZED_VERT") ? " maximized"
+                                                                       : "");
     }
     std::string front() const override {
         const auto title = run({"xdotool", "getactivewindow", "getwindowname"});
