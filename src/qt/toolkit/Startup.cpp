@@ -2,6 +2,7 @@
 
 #include "platform/Bundles.h"
 #include "qt/items/ControlAccessible.h"
+#include "qt/items/MovingLists.h"
 #include "qt/items/Pictures.h"
 
 #include <QDir>
@@ -44,6 +45,7 @@ void nameApplication(QGuiApplication& application) {
     application.setFont(font);
     // Small desktops name no theme, though its icons are there.
     QIcon::setFallbackThemeName("Adwaita");
+    stopMovingListsAtClicks(application);
 }
 
 } // namespace corvane
