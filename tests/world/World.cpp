@@ -81,9 +81,11 @@ std::map<std::string, std::string> make(const std::string& folder, const Chosen&
     linkAllBut({"autostart", "mimeapps.list", "xdg-terminals.list"}, "/etc/xdg", place / "etc");
     std::ofstream(place / "fonts.conf") << fonts;
     std::ofstream(place / "bus.conf") << busConfiguration(place / "services");
+    // GVfs leaks where it is installed.
     std::map<std::string, std::string> variables{{"XDG_DATA_DIRS", place / "share"},
                                                  {"XDG_CONFIG_DIRS", place / "etc"},
-                                                 {"FONTCONFIG_FILE", place / "fonts.conf"}};
+                                                 {"FONTCONFIG_FILE", place / "fonts.conf"},
+                                                 {"GIO_USE_VFS", "local"}};
     if (!chosen.terminal.empty()) {
         linkAllBut({"xdg-terminal-exec", "x-terminal-emulator"}, "/usr/bin", place / "bin");
         fs::create_symlink("/usr/bin/" + chosen.terminal, place / "bin/x-terminal-emulator");
