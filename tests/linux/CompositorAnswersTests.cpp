@@ -192,10 +192,9 @@ TEST(SwayTreeTest, tellsWhereI3HasItsWindows) {
         node(1, "root", "0 0 9 9", "",
              node(2, "workspace", "0 0 9 9", R"(,"name":"1")", con(3, 31), floating(4, 41)) + "," +
                  node(6, "workspace", "0 0 9 9", R"(,"name":"__i3_scratch")", "", floating(7, 71)));
-    const std::map<std::uint64_t, PlaceInTree> places{
-        {31, {Arrangement::tiled, "1"}},
-        {41, {Arrangement::floating, "1"}},
-        {71, {Arrangement::scratchpad, "__i3_scratch"}}};
+    const std::map<std::uint64_t, PlaceInTree> places{{31, {Arrangement::tiled, "1"}},
+                                                      {41, {Arrangement::floating, "1"}},
+                                                      {71, {Arrangement::scratchpad, ""}}};
     EXPECT_EQ(readPlaces(tree), places);
     EXPECT_FALSE(readPlaces("{}"));
 }
@@ -285,30 +284,17 @@ TEST(SwayTreeTest, tellsWhatBarsLeaveOfOutputsThatAreOn) {
 }
 
 TEST(SwayTreeTest, movesToAWorkspaceWhoseNameIsNoCommand) {
-    for (const auto* name : {"1", "10: web", "mail", "nextcloud", "a_b-c.d", "\uF120", "3:\u00E9"})
+    const std::string longest(100, 'x');
+    for (const auto* name :
+         {"1", "10: web", "mail", "nextcloud", "a_b-c.d", "\uF120", "3:\u00E9", longest.c_str()})
         EXPECT_EQ(movingToWorkspace("[con_id=1] ", name).value_or("refused"),
-                  "[con_id=1] move --no-auto-back-and-forth container to workspace " +
-                      std::string(name));
-    for (const auto* name : {"",
-                             " ",
-                             " 1",
-                             "-x",
-                             "1;kill",
-                             "1,kill",
-                             "1\nkill",
-                             "a\"b",
-                             "a'b",
-                             "[x]",
-                             "$x",
-                             "a\\b",
-                             "__i3_scratch",
-                             "number 3",
-                             "Next",
-                             "prev",
-                             "prev_on_output",
-                             "next_on_output",
-                             "current",
-                             "back_and_forth"})
+                  "[con_id=1] move --no-auto-back-and-forth container to workspace \"" +
+                      std::string(name) + '"');
+    EXPECT_FALSE(movingToWorkspace("", longest + 'x'));
+    for (const auto& name : text::split("| | 1|-x|1;kill|1,kill|1\nkill|a\"b|a'b|[x]|$x|a\\b|(x)|"
+                                        "__i3_scratch|number|Next|prev|prev_on_output|"
+                                        "next_on_output|current|back_and_forth",
+                                        '|'))
         EXPECT_FALSE(movingToWorkspace("", name)) << name;
 }
 

@@ -153,7 +153,11 @@ int LinuxAccessibility::setFullscreen(const AccessibilityWindow& window, bool fu
 
 int LinuxAccessibility::setTilingWorkspace(const AccessibilityWindow& window,
                                            const std::string& name) {
-    return codeOf(windows_.setTilingWorkspace(refOf(window), name, halfASecondFromNow()));
+    const auto set = [&] {
+        return windows_.setTilingWorkspace(refOf(window), name, halfASecondFromNow());
+    };
+    const auto answer = set();
+    return codeOf(answer == WindowAnswer::unanswered ? set() : answer);
 }
 
 int LinuxAccessibility::toggleFullscreen(const AccessibilityWindow& window) {

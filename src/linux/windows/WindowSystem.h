@@ -159,8 +159,8 @@ public:
     /// Return when the state is there.
     virtual WindowAnswer setFullscreen(const WindowRef& window, bool on, Deadline by) = 0;
     virtual WindowAnswer setMaximized(const WindowRef& window, bool on, Deadline by) = 0;
-    /// Moves a tiled window to that workspace, which is made where it isn't there; refuses any
-    /// other window, and a name that can't be told.
+    /// Moves a tiled window to that workspace, which is made where it isn't there; refuses one that
+    /// fills the screen on another, any other window, and a name that can't be told.
     virtual WindowAnswer setTilingWorkspace(const WindowRef& /*window*/,
                                             const std::string& /*workspace*/, Deadline) {
         return WindowAnswer::refused;

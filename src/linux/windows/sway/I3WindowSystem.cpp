@@ -80,6 +80,7 @@ WindowAnswer I3WindowSystem::setTilingWorkspace(const WindowRef& window,
     if (!now) return all ? WindowAnswer::gone : WindowAnswer::unanswered;
     if (!now->isTiled) return WindowAnswer::refused;
     if (now->workspace == workspace) return WindowAnswer::done;
+    if (now->isFullscreen) return WindowAnswer::refused;
     const auto words = movingToWorkspace("[id=" + std::to_string(window.number) + "] ", workspace);
     if (!words) return WindowAnswer::refused;
     if (!askManager(all->session, Question::run, *words, by)) return WindowAnswer::unanswered;

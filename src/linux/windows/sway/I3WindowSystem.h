@@ -5,7 +5,8 @@
 namespace corvane::sway {
 
 /// An X server whose manager is i3, which is asked as sway is. The X server tells and does all but
-/// for two things: what i3 tiles isn't placed, and what is in its scratchpad counts as minimized.
+/// for what is i3's own: workspaces have names, what it tiles is moved to one of them and placed no
+/// further, and what is in its scratchpad counts as minimized.
 /// Where i3 doesn't answer, the X server's word is all there is.
 class I3WindowSystem final : public WindowSystem {
 public:

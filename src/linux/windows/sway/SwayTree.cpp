@@ -14,7 +14,7 @@ namespace {
 struct Surroundings {
     std::string workspace;
     PixelRect workspaceArea;
-    bool isScratchpad = false;
+    bool isScratchpad = false, isFloating = false;
 };
 
 PixelRect rectOf(const json::Value& value) {
@@ -64,6 +64,8 @@ void TreeReader::read(const json::Value& node, Surroundings above) {
         above = {name, rectOf(node.required("rect")), name == "__i3_scratch"};
         if (above.isScratchpad) above.workspace.clear();
     }
+    // A group of windows may float as one.
+    if (node.required("type").text() == "floating_con") above.isFloating = true;
     if (node.optional("pid")) readWindow(node, above);
     const auto first = static_cast<std::ptrdiff_t>(tree_.windows.size());
     readChildren(node, above);
@@ -112,7 +114,7 @@ void TreeReader::readWindow(const json::Value& node, const Surroundings& above) 
     const auto visible = node.optional("visible");
     window.isOnScreen = visible && visible->flag() && !window.isMinimized;
     window.isFullscreen = node.required("fullscreen_mode").int64() != 0;
-    window.isTiled = node.required("type").text() != "floating_con" && !above.isScratchpad;
+    window.isTiled = !above.isFloating && !above.isScratchpad;
     window.canBeAskedToClose = true;
     readHints(node, window);
     if (node.required("focused").flag()) tree_.active = window.window.number;
@@ -153,7 +155,10 @@ void readPlacesBelow(const json::Value& node, PlaceInTree place,
     if (type == "floating_con" && arrangement == Arrangement::tiled)
         arrangement = Arrangement::floating;
     if (type == "workspace") workspace = textOf(node, "name");
-    if (workspace == "__i3_scratch") arrangement = Arrangement::scratchpad;
+    if (workspace == "__i3_scratch") {
+        workspace.clear();
+        arrangement = Arrangement::scratchpad;
+    }
     if (const auto window = node.optional("window"))
         places[numberOf<std::uint32_t>(*window)] = place;
     for (const auto* children : {"nodes", "floating_nodes"})

@@ -227,6 +227,7 @@ WindowAnswer SwayWindowSystem::setTilingWorkspace(const WindowRef& window,
     if (answer != WindowAnswer::done) return answer;
     if (!now.window.isTiled) return WindowAnswer::refused;
     if (now.window.workspace == workspace) return WindowAnswer::done;
+    if (now.window.isFullscreen) return WindowAnswer::refused;
     const auto words = movingToWorkspace(criteria(window), workspace);
     if (!words) return WindowAnswer::refused;
     if (!ask(Question::run, *words, by)) return WindowAnswer::unanswered;

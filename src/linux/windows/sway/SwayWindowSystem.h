@@ -9,8 +9,8 @@
 namespace corvane::sway {
 
 /// The sway that shows this session. Floating windows are placed to the pixel and stay on their
-/// workspace where that is there; tiled ones and the scratchpad's are refused, and nothing is
-/// maximized. It doesn't tell who is connected.
+/// workspace where that is there; tiled ones and the scratchpad's are refused, a tiled one
+/// but for its workspace, and nothing is maximized. It doesn't tell who is connected.
 class SwayWindowSystem final : public WindowSystem {
 public:
     /// `xServer` is the session's, asked for what only it knows of X11 clients; null where there is

@@ -23,13 +23,17 @@ bool isPlain(char sign) {
 } // namespace
 
 std::optional<std::string> movingToWorkspace(std::string_view criteria, const std::string& name) {
+    constexpr std::size_t most = 100;
     constexpr std::string_view taken[]{"back_and_forth", "current",        "next", "next_on_output",
                                        "number",         "prev_on_output", "prev"};
-    if (name.empty() || !isLetterOrDigit(name.front()) || !std::ranges::all_of(name, isPlain))
+    if (name.empty() || name.size() > most || !isLetterOrDigit(name.front()) ||
+        !std::ranges::all_of(name, isPlain) ||
+        std::ranges::count(taken, text::lowercased(name)) > 0) {
         return std::nullopt;
-    const auto words = text::words(text::lowercased(name));
-    if (std::ranges::count(taken, words.front()) > 0) return std::nullopt;
-    return std::string(criteria) + "move --no-auto-back-and-forth container to workspace " + name;
+    }
+    // In quotes, as i3 takes what begins as one of its words for that.
+    return std::string(criteria) + "move --no-auto-back-and-forth container to workspace \"" +
+           name + '"';
 }
 
 } // namespace corvane::sway
