@@ -33,7 +33,7 @@ struct WindowInfo {
     std::optional<std::string> name = {};
     /// "kCGWindowNumber"
     std::optional<std::int64_t> number = {};
-    /// What a tiler calls the workspace that it has the window on; of windows that it tiles alone.
+    /// What a tiler calls the workspace that it has the window on; only of windows that it tiles.
     std::optional<std::string> tilingWorkspace = {};
 
     bool operator==(const WindowInfo&) const = default;
@@ -44,7 +44,8 @@ class WindowList {
 public:
     virtual ~WindowList() = default;
     /// kCGWindowListOptionOnScreenOnly: the windows of all processes that are on the screen now,
-    /// front to back; nothing where the desktop doesn't answer.
+    /// front to back, and behind them what a tiler has on other workspaces; nothing where the
+    /// desktop doesn't answer.
     virtual std::optional<std::vector<WindowInfo>> onScreenWindows() = 0;
 };
 

@@ -127,6 +127,7 @@ TEST_F(ScreenTest, changesAWindowAndSaysWhatCameOfIt) {
     comesToShow("one 0 20,30 640x480 on 1; ", [this] { return all(); });
     EXPECT_EQ(accessibility_.setFrame(window, {1, 1, 2, 2}), tookNothing);
     EXPECT_EQ(setWorkspace(), Accessibility::success);
+    comesToShow("one 0 20,30 640x480 on 2: web; ", [this] { return all(); });
     EXPECT_EQ(std::exchange(system_.clients[0].window.workspace, "1"), "2: web");
     system_.clients[0].window.isTiled = false;
 

@@ -4,6 +4,7 @@
 #include "linux/running/RunningApplications.h"
 #include "linux/screen/SeamSpace.h"
 
+#include <algorithm>
 #include <map>
 #include <ranges>
 
@@ -38,11 +39,16 @@ WindowInfo infoOf(const ManagedWindow& window, const SeamSpace& space) {
     return info;
 }
 
+/// What a tiler has on a workspace has its place there, whichever one is shown.
+bool hasItsPlace(const ManagedWindow& window) {
+    return window.isOnScreen || (window.isTiled && !window.isMinimized);
+}
+
 } // namespace
 
 std::optional<std::vector<WindowInfo>> LinuxWindowList::onScreenWindows() {
     const auto deadline = halfASecondFromNow();
-    const auto now = windows_.windows(deadline);
+    auto now = windows_.windows(deadline);
     const auto monitors = now ? windows_.monitors(deadline) : std::nullopt;
     if (!monitors) return std::nullopt;
     const auto applications = running_.shownAmong(*now);
@@ -53,8 +59,10 @@ std::optional<std::vector<WindowInfo>> LinuxWindowList::onScreenWindows() {
     }
     const SeamSpace space(*monitors);
     std::vector<WindowInfo> found;
+    std::ranges::stable_partition(now->windows,
+                                  [](const auto& window) { return !window.isOnScreen; });
     for (const auto& window : now->windows | std::views::reverse) {
-        if (!window.isOnScreen) continue;
+        if (!hasItsPlace(window)) continue;
         auto info = infoOf(window, space);
         if (const auto owner = owners.find(window.window.number); owner != owners.end()) {
             info.ownerPID = owner->second->processIdentifier;
