@@ -9,8 +9,6 @@
 
 int main(int argc, char** argv) {
     using namespace corvane;
-    // Changed later, while other threads read the environment: safe for one that is there by then.
-    qputenv("XDG_ACTIVATION_TOKEN", qgetenv("XDG_ACTIVATION_TOKEN"));
     LinuxSession session;
     const auto whyNotHere = session.whyNotHere();
     if (!session.isFirst() && whyNotHere.empty()) return session.exitStatus();

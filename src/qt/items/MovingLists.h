@@ -4,8 +4,9 @@ class QCoreApplication;
 
 namespace corvane {
 
-/// From then on a mouse's click acts on what it meets, also while a list there still moves by a
-/// turn of the wheel. The toolkit would take it for a wish to stop the list, and do no more.
+/// From then on a mouse's click stops all lists of its window, and acts on what it meets: the
+/// toolkit lets the click on a list that still moves by a turn of the wheel stop it, and do no
+/// more.
 void stopMovingListsAtClicks(QCoreApplication& application);
 
 } // namespace corvane

@@ -75,6 +75,7 @@ Window {
                 height: Math.min(messageText.implicitHeight, window.longestMessage)
                 contentHeight: messageText.implicitHeight
                 interactive: contentHeight > height
+                boundsBehavior: Flickable.StopAtBounds
                 clip: true
                 ScrollBar.vertical: ScrollBar {}
 
