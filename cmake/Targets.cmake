@@ -22,8 +22,8 @@ foreach(flag -fstack-clash-protection -fcf-protection)
   endif()
 endforeach()
 target_compile_definitions(corvane_flags INTERFACE _GLIBCXX_ASSERTIONS)
-# Test code runs once and is compiled by everybody: there only faults of memory are looked for, by calls, which the compiler
-# is through with in two thirds of the time.
+# Test code runs once and is most of what is compiled: in it, and in what headers give it inline, only faults of memory are
+# looked for, by calls, which the compiler is through with in two thirds of the time.
 define_property(TARGET PROPERTY CORVANE_IS_TEST INITIALIZE_FROM_VARIABLE CORVANE_IS_TEST)
 if(CORVANE_SANITIZE)
   set(is_test $<BOOL:$<TARGET_PROPERTY:CORVANE_IS_TEST>>)

@@ -60,7 +60,7 @@ void WindowControl::applyWindowLayout(const WindowLayout& layout,
         diagnostic({"Could not get windows for '", appName, "' after retries"});
         return;
     }
-    if (!isLeftToTiler(*window, layout)) setFrame(*window, layout);
+    if (!goesToTiler(*window, layout)) setFrame(*window, layout);
     if (layout.isFullscreen) setWindowFullscreen(*window, appName);
     diagnostic({"Applied layout for '", appName, "' - Position: ", described(frame.x, frame.y),
                 ", Size: ", described(frame.width, frame.height),
@@ -68,8 +68,8 @@ void WindowControl::applyWindowLayout(const WindowLayout& layout,
 }
 
 /// A window that was tiled and is again has no frame of its own.
-bool WindowControl::isLeftToTiler(const AccessibilityWindow& window,
-                                  const WindowLayout& layout) const {
+bool WindowControl::goesToTiler(const AccessibilityWindow& window,
+                                const WindowLayout& layout) const {
     if (!layout.tilingWorkspace) return false;
     const int code = accessibility_.setTilingWorkspace(window, *layout.tilingWorkspace);
     if (code != Accessibility::success)

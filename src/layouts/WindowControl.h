@@ -36,7 +36,7 @@ public:
     void setWindowFullscreen(const AccessibilityWindow& window, const std::string& appName) const;
 
 private:
-    bool isLeftToTiler(const AccessibilityWindow& window, const WindowLayout& layout) const;
+    bool goesToTiler(const AccessibilityWindow& window, const WindowLayout& layout) const;
     void setFrame(const AccessibilityWindow& window, const WindowLayout& layout) const;
     bool setFullscreenByScript(const std::string& appName) const;
     void coverMainScreen(const AccessibilityWindow& window, const std::string& appName) const;

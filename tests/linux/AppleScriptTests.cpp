@@ -133,7 +133,7 @@ struct ScriptEngineTest : testing::Test {
 
     const std::string click = "click button 2 of window 1";
     const std::string press = "keystroke \"f\" using {command down, control down}";
-    ScopedVariable path_{"PATH", place("emulators") + ":/usr/bin:/bin"};
+    ScopedVariable path_{"PATH", place("emulators") + ":" + std::getenv("PATH")};
     ScopedVariable shell_{"SHELL", "/bin/sh"};
     std::vector<RunningApplication> running_;
     std::vector<int> activated_;

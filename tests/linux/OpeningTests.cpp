@@ -250,7 +250,7 @@ TEST_F(OpeningTest, whatNeedsATerminalGetsOneAndATerminalOpensAFolderByStandingI
     install("test.emulator", "Emulator", "Exec=" + where + "\nCategories=TerminalEmulator;");
     const auto pager = Url::fromPath("/Applications/Pager.app");
     {
-        const ScopedVariable path("PATH", place("terminals") + ":/usr/bin:/bin");
+        const ScopedVariable path("PATH", place("terminals") + ":" + std::getenv("PATH"));
         EXPECT_EQ(openWith(noteUrl_, pager.path()), "opened");
         EXPECT_EQ(records("-e", 1), Records{place("bin/recorder") + "|pager|" + note_});
     }

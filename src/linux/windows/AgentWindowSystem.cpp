@@ -178,9 +178,9 @@ WindowAnswer AgentWindowSystem::place(const WindowRef& window, const FrameWish& 
     const auto result = approach(
         wish, {.ask = ask, .look = look, .isLate = [&] { return steady_clock::now() >= by; }});
     // One that is as large as before has no limit there: it is busy, and draws later.
-    const bool isLate = now.window.frame.size == start.size;
+    const bool isBehind = now.window.frame.size == start.size;
     if (wasMaximized && (result == WindowAnswer::done || result == WindowAnswer::unanswered))
-        keepPlaced(window, isLate ? target : now.window.frame, by);
+        keepPlaced(window, isBehind ? target : now.window.frame, by);
     return result;
 }
 
@@ -190,12 +190,12 @@ void AgentWindowSystem::keepPlaced(const WindowRef& window, const PixelRect& fra
     constexpr auto pause = std::chrono::milliseconds(20);
     const auto until = std::min(steady_clock::now() + late, by);
     ToldWindow now;
-    do {
+    while (steady_clock::now() < until) {
         std::this_thread::sleep_for(pause);
         if (look(window, now, until) != WindowAnswer::done) return;
         if (!isNear(now.window.frame, frame) && !now.window.isFullscreen)
             act({.kind = Deed::Kind::place, .windows = {now.id}, .frame = frame}, now, until);
-    } while (steady_clock::now() < until);
+    }
 }
 
 WindowAnswer AgentWindowSystem::setFullscreen(const WindowRef& window, bool on, Deadline by) {

@@ -107,7 +107,7 @@ std::optional<int> Process::waitForEnd(double seconds) {
         poll(&waiting, 1, static_cast<int>(seconds * 1000));
         close(end);
     }
-    isRunning();
+    comesTrue([this] { return !isRunning(); }, end >= 0 ? 0 : seconds);
     return status_;
 }
 

@@ -1,6 +1,7 @@
 #include "desktop/harness/CompositorScreen.h"
 #include "desktop/harness/Scene.h"
 
+#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <map>
@@ -63,6 +64,7 @@ public:
             if (entry.path().filename().string().starts_with("sway-ipc"))
                 around.set("SWAYSOCK", entry.path());
         }
+        seeAnXWindow();
     }
     void act(const Window& window, Deed deed) const override {
         static const std::map<Deed, std::string> words{
@@ -92,6 +94,16 @@ public:
 private:
     std::string told() const override {
         return around_.run({"sh", "-c", "swaymsg -t get_tree | python3 -c \"$0\"", readTree});
+    }
+    /// On a busy machine the first one may never come to be listed.
+    void seeAnXWindow() const {
+        for (bool isSeen = false; !isSeen;) {
+            const auto first = around_.start({"xeyes"});
+            isSeen = comesTrue([this] { return !windows().empty(); }, 3);
+            first->signal(SIGTERM);
+            first->waitForEnd();
+        }
+        comesTrue([this] { return windows().empty(); });
     }
     void tell(const Window& window, const std::string& words) const {
         around_.run({"swaymsg", "[con_id=" + window.id + "] " + words});
