@@ -3,6 +3,7 @@
 #include <array>
 #include <regex>
 #include <sstream>
+#include <thread>
 
 namespace corvane {
 namespace {
@@ -85,6 +86,17 @@ private:
             return outputOf("xprop -root _NET_SUPPORTING_WM_CHECK").find("window id") !=
                    std::string::npos;
         }));
+        // On a busy machine the first one may never come to be listed.
+        const auto isListed = [] {
+            return outputOf(command("-t get_tree")).find("XEyes") != std::string::npos;
+        };
+        EXPECT_TRUE(comesTrue([&] {
+            const Program first({"xeyes"});
+            for (int look = 0; look < 100 && !isListed(); ++look)
+                std::this_thread::sleep_for(std::chrono::milliseconds(20));
+            return isListed();
+        }));
+        EXPECT_TRUE(comesTrue([&] { return !isListed(); }));
     }
     void run() override {
         const std::string user = "setpriv --reuid=65534 --regid=65534 --clear-groups ";

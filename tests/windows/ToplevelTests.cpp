@@ -87,6 +87,13 @@ TEST_P(ToplevelTest, doesWhatItCan) {
         EXPECT_EQ(answerText(system_.setFullscreen(one, on, by())), "done");
         comesToShow(on ? "two; one fullscreen active" : "two; one active", other);
     }
+    // Sway maximizes nothing.
+    if (GetParam().name != "sway") {
+        for (const bool on : {true, false}) {
+            EXPECT_EQ(answerText(system_.setMaximized(one, on, by())), "done");
+            comesToShow(on ? "two; one maximized active" : "two; one active", other);
+        }
+    }
     EXPECT_EQ(answerText(system_.place(one, {PixelPoint{1, 2}}, by())), "refused");
     for (const auto& stranger : {WindowRef{one.number, 1}, WindowRef{one.number + 1000}}) {
         EXPECT_FALSE(system_.window(stranger, by()));
