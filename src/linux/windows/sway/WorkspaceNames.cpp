@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <iterator>
 
 namespace corvane::sway {
 namespace {
