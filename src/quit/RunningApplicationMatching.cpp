@@ -63,9 +63,7 @@ bool isSystemPath(const std::string& path) {
     for (const auto* part : {"/loginwindow", "/WindowServer", "/Dock.app"}) {
         if (path.find(part) != std::string::npos) return true;
     }
-    if (path.starts_with("/Applications/") || path.starts_with("/System/Applications/"))
-        return false;
-    return path.starts_with("/System/");
+    return path.starts_with("/System/") && !path.starts_with("/System/Applications/");
 }
 
 const RunningApplication* findPartly(const Names& variations, const List& list) {

@@ -191,6 +191,9 @@ TEST_F(Persistence, ofTheCopiesTenAreKept) {
     persistence.keepCopy({});
     EXPECT_EQ(scene.told(), "No Copy Kept | No copy of the workspaces could be kept: “" + file +
                                 "” can't be written: permission denied. [OK]");
+    persistence.keepCopy({scene.workspace("caf\xe9")});
+    EXPECT_EQ(scene.told(), "No Copy Kept | No copy of the workspaces could be kept: a text that "
+                            "isn't UTF-8 can't be saved [OK]");
 }
 
 TEST_F(Persistence, aSlowDiskHoldsNothingUpAndTheNewestListComesLast) {

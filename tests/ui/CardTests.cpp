@@ -40,7 +40,10 @@ struct Card : SceneTest {
 TEST_F(Card, aStartTakesHalfASecondAndItsSpinnerOneMore) {
     auto edited = work;
     edited.resources.clear();
+    int changes = 0;
+    const auto subscription = list->objectWillChange.subscribe([&] { ++changes; });
     card().start(work);
+    EXPECT_GT(changes, 0) << "the list tells what changes in its cards";
     store.updateWorkspace(edited);
     const std::tuple<double, std::string, std::size_t> moments[]{
         {0, "Starting... | Starting...", 0},

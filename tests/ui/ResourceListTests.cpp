@@ -158,6 +158,7 @@ TEST_F(ResourceList, anActionIsForTheResourceThatWasShown) {
     EXPECT_EQ(names(), "Work(a b c d A)");
     list.toggleEnabled(shown[4].key);
     list.beginRenaming(shown[4].key);
+    EXPECT_EQ(list.rows()[4].editedName, "A");
     list.setEditedName(shown[4].key, "second");
     EXPECT_EQ(names(), "Work(a b c d A-)") << "until it is submitted";
     store.search("x");
