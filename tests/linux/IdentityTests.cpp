@@ -320,6 +320,13 @@ TEST_F(IdentityTest, whatWasLaunchedRunsBeforeItShowsAWindow) {
     EXPECT_EQ(accessibility.windows(early.processIdentifier)->size(), 1u);
     system_.clients.clear();
     EXPECT_EQ(all(), "") << "its window has come and gone";
+    for (auto kind :
+         {&InstalledApplication::isTerminalEmulator, &InstalledApplication::needsTerminal}) {
+        auto inTerminal = *installed_.byDesktopId("test.slow.desktop");
+        inTerminal.*kind = true;
+        launched_.add(inTerminal, {program()});
+        EXPECT_EQ(all(), "") << "what a terminal shows tells nothing of the program in it";
+    }
 
     LaunchedApplications impatient(std::chrono::seconds(0));
     impatient.add(*installed_.byDesktopId("test.slow.desktop"), {program()});

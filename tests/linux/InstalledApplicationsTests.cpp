@@ -231,6 +231,7 @@ TEST(ExecLine, fillsInFieldCodes) {
          "sh|-c|cat ${1+\"${1}\"}|sh|/tmp/a b + sh|-c|cat ${1+\"${1}\"}|sh|/c"},
         {"sh -c \"x '%f'\"", {file}, {}, "sh|-c|x ''${1+\"${1}\"}''|sh|/tmp/a b"},
         {"sh -c %f", {file}, {}, "sh|-c|${1+\"${1}\"}|sh|/tmp/a b"},
+        {R"(sh -c 'x \n %f \')", {file}, {}, R"(sh|-c|x \n ${1+"${1}"} \|sh|/tmp/a b)"},
         {"perl -e \"open %f\"", {file}, {}, "error"},
         {"xterm -e \"cat %f\"", {file}, {}, "error"},
         {"edit %u", {"file:+silent!!touch%20x"}, {}, "error"},
@@ -292,7 +293,7 @@ TEST(MetadataQuery, findsPartsOfNamesIgnoringCaseAndDiacritics) {
     LinuxMetadataQuery query(installed);
     const std::string format =
         "kMDItemKind == 'Application' AND kMDItemDisplayName CONTAINS[cd] %@";
-    for (const char* part : {"CAFE", "fée-c", "coffee h"}) {
+    for (const char* part : {"CAFE", "fée-c", "coffee h", "EE HOU"}) {
         const auto items = query.results(format, part);
         ASSERT_EQ(items.size(), 1) << part;
         EXPECT_EQ(items.front().path, "/Applications/Coffee House.app");

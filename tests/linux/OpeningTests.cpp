@@ -100,6 +100,17 @@ TEST_F(OpeningTest, aBundleComesForwardOrStarts) {
     running_.resize(1);
     EXPECT_TRUE(applications_.openUrl(viewer));
     EXPECT_EQ(records("viewer", 1), Records{""}) << "process 1 has no window to show";
+    EXPECT_EQ(records("files", 0), Records{}) << "it came forward";
+    running_.clear();
+    EXPECT_TRUE(ApplicationOpener(installed_, {}).open(viewer));
+    EXPECT_EQ(records("viewer", 2), (Records{"", ""})) << "where nobody tells what runs";
+    std::string here;
+    LinuxApplications with(opener_, onDisplay_, quitting_, [&](const Url& url) {
+        here += url.absoluteString();
+        return true;
+    });
+    EXPECT_TRUE(with.openUrl(*Url::parse("unheard:of")));
+    EXPECT_EQ(here, "unheard:of") << "it is the program's own affair";
 }
 
 TEST_F(OpeningTest, aGivenApplicationOpensOrSaysWhyNot) {
@@ -109,6 +120,14 @@ TEST_F(OpeningTest, aGivenApplicationOpensOrSaysWhyNot) {
     EXPECT_EQ(records("viewer", 1), Records{""});
     EXPECT_EQ(openWith(noteUrl_, "/Applications/Nobody.app"),
               "There is no application at /Applications/Nobody.app.");
+    install("test.nobody", "Unheard", "DBusActivatable=true");
+    for (const auto* application : {"Viewer", "Unheard"}) {
+        EXPECT_EQ(
+            openWith("file://otherhost/x", "/Applications/" + std::string(application) + ".app"),
+            "file://otherhost/x is not a file of this machine.");
+        EXPECT_EQ(openWith("nowhere", "/Applications/" + std::string(application) + ".app"),
+                  "nowhere is not an address.");
+    }
     installVanishing();
     EXPECT_NE(openWith(noteUrl_, "/Applications/Vanishing.app").find("The program is missing"),
               std::string::npos);
@@ -336,6 +355,8 @@ TEST_F(OpeningTest, anExecutableThatNothingOpensIsRun) {
     fs::permissions(program, fs::perms::owner_all);
     EXPECT_TRUE(applications_.openUrl(Url::fromPath(program)));
     EXPECT_TRUE(comesTrue([&] { return namesIn(place("made")).size() == 1; }));
+    const auto path = Url::fromPath(program).absoluteString().substr(7);
+    EXPECT_FALSE(applications_.openUrl(*Url::parse("file://otherhost" + path)));
     fs::remove(program);
 }
 

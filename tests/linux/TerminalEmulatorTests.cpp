@@ -6,6 +6,7 @@
 
 #include <fcntl.h>
 #include <pty.h>
+#include <pwd.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -42,9 +43,19 @@ TEST(TerminalEmulatorTest, prefersTheUsersChoice) {
     EXPECT_EQ(preferredIn({"xfce4-terminal", "xterm"}), "xfce4-terminal -x, is xfce4-terminal");
     EXPECT_EQ(preferredIn({"xdg-terminal-exec", "foot"}),
               "xdg-terminal-exec, is xdg-terminal-exec");
-    EXPECT_EQ(preferredIn({"wezterm"}), "wezterm start --, is wezterm");
     EXPECT_EQ(preferredIn({"x-terminal-emulator", "konsole"}),
               "x-terminal-emulator -e, is x-terminal-emulator");
+    std::string options;
+    for (const auto* emulator :
+         {"wezterm", "konsole", "mate-terminal", "terminator", "alacritty", "foot", "xterm",
+          "urxvt", "rxvt", "st", "qterminal", "lxterminal", "tilix", "ghostty", "terminology"}) {
+        const auto told = preferredIn({emulator});
+        options += told.substr(0, told.find(',')) + "; ";
+    }
+    EXPECT_EQ(options,
+              "wezterm start --; konsole -e; mate-terminal -x; terminator -x; alacritty -e; "
+              "foot; xterm -e; urxvt -e; rxvt -e; st -e; qterminal -e; lxterminal -e; "
+              "tilix -e; ghostty -e; terminology -e; ");
 }
 
 TEST(TerminalEmulatorTest, knowsTheEntryOfTheEmulator) {
@@ -70,6 +81,11 @@ TEST(TerminalEmulatorTest, knowsTheEntryOfTheEmulator) {
     fs::remove(list);
     EXPECT_EQ(preferredIn({"newterm"}, installed), "newterm -e, is newterm of a.desktop");
     EXPECT_EQ(preferredIn({"other"}, {installed[4]}), "other --run, is other of e.desktop");
+    auto hidden = installed[4];
+    hidden.isShown = false;
+    EXPECT_EQ(preferredIn({"other"}, {hidden}), "other --run, is other of e.desktop");
+    EXPECT_EQ(preferredIn({"other", "newterm"}, {hidden, installed[0]}),
+              "newterm -e, is newterm of a.desktop");
 }
 
 TEST(TerminalEmulatorTest, followsTheAlternativesLinks) {
@@ -94,7 +110,22 @@ TEST(TerminalEmulatorTest, theShellIsTheUsers) {
     const ScopedVariable dash("SHELL", "/bin/dash");
     EXPECT_EQ(terminalEmulator::userShell(), "/bin/dash");
     const ScopedVariable missing("SHELL", place("no-shell"));
-    EXPECT_TRUE(fs::exists(terminalEmulator::userShell()));
+    EXPECT_EQ(terminalEmulator::userShell(), getpwuid(getuid())->pw_shell);
+}
+
+TEST(TerminalEmulatorTest, aShellIsHandedItsCommandInItsOwnWay) {
+    const auto words = [](const std::string& shell) {
+        auto all = terminalEmulator::shellWords(shell, "make");
+        // The script is what the tests of the shells themselves are about.
+        if (all.size() > 4) all.erase(all.begin() + 3);
+        return text::joined(all, " ");
+    };
+    for (const auto* name : {"bash", "sh", "dash", "ksh", "ksh93", "mksh", "ash", "zsh"}) {
+        const std::string shell = "/bin/" + std::string(name);
+        EXPECT_EQ(words(shell), shell + " -i -c " + shell + " make");
+    }
+    EXPECT_EQ(words("/bin/fish"), "/bin/fish --interactive --init-command make");
+    EXPECT_EQ(words("/bin/nu"), "/bin/sh -i -c /bin/nu make");
 }
 
 struct ShellOnTerminal {
