@@ -80,7 +80,8 @@ TEST_P(CompositorTest, placesOnAPrimaryMonitorOfAnotherScaleToThePixel) {
     for (const PixelPoint& origin : {PixelPoint{90, 80}, PixelPoint{1500, 100}}) {
         const FrameWish wish{origin, PixelSize{655, 477}};
         EXPECT_EQ(answerText(system_.place(window, wish, soon())), "done");
-        // Clients have whole pixels of the monitor's.
+        // Clients have whole pixels of the monitor's, and have them after the compositor's answer.
+        waitUntilItStands(window);
         const auto told = system_.window(window, soon())->frame;
         EXPECT_EQ(told.origin, origin);
         EXPECT_NEAR(told.size.width, 655, 1);
