@@ -70,7 +70,9 @@ TEST_P(ToplevelTest, tellsWhatItCan) {
     const auto now = system_.windows(soon()).value();
     EXPECT_FALSE(now.isReady || now.tellsProcesses || now.connected);
     EXPECT_EQ(now.windows[0].hints.applicationId, "window_client");
-    EXPECT_EQ(system_.window(one, soon()), now.windows[0]);
+    // A busy X server doesn't tell in time that it isn't one of its windows.
+    EXPECT_TRUE(comesTrue(
+        [&] { return system_.window(one, soon()) == system_.windows(soon()).value().windows[0]; }));
     session_->act(listed(session_->system(), "one"), ByHand::fillScreen);
     comesToShow("tw\xc3\xb6; one fullscreen active", [this] { return all(); });
 }
