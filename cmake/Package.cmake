@@ -27,8 +27,8 @@ string(JOIN ", " CPACK_DEBIAN_PACKAGE_DEPENDS
   qml6-module-qtquick-window
   # Wayland
   qt6-wayland
-  # pictures in vectors, icons by name, the icons' folders
-  libqt6svg6 adwaita-icon-theme hicolor-icon-theme
+  # pictures in vectors, which were a part of their library before; icons by name, the icons' folders
+  "qt6-svg-plugins | libqt6svg6 (<< 6.7.2-5~)" adwaita-icon-theme hicolor-icon-theme
   # the letters, the symbols, and the signs in titles
   fonts-inter fonts-material-design-icons-iconfont fonts-symbola
   # which file is of which type

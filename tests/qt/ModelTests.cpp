@@ -9,7 +9,10 @@
 #include "ui/WorkspaceListState.h"
 
 #include <QAbstractItemModelTester>
+#include <QDir>
 #include <QEventLoop>
+#include <QIcon>
+#include <QImageReader>
 #include <QMenu>
 #include <QTest>
 #include <QTimer>
@@ -124,6 +127,19 @@ TEST(TrayMenuTest, readsTheSameWhoeverShowsItAndNoPressMeansAnotherItem) {
     EXPECT_EQ(log, "Other ");
     EXPECT_EQ(menu.GetProperty(later[2], "label").variant(), "New");
     EXPECT_EQ(menu.GetGroupProperties({later[3]}, {})[0].properties["label"], "Other");
+}
+
+TEST(IconsTest, themesDrawTheirsInVectors) {
+    const auto kinds = QImageReader::supportedImageFormats();
+    EXPECT_TRUE(kinds.contains("svg") && kinds.contains("svgz"));
+    const auto file = QDir::tempPath() + "/corvane-icon.svg";
+    QFile icon(file);
+    ASSERT_TRUE(icon.open(QIODevice::WriteOnly));
+    icon.write("<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'>"
+               "<rect width='8' height='8' fill='#ff0000'/></svg>");
+    icon.close();
+    EXPECT_EQ(QIcon(file).pixmap(128).toImage().pixelColor(64, 64), QColor(Qt::red));
+    icon.remove();
 }
 
 TEST(SymbolsTest, aNameThatIsNotThereIsDrawnAsANeutralOne) {
