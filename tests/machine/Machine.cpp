@@ -39,6 +39,7 @@ struct Environment : testing::Environment {
                  {"XDG_CONFIG_HOME", place("config")},
                  {"XDG_RUNTIME_DIR", place("runtime")},
                  {"XDG_DATA_DIRS", place("system") + ":" + place("chosen/share")},
+                 {"SHELL", "/bin/bash"},
                  {"LANGUAGE", "de"},
                  {"LANG", "de_DE.UTF-8"}})
             setenv(name.c_str(), value.c_str(), 1);

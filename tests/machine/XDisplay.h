@@ -2,6 +2,7 @@
 
 #include "machine/OwnWindows.h"
 #include "machine/Program.h"
+#include "world/World.h"
 
 #include <cstdlib>
 #include <optional>
@@ -24,8 +25,9 @@ struct XDisplay {
         // Where there is none, programs start one that stays.
         fs::remove(place("bus"));
         place("runtime/any");
-        bus_.emplace(std::vector<std::string>{"dbus-daemon", "--session", "--nofork", "--nopidfile",
-                                              "--address=" + busAddress()});
+        auto bus = world::busCommand(place("chosen"));
+        bus.insert(bus.end(), {"--nopidfile", "--address=" + busAddress()});
+        bus_.emplace(bus);
         ASSERT_TRUE(comesTrue([] { return fs::exists(place("bus")); }));
         int ends[2];
         ASSERT_EQ(pipe2(ends, 0), 0);

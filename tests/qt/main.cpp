@@ -11,7 +11,10 @@
 int main(int argc, char** argv) {
     const QTemporaryDir folder;
     corvane::world::enter(folder.path().toStdString());
+    qputenv("LANG", "C.UTF-8");
     qputenv("HOME", folder.path().toLocal8Bit());
+    for (const auto* name : {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_RUNTIME_DIR"})
+        qputenv(name, (folder.path() + "/own").toLocal8Bit());
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
     testing::InitGoogleTest(&argc, argv);

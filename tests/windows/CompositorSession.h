@@ -68,8 +68,9 @@ protected:
         set("LIBGL_ALWAYS_SOFTWARE", "1");
         set("NO_AT_BRIDGE", "1");
         set("GSETTINGS_BACKEND", "memory");
-        bus_.emplace(std::vector<std::string>{"dbus-daemon", "--session", "--nofork", "--nopidfile",
-                                              "--address=unix:path=" + runtime_ + "/bus"});
+        auto bus = world::busCommand(machine::place("chosen"));
+        bus.insert(bus.end(), {"--nopidfile", "--address=unix:path=" + runtime_ + "/bus"});
+        bus_.emplace(bus);
         EXPECT_TRUE(
             machine::comesTrue([this] { return std::filesystem::exists(runtime_ + "/bus"); }));
     }
