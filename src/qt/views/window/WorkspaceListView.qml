@@ -24,12 +24,14 @@ Item {
 
         // The first match is seen from its top.
         function onSearched() {
+            list.cancelFlick();
             list.contentY = list.originY - list.topMargin;
         }
         function onAdded(workspaceId: string) {
             const row = view.workspaces.rowOf(workspaceId);
             if (row < 0)
                 return;
+            list.cancelFlick();
             list.positionViewAtIndex(row, ListView.Contain);
             list.forceLayout();
             const card = list.itemAtIndex(row) as WorkspaceCardView;
