@@ -44,6 +44,35 @@ std::string nameOf(QAccessibleInterface* element) {
     return element->text(QAccessible::Name).toStdString();
 }
 
+std::string colorOf(const QVariant& value) {
+    const auto color = value.value<QColor>();
+    if (color.alpha() == 0) return "";
+    return color.name(color.alpha() == 255 ? QColor::HexRgb : QColor::HexArgb).toStdString();
+}
+
+std::string pictureOf(const QQuickItem& item) {
+    const auto own = [&](const char* property) { return item.property(property); };
+    const auto words = [&](const char* property) { return own(property).toString().toStdString(); };
+    if (item.inherits("QQuickText")) {
+        if (words("text").empty()) return "";
+        const auto symbol = words("symbol");
+        return (symbol.empty() ? words("text") : "[" + symbol + "]") + " " + colorOf(own("color"));
+    }
+    if (item.inherits("QQuickImage")) {
+        const auto source = own("source").toUrl().toString().toStdString();
+        return source.empty() ? "" : "<" + source + ">";
+    }
+    if (item.inherits("corvane::GradientSquare"))
+        return colorOf(own("from")) + ">" + colorOf(own("to"));
+    if (!item.inherits("QQuickRectangle")) return "";
+    const auto* border = own("border").value<QObject*>();
+    // One that nobody has asked for is black.
+    const auto outline =
+        border && border->property("width").toInt() > 0 ? colorOf(border->property("color")) : "";
+    const bool isOutlined = !outline.empty() && outline != "#000000";
+    return colorOf(own("color")) + (isOutlined ? "/" + outline : "");
+}
+
 } // namespace
 
 Interface::Interface() : platform(withWindows(desktop, windows)), windows(engine, mainQueue) {
@@ -156,6 +185,26 @@ int Interface::linesOf(const std::string& text) {
     return 0;
 }
 
+std::string Interface::drawn(const std::string& name, const std::string& inside) {
+    const QRectF place = name.empty() ? QRectF({}, topWindow()->size()) : placeOf(name, inside);
+    std::string all;
+    const std::function<void(const QQuickItem&, double)> look = [&](const auto& item,
+                                                                    double shown) {
+        shown *= item.opacity();
+        if (!item.isVisible() || shown == 0) return;
+        const auto where = item.mapRectToScene({0, 0, item.width(), item.height()});
+        const auto picture = pictureOf(item);
+        if (!picture.empty() && place.contains(where.center())) {
+            const auto percent = std::lround(100 * shown);
+            all += picture + (percent == 100 ? "" : " " + std::to_string(percent) + "%") + "; ";
+        }
+        for (const auto* child : item.childItems())
+            look(*child, shown);
+    };
+    look(*topWindow()->contentItem(), 1);
+    return all;
+}
+
 std::string Interface::cut() {
     const auto window = topWindow()->geometry();
     std::string names;
@@ -265,7 +314,8 @@ void Interface::key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
     runFor(0);
 }
 
-void Interface::drag(const QMimeData& data, const std::string& name, bool drops) {
+void Interface::drag(const QMimeData& data, const std::string& name, bool drops,
+                     const std::function<void()>& meanwhile) {
     auto* top = topWindow();
     const auto place = placeOf(name).center();
     const auto send = [&](QEvent&& event) { QCoreApplication::sendEvent(top, &event); };
@@ -273,6 +323,7 @@ void Interface::drag(const QMimeData& data, const std::string& name, bool drops)
     send(QDragEnterEvent(place, actions, &data, Qt::LeftButton, Qt::NoModifier));
     send(QDragMoveEvent(place, actions, &data, Qt::LeftButton, Qt::NoModifier));
     runFor(0);
+    meanwhile();
     drops ? send(QDropEvent(place, actions, &data, Qt::LeftButton, Qt::NoModifier))
           : send(QDragLeaveEvent());
     runFor(0);

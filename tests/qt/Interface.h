@@ -59,11 +59,17 @@ struct Interface {
     void wheel(const std::string& name, int notches);
     QRect placeOf(const std::string& name, const std::string& inside = "");
     int linesOf(const std::string& text);
+    /// What is drawn within an element, or in all of the window, from back to front: texts, symbols
+    /// by name, pictures, gradients and surfaces (with their outline), in their colours, and how
+    /// faded each is.
+    std::string drawn(const std::string& name = "", const std::string& inside = "");
     /// The names of the controls of which a part is beyond the left or right edge of the window.
     std::string cut();
     void closeWindow();
     /// Drops what a drag carries in the middle of an element, or leads the drag away from there.
-    void drag(const QMimeData& data, const std::string& name, bool drops = true);
+    void drag(
+        const QMimeData& data, const std::string& name, bool drops = true,
+        const std::function<void()>& meanwhile = [] {});
     bool reach(const std::string& name);
     /// The name of the element that has the keyboard, and what is said of it besides.
     std::string focused(QAccessible::Text kind = QAccessible::Name);

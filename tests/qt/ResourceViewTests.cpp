@@ -121,7 +121,13 @@ TEST_F(ResourceViews, aDragIsTakenByTheListOrByARow) {
                    QUrl("file:///x/pad.desktop"), QUrl("file://elsewhere/x/far.txt"),
                    QUrl("file://localhost/x/near.txt")});
     files.setText("1");
-    drag(files, "b", false);
+    const auto marks = [&] {
+        const auto all = drawn();
+        return std::string(all.find("#1aff3b30/#ff3b30") == all.npos ? "" : "list") +
+               (all.find("#1a0a7aff/#0a7aff") == all.npos ? "" : "row");
+    };
+    drag(files, "b", false, [&] { EXPECT_EQ(marks(), "list"); });
+    EXPECT_EQ(marks(), "");
     EXPECT_EQ(stored(), "a:file b:file ");
     drag(files, "b");
     EXPECT_EQ(stored(),
@@ -130,7 +136,7 @@ TEST_F(ResourceViews, aDragIsTakenByTheListOrByARow) {
     QMimeData row;
     row.setText("1");
     drag(row, "Resources");
-    drag(row, "a");
+    drag(row, "a", true, [&] { EXPECT_EQ(marks(), "row"); });
     QMimeData page;
     page.setUrls({QUrl("https://site.test/")});
     drag(page, "Resources");

@@ -1,6 +1,7 @@
 #include "qt/Interface.h"
 
 #include <QQuickItem>
+#include <QTemporaryDir>
 #include <QTest>
 #include <cmath>
 
@@ -119,6 +120,85 @@ TEST_F(Views, symbolsAreSeenAsLargeAsTheirSizeSays) {
     EXPECT_GT(heights[16], heights[12] + 1);
 }
 
+TEST_F(Views, whatIsDrawnTellsTheStateOfEachResource) {
+    auto off = note();
+    off.name = "off";
+    off.enabled = false;
+    auto gone = makeResource("gone", "/gone.txt", ResourceType::file, platform.bundles);
+    const QTemporaryDir pictures;
+    const auto picture = pictures.filePath("pad.png");
+    QImage(64, 64, QImage::Format_RGB32).save(picture);
+    desktop.install({.path = "/Applications/Pad.app", .icon = picture.toStdString()});
+    desktop.files.directories.insert("/folder");
+    desktop.defaultHandlers["/"] = "/Applications/Pad.app";
+    auto folder = makeResource("folder", "/folder", ResourceType::folder, platform.bundles);
+    folder.associatedApps = {"Nobody"};
+    const auto line = makeResource("line", "", ResourceType::separator, platform.bundles);
+    open({workspace("Work", {note(), off, line, gone, folder})});
+    ASSERT_TRUE(press("note", "Work"));
+    runFor(5);
+    QTest::mouseMove(windows.front(), {1, 1});
+    settle();
+    EXPECT_EQ(drawn("Work"),
+              "#f7f7f8/#d4d4d8; #2a9d49>#2f7df0; [star] #ffffff; Work #1d1d1f; "
+              "What has to be done #626267; [play.fill] #ffffff; Start #ffffff; #0a66db/#095dc7; "
+              "[chevron.down] #1d1d1f; Resources #1d1d1f; #f7f7f8/#d4d4d8; [ellipsis] #1d1d1f; "
+              "#f7f7f8/#d4d4d8; #d4d4d8; #d4d4d8; [doc.fill] #166b2c; note #1d1d1f; "
+              "[stop.fill] #d9c42b1f; #262ba24a/#80166b2c; [doc.fill] #166b2c 60%; "
+              "off #1d1d1f 60%; [play.fill] #d9626267 60%; #ffffff/#d4d4d8 60%; "
+              "[exclamationmark.triangle.fill] #a85b00; gone #1d1d1f; [play.fill] #d9626267; "
+              "#ffffff/#d4d4d8; [folder.fill] #a85b00; folder #1d1d1f; [play.fill] #d9626267; "
+              "#ffffff/#d4d4d8; ");
+    ASSERT_TRUE(press("Resources", "Work"));
+    settle();
+    const auto rows = drawn("Work");
+    EXPECT_EQ(rows.substr(rows.find("[folder.badge")),
+              "[folder.badge.gearshape] #626267; "
+              "Drag anything from Finder to add resources, or drag rows to reorder #626267; "
+              "#d4d4d8; #f7f7f8; [dots.grip] #626267 60%; [doc.fill] #626267; note #1d1d1f; "
+              "#26626267; FILE #626267; [plus] #0a5fcc; Add App #0a5fcc; [stop.fill] #c42b1f; "
+              "#2ba24a; #ffffff; [trash] #c42b1f; [ellipsis] #626267; #4dd4d4d8; #80f7f7f8; "
+              "[dots.grip] #626267 36%; [doc.fill] #626267 60%; off #1d1d1f 60%; #26626267 60%; "
+              "FILE #626267 60%; [plus] #0a5fcc 60%; Add App #0a5fcc 60%; #1a626267/#4dc42b1f 60%; "
+              "Disabled : Excluded from being opened/quit #626267 60%; [play.fill] #0a5fcc 60%; "
+              "#b9b9bf 60%; #ffffff 60%; [trash] #c42b1f 60%; [ellipsis] #626267 60%; #4dd4d4d8; "
+              "#4df7f7f8; [dots.grip] #626267 60%; #4d626267; line #626267; #4d626267; "
+              "[trash] #c42b1f; #4dd4d4d8; #f7f7f8; [dots.grip] #626267 60%; [doc.fill] #626267; "
+              "gone #1d1d1f; [exclamationmark.triangle.fill] #a85b00; #26626267; FILE #626267; "
+              "[plus] #0a5fcc; Add App #0a5fcc; [play.fill] #0a5fcc; #2ba24a; #ffffff; "
+              "[trash] #c42b1f; [ellipsis] #626267; #4dd4d4d8; #f7f7f8; [dots.grip] #626267 60%; "
+              "[folder.fill] #626267; folder #1d1d1f; #26626267; FOLDER #626267; "
+              "#1a0a5fcc/#4d0a5fcc; "
+              "<image://icon/" +
+                  QUrl::toPercentEncoding(picture).toStdString() +
+                  ">; "
+                  "#26626267/#1a626267; [app] #626267; [xmark] #626267; [plus] #0a5fcc; "
+                  "Add App #0a5fcc; [play.fill] #0a5fcc; #2ba24a; #ffffff; [trash] #c42b1f; "
+                  "[ellipsis] #626267; ");
+    EXPECT_TRUE(isEnabled("Remove Nobody") && !shows("Remove Pad"));
+    ASSERT_TRUE(press("Switch to Dark Mode"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return drawn("Work").starts_with("#28282b"); }));
+    ASSERT_TRUE(press("Resources", "Work"));
+    settle();
+    EXPECT_EQ(drawn(),
+              "#1e1e20; Workspace Manager #f2f2f4; Search workspaces... #a9a9b0; "
+              "[magnifyingglass] #a9a9b0; #2f2f33/#3d3d42; [sun.max.fill] #f2f2f4; "
+              "#28282b/#3d3d42; [scope] #f2f2f4; Focus Mode #f2f2f4; #2b2b2f/#3d3d42; "
+              "[plus] #ffffff; New Workspace #ffffff; #2a6fdb/#2665c7; [gearshape.fill] #f2f2f4; "
+              "#28282b/#3d3d42; #3d3d42; #28282b/#3d3d42; #2a9d49>#2f7df0; [star] #ffffff; "
+              "Work #f2f2f4; What has to be done #a9a9b0; [play.fill] #ffffff; Start #ffffff; "
+              "#2a6fdb/#2665c7; [chevron.down] #f2f2f4; Resources #f2f2f4; #28282b/#3d3d42; "
+              "[ellipsis] #f2f2f4; #28282b/#3d3d42; #3d3d42; #3d3d42; [doc.fill] #4cd46a; "
+              "note #f2f2f4; [stop.fill] #d9ff7066; #4d238a40/#804cd46a; [doc.fill] #4cd46a 60%; "
+              "off #f2f2f4 60%; [play.fill] #d9a9a9b0 60%; #28282b/#3d3d42 60%; "
+              "[exclamationmark.triangle.fill] #ffa53d; gone #f2f2f4; [play.fill] #d9a9a9b0; "
+              "#28282b/#3d3d42; [folder.fill] #ffa53d; folder #f2f2f4; [play.fill] #d9a9a9b0; "
+              "#28282b/#3d3d42; ");
+    ASSERT_TRUE(press("off", "Work"));
+    EXPECT_EQ(desktop.logged("open"), "open file:///note.txt\nopen file:///note.txt")
+        << "what a start leaves out opens by its own chip";
+}
+
 TEST_F(Views, theMenuAndTheSheetsChangeTheList) {
     open({workspace("Work", {note()}), workspace("Home")});
     const auto names = [&] {
@@ -235,8 +315,22 @@ TEST_F(Views, theTourEndsByItsButtonsOrItsWindowAndGoesOnWhereItWasLeft) {
               "Corvane helps you organize and launch groups of applications, "
               "files, and folders together as workspaces.|Previous|1 of 6|Next");
     EXPECT_FALSE(isEnabled("Previous"));
-    for (int i = 0; i < 4; ++i)
+    EXPECT_EQ(QGuiApplication::focusWindow()->size(), QSize(600, 500));
+    // The signs of the steps, and which of the dots is the blue one.
+    std::string signs;
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return i == 0 || drawn().find('[') != std::string::npos; }));
+        const auto pictures = QString::fromStdString(drawn()).split("; ");
+        for (const auto& each : pictures.mid(1, 6))
+            signs += each == "#0a5fcc" ? "o" : each == "#4d626267" ? "." : "?";
+        for (const auto& each : pictures)
+            if (each.startsWith('[')) signs += each.left(each.indexOf(']') + 1).toStdString();
+        signs += i == 3 ? "" : " ";
         press("Next");
+    }
+    EXPECT_EQ(signs,
+              "o..... .o....[plus.circle] ..o...[square.and.arrow.down] ...o..[play.circle]");
     EXPECT_TRUE(press("Focus Mode: OFF") && shows("Focus Mode: ON") && store().focusMode);
     press("Next");
     EXPECT_TRUE(press("Previous") && shows("5 of 6"));
