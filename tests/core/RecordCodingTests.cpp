@@ -204,7 +204,7 @@ TEST_F(RecordCoding, theKeysStandInTheOrderOfTheFields) {
         R"(,"hasLayoutSaved":true,"savedWindowLayouts":[{"appName":"A","windowTitle":"T",)"
         R"("frame":[[0.0,0.0],[1.0,2.0]],"ownerPID":7,"recordedAt":1.0,"isFullscreen":true,)"
         R"("screenFrame":[[0.0,0.0],[1.0,2.0]],"relativeFrame":[[0.0,0.0],[1.0,1.0]],)"
-        R"("screenIndex":1,"isOnPrimaryScreen":false}])";
+        R"("screenIndex":1,"isOnPrimaryScreen":false,"tilingWorkspace":"2"}])";
     auto workspaces = decode(workspaceJson(json, layouts));
     EXPECT_EQ(workspaces[0].resources[0].bookmarkData, (Bytes{1, 2}));
     EXPECT_EQ(
@@ -251,8 +251,8 @@ TEST_F(RecordCoding, theOlderLayoutFormHasNoDefaultForAFlag) {
         R"({"appName":"Pad","frame":[[1,2],[3,4]],"isFullscreen":true,"isMinimized":false,"screen":1},)"
         R"({"appName":"Web","frame":[[0,0],[0,0]],"isFullscreen":false,"isMinimized":true}],"savedDate":5})";
     EXPECT_EQ(decodeWorkspaceLayout(json), layout);
-    EXPECT_THROW(decodeWorkspaceLayout(text::replacingAll(json, R"("isMinimized":false,)", "")),
-                 json::DecodeError);
+    for (const auto* flag : {R"("isMinimized":false,)", R"("isFullscreen":true,)"})
+        EXPECT_THROW(decodeWorkspaceLayout(text::replacingAll(json, flag, "")), json::DecodeError);
 }
 
 TEST_F(RecordCoding, whatCanNotBeReadBackIsNotWritten) {

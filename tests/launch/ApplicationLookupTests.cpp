@@ -107,6 +107,8 @@ TEST_F(Lookup, tiesWithinAStageAreDecidedByOrder) {
         {"org.mozilla.firefox", {plain("Q"), plain("Firefox")}, "Firefox"},
         {"Code", {plain("Xcode"), plain("Code")}, "Xcode"},
         {"Mailplane", {plain("mail")}, "mail"},
+        {"STRASSE", {indexed("Q", "q", "straße")}, "Q"},
+        {"Lindenstrasse", {plain("STRAßE")}, "STRAßE"},
         {"Visual Code", {plain("CODE")}, "CODE"},
         {"Straße 2", {plain("STRASSE")}, "STRASSE"},
         {"STRASSE", {plain("Die Straße Pro")}, "Die Straße Pro"},

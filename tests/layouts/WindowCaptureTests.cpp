@@ -69,6 +69,10 @@ TEST_F(Fullscreen, accessibilityDecidesAboutWindowsThatTheRulesTurnDown) {
             EXPECT_EQ(verdictWith("yes", moved), std::abs(offset) == 5);
         }
     }
+    for (const std::int64_t layer : {-2, 3}) {
+        window.layer = layer;
+        EXPECT_TRUE(verdictWith("yes", place)) << "in layer " << layer;
+    }
     window = windowInfo(7, 3, "Pad", {0, 0, 1440, 900});
     window.tilingWorkspace = "2";
     EXPECT_FALSE(verdictWith("no", {0, 0, 1440, 900})) << "tiled, it may be as large";

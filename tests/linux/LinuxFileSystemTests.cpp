@@ -284,6 +284,12 @@ TEST_F(LinuxUserDefaultsTest, anUnreadableFileIsKeptAsideBeforeTheFirstWriteAndT
         EXPECT_TRUE(open().boolForKey("flag"));
         EXPECT_EQ(read(kept), content);
         EXPECT_TRUE(told.starts_with(kept + " ") && told.size() > kept.size() + 5) << told;
+        fs::remove_all(folder_);
+        write(file_, content);
+        auto forgotten = open();
+        forgotten.removePersistentDomain();
+        queue_.runFor(0);
+        EXPECT_EQ(read(kept), content) << "a reset is a write like others";
     }
 }
 

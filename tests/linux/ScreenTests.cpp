@@ -145,6 +145,12 @@ TEST_F(ScreenTest, changesAWindowAndSaysWhatCameOfIt) {
     EXPECT_EQ(accessibility_.zoom(window), Accessibility::success);
     EXPECT_EQ(state(window), "0,0 1440x900 fullscreen") << "it was only late";
     EXPECT_TRUE(accessibility_.isProcessTrusted());
+    accessibility_.setFullscreen(window, false);
+    system_.refusesFullscreen = true;
+    for (const bool isMaximized : {true, false}) {
+        EXPECT_EQ(accessibility_.zoom(window), Accessibility::success);
+        EXPECT_EQ(system_.clients[0].window.isMaximized, isMaximized) << "the next best";
+    }
 }
 
 TEST_F(ScreenTest, maximizesWhatFillsAWorkArea) {

@@ -2,6 +2,7 @@
 #include "qt/items/Symbols.h"
 #include "qt/models/AlertModel.h"
 #include "qt/models/WorkspaceListModel.h"
+#include "qt/toolkit/QtAppearance.h"
 #include "qt/toolkit/QtMainQueue.h"
 #include "qt/tray/Popup.h"
 #include "qt/tray/TrayMenu.h"
@@ -14,6 +15,7 @@
 #include <QIcon>
 #include <QImageReader>
 #include <QMenu>
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
 #include <thread>
@@ -98,9 +100,11 @@ TEST(TrayMenuTest, readsTheSameWhoeverShowsItAndNoPressMeansAnotherItem) {
     const auto item = [&](const std::string& title) {
         return MenuItem{.title = title, .action = [&log, title] { log += title + " "; }};
     };
+    auto pictured = item("my__project R&D _Co\tTab");
+    pictured.image = Image{.source = Image::Source::symbol, .name = "star", .size = 16};
     const Menu first{{.title = "Title", .isEnabled = false},
                      MenuItem::separator(),
-                     item("my__project R&D _Co\tTab"),
+                     pictured,
                      {.title = "Switch", .action = [] {}, .state = true}};
     TrayMenu menu;
     int updates = 0;
@@ -110,6 +114,9 @@ TEST(TrayMenuTest, readsTheSameWhoeverShowsItAndNoPressMeansAnotherItem) {
     EXPECT_EQ(labelsOf(menu, ids), "-Title|separator|my____project R&D __Co Tab|Switch1|");
     const auto popup = makePopup(first);
     EXPECT_EQ(popup->actions()[2]->text().toStdString(), "my__project R&&D _Co Tab");
+    EXPECT_FALSE(popup->actions()[2]->icon().isNull());
+    const auto sent = menu.GetProperty(ids[2], "icon-data").variant().toByteArray();
+    EXPECT_FALSE(QImage::fromData(sent, "PNG").isNull());
 
     menu.show(first);
     EXPECT_EQ(updates, 1) << "it looks the same";
@@ -127,6 +134,20 @@ TEST(TrayMenuTest, readsTheSameWhoeverShowsItAndNoPressMeansAnotherItem) {
     EXPECT_EQ(log, "Other ");
     EXPECT_EQ(menu.GetProperty(later[2], "label").variant(), "New");
     EXPECT_EQ(menu.GetGroupProperties({later[3]}, {})[0].properties["label"], "Other");
+}
+
+TEST(QtAppearanceTest, followsTheScreens) {
+    QtAppearance appearance;
+    int changes = 0;
+    const auto following = appearance.screenParametersDidChange().subscribe([&] { ++changes; });
+    auto* const screen = QGuiApplication::primaryScreen();
+    emit screen->geometryChanged(screen->geometry());
+    emit screen->logicalDotsPerInchChanged(96);
+    emit qGuiApp->screenRemoved(screen);
+    emit qGuiApp->primaryScreenChanged(screen);
+    EXPECT_EQ(changes, 4);
+    emit qGuiApp->screenAdded(screen);
+    EXPECT_EQ(changes, 5);
 }
 
 TEST(IconsTest, themesDrawTheirsInVectors) {

@@ -199,11 +199,17 @@ TEST_F(ResourceViews, theSettingsActAtOnceAndAreReachedByTheKeyboard) {
     EXPECT_FALSE(shows(note));
     act("Auto-Save Layouts");
     EXPECT_FALSE(store.autoSaveLayouts);
-    store.showLayoutSavedAlert = false;
-    store.showLayoutsDisabledAlert = false;
-    act("Workspace Applications Closed");
-    act("Applications Closed (Focus Mode)");
-    EXPECT_FALSE(store.showWorkspaceClosedAlert || store.showApplicationsClosedAlert);
+    std::string off;
+    for (const auto* alert : {"Window Layout Saved", "Workspace Applications Closed",
+                              "Window Layouts Disabled", "Applications Closed (Focus Mode)"}) {
+        act(alert);
+        for (const bool isOn :
+             {store.showLayoutSavedAlert.get(), store.showWorkspaceClosedAlert.get(),
+              store.showLayoutsDisabledAlert.get(), store.showApplicationsClosedAlert.get()})
+            off += isOn ? '1' : '0';
+        off += ' ';
+    }
+    EXPECT_EQ(off, "0111 0011 0001 0000 ");
     act("Reset All Confirmations", Qt::Key_Return);
     EXPECT_TRUE(store.showLayoutSavedAlert && store.showWorkspaceClosedAlert &&
                 store.showLayoutsDisabledAlert && store.showApplicationsClosedAlert);

@@ -137,6 +137,8 @@ TEST_F(Views, whatIsDrawnTellsTheStateOfEachResource) {
     open({workspace("Work", {note(), off, line, gone, folder})});
     ASSERT_TRUE(press("note", "Work"));
     runFor(5);
+    EXPECT_EQ(toolTipOf("note"), "Stop note\n/note.txt");
+    EXPECT_EQ(toolTipOf("folder"), "Launch folder with Finder\n/folder");
     QTest::mouseMove(windows.front(), {1, 1});
     settle();
     EXPECT_EQ(drawn("Work"),
@@ -150,6 +152,7 @@ TEST_F(Views, whatIsDrawnTellsTheStateOfEachResource) {
               "#ffffff/#d4d4d8; [folder.fill] #a85b00; folder #1d1d1f; [play.fill] #d9626267; "
               "#ffffff/#d4d4d8; ");
     ASSERT_TRUE(press("Resources", "Work"));
+    QTest::mouseMove(windows.front(), {1, 1});
     settle();
     const auto rows = drawn("Work");
     EXPECT_EQ(rows.substr(rows.find("[folder.badge")),
@@ -179,6 +182,7 @@ TEST_F(Views, whatIsDrawnTellsTheStateOfEachResource) {
     ASSERT_TRUE(press("Switch to Dark Mode"));
     EXPECT_TRUE(QTest::qWaitFor([&] { return drawn("Work").starts_with("#28282b"); }));
     ASSERT_TRUE(press("Resources", "Work"));
+    QTest::mouseMove(windows.front(), {1, 1});
     settle();
     EXPECT_EQ(drawn(),
               "#1e1e20; Workspace Manager #f2f2f4; Search workspaces... #a9a9b0; "
@@ -210,7 +214,10 @@ TEST_F(Views, theMenuAndTheSheetsChangeTheList) {
     ASSERT_TRUE(press("More", "Home") && press("Edit"));
     EXPECT_TRUE(shows("Edit Workspace"));
     type("ly");
+    ASSERT_TRUE(press("Enter workspace description (optional)"));
+    type("at night");
     ASSERT_TRUE(press("cube") && press("Save"));
+    EXPECT_EQ(store().workspaces->back().description, "at night");
     EXPECT_EQ(names(), "Work(star) Homely(cube) ");
 
     ASSERT_TRUE(press("More", "Work") && press("Duplicate"));
@@ -260,6 +267,8 @@ TEST_F(Views, theListFollowsTheSearchAndTheStore) {
         store().deleteWorkspace(store().workspaces->front().id);
     runFor(0);
     EXPECT_TRUE(shows("No Workspaces Yet"));
+    ASSERT_TRUE(press("Create Your First Workspace"));
+    EXPECT_EQ(focused(), "Enter workspace name");
 }
 
 TEST_F(Views, theHeaderActsOnTheWholeProgram) {

@@ -3,6 +3,7 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QStyleHints>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -21,6 +22,8 @@ int main(int argc, char** argv) {
     corvane::prepareApplication();
     QApplication application(argc, argv);
     corvane::nameApplication(application);
+    // A platform without a screen has none of its own.
+    QGuiApplication::styleHints()->setUseHoverEffects(true);
     QAccessible::setActive(true);
     return RUN_ALL_TESTS();
 }

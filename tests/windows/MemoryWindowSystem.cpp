@@ -126,6 +126,7 @@ WindowAnswer MemoryWindowSystem::place(const WindowRef& window, const FrameWish&
 
 WindowAnswer MemoryWindowSystem::setFullscreen(const WindowRef& window, bool on, Deadline) {
     return change(window, [&](Client& client) {
+        if (refusesFullscreen) return WindowAnswer::refused;
         fillScreen(client, on);
         return WindowAnswer::done;
     });

@@ -51,6 +51,8 @@ public:
     std::optional<std::set<pid_t>> connected = std::set<pid_t>();
     bool tellsProcesses = true;
     bool isThere = true, serverHasStopped = false, managerHasStopped = false;
+    /// As of a manager that gives no window the whole screen.
+    bool refusesFullscreen = false;
     std::string whatToDoFirst;
     /// How often it was asked for something that a real system would have to be asked for.
     int questions = 0;
