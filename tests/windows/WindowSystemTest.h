@@ -58,10 +58,11 @@ inline std::string describedWindows(WindowSystem& system) {
 /// Clients move and grow after their first picture, and some changes come in steps.
 inline void waitUntilStill(const std::function<std::string()>& frame) {
     std::string before;
-    comesTrue([&] {
+    EXPECT_TRUE(comesTrue([&] {
         std::this_thread::sleep_for(std::chrono::milliseconds(25));
         return std::exchange(before, frame()) == frame();
-    });
+    })) << "it still changes, from "
+        << before;
 }
 
 /// What every window system keeps to, on each desktop that this machine has.

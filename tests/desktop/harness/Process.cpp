@@ -140,7 +140,8 @@ std::unique_ptr<Process> Surroundings::startServer(std::vector<std::string> comm
 std::string Surroundings::run(const std::vector<std::string>& command) const {
     std::string file = fs::temp_directory_path() / "corvane-output-XXXXXX";
     close(mkstemp(file.data()));
-    Process(command, environment, file).waitForEnd(60);
+    if (!Process(command, environment, file).waitForEnd(60))
+        std::ofstream(log(), std::ios::app) << command.front() << " hasn't ended in a minute\n";
     std::ostringstream content;
     content << std::ifstream(file).rdbuf();
     fs::remove(file);
