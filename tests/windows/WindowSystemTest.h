@@ -55,11 +55,12 @@ inline std::string describedWindows(WindowSystem& system) {
     return text::joined(words, "; ");
 }
 
-/// Clients move and grow after their first picture, and some changes come in steps.
+/// Clients move and grow after their first picture, a busy one late, and some changes come in
+/// steps.
 inline void waitUntilStill(const std::function<std::string()>& frame) {
     std::string before;
     EXPECT_TRUE(comesTrue([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(25));
+        std::this_thread::sleep_for(std::chrono::milliseconds(75));
         return std::exchange(before, frame()) == frame();
     })) << "it still changes, from "
         << before;
