@@ -21,7 +21,13 @@ constexpr auto fonts = R"(<fontconfig>
 <dir>/usr/share/fonts/truetype/ancient-scripts</dir>
 <dir>/usr/share/fonts/truetype/dejavu</dir>
 <cachedir>/var/cache/fontconfig</cachedir>
-<include>/etc/fonts/conf.d</include>
+<include>/usr/share/fontconfig/conf.avail/10-hinting-slight.conf</include>
+<include>/usr/share/fontconfig/conf.avail/10-yes-antialias.conf</include>
+<include>/usr/share/fontconfig/conf.avail/11-lcdfilter-default.conf</include>
+<include>/usr/share/fontconfig/conf.avail/45-latin.conf</include>
+<include>/usr/share/fontconfig/conf.avail/49-sansserif.conf</include>
+<include>/usr/share/fontconfig/conf.avail/60-latin.conf</include>
+<include>/usr/share/fontconfig/conf.avail/90-synthetic.conf</include>
 </fontconfig>
 )";
 
@@ -73,12 +79,18 @@ std::string makeFolder(const std::string& name) {
 std::map<std::string, std::string> make(const std::string& folder, const Chosen& chosen) {
     const fs::path place = folder;
     const fs::path machine = "/usr/share";
-    linkAllBut({"applications", "dbus-1", "xdg-terminals", "xdg-terminal-exec"}, machine,
-               place / "share");
+    linkAllBut({"applications", "dbus-1", "icons", "mime", "pixmaps", "xdg-terminals",
+                "xdg-terminal-exec"},
+               machine, place / "share");
     linkThose(chosen.applications, ".desktop", machine / "applications",
               place / "share/applications");
     linkThose(chosen.services, ".service", machine / "dbus-1/services", place / "services");
-    linkAllBut({"autostart", "mimeapps.list", "xdg-terminals.list"}, "/etc/xdg", place / "etc");
+    linkThose({"Adwaita", "hicolor"}, "", machine / "icons", place / "share/icons");
+    fs::create_directory(place / "share/icons/default");
+    std::ofstream(place / "share/icons/default/index.theme") << "[Icon Theme]\nInherits=Adwaita\n";
+    fs::create_directory_symlink(TYPES, place / "share/mime");
+    linkThose({"dunst", "libfm", "menus", "openbox", "pcmanfm", "tint2", "xfce4"}, "", "/etc/xdg",
+              place / "etc");
     std::ofstream(place / "fonts.conf") << fonts;
     std::ofstream(place / "bus.conf") << busConfiguration(place / "services");
     // GVfs leaks where it is installed.
