@@ -63,10 +63,9 @@ void WorkspacePersistence::noteSaved(const Result<void>& saved) {
 void WorkspacePersistence::tellOfFailedSave(const std::string& why) {
     diagnostic({"Failed to save workspaces: ", why});
     if (std::exchange(toldOfFailedSaves_, true)) return;
-    showFailureAlert(
-        "Workspaces Can't Be Saved",
-        why +
-            "\n\nYour changes are kept while Corvane runs, and saved as soon as that works again.");
+    showFailureAlert("Workspaces Can't Be Saved",
+                     why + "\n\nYour changes are kept while Corvane runs. The next change tries "
+                           "again, a press on the sign in the header and the end of Corvane too.");
 }
 
 std::vector<Workspace> WorkspacePersistence::loadWorkspaces() {

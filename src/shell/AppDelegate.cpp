@@ -31,6 +31,7 @@ bool AppDelegate::applicationShouldTerminateAfterLastWindowClosed() const {
 void AppDelegate::applicationWillTerminate() {
     autoSaveRunningLayouts();
     if (!workspaceStore) return;
+    if (!workspaceStore->savingProblem->empty()) workspaceStore->saveWorkspaces();
     for (const auto& workspace : *workspaceStore->workspaces) {
         if (workspaceStore->isRunning(workspace.id)) workspaceStore->renewBookmarks(workspace);
     }

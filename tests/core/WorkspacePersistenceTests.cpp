@@ -106,10 +106,12 @@ TEST_F(Persistence, aFileThatCanNotBeReachedIsNeverTakenForMissing) {
     EXPECT_TRUE(desktop.files.exists(legacyPath));
     desktop.files.unreachable = {storeFolder};
     EXPECT_TRUE(persistence.loadWorkspaces().empty());
-    EXPECT_EQ(saves("A"),
-              "failed; Workspaces Can't Be Saved | “" + workspacesPath +
-                  "” can't be reached: permission denied.\n\nYour changes are kept while Corvane "
-                  "runs, and saved as soon as that works again. [OK]");
+    EXPECT_EQ(
+        saves("A"),
+        "failed; Workspaces Can't Be Saved | “" + workspacesPath +
+            "” can't be reached: permission denied.\n\nYour changes are kept while Corvane "
+            "runs. The next change tries again, a press on the sign in the header and the end "
+            "of Corvane too. [OK]");
     EXPECT_EQ(saves("B"), "failed; ") << "told once";
 
     desktop.files.unreachable.clear();

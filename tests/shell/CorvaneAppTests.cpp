@@ -116,6 +116,18 @@ TEST_F(App, theEndOfTheProgramSavesTheLayoutsOfRunningWorkspacesInListOrder) {
     setDiagnosticSink({});
 }
 
+TEST_F(App, theEndSavesWhatCouldNotBeSavedBefore) {
+    CorvaneApp app(platform);
+    app.setupApp();
+    desktop.files.unwritable = {workspacesPath};
+    app.workspaceStore().deleteWorkspace(app.workspaceStore().workspaces->at(1).id);
+    app.appDelegate().applicationWillTerminate();
+    EXPECT_EQ(described(scene.fileContent()), "Personal() Work() Creative()");
+    desktop.files.unwritable.clear();
+    app.appDelegate().applicationWillTerminate();
+    EXPECT_EQ(described(scene.fileContent()), "Personal() Creative()");
+}
+
 TEST_F(App, whatAnEditorPutInAPlaceIsFollowedAfterTheFinishAndTheEnd) {
     for (const bool finishes : {true, false}) {
         desktop.files.contents["/plan.md"] = "plan";
