@@ -2,7 +2,7 @@
 #include "foundation/Text.h"
 
 #include <algorithm>
-#include <array>
+#include <map>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -14,16 +14,8 @@ namespace {
 constexpr int replaceAll = AlertResponse::firstButton;
 constexpr int merge = AlertResponse::secondButton;
 
-/// One and many, in the order of the types.
-constexpr std::array<std::pair<std::string_view, std::string_view>, 5> nouns{
-    {{"file", "files"},
-     {"folder", "folders"},
-     {"application", "applications"},
-     {"web address", "web addresses"},
-     {"terminal command", "terminal commands"}}};
-
-std::string counted(std::size_t count, const std::pair<std::string_view, std::string_view>& noun) {
-    return std::to_string(count) + " " + std::string(count == 1 ? noun.first : noun.second);
+std::string counted(std::size_t count, std::string_view noun, std::string_view nouns) {
+    return std::to_string(count) + " " + std::string(count == 1 ? noun : nouns);
 }
 
 /// "2 workspaces; 1 file; 4 terminal commands:", with the first three commands below; empty where
@@ -31,26 +23,26 @@ std::string counted(std::size_t count, const std::pair<std::string_view, std::st
 std::string contentOf(const std::vector<Workspace>& imported) {
     constexpr std::size_t commandsShown = 3;
     constexpr std::size_t mostCharacters = 300;
-    std::array<std::size_t, nouns.size()> counts{};
+    std::map<ResourceType, std::size_t> counts;
     std::string commands;
     for (const auto& workspace : imported) {
         for (const auto& resource : workspace.resources) {
-            if (resource.type == ResourceType::separator) continue;
-            const auto count = ++counts[static_cast<std::size_t>(resource.type)];
+            const auto count = ++counts[resource.type];
             if (resource.type != ResourceType::terminal || count > commandsShown) continue;
             commands += "\n• " + text::onOneLine(resource.path, mostCharacters);
         }
     }
     std::string content;
-    for (std::size_t type = 0; type < nouns.size(); ++type) {
-        if (counts[type] > 0) content += "; " + counted(counts[type], nouns[type]);
+    for (const auto& [type, count] : counts) {
+        const auto& facts = factsOf(type);
+        if (!facts.noun.empty()) content += "; " + counted(count, facts.noun, facts.nouns);
     }
     if (content.empty()) return content;
-    const auto commandCount = counts.back();
+    const auto commandCount = counts[ResourceType::terminal];
     if (commandCount > 0) content += ":" + commands;
     if (commandCount > commandsShown)
         content += "\nand " + std::to_string(commandCount - commandsShown) + " more";
-    return "\n\n" + counted(imported.size(), {"workspace", "workspaces"}) + content;
+    return "\n\n" + counted(imported.size(), "workspace", "workspaces") + content;
 }
 
 /// "3 of 5 are here already"; empty where none is.

@@ -8,12 +8,15 @@ namespace {
 
 /// In the order of the enumeration.
 constexpr std::array<ResourceTypeFacts, allResourceTypes.size()> facts{{
-    {"file", "File", "doc.fill", "doc", "File Path", true},
-    {"folder", "Folder", "folder.fill", "folder", "Folder Path", true},
-    {"application", "Application", "app.badge", "app.badge", "Application Path", true},
-    {"url", "Url", "globe", "", "URL"},
-    {"terminal", "Terminal", "terminal.fill", "", "Terminal Command"},
-    {"separator", "", "minus", "", ""},
+    {"file", "File", "file", "files", "doc.fill", "doc", "File Path", "", true},
+    {"folder", "Folder", "folder", "folders", "folder.fill", "folder", "Folder Path", "", true},
+    {"application", "Application", "application", "applications", "app.badge", "app.badge",
+     "Application Path", "", true},
+    {"url", "Url", "web address", "web addresses", "globe", "", "URL",
+     "https://example.com or localhost:3000"},
+    {"terminal", "Terminal", "terminal command", "terminal commands", "terminal.fill", "",
+     "Terminal Command", "npm start"},
+    {"separator", "", "", "", "minus", "", "", ""},
 }};
 static_assert(std::ranges::none_of(facts, &std::string_view::empty, &ResourceTypeFacts::rawValue),
               "a type without its facts");

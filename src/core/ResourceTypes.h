@@ -19,10 +19,12 @@ struct ResourceTypeFacts {
     /// In files and in bookmark keys.
     std::string_view rawValue;
     std::string_view title;
+    /// What an import calls one and many of it; empty for what opens nothing.
+    std::string_view noun, nouns;
     /// The symbols of its rows, chips and tiles, and of the button that picks one.
     std::string_view symbolName, pickerSymbol;
-    /// What a form calls its path.
-    std::string_view pathHeading;
+    /// What a form calls its path, and an example of one that is typed.
+    std::string_view pathHeading, pathPrompt;
     /// Its path is one of the file system's, so it is picked in a panel and has a bookmark.
     bool isInFileSystem = false;
 };
@@ -30,7 +32,7 @@ struct ResourceTypeFacts {
 const ResourceTypeFacts& factsOf(ResourceType type);
 std::string_view rawValue(ResourceType type);
 std::string_view symbolName(ResourceType type);
-/// Exact; anything but the six texts gives nothing.
+/// Exact; any other text gives nothing.
 std::optional<ResourceType> resourceTypeFromRawValue(std::string_view rawValue);
 
 } // namespace corvane

@@ -52,7 +52,6 @@ public:
     /// alert tells of a failure.
     void keepCopy(const std::vector<Workspace>& workspaces);
     std::string copiesDirectory() const;
-    const std::string& dataDirectory() const { return dataDirectory_; }
     const std::string& workspacesFilePath() const { return file_.path(); }
 
     /// A warning alert with one button "OK", on a later turn of the main queue.

@@ -21,9 +21,15 @@ std::string nameFrom(const Url& url, const std::string& typed) {
 
 } // namespace
 
-PanelContent panelContent(ResourceType type) {
-    if (type == ResourceType::application) return PanelContent::application;
-    return type == ResourceType::folder ? PanelContent::folder : PanelContent::file;
+OpenPanel panelFor(ResourceType type, std::string title) {
+    OpenPanel panel{.title = std::move(title)};
+    if (type == ResourceType::application) {
+        panel.content = PanelContent::application;
+        panel.directory = "/Applications";
+    } else {
+        panel.content = type == ResourceType::folder ? PanelContent::folder : PanelContent::file;
+    }
+    return panel;
 }
 
 AddResourceSheet::AddResourceSheet(const Uuid& workspaceId, WorkspaceStore& store,
@@ -60,10 +66,8 @@ void AddResourceSheet::setPath(const std::string& text) {
 
 void AddResourceSheet::pick() {
     if (!factsOf(selectedResourceType).isInFileSystem) return;
-    const auto url = panels_.runOpenPanel(
-        {.title = std::string(pathHeading()),
-         .content = panelContent(selectedResourceType),
-         .directory = selectedResourceType == ResourceType::application ? "/Applications" : ""});
+    const auto url =
+        panels_.runOpenPanel(panelFor(selectedResourceType, std::string(pathHeading())));
     if (url) takePicked(*url);
 }
 
@@ -127,8 +131,7 @@ std::string_view AddResourceSheet::pathHeading() const {
 }
 
 std::string_view AddResourceSheet::pathPrompt() const {
-    return selectedResourceType == ResourceType::url ? "https://example.com or localhost:3000"
-                                                     : "npm start";
+    return factsOf(selectedResourceType).pathPrompt;
 }
 
 std::string AddResourceSheet::pickerTitle() const {

@@ -83,7 +83,7 @@ private:
     const std::optional<RecordKey> edited_;
 };
 
-/// What a panel lets one choose for a resource of that type.
-PanelContent panelContent(ResourceType type);
+/// The panel in which a resource of that type is chosen.
+OpenPanel panelFor(ResourceType type, std::string title);
 
 } // namespace corvane

@@ -42,10 +42,6 @@ void edit(WorkspaceStore& store, const Uuid& workspaceId, const RecordKey& key,
     store.updateWorkspace(std::move(edited));
 }
 
-std::string shownName(const Resource& resource) {
-    return resource.name.empty() ? "Section" : resource.name;
-}
-
 } // namespace
 
 ResourceManagement::ResourceManagement(const Uuid& workspaceId, WorkspaceStore& store,
@@ -156,9 +152,10 @@ void ResourceManagement::removeRow(const RecordKey& key) {
     } else {
         edit(store_, workspaceId_, key, [](auto& list, auto place) { list.erase(place); });
     }
-    undo_.offer(shownName(removed), [&store = store_, id = workspaceId_, removed, at = *index] {
-        store.insertResource(removed, at, id);
-    });
+    undo_.offer(separatorTitle(removed.name),
+                [&store = store_, id = workspaceId_, removed, at = *index] {
+                    store.insertResource(removed, at, id);
+                });
 }
 
 void ResourceManagement::moveRow(std::size_t from, std::size_t to) {
@@ -208,10 +205,8 @@ void ResourceManagement::cancelRenaming(const RecordKey& key) {
 void ResourceManagement::locate(const RecordKey& key) {
     const auto* resource = find(key);
     if (!resource || !factsOf(resource->type).isInFileSystem) return;
-    const auto url = desktop_.panels.runOpenPanel(
-        {.title = "Locate " + resource->name,
-         .content = panelContent(resource->type),
-         .directory = resource->type == ResourceType::application ? "/Applications" : ""});
+    const auto url =
+        desktop_.panels.runOpenPanel(panelFor(resource->type, "Locate " + resource->name));
     if (!url || !store_.acceptsPath(*url)) return;
     edit(store_, workspaceId_, key, [&](auto&, auto located) {
         located->path = url->path();
@@ -288,8 +283,8 @@ std::string_view enabledTooltip(const ResourceRow& row) {
                        : "Disabled - Resource will be ignored when workspace starts";
 }
 
-std::string separatorTitle(const ResourceRow& row) {
-    return row.name.empty() ? "Section" : row.name;
+std::string separatorTitle(const std::string& name) {
+    return name.empty() ? "Section" : name;
 }
 
 } // namespace corvane

@@ -90,7 +90,6 @@ public:
     /// A drag of files hovers over the list.
     Published<bool> isAddResourceDropTarget{objectWillChange};
 
-    const Uuid& workspaceId() const { return workspaceId_; }
     /// In stored order; none where the workspace has gone. Asks nobody but the store.
     std::vector<ResourceRow> rows() const;
     /// Looks at the installed applications, and for a file at the disk, when a row is first asked
@@ -159,6 +158,6 @@ private:
 std::string playTooltip(const ResourceRow& row);
 std::string_view enabledTooltip(const ResourceRow& row);
 /// "Section" for a separator without a name.
-std::string separatorTitle(const ResourceRow& row);
+std::string separatorTitle(const std::string& name);
 
 } // namespace corvane

@@ -76,7 +76,7 @@ TEST_F(ResourceList, aRowSaysWhatItsControlsDo) {
     std::string text;
     for (const auto& row : list.rows())
         text += playTooltip(row) + "|" + std::string(enabledTooltip(row).substr(0, 8)) + "|" +
-                separatorTitle(row) + " ";
+                separatorTitle(row.name) + " ";
     EXPECT_EQ(text, "Launch a|Disabled|a Launch b|Enabled |b Stop c|Enabled |c "
                     "Launch d|Enabled |d Launch |Enabled |Section ");
     list.pressPlay(key(2));

@@ -143,9 +143,9 @@ TEST_F(Sheets, eachTypeAsksForItsOwnPath) {
         }
         text += "\n";
     }
-    EXPECT_EQ(text, R"(File|File Path|npm start|Click to select file|doc||+|+
-Folder|Folder Path|npm start|Click to select folder|folder||+|+
-Application|Application Path|npm start|Click to select application|app.badge||+|+
+    EXPECT_EQ(text, R"(File|File Path||Click to select file|doc||+|+
+Folder|Folder Path||Click to select folder|folder||+|+
+Application|Application Path||Click to select application|app.badge||+|+
 Url|URL|https://example.com or localhost:3000|https://|||)"
                     R"(Enter a valid URL (https://example.com or localhost:3000)|Valid URL+
 Terminal|Terminal Command|npm start|Click to select terminal|||This command will be executed in Terminal+|)"

@@ -21,9 +21,6 @@ public:
     void removePersistentDomain() override;
     bool isUnreadable() const override { return isUnreadable_; }
 
-    /// Where the domain is stored.
-    const std::string& path() const { return file_.path(); }
-
 private:
     void load();
     void writeLater();

@@ -108,7 +108,7 @@ QVariant ResourceListModel::data(const QModelIndex& index, int role) const {
     case EnabledTooltipRole:
         return toQString(enabledTooltip(row));
     case SeparatorTitleRole:
-        return onOneLine(separatorTitle(row));
+        return onOneLine(separatorTitle(row.name));
     case EditingRole:
         return row.editedName.has_value();
     case EditedNameRole:

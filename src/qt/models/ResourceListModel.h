@@ -68,8 +68,8 @@ public:
 
     /// `key` (which names the resource to what follows), `name`, `opens`, `type` ("url"), `symbol`,
     /// `iconSource`, `isEnabled`, `isRunning`, `chips` (objects with `appName`, `isDefault` and
-    /// `iconSource`), `playTooltip`, `enabledTooltip`, `separatorTitle`, `isEditing`, `editedName`
-    /// and `isRowTarget`.
+    /// `iconSource`), `playTooltip`, `enabledTooltip`, `separatorTitle`, `isEditing`, `editedName`,
+    /// `isRowTarget`, `isMissing` and `path`.
     QHash<int, QByteArray> roleNames() const override;
     QVariant data(const QModelIndex& index, int role) const override;
 
