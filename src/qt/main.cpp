@@ -6,15 +6,17 @@
 #include "shell/CorvaneApp.h"
 
 #include <QApplication>
+#include <optional>
 
 int main(int argc, char** argv) {
     using namespace corvane;
+    // What the session hears is posted to it, for as long as there is a session.
+    std::optional<QApplication> application;
     LinuxSession session;
     const auto whyNotHere = session.whyNotHere();
     if (!session.isFirst() && whyNotHere.empty()) return session.exitStatus();
     prepareApplication();
-    QApplication application(argc, argv);
-    nameApplication(application);
+    nameApplication(application.emplace(argc, argv));
     QtStatusBar tray;
     QtToolkit toolkit(tray, [&] { return session.prefersDark(); });
     if (!session.isFirst()) {
@@ -42,7 +44,7 @@ int main(int argc, char** argv) {
     CorvaneApp app(platform);
     session.serve(
         [&](auto work) {
-            QMetaObject::invokeMethod(&application, std::move(work), Qt::QueuedConnection);
+            QMetaObject::invokeMethod(&*application, std::move(work), Qt::QueuedConnection);
         },
         {.reopen =
              [&](const std::string& token) {

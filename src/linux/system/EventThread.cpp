@@ -106,7 +106,10 @@ void EventThread::listen(const BusCall& object, Heard heard) {
         };
         subscriptions_.push_back(g_dbus_connection_signal_subscribe(
             bus, object.name.c_str(), object.interface.c_str(), nullptr, object.path.c_str(),
-            nullptr, G_DBUS_SIGNAL_FLAGS_NONE, came, new Heard(heard),
+            nullptr, G_DBUS_SIGNAL_FLAGS_NONE, came,
+            new Heard([this, heard](auto signal, auto* values) {
+                if (!isEnding_) heard(signal, values);
+            }),
             [](gpointer data) { delete static_cast<Heard*>(data); }));
     });
 }
