@@ -36,10 +36,6 @@ bool staysWhileHeardOf(QWindow& window) {
 
 constexpr std::string_view placeKey = "MainWindowPlace";
 
-bool isOnWayland() {
-    return QGuiApplication::platformName() == "wayland";
-}
-
 std::unique_ptr<ResourceListModel> resourceList(const Uuid& workspaceId, CorvaneApp& app,
                                                 ContentState& content) {
     auto& store = app.workspaceStore();

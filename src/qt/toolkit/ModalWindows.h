@@ -21,12 +21,15 @@ public:
     template <typename Answer, typename Show>
     Answer untilAnswered(const Show& show, const QObject& listener) {
         Answer given{};
+        bool isAnswered = false;
         QEventLoop loop;
         const QObject& shown = show([&](const Answer& answer) {
             given = answer;
+            isAnswered = true;
             loop.quit();
         });
-        loop.exec();
+        // Events come while it is shown, too.
+        if (!isAnswered) loop.exec();
         takeDown(shown, listener);
         return given;
     }

@@ -71,10 +71,11 @@ void QtMainQueue::whenDone(double secondsAtMost, std::function<void()> done) {
     const bool isLookedAfter = done_ != nullptr;
     done_ = std::move(done);
     const auto now = Clock::now();
-    if (!isLookedAfter) lookWhetherDone(now, now + lengthOf(secondsAtMost));
+    doneBy_ = now + lengthOf(secondsAtMost);
+    if (!isLookedAfter) lookWhetherDone(now);
 }
 
-void QtMainQueue::lookWhetherDone(Clock::time_point quietSince, Clock::time_point latest) {
+void QtMainQueue::lookWhetherDone(Clock::time_point quietSince) {
     constexpr auto quiet = std::chrono::seconds(1);
     constexpr auto pause = std::chrono::milliseconds(50);
     const auto now = Clock::now();
@@ -82,10 +83,10 @@ void QtMainQueue::lookWhetherDone(Clock::time_point quietSince, Clock::time_poin
         const std::lock_guard lock(mutex_);
         if (isRunning_ || !work_.empty()) quietSince = now;
     }
-    if (!isRunning_ && (now - quietSince >= quiet || now >= latest)) {
+    if (!isRunning_ && (now - quietSince >= quiet || now >= doneBy_)) {
         std::exchange(done_, nullptr)();
     } else {
-        QTimer::singleShot(pause, this, [=, this] { lookWhetherDone(quietSince, latest); });
+        QTimer::singleShot(pause, this, [=, this] { lookWhetherDone(quietSince); });
     }
 }
 

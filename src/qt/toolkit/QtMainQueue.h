@@ -32,7 +32,7 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
-    void lookWhetherDone(Clock::time_point quietSince, Clock::time_point latest);
+    void lookWhetherDone(Clock::time_point quietSince);
     void wake();
     void runNext();
 
@@ -43,6 +43,7 @@ private:
     QTimer* timer_;
     bool isRunning_ = false;
     std::function<void()> done_;
+    Clock::time_point doneBy_;
 };
 
 } // namespace corvane

@@ -4,8 +4,9 @@
 
 #include <QGuiApplication>
 #include <QWindow>
-#include <qpa/qplatformnativeinterface.h>
 #include <string_view>
+
+#include <qpa/qplatformnativeinterface.h>
 #include <wayland-client.h>
 
 namespace corvane {
@@ -30,7 +31,7 @@ gtk_shell1* offeredBy(wl_display* display) {
     auto* const registry = wl_display_get_registry(here);
     wl_proxy_wrapper_destroy(here);
     void* shell = nullptr;
-    wl_registry_add_listener(registry, &listener, &shell);
+    wl_registry_add_listener(registry, &listener, static_cast<void*>(&shell));
     wl_display_roundtrip_queue(display, queue);
     wl_registry_destroy(registry);
     if (shell) wl_proxy_set_queue(static_cast<wl_proxy*>(shell), nullptr);
@@ -46,10 +47,13 @@ gtk_shell1* shellOf(QPlatformNativeInterface& toolkit) {
 
 } // namespace
 
+bool isOnWayland() {
+    return QGuiApplication::platformName().startsWith("wayland");
+}
+
 void showAsDialog(QWindow& window) {
     auto* const toolkit = QGuiApplication::platformNativeInterface();
-    const bool isOnWayland = QGuiApplication::platformName().startsWith("wayland");
-    static gtk_shell1* const shell = isOnWayland ? shellOf(*toolkit) : nullptr;
+    static gtk_shell1* const shell = isOnWayland() ? shellOf(*toolkit) : nullptr;
     if (window.isVisible()) return;
     window.show();
     // It has a place once it has a picture, which comes later.
