@@ -79,7 +79,6 @@ Result<void> ApplicationOpener::openApplication(const InstalledApplication& appl
 }
 
 bool ApplicationOpener::activate(const InstalledApplication& application) const {
-    if (!running_.list || !running_.activate) return false;
     for (const auto& running : running_.list()) {
         if (!running.bundleIdentifier) continue;
         // Finder and Terminal run under their entries' identifiers or under their own.
@@ -100,13 +99,12 @@ ApplicationOpener::terminalFor(const InstalledApplication& application) const {
 Result<void> ApplicationOpener::launch(const InstalledApplication& application,
                                        const std::vector<std::string>& uris,
                                        const std::vector<std::string>& arguments) const {
-    const bool isToldOf = running_.beginLaunch && application.takesToken;
-    const auto token = isToldOf ? running_.beginLaunch(application) : std::string();
+    const auto token = application.takesToken ? running_.beginLaunch(application) : std::string();
     const auto processes =
         launchEntry(application, uris, arguments, terminalFor(application), token);
-    if (!processes && running_.endLaunch && !token.empty()) running_.endLaunch(token);
+    if (!processes && !token.empty()) running_.endLaunch(token);
     if (!processes) return processes.error();
-    if (running_.launched) running_.launched(application, *processes);
+    running_.launched(application, *processes);
     return {};
 }
 

@@ -13,15 +13,20 @@ namespace corvane {
 
 /// The running applications, as the opener needs them.
 struct RunningAccess {
-    std::function<std::vector<RunningApplication>()> list;
+    std::function<std::vector<RunningApplication>()> list = [] {
+        return std::vector<RunningApplication>();
+    };
     /// Brings a window of it forward; false where it has none.
-    std::function<bool(const RunningApplication&)> activate;
+    std::function<bool(const RunningApplication&)> activate = [](const auto&) { return false; };
     /// Is told of each launch and the processes that were started for it.
-    std::function<void(const InstalledApplication&, const std::vector<pid_t>&)> launched = {};
+    std::function<void(const InstalledApplication&, const std::vector<pid_t>&)> launched =
+        [](const auto&, const auto&) {};
     /// A token for a program that takes one, as its launch begins; empty where there is none.
-    std::function<std::string(const InstalledApplication&)> beginLaunch = {};
+    std::function<std::string(const InstalledApplication&)> beginLaunch = [](const auto&) {
+        return std::string();
+    };
     /// What that token was for hasn't started.
-    std::function<void(const std::string& token)> endLaunch = {};
+    std::function<void(const std::string& token)> endLaunch = [](const auto&) {};
 };
 
 /// Opens things with the installed applications. Failures are told in words. Any thread.

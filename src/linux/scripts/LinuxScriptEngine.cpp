@@ -218,7 +218,6 @@ private:
     }
 
     std::optional<Told> running(const std::string& name, Kind kind) const {
-        if (!opener_.running().list) return std::nullopt;
         for (const auto& application : opener_.running().list()) {
             const auto isName = [&](std::string_view own) {
                 return text::equalsIgnoringCase(own, name);
@@ -234,7 +233,6 @@ private:
     /// Where none runs, the window that `do script` opens is the first one.
     void bringTerminalForward() const {
         const auto& running = opener_.running();
-        if (!running.list || !running.activate) return;
         for (const auto& application : running.list()) {
             const bool isTerminal = application.bundleIdentifier == terminalIdentifier ||
                                     std::ranges::count(application.otherNames, terminalIdentifier,
