@@ -26,10 +26,6 @@ std::string objectPathOf(std::string identifier) {
     return "/" + identifier;
 }
 
-std::string entryIdentifier(const InstalledApplication& application) {
-    return application.desktopId.substr(0, application.desktopId.rfind(".desktop"));
-}
-
 /// An application may take as long as it likes to show its window; asked it is by then.
 constexpr std::chrono::milliseconds longestWait(500);
 
@@ -41,7 +37,7 @@ Result<void> launchOnBus(const InstalledApplication& application,
         return cannotOpen(application, "it is started over the session bus, with no arguments.");
     const auto bus = sessionBus();
     if (!bus) return cannotOpen(application, "there is no session bus to start it on.");
-    const std::string identifier = entryIdentifier(application);
+    const auto& identifier = application.bundleIdentifier;
     GVariantBuilder items;
     g_variant_builder_init(&items, G_VARIANT_TYPE("as"));
     for (const auto& uri : uris)

@@ -3,6 +3,7 @@
 #include "foundation/Diagnostics.h"
 #include "linux/system/SessionBus.h"
 
+#include <system_error>
 #include <thread>
 
 namespace corvane {
@@ -20,17 +21,24 @@ bool showItem(const Url& item) {
                           g_variant_new("(^ass)", uris, "")));
 }
 
+void show(const std::function<Result<void>(const Url& folder)>& openFolder, const Url& folder) {
+    const auto opened = openFolder(folder);
+    if (!opened) diagnostic({"Failed to show the folder: ", opened.error().localizedDescription});
+}
+
 } // namespace
 
 void revealInFileManager(const Url& item,
-                         std::function<Result<void>(const Url& folder)> openFolder) {
-    // The thread owns all that it uses, so it may outlive its caller.
-    std::thread([item, openFolder = std::move(openFolder)] {
-        if (showItem(item)) return;
-        const auto opened = openFolder(item.deletingLastPathComponent());
-        if (!opened)
-            diagnostic({"Failed to show the folder: ", opened.error().localizedDescription});
-    }).detach();
+                         const std::function<Result<void>(const Url& folder)>& openFolder) {
+    const auto folder = item.deletingLastPathComponent();
+    try {
+        // The thread owns all that it uses, so it may outlive its caller.
+        std::thread([=] {
+            if (!showItem(item)) show(openFolder, folder);
+        }).detach();
+    } catch (const std::system_error&) {
+        show(openFolder, folder);
+    }
 }
 
 } // namespace corvane

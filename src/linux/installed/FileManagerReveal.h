@@ -12,6 +12,6 @@ namespace corvane {
 /// nobody answers, calls `openFolder` on a thread of its own, so that it has to own what it uses.
 /// Returns at once.
 void revealInFileManager(const Url& item,
-                         std::function<Result<void>(const Url& folder)> openFolder);
+                         const std::function<Result<void>(const Url& folder)>& openFolder);
 
 } // namespace corvane

@@ -123,10 +123,6 @@ std::optional<InstalledApplication> first(const std::vector<InstalledApplication
 
 } // namespace
 
-struct InstalledApplications::Files {
-    EntryFiles entries;
-};
-
 struct InstalledApplications::Snapshot {
     EntryFiles files;
     /// By name, then id.
@@ -168,26 +164,24 @@ std::shared_ptr<const InstalledApplications::Snapshot> InstalledApplications::sn
     if (look_ && look_->isStillGood()) return latest_;
     auto look = std::make_unique<Look>();
     look->moment = std::chrono::system_clock::now();
-    Files files;
+    auto now = std::make_unique<Snapshot>();
     for (const auto& root : roots_)
-        collectEntries(root, files.entries, look->folders);
-    latest_ = read(std::move(files));
+        collectEntries(root, now->files, look->folders);
+    latest_ = read(std::move(now));
     look_ = std::move(look);
     return latest_;
 }
 
 std::shared_ptr<const InstalledApplications::Snapshot>
-InstalledApplications::read(Files&& from) const {
-    EntryFiles& files = from.entries;
-    bool changed = !latest_ || latest_->files != files;
+InstalledApplications::read(std::unique_ptr<Snapshot> next) const {
+    bool changed = !latest_ || latest_->files != next->files;
     std::map<std::string_view, const InstalledApplication*> known;
     if (latest_) {
         for (const auto& application : latest_->applications) {
             known.emplace(application.desktopId, &application);
         }
     }
-    auto next = std::make_shared<Snapshot>();
-    for (const auto& [id, file] : files) {
+    for (const auto& [id, file] : next->files) {
         const auto before = known.find(id);
         if (before != known.end() && latest_->files.at(id) == file) {
             next->applications.push_back(*before->second);
@@ -197,7 +191,6 @@ InstalledApplications::read(Files&& from) const {
         }
     }
     if (!changed) return latest_;
-    next->files = std::move(files);
     std::ranges::sort(next->applications, {}, [](const InstalledApplication& application) {
         return std::tie(application.name, application.desktopId);
     });

@@ -16,7 +16,8 @@ namespace corvane {
 
 /// The installed applications: the desktop entries of the XDG data folders, an entry of an earlier
 /// folder in place of a later one with its id. Every call looks at the folders, so what comes and
-/// goes is seen at once, an edit in place within a second; only changed files are read. Any thread.
+/// goes is seen at once, an edit in place within a second; of those that are applications only the
+/// changed ones are read. Any thread.
 class InstalledApplications {
 public:
     /// Takes the folders from the environment.
@@ -63,11 +64,11 @@ public:
     std::optional<InstalledApplication> defaultHandler(const std::string& contentType) const;
 
 private:
-    struct Files;
     struct Snapshot;
     struct Look;
     std::shared_ptr<const Snapshot> snapshot() const;
-    std::shared_ptr<const Snapshot> read(Files&& from) const;
+    /// Of `next`, whose files are known.
+    std::shared_ptr<const Snapshot> read(std::unique_ptr<Snapshot> next) const;
 
     std::vector<std::string> roots_;
     mutable std::mutex mutex_;

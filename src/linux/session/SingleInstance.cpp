@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -119,7 +119,7 @@ SingleInstance::Start SingleInstance::begin() {
         }
         if (outcome != Lock::heldByAnother) return Start::first;
         if (isElsewhere()) return Start::isElsewhere;
-        if (ringAtFirst()) return Start::cameForward;
+        if (ringAtFirst(deadline - std::chrono::steady_clock::now())) return Start::cameForward;
         std::this_thread::sleep_for(pause);
     } while (std::chrono::steady_clock::now() < deadline);
     return Start::noAnswer;
@@ -174,12 +174,15 @@ void SingleInstance::listen() {
     if (::listen(made.get(), waiting) == 0) socket_ = std::move(made);
 }
 
-bool SingleInstance::ringAtFirst() const {
+bool SingleInstance::ringAtFirst(std::chrono::nanoseconds longest) const {
     const auto address = addressIn(folder_);
     const FileDescriptor call(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
     if (!call) return false;
-    const timeval longest{.tv_sec = answerWithin.count(), .tv_usec = 0};
-    setsockopt(call.get(), SOL_SOCKET, SO_RCVTIMEO, &longest, sizeof longest);
+    // At least one, as none would be no end.
+    const auto left = std::max<std::int64_t>(1, longest / std::chrono::microseconds(1));
+    const timeval timeout{.tv_sec = left / 1'000'000, .tv_usec = left % 1'000'000};
+    for (const int waiting : {SO_SNDTIMEO, SO_RCVTIMEO})
+        setsockopt(call.get(), SOL_SOCKET, waiting, &timeout, sizeof timeout);
     if (connect(call.get(), generic(address), sizeof address) != 0) return false;
     const auto token = ownToken();
     send(call.get(), token.data(), token.size(), MSG_NOSIGNAL);

@@ -48,7 +48,7 @@ private:
     void listen();
     void tellDisplays() const;
     bool isElsewhere() const;
-    bool ringAtFirst() const;
+    bool ringAtFirst(std::chrono::nanoseconds longest) const;
     void answer(GMainContext* events, const Ring& ring) const;
 
     FileDescriptor folder_;

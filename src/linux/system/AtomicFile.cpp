@@ -235,6 +235,7 @@ bool syncFolderOf(const std::string& path) {
 
 Result<struct stat> replaceFile(const std::string& path, std::string_view bytes,
                                 const MayReplace& mayReplace) {
+    constexpr auto meanwhile = "Another program changed it at the same time";
     const auto target = linkTarget(path);
     if (!target) return fileError("write", path, errno);
     Old old{*target, {}};
@@ -256,12 +257,12 @@ Result<struct stat> replaceFile(const std::string& path, std::string_view bytes,
     const int reason = errno;
     // Another program's file may lie there, if it came as the two changed places again.
     if (!isMade || isAt(temporary, made)) ::unlink(temporary.c_str());
-    if (reason == ESTALE)
-        return fileError("write", path, "Another program changed it at the same time");
+    if (reason == ESTALE) return fileError("write", path, meanwhile);
     // A file that is a mount of its own, or in a folder that takes no new file.
     const bool onlyInPlace =
         reason == EBUSY || reason == EACCES || reason == EPERM || reason == EXDEV;
     if (!existed || !onlyInPlace) return fileError("write", path, reason);
+    if (mayReplace && !mayReplace(*target)) return fileError("write", path, meanwhile);
     if (!writeInPlace(*target, bytes, made)) return fileError("write", path, errno);
     return made;
 }
