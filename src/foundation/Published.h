@@ -18,7 +18,8 @@ private:
 };
 
 /// A signal with no arguments. Subscribers are called in the order in which they came; one that
-/// comes or goes during a firing takes effect from the next firing on. One thread.
+/// comes during a firing is called from the next one on, one that goes isn't called any more. One
+/// thread.
 class ChangeSignal {
 public:
     [[nodiscard]] Subscription subscribe(std::function<void()> subscriber) {

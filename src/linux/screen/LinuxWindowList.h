@@ -8,8 +8,8 @@ namespace corvane {
 class RunningApplications;
 
 /// CGWindowListCopyWindowInfo over the window system: the windows of the current workspace that
-/// are neither hidden nor minimized. An owner is told by the identifier of its running
-/// application. Waits half a second at most.
+/// are neither hidden nor minimized, and behind them the tiled ones of other workspaces. An owner
+/// is told by the identifier of its running application. Waits half a second at most.
 class LinuxWindowList final : public WindowList {
 public:
     /// Both outlive the list.

@@ -157,7 +157,7 @@ WindowAnswer AgentWindowSystem::place(const WindowRef& window, const FrameWish& 
     if (now.window.isFullscreen) return WindowAnswer::refused;
     std::optional<PixelRect> last;
     auto answer = WindowAnswer::done;
-    const auto look = [&]() -> std::optional<PixelRect> {
+    const auto seen = [&]() -> std::optional<PixelRect> {
         if (answer == WindowAnswer::gone) return std::nullopt;
         const auto& frame = now.window.frame;
         return last && isNear(frame, target) ? target : frame;
@@ -176,7 +176,7 @@ WindowAnswer AgentWindowSystem::place(const WindowRef& window, const FrameWish& 
     };
     const auto [start, wasMaximized] = std::pair(now.window.frame, now.window.isMaximized);
     const auto result = approach(
-        wish, {.ask = ask, .look = look, .isLate = [&] { return steady_clock::now() >= by; }});
+        wish, {.ask = ask, .look = seen, .isLate = [&] { return steady_clock::now() >= by; }});
     // One that is as large as before has no limit there: it is busy, and draws later.
     const bool isBehind = now.window.frame.size == start.size;
     if (wasMaximized && (result == WindowAnswer::done || result == WindowAnswer::unanswered))

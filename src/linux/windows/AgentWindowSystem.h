@@ -39,8 +39,8 @@ private:
     void giveNumbers(Told& told);
     /// Both: `done` where the window is there, and then as it is now.
     WindowAnswer look(const WindowRef& window, ToldWindow& now, Deadline by);
-    void keepPlaced(const WindowRef& window, const PixelRect& frame, Deadline by);
     WindowAnswer act(const Deed& deed, ToldWindow& now, Deadline by);
+    void keepPlaced(const WindowRef& window, const PixelRect& frame, Deadline by);
 
     std::mutex mutex_;
     const std::unique_ptr<Agent> agent_;

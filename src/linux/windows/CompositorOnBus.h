@@ -26,7 +26,7 @@ public:
     Values call(const std::string& path, const std::string& method, GVariant* parameters,
                 Deadline by, std::string* error = nullptr);
 
-    /// What the last process() found, or 0.
+    /// What process() found last, where it did; else 0.
     pid_t known() const { return process_.value_or(0); }
     /// Of the last process().
     GDBusConnection* bus() const { return bus_.get(); }
