@@ -1,4 +1,5 @@
 #include "linux/files/LinuxBookmarks.h"
+#include "linux/system/FileDescriptor.h"
 #include "machine/Machine.h"
 
 #include <fcntl.h>
@@ -64,6 +65,8 @@ TEST_F(LinuxBookmarksTest, findAFileFarAwayOnlyWhereTheSystemAllowsIt) {
     }
     if (geteuid() != 0) GTEST_SKIP() << "opening by handle is a privilege";
     EXPECT_EQ(resolved(bookmark), "far/away/plan.md");
+    // Its handle lives as long as a program reads it.
+    const FileDescriptor reader(open(in("far/away/plan.md").c_str(), O_RDONLY | O_CLOEXEC));
     fs::remove(in("far/away/plan.md"));
     EXPECT_EQ(resolved(bookmark), "“" + in("up/home/plan.md") + "” can't be found.");
 }

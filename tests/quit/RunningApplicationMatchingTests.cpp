@@ -115,6 +115,7 @@ struct FindingTest : testing::Test {
         add("Unseen Notes", "com.example.unseen", "/usr/bin/unseen").isHidden = true;
         add("Panel", "com.example.panel", "/usr/bin/panel").activationPolicy = 1;
         add("", "com.example.nameless", "/usr/bin/nameless").localizedName.reset();
+        add("Reader", "", "/opt/straße.bin");
     }
     RunningApplication& add(const std::string& name, const std::string& identifier,
                             const std::string& program) {
@@ -138,6 +139,7 @@ TEST_F(FindingTest, theStrictestWayOfAnySpellingWins) {
                                                       {"notes sticky", "sticky"},
                                                       {"Electron", "Code"},
                                                       {"Sticky-Notes", "sticky"},
+                                                      {"STRASSE", "Reader"},
                                                       {"Unseen", "Unseen Notes"},
                                                       {"Google sticky", "Google"},
                                                       {"Code Unseen Notes", "Code"},

@@ -6,8 +6,9 @@ using namespace corvane;
 namespace {
 
 struct Window : SceneTest {
-    WorkspaceStore& store = scene.start({scene.workspace("My Workspace", {scene.resource("Mail")}),
-                                         scene.workspace("Homework "), scene.workspace("Écrire")});
+    WorkspaceStore& store =
+        scene.start({scene.workspace("My Workspace", {scene.resource("Mail")}),
+                     scene.workspace("Homework "), scene.workspace("Écrire-Größe")});
 
     ContentState window() { return ContentState(store, scene.platform); }
     static std::string names(const WorkspaceListState& list) {
@@ -105,11 +106,12 @@ TEST_F(Window, theSearchLooksAtNamesOnlyAndKeepsTheOrder) {
     StoreState::change(store.workspaces, [](auto& list) { list.back().description = "Work"; });
     const auto content = std::make_unique<ContentState>(store, scene.platform);
     const std::tuple<const char*, const char*, ListContent> cases[]{
-        {"", "[My Workspace][Homework ][Écrire]", ListContent::cards},
+        {"", "[My Workspace][Homework ][Écrire-Größe]", ListContent::cards},
         {"WORK", "[My Workspace][Homework ]", ListContent::cards},
         {" ", "[My Workspace][Homework ]", ListContent::cards},
         {"work ", "[Homework ]", ListContent::cards},
-        {"éCR", "[Écrire]", ListContent::cards},
+        {"éCR", "[Écrire-Größe]", ListContent::cards},
+        {"GRÖSSE", "[Écrire-Größe]", ListContent::cards},
         {"ecr", "", ListContent::emptySearch},
         {"Mail", "", ListContent::emptySearch},
         {"  ", "", ListContent::emptySearch}};
