@@ -2,6 +2,7 @@
 
 #include "linux/system/FileDescriptor.h"
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
