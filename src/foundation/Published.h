@@ -45,31 +45,40 @@ private:
 template <typename T>
 class Published {
 public:
-    Published(ChangeSignal& signal, T initial = {}) : signal_(signal), value_(std::move(initial)) {}
+    Published(ChangeSignal& signal, T initial = {})
+        : signal_(signal), value_(std::make_shared<T>(std::move(initial))) {}
     Published(const Published&) = delete;
 
-    const T& get() const { return value_; }
-    operator const T&() const { return value_; }
-    const T* operator->() const { return &value_; }
-    const T& operator*() const { return value_; }
+    const T& get() const { return *value_; }
+    operator const T&() const { return *value_; }
+    const T* operator->() const { return value_.get(); }
+    const T& operator*() const { return *value_; }
+    /// The value as it is now, for whoever keeps it: later changes are made on another one.
+    std::shared_ptr<const T> kept() const { return value_; }
 
     Published& operator=(T value) {
         signal_.fire();
-        value_ = std::move(value);
+        if (isKept())
+            value_ = std::make_shared<T>(std::move(value));
+        else
+            *value_ = std::move(value);
         return *this;
     }
     Published& operator=(const Published&) = delete;
 
-    /// Fires once, then lets `change` work on the value in place.
+    /// Fires once, then lets `change` work on the value.
     template <typename Change>
     void mutate(Change&& change) {
         signal_.fire();
-        std::forward<Change>(change)(value_);
+        if (isKept()) value_ = std::make_shared<T>(*value_);
+        std::forward<Change>(change)(*value_);
     }
 
 private:
+    bool isKept() const { return value_.use_count() > 1; }
+
     ChangeSignal& signal_;
-    T value_;
+    std::shared_ptr<T> value_;
 };
 
 } // namespace corvane

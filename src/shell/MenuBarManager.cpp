@@ -102,21 +102,23 @@ void MenuBarManager::addWorkspaces(Menu& menu) {
     if (store_.workspaces->empty()) {
         menu.push_back({.title = "No workspaces found", .isEnabled = false});
     }
-    for (const auto& workspace : *store_.workspaces)
-        menu.push_back(workspaceItem(workspace));
+    // As they are now is what an item acts on.
+    const auto list = store_.workspaces.kept();
+    for (const auto& workspace : *list)
+        menu.push_back(workspaceItem({list, &workspace}));
 }
 
-MenuItem MenuBarManager::workspaceItem(const Workspace& workspace) {
+MenuItem MenuBarManager::workspaceItem(std::shared_ptr<const Workspace> workspace) {
     MenuItem item;
-    if (store_.isRunning(workspace.id)) {
-        item.title = workspace.name + "     ⏹";
-        item.action = [this, workspace] { quitWorkspaceFromMenu(workspace); };
-    } else {
-        item.title = workspace.name + "     ▶";
-        item.action = [this, workspace] { launchWorkspaceFromMenu(workspace); };
-    }
     item.image =
-        resized(toolkit_.images.systemSymbol(workspace.icon, workspace.name), menuIconSize);
+        resized(toolkit_.images.systemSymbol(workspace->icon, workspace->name), menuIconSize);
+    if (store_.isRunning(workspace->id)) {
+        item.title = workspace->name + "     ⏹";
+        item.action = [this, workspace] { quitWorkspaceFromMenu(*workspace); };
+    } else {
+        item.title = workspace->name + "     ▶";
+        item.action = [this, workspace] { launchWorkspaceFromMenu(*workspace); };
+    }
     return item;
 }
 

@@ -4,6 +4,7 @@
 #include "platform/FileSystem.h"
 #include "platform/MainQueue.h"
 
+#include <functional>
 #include <utility>
 
 namespace corvane {
@@ -18,6 +19,13 @@ std::set<std::string> pathsOf(const std::vector<Workspace>& workspaces) {
         }
     }
     return paths;
+}
+
+std::size_t fingerprint(const std::set<std::string>& paths) {
+    std::size_t all = paths.size();
+    for (const auto& path : paths)
+        all = all * 31 + std::hash<std::string>()(path);
+    return all;
 }
 
 bool isMissing(const std::string& path, const FileSystem& fileSystem) {
@@ -45,7 +53,7 @@ void MissingFiles::follow() {
     mainQueue_.async([this, alive = std::weak_ptr(alive_)] {
         if (alive.expired()) return;
         isScheduled_ = false;
-        if (pathsOf(*store_.workspaces) != looked_) look();
+        if (fingerprint(pathsOf(*store_.workspaces)) != looked_) look();
     });
 }
 
@@ -53,8 +61,9 @@ void MissingFiles::look() {
     isWantedAgain_ = isLooking_;
     if (isLooking_) return;
     isLooking_ = true;
-    looked_ = pathsOf(*store_.workspaces);
-    background_.async([this, alive = std::weak_ptr(alive_), paths = looked_,
+    auto paths = pathsOf(*store_.workspaces);
+    looked_ = fingerprint(paths);
+    background_.async([this, alive = std::weak_ptr(alive_), paths = std::move(paths),
                        &fileSystem = fileSystem_, &mainQueue = mainQueue_] {
         std::set<std::string> missing;
         for (const auto& path : paths) {

@@ -3,6 +3,7 @@
 #include "core/Records.h"
 #include "foundation/Published.h"
 
+#include <cstddef>
 #include <memory>
 #include <set>
 #include <string>
@@ -35,7 +36,8 @@ private:
     BackgroundQueue& background_;
     MainQueue& mainQueue_;
     const FileSystem& fileSystem_;
-    std::set<std::string> looked_;
+    /// Of the paths that were looked at, as those are many.
+    std::size_t looked_ = 0;
     Published<std::set<std::string>> missing_{objectWillChange};
     bool isLooking_ = false;
     bool isWantedAgain_ = false;
