@@ -108,7 +108,7 @@ void MenuBarManager::addWorkspaces(Menu& menu) {
         menu.push_back(workspaceItem({list, &workspace}));
 }
 
-MenuItem MenuBarManager::workspaceItem(std::shared_ptr<const Workspace> workspace) {
+MenuItem MenuBarManager::workspaceItem(const std::shared_ptr<const Workspace>& workspace) {
     MenuItem item;
     item.image =
         resized(toolkit_.images.systemSymbol(workspace->icon, workspace->name), menuIconSize);

@@ -40,7 +40,7 @@ private:
 
     Menu menu();
     void addWorkspaces(Menu& menu);
-    MenuItem workspaceItem(std::shared_ptr<const Workspace> workspace);
+    MenuItem workspaceItem(const std::shared_ptr<const Workspace>& workspace);
     void addSwitchesAndLayouts(Menu& menu);
 
     void launchWorkspaceFromMenu(const Workspace& workspace);
