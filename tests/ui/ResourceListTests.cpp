@@ -287,7 +287,7 @@ TEST_F(ResourceList, aRowThatIsDroppedEndsWhereItWasDropped) {
         {"9", 0, "Work(a b c d)", true},    {"-1", 0, "Work(a b c d)", false},
         {" 1", 0, "Work(a b c d)", false},  {"1.0", 0, "Work(a b c d)", false},
         {"", 0, "Work(a b c d)", false},    {"99999999999999999999", 0, "Work(a b c d)", false},
-        {"\xff", 0, "Work(a b c d)", false}};
+        {"+-0", 2, "Work(a b c d)", false}, {"\xff", 0, "Work(a b c d)", false}};
     for (const auto& [text, target, order, isMove] : cases) {
         store.updateWorkspace(work);
         ResourceReorderDelegate row(list, target);
