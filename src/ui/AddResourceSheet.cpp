@@ -155,7 +155,6 @@ std::string_view AddResourceSheet::statusText() const {
 
 bool AddResourceSheet::isValidURL(std::string_view text) {
     static constexpr std::array<std::string_view, 4> schemes{"http", "https", "ftp", "file"};
-    if (text.empty()) return false;
     if (text.starts_with("localhost:") || text.starts_with("127.0.0.1:")) return true;
     if (const auto url = Url::parse(text); url && url->hasScheme()) {
         const auto scheme = text::lowercased(url->scheme());
