@@ -79,6 +79,9 @@ TEST_F(Layouts, theWorkspaceMustRunAndTheSwitchAndTrustMustAllowIt) {
         desktop.runFor(2);
         EXPECT_EQ(!done().empty(), enabled && trusted);
     }
+    startWith(true);
+    store->restoreWorkspaceLayout(work);
+    EXPECT_EQ(desktop.queue.pending(), 0u) << "there is none";
 }
 
 TEST_F(Layouts, aSaveReplacesTheWholeLayoutAndOneWithoutWindowsKeepsIt) {

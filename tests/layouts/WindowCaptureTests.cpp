@@ -41,8 +41,17 @@ TEST_F(Fullscreen, boundsAndLayerDecideByThreeRulesWithAnyDisplay) {
     auto window = windowInfo(7, 3, "Pad", {0, 0, 1440, 900});
     screen.displays.clear();
     EXPECT_FALSE(verdict(window));
-    window.bounds->height.reset();
-    EXPECT_FALSE(verdict(window));
+}
+
+TEST_F(Fullscreen, aPlaceThatIsTornIsNone) {
+    for (const auto part :
+         {&WindowBounds::x, &WindowBounds::y, &WindowBounds::width, &WindowBounds::height}) {
+        auto window = windowInfo(7, 3, "Pad", {0, 0, 1440, 900});
+        EXPECT_TRUE(verdict(window));
+        ((*window.bounds).*part).reset();
+        EXPECT_FALSE(verdict(window));
+    }
+    EXPECT_FALSE(verdict({}));
 }
 
 TEST_F(Fullscreen, accessibilityDecidesAboutWindowsThatTheRulesTurnDown) {

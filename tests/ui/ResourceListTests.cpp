@@ -89,16 +89,17 @@ TEST_F(ResourceList, aRowSaysWhatItsControlsDo) {
 
 TEST_F(ResourceList, anIconIsFoundByThePathThenTheIdentifierThenWhatRuns) {
     desktop.install({.path = "/System/Applications/Utilities/Disk.app", .icon = "disk"});
+    desktop.install({.path = "/System/Applications/Clock.app", .icon = "clock"});
+    desktop.install({.path = "/Applications/Utilities/Scale.app", .icon = "scale"});
+    desktop.install({.path = "/Applications/Notes.app", .icon = "notes"});
     desktop.install({.path = "/x/Quill.app", .bundleIdentifier = "example.quill", .icon = "quill"});
     desktop.install({.path = "/x/Files.app", .icon = "files"});
     desktop.running = {{.processIdentifier = 1, .bundleURL = Url::fromPath("/x/Files.app")},
                        {.processIdentifier = 2, .localizedName = "Quill Pro"},
                        {.localizedName = "Quill Pro", .bundleURL = Url::fromPath("/x/Quill.app")}};
-    const std::pair<const char*, const char*> icons[]{{"Disk", "disk"},
-                                                      {"example.quill", "quill"},
-                                                      {"ll pr", "quill"},
-                                                      {"My Quill Pro", "quill"},
-                                                      {"Other", ""}};
+    const std::pair<const char*, const char*> icons[]{
+        {"Notes", "notes"},         {"Clock", "clock"}, {"Scale", "scale"},        {"Disk", "disk"},
+        {"example.quill", "quill"}, {"ll pr", "quill"}, {"My Quill Pro", "quill"}, {"Other", ""}};
     for (const auto& [name, icon] : icons)
         EXPECT_EQ(appIconForName(name, platform.applications, platform.fileIcons).value_or(""),
                   icon)

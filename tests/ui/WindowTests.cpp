@@ -102,6 +102,21 @@ TEST_F(Window, theHeaderFollowsFocusModeAndThemeWhereverTheyChange) {
     EXPECT_EQ(fired, 4);
 }
 
+TEST_F(Window, theHeaderTellsWhyNothingIsSavedAndSavesOnceMore) {
+    const auto content = std::make_unique<ContentState>(store, scene.platform);
+    auto& header = content->header;
+    EXPECT_EQ(header.savingProblem(), "");
+    desktop.files.unwritable = {workspacesPath};
+    header.saveAgain();
+    EXPECT_EQ(header.savingProblem(), "Changes aren't saved. Press to try again.\n\n“" +
+                                          workspacesPath +
+                                          "” can't be written: permission denied.");
+    desktop.files.unwritable.clear();
+    header.saveAgain();
+    EXPECT_EQ(header.savingProblem(), "");
+    EXPECT_EQ(scene.saves(), 1);
+}
+
 TEST_F(Window, theSearchLooksAtNamesOnlyAndKeepsTheOrder) {
     StoreState::change(store.workspaces, [](auto& list) { list.back().description = "Work"; });
     const auto content = std::make_unique<ContentState>(store, scene.platform);
