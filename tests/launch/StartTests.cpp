@@ -68,6 +68,7 @@ TEST_F(Start, theFirstFiveFailuresComeOneByOneAndTheRestInOneList) {
     std::vector<Resource> missing;
     for (int i = 1; i <= 300; ++i)
         missing.push_back(named("no " + std::to_string(i), resource(file, "/docs/missing")));
+    missing[6].name = std::string(300, 'x');
     for (const bool hasWindow : {false, true}) {
         desktop.hasMainWindow = hasWindow;
         forget();
@@ -78,6 +79,7 @@ TEST_F(Start, theFirstFiveFailuresComeOneByOneAndTheRestInOneList) {
         const auto& list = desktop.shownAlerts[5];
         EXPECT_EQ(list.title, "And 295 More");
         EXPECT_TRUE(list.message.starts_with("• Access Error: Failed to access 'no 6'.\n• "));
+        EXPECT_EQ(text::characterCount(text::split(list.message, '\n')[1]), 202u);
         EXPECT_TRUE(list.message.ends_with("access 'no 105'.\n\nand 195 more")) << list.message;
     }
     missing.resize(6);
