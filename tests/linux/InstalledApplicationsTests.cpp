@@ -84,15 +84,19 @@ TEST_F(InstalledApplicationsTest, showsOnlyWhatTheDesktopShows) {
         {"z.round.desktop", "z.round.desktop"}, {"a-round", "a-round"}, {"a-back", "."}};
     for (const auto& [name, target] : links)
         fs::create_symlink(target, folder + name);
+    const std::string entry = "[Desktop Entry]\nType=Application\nExec=sh\nName=Z ";
+    write(folder + "1/2/3/4/5/6/7/8/in.desktop", entry + "Deep\n");
+    write(folder + "1/2/3/4/5/6/7/8/9/in.desktop", entry + "Deeper\n");
     const auto shown = installed_.shown();
     const auto all = installed_.all();
     EXPECT_TRUE(lists(shown, "/Applications/Z Shown.app"));
+    EXPECT_TRUE(lists(shown, "/Applications/Z Deep.app"));
     EXPECT_TRUE(std::ranges::is_sorted(shown, {}, &InstalledApplication::name));
     for (const char* name : {"NoDisplay", "Elsewhere"}) {
         EXPECT_FALSE(lists(shown, "/Applications/Z " + std::string(name) + ".app")) << name;
         EXPECT_TRUE(lists(all, "/Applications/Z " + std::string(name) + ".app")) << name;
     }
-    for (const char* name : {"Deleted", "Missing", "Link", "Broken"})
+    for (const char* name : {"Deleted", "Missing", "Link", "Broken", "Deeper"})
         EXPECT_FALSE(lists(all, "/Applications/Z " + std::string(name) + ".app")) << name;
 }
 
@@ -232,6 +236,9 @@ TEST(ExecLine, fillsInFieldCodes) {
         {"sh -c \"x '%f'\"", {file}, {}, "sh|-c|x ''${1+\"${1}\"}''|sh|/tmp/a b"},
         {"sh -c %f", {file}, {}, "sh|-c|${1+\"${1}\"}|sh|/tmp/a b"},
         {R"(sh -c 'x \n %f \')", {file}, {}, R"(sh|-c|x \n ${1+"${1}"} \|sh|/tmp/a b)"},
+        {R"(sh -e -c 'x \" %f')", {file}, {}, R"(sh|-e|-c|x \" ${1+"${1}"}|sh|/tmp/a b)"},
+        {"sh -c 'x %f %'", {file}, {}, "sh|-c|x ${1+\"${1}\"} %|sh|/tmp/a b"},
+        {"edit 100%", {}, {}, "edit|100%"},
         {"perl -e \"open %f\"", {file}, {}, "error"},
         {"xterm -e \"cat %f\"", {file}, {}, "error"},
         {"edit %u", {"file:+silent!!touch%20x"}, {}, "error"},
@@ -248,6 +255,9 @@ TEST(ExecLine, fillsInFieldCodes) {
         {"", {}, {}, "error"}};
     for (const auto& [exec, uris, arguments, commands] : cases)
         EXPECT_EQ(commandsOf(exec, uris, arguments), commands) << exec;
+    for (const std::string shell : {"sh", "bash", "dash", "zsh", "ksh", "mksh", "ash"})
+        EXPECT_EQ(commandsOf(shell + " -c 'cat %f'", {file}, {}),
+                  shell + "|-c|cat ${1+\"${1}\"}|sh|/tmp/a b");
 }
 
 std::string queryFor(const std::string& name) {

@@ -184,6 +184,8 @@ TEST_F(LinuxFileSystemTest, filesAndFoldersHaveIcons) {
     const std::pair<std::string, std::optional<std::string>> cases[]{
         {"Icon=pen", "pen"},
         {"Icon=old.name.png", "old.name"},
+        {"Icon=old.svg", "old"},
+        {"Icon=old.xpm", "old"},
         {"Icon=" + picture, picture},
         {"Icon=" + place("icons/pipe"), std::nullopt},
         {"Icon=/dev/zero", std::nullopt},

@@ -1,4 +1,5 @@
 #include "bus/BusService.h"
+#include "linux/installed/EntryLaunching.h"
 #include "linux/running/ApplicationOpener.h"
 #include "linux/running/LaunchedApplications.h"
 #include "linux/running/LinuxApplications.h"
@@ -273,6 +274,9 @@ TEST_F(OpeningTest, whatNeedsATerminalGetsOneAndATerminalOpensAFolderByStandingI
         EXPECT_EQ(openWith(noteUrl_, pager.path()), "opened");
         EXPECT_EQ(records("-e", 1), Records{place("bin/recorder") + "|pager|" + note_});
     }
+    const auto without = launchEntry(*installed_.byDesktopId("test.pager.desktop"), {}, {}, {});
+    EXPECT_EQ(without ? "" : without.error().localizedDescription,
+              "Pager could not be opened: it runs in a terminal, and none is installed.");
     const std::pair<std::string, std::string> paths[]{{place("notes"), place("notes")},
                                                       {"/no/such/folder", userFolders::home()}};
     fs::create_directories(userFolders::home());
@@ -357,6 +361,11 @@ TEST_F(OpeningTest, anExecutableThatNothingOpensIsRun) {
     EXPECT_TRUE(comesTrue([&] { return namesIn(place("made")).size() == 1; }));
     const auto path = Url::fromPath(program).absoluteString().substr(7);
     EXPECT_FALSE(applications_.openUrl(*Url::parse("file://otherhost" + path)));
+    const auto stranger = "corvane-nobody:" + path;
+    const auto opened = opener_.open(*Url::parse(stranger));
+    EXPECT_EQ(opened ? "" : opened.error().localizedDescription,
+              "No application opens " + stranger + ".");
+    EXPECT_EQ(namesIn(place("made")).size(), 1u) << "it wasn't run";
     fs::remove(program);
 }
 

@@ -1,5 +1,6 @@
 #include "Display.h"
 #include "linux/running/ApplicationIdentity.h"
+#include "linux/running/LinuxApplications.h"
 #include "linux/system/ProcessFacts.h"
 
 #include <chrono>
@@ -180,15 +181,17 @@ TEST_F(QuittingTest, eachProcessIsAskedInItsOwnWay) {
     const auto [c, i, h] =
         std::tuple(listed(closing.id()), listed(ignoring.id()), listed(hiding.id()));
     EXPECT_EQ(c.activationPolicy, 0);
+    const ApplicationOpener opener(installed_, {});
+    LinuxApplications applications(opener, running_, quitting_);
     for (const auto& application : {c, i, h})
-        EXPECT_TRUE(quitting_.terminate(application));
+        EXPECT_TRUE(applications.terminate(application));
     EXPECT_TRUE(closing.ends());
     EXPECT_TRUE(windowsBecome(4)) << "one ignores it, one wasn't asked";
     EXPECT_TRUE(isSpared(c)) << "it isn't there any more";
 
     EXPECT_TRUE(quitting_.terminate(h)) << "it is on its way";
-    EXPECT_FALSE(quitting_.forceTerminate(h)) << "it may be saving still";
-    EXPECT_TRUE(hiding.isRunning() && quitting_.forceTerminate(i) && ignoring.ends());
+    EXPECT_FALSE(applications.forceTerminate(h)) << "it may be saving still";
+    EXPECT_TRUE(hiding.isRunning() && applications.forceTerminate(i) && ignoring.ends());
     EXPECT_TRUE(bystander.isRunning());
 }
 

@@ -46,16 +46,17 @@ TEST(TerminalEmulatorTest, prefersTheUsersChoice) {
     EXPECT_EQ(preferredIn({"x-terminal-emulator", "konsole"}),
               "x-terminal-emulator -e, is x-terminal-emulator");
     std::string options;
-    for (const auto* emulator :
-         {"wezterm", "konsole", "mate-terminal", "terminator", "alacritty", "foot", "xterm",
-          "urxvt", "rxvt", "st", "qterminal", "lxterminal", "tilix", "ghostty", "terminology"}) {
+    for (const auto* emulator : {"ptyxis", "kgx", "wezterm", "konsole", "mate-terminal",
+                                 "terminator", "alacritty", "foot", "xterm", "urxvt", "rxvt", "st",
+                                 "qterminal", "lxterminal", "tilix", "ghostty", "terminology"}) {
         const auto told = preferredIn({emulator});
         options += told.substr(0, told.find(',')) + "; ";
     }
-    EXPECT_EQ(options,
-              "wezterm start --; konsole -e; mate-terminal -x; terminator -x; alacritty -e; "
-              "foot; xterm -e; urxvt -e; rxvt -e; st -e; qterminal -e; lxterminal -e; "
-              "tilix -e; ghostty -e; terminology -e; ");
+    EXPECT_EQ(
+        options,
+        "ptyxis --; kgx --; wezterm start --; konsole -e; mate-terminal -x; terminator -x; alacritty -e; "
+        "foot; xterm -e; urxvt -e; rxvt -e; st -e; qterminal -e; lxterminal -e; "
+        "tilix -e; ghostty -e; terminology -e; ");
 }
 
 TEST(TerminalEmulatorTest, knowsTheEntryOfTheEmulator) {

@@ -35,21 +35,14 @@ Result<void> run(const std::string& program) {
     return started ? Result<void>() : started.error();
 }
 
-bool isFolder(const std::string& path) {
-    struct stat info{};
-    return ::stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
-}
-
 } // namespace
 
 std::optional<InstalledApplication> ApplicationOpener::handlerOf(const Url& url) const {
-    if (!url.hasScheme()) return std::nullopt;
     if (!areOpenable({url.absoluteString()})) return std::nullopt;
     if (!url.isFile()) {
         return installed_.defaultHandler("x-scheme-handler/" + text::lowercased(url.scheme()));
     }
     if (auto bundle = installed_.byBundlePath(url.path())) return bundle;
-    if (isFolder(url.path())) return installed_.finder();
     const auto type = contentTypeOf(url.path());
     return type.empty() ? std::nullopt : installed_.defaultHandler(type);
 }
