@@ -60,6 +60,7 @@ struct IdentityTest : testing::Test {
                 line += "|" + other.name;
             if (application.activationPolicy != 0) line += " accessory";
             if (application.isHidden) line += " hidden";
+            if (shown.belongsToSession) line += " of the session";
             for (const auto& window : shown.windows)
                 line += " " + window.title.value_or("?");
             lines.push_back(line);
