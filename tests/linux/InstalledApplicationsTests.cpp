@@ -8,6 +8,9 @@
 #include "linux/scripts/MdfindTool.h"
 #include "machine/Machine.h"
 
+#include <chrono>
+#include <thread>
+
 #include <gtest/gtest.h>
 
 using namespace corvane;
@@ -127,16 +130,23 @@ TEST_F(InstalledApplicationsTest, anEntrysFileIsItsApplicationAndSoIsACopy) {
 }
 
 TEST_F(InstalledApplicationsTest, followsChangesOfTheFolders) {
+    // Looks at what is so old that its time tells it from what comes next.
+    const auto settle = [&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(40));
+        (void)installed_.all();
+    };
     install("y.app", "Before");
     EXPECT_EQ(bundlePathOf("y.app"), "/Applications/Before.app");
     install("y.app", "Afterwards");
     EXPECT_EQ(bundlePathOf("y.app"), "/Applications/Afterwards.app");
+    settle();
     uninstall("y.app");
     EXPECT_EQ(bundlePathOf("y.app"), "");
 
     const std::string program = place("bin/comes-later");
     install("y.later", "Later", "Exec=" + program);
     EXPECT_EQ(bundlePathOf("y.later"), "");
+    settle();
     fs::copy(place("bin/recorder"), program);
     EXPECT_TRUE(comesTrue([&] { return !bundlePathOf("y.later").empty(); }));
 
