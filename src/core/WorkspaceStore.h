@@ -236,7 +236,7 @@ private:
     /// On a later turn of the main queue.
     void showFullscreenLimitationAlert(const WindowLayout& chosen);
 
-    /// Let `change` work on the found record in place, and save.
+    /// Let `change` work on the found record, and save.
     template <typename Change>
     void editResources(const Uuid& workspaceId, Change change);
     template <typename Change>

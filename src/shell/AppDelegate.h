@@ -24,7 +24,7 @@ public:
     bool applicationShouldHandleReopen(bool hasVisibleWindows);
     bool applicationShouldTerminateAfterLastWindowClosed() const;
     /// The process is about to end: saves the layouts of the running workspaces, if the user wants
-    /// that.
+    /// that, and the workspaces where the last save failed.
     void applicationWillTerminate();
 
 private:

@@ -72,6 +72,7 @@ TEST(QtMainQueueTest, isDoneWithAllThatIsScheduledAndThatComesOfIt) {
         nested.exec();
         log += ") ";
     });
+    queue.whenDone(60, [&] { log += "replaced "; });
     queue.whenDone(0.2, [&] { log += "done "; });
     EXPECT_TRUE(QTest::qWaitFor([&] { return log == "alert( ) done "; }, 4000)) << log;
 }

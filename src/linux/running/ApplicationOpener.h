@@ -16,7 +16,7 @@ struct RunningAccess {
     std::function<std::vector<RunningApplication>()> list = [] {
         return std::vector<RunningApplication>();
     };
-    /// Brings a window of it forward; false where it has none.
+    /// Brings a window of it forward; false where it has none, or nobody says that it came.
     std::function<bool(const RunningApplication&)> activate = [](const auto&) { return false; };
     /// Is told of each launch and the processes that were started for it.
     std::function<void(const InstalledApplication&, const std::vector<pid_t>&)> launched =

@@ -238,10 +238,8 @@ bool RunningApplications::activate(const RunningApplication& application) {
             continue;
         }
         const auto* window = uppermost(each.windows);
-        if (!window) return false;
-        const auto answer = recent_.activate(window->window, halfASecondFromNow());
-        // Unanswered it may yet come.
-        return answer == WindowAnswer::done || answer == WindowAnswer::unanswered;
+        return window &&
+               recent_.activate(window->window, halfASecondFromNow()) == WindowAnswer::done;
     }
     return false;
 }

@@ -61,8 +61,9 @@ public:
     std::optional<std::vector<ShownApplication>> shown();
     std::vector<ShownApplication> shownAmong(const WindowsNow& now);
 
-    /// Brings the uppermost window of the application forward, an iconified one too. True when the
-    /// display was asked; false where the application has no window.
+    /// Brings the uppermost window of the application forward, an iconified one too. False where it
+    /// has none, and where the display doesn't say that it is done: a second start brings most
+    /// programs forward, and a start that does nothing would be lost.
     bool activate(const RunningApplication& application);
     /// A window of this process as it is now: the one with that title, by its number where several
     /// have it. The toolkit's number counts for nothing on some displays.
