@@ -292,6 +292,11 @@ TEST_F(OpeningTest, whatNeedsATerminalGetsOneAndATerminalOpensAFolderByStandingI
     EXPECT_EQ(records("where", 1), Records{place("notes")});
     EXPECT_NE(openWith(noteUrl_, "/Applications/Emulator.app").find("only folders"),
               std::string::npos);
+    const auto emulator = *installed_.byDesktopId("test.emulator.desktop");
+    EXPECT_EQ(launchEntry(emulator, {folder.absoluteString()}, {}, {})->size(), 1u);
+    install("test.taker", "Taker", recording("taker", "%F") + "\nCategories=TerminalEmulator;");
+    EXPECT_EQ(openWith(noteUrl_, "/Applications/Taker.app"), "opened");
+    EXPECT_EQ(records("taker", 1), Records{note_}) << "it asks for items";
 }
 
 TEST_F(OpeningTest, whatTakesATokenHasOneInItsEnvironment) {
