@@ -1,5 +1,6 @@
 #include "Display.h"
 #include "linux/running/ApplicationIdentity.h"
+#include "linux/running/ApplicationOpener.h"
 #include "linux/running/LinuxApplications.h"
 #include "linux/system/ProcessFacts.h"
 
