@@ -17,6 +17,8 @@ namespace {
 
 constexpr double leastOfTexts = 4.5;
 constexpr double leastOfSymbols = 3;
+/// Each row has one, which isn't to be seen before the row's name.
+constexpr double leastOfHandles = 2;
 
 double luminance(QRgb pixel) {
     const auto linear = [](int channel) {
@@ -111,8 +113,11 @@ QStringList faintTexts(QQuickWindow& window) {
         const double found = contrastIn(part, with, without);
         const bool isSymbol =
             text->property("font").value<QFont>().family() == Symbols::fontFamily();
-        if (found == 0 || found >= (isSymbol ? leastOfSymbols : leastOfTexts)) continue;
-        const auto what = isSymbol ? text->property("symbol") : text->property("text");
+        const auto what = text->property(isSymbol ? "symbol" : "text");
+        const double least = !isSymbol             ? leastOfTexts
+                             : what == "dots.grip" ? leastOfHandles
+                                                   : leastOfSymbols;
+        if (found == 0 || found >= least) continue;
         faint.append(QStringLiteral("\"%1\" stands out by %2 to 1 only, at %3, %4")
                          .arg(what.toString())
                          .arg(found, 0, 'f', 2)
