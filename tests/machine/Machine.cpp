@@ -23,7 +23,7 @@ struct Cleaning : testing::EmptyTestEventListener {
         for (const auto& name : namesIn(folder)) {
             if (name != "test.viewer.desktop" && name != "test.files.desktop" &&
                 name != "test.web.desktop")
-                fs::remove(folder + "/" + name);
+                fs::remove_all(folder + "/" + name);
         }
         clearRecords();
     }
