@@ -74,7 +74,6 @@ void MenuBarManager::rebuildMenuAfter(double seconds) {
 }
 
 void MenuBarManager::rebuildMenu() {
-    if (!isSetup_ || !statusItem_) return;
     auto items = menu();
     diagnostic({"Menu updated with ", std::to_string(items.size()), " items"});
     statusItem_->setMenu(std::move(items));

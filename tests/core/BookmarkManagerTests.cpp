@@ -144,6 +144,15 @@ TEST_F(Bookmark, aCacheThatIsNoneIsKeptAside) {
     }
 }
 
+TEST_F(Bookmark, aCacheThatCannotBeReadIsNotWrittenOver) {
+    desktop.files.contents[bookmarkCachePath] = "precious";
+    desktop.files.unreadable = desktop.files.unremovable = {bookmarkCachePath};
+    auto bookmarks = manager();
+    EXPECT_EQ(bookmarks.resolveResource("/a.txt", file), Url::fromPath("/a.txt"));
+    desktop.runUntilIdle();
+    EXPECT_EQ(desktop.files.contents.at(bookmarkCachePath), "precious");
+}
+
 TEST_F(Bookmark, inAnOldWorkspacesFileMovesToTheCacheOnce) {
     const std::tuple<const char*, Lines, int> cases[]{
         {R"(,"bookmarkData":"Ym9va21hcmsgMA==")", {"file:/a.txt"}, 1},

@@ -216,6 +216,17 @@ TEST_F(RecordCoding, theKeysStandInTheOrderOfTheFields) {
             layouts + "}]");
 }
 
+TEST_F(RecordCoding, eachTypeIsStoredByItsName) {
+    std::size_t read = 0;
+    for (const auto* name : {"file", "folder", "application", "url", "terminal", "separator"}) {
+        const auto stored = "\"type\":\"" + std::string(name) + "\"";
+        const auto workspaces =
+            decode(workspaceJson(text::replacingAll(resourceJson, R"("type":"file")", stored)));
+        EXPECT_EQ(static_cast<std::size_t>(workspaces[0].resources[0].type), read++) << name;
+        EXPECT_NE(encodeWorkspaces(workspaces).find(stored), std::string::npos) << name;
+    }
+}
+
 TEST_F(RecordCoding, aBundleIdentifierIsLookedUpOnlyForApplicationBundlesWithoutOne) {
     desktop.install({.path = "/Applications/Pad.app", .bundleIdentifier = "org.pad"});
     desktop.install({.path = "/Applications/Anonymous.app"});

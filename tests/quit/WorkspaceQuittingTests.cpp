@@ -137,6 +137,7 @@ TEST_F(Quitting, otherNamesAndIdentifiersCountLikeAnApplicationsOwn) {
     known("Web", {{"Safari", "com.apple.Safari", "/Applications/Safari.app"}, {"Netz"}});
     known("Pad", {{"Block"}});
     known("Notes", {});
+    run("", "/Applications/Nameless.app");
     EXPECT_EQ(findRunningApplication(desktop.platform().applications, "Netz")->localizedName,
               "Web");
     EXPECT_EQ(
@@ -145,13 +146,13 @@ TEST_F(Quitting, otherNamesAndIdentifiersCountLikeAnApplicationsOwn) {
     auto page = scene.resource("Page", "http://x.example", ResourceType::url);
     auto job = scene.resource("Job", "ls", ResourceType::terminal);
     auto pad = application("Block");
-    const Workspace workspace = scene.workspace("W", {page, job, pad});
+    const Workspace workspace = scene.workspace("W", {page, job, pad, application("Unknown")});
     store.quitNonWorkspaceApplications(workspace);
     EXPECT_EQ(asked(), "5") << "the file manager is Finder, the others are the workspace's";
     store.finishWorkspace(workspace);
-    EXPECT_EQ(asked(), "5 2 3 4");
+    EXPECT_EQ(asked(), "5 2 3 4 6") << "what has no name is Unknown";
     store.quitAllApplications();
-    EXPECT_EQ(asked(), "5 2 3 4 2 3 4 5") << "but never Finder";
+    EXPECT_EQ(asked(), "5 2 3 4 6 2 3 4 5 6") << "but never Finder";
 }
 
 TEST_F(Quitting, theSummaryOfAFinishCountsAndCanBeSwitchedOff) {

@@ -168,6 +168,7 @@ TEST_F(App, preferencesThatCannotBeReadAreKeptAndToldOfWithNoTourForWhoHadThem) 
               "The preferences can't be read: It holds something else." + kept + "/old.plist");
     EXPECT_EQ(desktop.shownAlerts[1].message,
               "Another program changed the preferences." + kept + "/other.plist");
+    EXPECT_EQ(desktop.shownAlerts[1].buttons, std::vector<std::string>{"OK"});
 }
 
 } // namespace

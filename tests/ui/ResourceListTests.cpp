@@ -124,9 +124,11 @@ TEST_F(ResourceList, aStrayRowChangesNothing) {
     list.moveRowBy(key(3), 1);
     list.removeApplication(key(0), "Quill");
     list.removeApplication(stray, "Quill");
+    list.toggleEnabled({work.resources[0].id, 1});
     list.chooseApplication(stray);
     list.locate(stray);
     EXPECT_EQ(undo.text(), "");
+    EXPECT_EQ(scene.saves(), saves);
     store.deleteWorkspace(work.id);
     list.addSeparator();
     EXPECT_TRUE(list.rows().empty());
