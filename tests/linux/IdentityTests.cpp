@@ -199,6 +199,20 @@ TEST_F(IdentityTest, panelsAndDesktopsStay) {
         EXPECT_FALSE(quitting_.terminate(named(name)) || quitting_.forceTerminate(named(name)));
 }
 
+TEST_F(IdentityTest, theUppermostMainWindowOfAnApplicationComesForward) {
+    const auto office = program();
+    show("letter", office, "writer");
+    show("list", office, "writer");
+    show("sums", office, "calc");
+    show("palette", office, "writer").kind = WindowKind::other;
+    EXPECT_TRUE(running_.activate(named("Writer")));
+    EXPECT_EQ(system_.clients.back().window.title, "list");
+    auto other = named("Writer");
+    ++other.startTime;
+    EXPECT_FALSE(running_.activate(other));
+    EXPECT_EQ(system_.clients.back().window.title, "list");
+}
+
 TEST_F(IdentityTest, aWindowOfOursIsFoundBeforeItIsListedAndElseByWhatIsMostLikeIt) {
     struct : MemoryWindowSystem {
         std::optional<WindowsNow> windows(Deadline) override { return std::nullopt; }
@@ -302,6 +316,9 @@ TEST_F(IdentityTest, whatLiesOutsideOfTheMenusIsItsProgramsBundle) {
 
 TEST_F(IdentityTest, whatWasLaunchedRunsBeforeItShowsAWindow) {
     EXPECT_EQ(all(), "");
+    // Another launch, which has ended.
+    launch("test.writer");
+    ASSERT_TRUE(comesTrue([&] { return all().empty(); }));
     const auto process = launch("test.slow");
     const std::string slow = "Slow|test.slow|/Applications/Slow.app";
     EXPECT_EQ(all(), slow);

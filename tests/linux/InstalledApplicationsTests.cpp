@@ -41,7 +41,9 @@ TEST_F(InstalledApplicationsTest, anEntryIsABundleNamedInBothLanguages) {
                            "|"),
               "org.example.Editor|Text Editor|Textbearbeitung|Edit|sh|--run");
     EXPECT_EQ(installed_.byBundleIdentifier("ORG.example.editor"), editor);
-    EXPECT_FALSE(installed_.byBundlePath("/Applications/Textbearbeitung.app"));
+    for (const auto* other : {"/Applications/Textbearbeitung.app", "/Applications/Text Editor",
+                              "/Text Editor.app", "Text Editor.app", "/"})
+        EXPECT_FALSE(installed_.byBundlePath(other)) << other;
     EXPECT_FALSE(installed_.byBundleIdentifier(""));
     const auto bundle = bundles_.open("/Applications/Text Editor.app").value();
     EXPECT_EQ(bundle.bundleIdentifier, "org.example.Editor");
@@ -88,6 +90,7 @@ TEST_F(InstalledApplicationsTest, showsOnlyWhatTheDesktopShows) {
     for (const auto& [name, target] : links)
         fs::create_symlink(target, folder + name);
     const std::string entry = "[Desktop Entry]\nType=Application\nExec=sh\nName=Z ";
+    write(folder + "z.text.txt", entry + "Text\n");
     write(folder + "1/2/3/4/5/6/7/8/in.desktop", entry + "Deep\n");
     write(folder + "1/2/3/4/5/6/7/8/9/in.desktop", entry + "Deeper\n");
     const auto shown = installed_.shown();
@@ -99,7 +102,7 @@ TEST_F(InstalledApplicationsTest, showsOnlyWhatTheDesktopShows) {
         EXPECT_FALSE(lists(shown, "/Applications/Z " + std::string(name) + ".app")) << name;
         EXPECT_TRUE(lists(all, "/Applications/Z " + std::string(name) + ".app")) << name;
     }
-    for (const char* name : {"Deleted", "Missing", "Link", "Broken", "Deeper"})
+    for (const char* name : {"Deleted", "Missing", "Link", "Broken", "Deeper", "Text"})
         EXPECT_FALSE(lists(all, "/Applications/Z " + std::string(name) + ".app")) << name;
 }
 
@@ -188,6 +191,19 @@ TEST_F(InstalledApplicationsTest, finderTerminalAndSafariAreOtherNamesOfWhatStan
     EXPECT_EQ(installed_.byBundlePath(browserPath)->desktopId, "s.real.desktop");
 }
 
+TEST_F(InstalledApplicationsTest, anEmulatorWithoutAnEntryIsTerminal) {
+    const auto program = makeProgram("path/kitty", "");
+    const ScopedVariable path("PATH", place("path"));
+    const auto terminal = installed_.byBundlePath(terminalPath).value();
+    EXPECT_EQ(text::joined({terminal.name, terminal.displayName, terminal.bundleIdentifier,
+                            terminal.bundlePath, terminal.executable, terminal.exec},
+                           "|"),
+              "Terminal|Terminal|" + std::string(terminalIdentifier) + "|" +
+                  std::string(terminalPath) + "|" + program + "|" + program);
+    EXPECT_TRUE(terminal.isShown && terminal.isTerminalEmulator);
+    fs::remove(program);
+}
+
 TEST_F(InstalledApplicationsTest, aNameOfBeforeFitsWhereNothingElseIsCalledSo) {
     install("a.one", "Pad", "Name[de]=Block\nExec=sh");
     install("b.two", "Notes", "Name[de]=Block\nExec=sh");
@@ -211,7 +227,7 @@ std::string commandsOf(const std::string& exec, const std::vector<std::string>& 
     application.exec = exec;
     application.icon = "pen";
     const auto commands = execCommands(application, uris, arguments);
-    if (!commands) return "error";
+    if (!commands) return commands.error().localizedDescription;
     std::vector<std::string> lines;
     for (const auto& command : *commands)
         lines.push_back(text::joined(command, "|"));
@@ -221,6 +237,8 @@ std::string commandsOf(const std::string& exec, const std::vector<std::string>& 
 TEST(ExecLine, fillsInFieldCodes) {
     const std::string file = "file:///tmp/a%20b";
     const std::string web = "http://x.example/?q=%20";
+    const std::string inTheMiddle = "A B can't be started: its entry puts what is to be opened "
+                                    "into the middle of other words.";
     using Words = std::vector<std::string>;
     const std::tuple<std::string, Words, Words, std::string> cases[]{
         {"edit %f", {}, {}, "edit"},
@@ -232,7 +250,7 @@ TEST(ExecLine, fillsInFieldCodes) {
         {"edit --at=%f", {file}, {}, "edit|--at=/tmp/a b"},
         {"edit", {file}, {}, "edit|/tmp/a b"},
         {"edit", {web}, {}, "edit|" + web},
-        {"edit %F", {web}, {}, "error"},
+        {"edit %F", {web}, {}, "The application can open only files, not " + web + "."},
         {"sh -c \"cat %f\"", {file}, {}, "sh|-c|cat ${1+\"${1}\"}|sh|/tmp/a b"},
         {"sh -c \"cat %f\"", {}, {}, "sh|-c|cat ${1+\"${1}\"}|sh"},
         {"env A=b /bin/bash -lc 'x \"%u\" 5%% %c' me",
@@ -249,20 +267,30 @@ TEST(ExecLine, fillsInFieldCodes) {
         {R"(sh -e -c 'x \" %f')", {file}, {}, R"(sh|-e|-c|x \" ${1+"${1}"}|sh|/tmp/a b)"},
         {"sh -c 'x %f %'", {file}, {}, "sh|-c|x ${1+\"${1}\"} %|sh|/tmp/a b"},
         {"edit 100%", {}, {}, "edit|100%"},
-        {"perl -e \"open %f\"", {file}, {}, "error"},
-        {"xterm -e \"cat %f\"", {file}, {}, "error"},
-        {"edit %u", {"file:+silent!!touch%20x"}, {}, "error"},
-        {"edit %f", {"file:-x"}, {}, "error"},
-        {"edit %u", {"file://otherhost/etc/x"}, {}, "error"},
+        {"perl -e \"open %f\"", {file}, {}, inTheMiddle},
+        {"xterm -e \"cat %f\"", {file}, {}, inTheMiddle},
+        {"edit %u",
+         {"file:+silent!!touch%20x"},
+         {},
+         "file:+silent!!touch%20x is not a file of this machine."},
+        {"edit %f", {"file:-x"}, {}, "file:-x is not a file of this machine."},
+        {"edit %u",
+         {"file://otherhost/etc/x"},
+         {},
+         "file://otherhost/etc/x is not a file of this machine."},
         {"edit %f", {"file://localhost/c"}, {}, "edit|/c"},
-        {"edit %U", {"-x"}, {}, "error"},
-        {"edit %f", {"file:///a%00b"}, {}, "error"},
+        {"edit %U", {"-x"}, {}, "-x is not an address."},
+        {"edit %f", {"file:///a%00b"}, {}, "file:///a%00b is not a file of this machine."},
         {"edit %f", {}, {"-n", "%f $(x)"}, "edit|-n|%f $(x)"},
         {"edit %f", {file}, {"-n"}, "edit|/tmp/a b|-n"},
         {"\"my edit\" %i %c %k 100%% %m", {}, {}, "my edit|--icon|pen|A B|/a/b.desktop|100%"},
         {"sh -c \"exec edit\" '' %f", {}, {}, "sh|-c|exec edit|"},
-        {"edit \"open", {}, {}, "error"},
-        {"", {}, {}, "error"}};
+        {"edit \"open",
+         {},
+         {},
+         "A B can't be started: Text ended before matching quote was found for \". "
+         "(The text was “edit \"open”)."},
+        {"", {}, {}, "A B can't be started: Text was empty (or contained only whitespace)."}};
     for (const auto& [exec, uris, arguments, commands] : cases)
         EXPECT_EQ(commandsOf(exec, uris, arguments), commands) << exec;
     for (const std::string shell : {"sh", "bash", "dash", "zsh", "ksh", "mksh", "ash"})

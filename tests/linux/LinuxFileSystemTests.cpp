@@ -180,6 +180,10 @@ TEST_F(LinuxFileSystemTest, filesAndFoldersHaveIcons) {
     const LinuxFileIcons fileIcons(installed_);
     const auto picture = place("icons/pen.svg");
     write(picture, "<svg/>");
+    for (const auto& [name, size] : {std::pair{"large", 16u << 20}, {"larger", (16u << 20) + 1}}) {
+        write(place("icons/") + name, "");
+        fs::resize_file(place("icons/") + name, size);
+    }
     ::mkfifo(place("icons/pipe").c_str(), 0600);
     const std::pair<std::string, std::optional<std::string>> cases[]{
         {"Icon=pen", "pen"},
@@ -187,6 +191,8 @@ TEST_F(LinuxFileSystemTest, filesAndFoldersHaveIcons) {
         {"Icon=old.svg", "old"},
         {"Icon=old.xpm", "old"},
         {"Icon=" + picture, picture},
+        {"Icon=" + place("icons/large"), place("icons/large")},
+        {"Icon=" + place("icons/larger"), std::nullopt},
         {"Icon=" + place("icons/pipe"), std::nullopt},
         {"Icon=/dev/zero", std::nullopt},
         {"Icon=", std::nullopt},

@@ -132,6 +132,11 @@ TEST_F(OpeningTest, aGivenApplicationOpensOrSaysWhyNot) {
     installVanishing();
     EXPECT_NE(openWith(noteUrl_, "/Applications/Vanishing.app").find("The program is missing"),
               std::string::npos);
+    InstalledApplication nothing;
+    nothing.displayName = "Nothing";
+    const auto started = launchEntry(nothing, {}, {}, {});
+    EXPECT_EQ(started ? "" : started.error().localizedDescription,
+              "Nothing could not be opened: its entry names no program.");
 }
 
 TEST_F(OpeningTest, looksUpHandlersAndLists) {
@@ -142,6 +147,7 @@ TEST_F(OpeningTest, looksUpHandlersAndLists) {
     EXPECT_EQ(handler("http://"), "/Applications/Web.app");
     EXPECT_EQ(handler(noteUrl_), "/Applications/Viewer.app");
     EXPECT_EQ(handler("file:///usr/"), "/Applications/Files.app");
+    EXPECT_EQ(handler("file:///Applications/Web.app/"), "/Applications/Web.app");
     EXPECT_EQ(handler("unheard:of"), "");
     EXPECT_EQ(applications_.urlForApplication("test.web")->path(), "/Applications/Web.app");
     const auto all = applications_.urlsForApplications("");

@@ -43,6 +43,9 @@ TEST(ApplicationIdentityTest, findsTheInstalledApplication) {
     auto gtk = ofClass("browser", "browser");
     gtk.applicationId = "org.x.Editor";
     const std::tuple<ApplicationHints, ProcessFacts, std::string> cases[]{
+        {{.desktopFile = "officer"}, {}, "officer"},
+        {{.desktopFile = "officer.desktop"}, {}, "officer"},
+        {{.applicationId = "Two Words"}, {}, "two-words"},
         {ofClass("crx_1", "Browser"), {.sandboxIdentifier = "org.x.Editor"}, "org.x.Editor"},
         {ofClass("officer", ""), {.sandboxIdentifier = "office_writer"}, ""},
         {ofClass("office_calc", ""), {.sandboxIdentifier = "office_writer"}, "office_calc"},

@@ -79,7 +79,15 @@ TEST(TerminalEmulatorTest, knowsTheEntryOfTheEmulator) {
     write(list, "# mine\nmissing.desktop\nd.desktop:new-window\na.desktop\n");
     EXPECT_EQ(preferredIn({"xdg-terminal-exec", "foot"}, installed),
               "xdg-terminal-exec, is foot of d.desktop");
+    write(place("config/mine-xdg-terminals.list"), "e.desktop\n");
+    for (const auto& [desktop, emulator] :
+         {std::pair{"Other:Mine", "other of e"}, {"", "foot of d"}}) {
+        const ScopedVariable current("XDG_CURRENT_DESKTOP", desktop);
+        EXPECT_EQ(preferredIn({"xdg-terminal-exec", "foot", "other"}, installed),
+                  "xdg-terminal-exec, is " + std::string(emulator) + ".desktop");
+    }
     fs::remove(list);
+    fs::remove(place("config/mine-xdg-terminals.list"));
     EXPECT_EQ(preferredIn({"newterm"}, installed), "newterm -e, is newterm of a.desktop");
     EXPECT_EQ(preferredIn({"other"}, {installed[4]}), "other --run, is other of e.desktop");
     auto hidden = installed[4];
@@ -95,8 +103,14 @@ TEST(TerminalEmulatorTest, followsTheAlternativesLinks) {
     provide("alternative", place("path/lxterm"));
     provide("x-terminal-emulator", place("path/alternative"));
     const ScopedVariable path("PATH", place("path"));
-    const auto command = terminalEmulator::preferred();
+    InstalledApplication entries[2];
+    entries[0].executable = "xterm";
+    entries[1].executable = "lxterm";
+    for (auto& entry : entries)
+        entry.isTerminalEmulator = true;
+    const auto command = terminalEmulator::preferred({entries[0], entries[1]});
     ASSERT_TRUE(command);
+    EXPECT_EQ(command->entry->executable, "lxterm") << "its own comes before that of what it wraps";
     EXPECT_EQ(command->prefix, (std::vector<std::string>{place("path/x-terminal-emulator"), "-e"}));
     EXPECT_EQ(command->executable, fs::canonical(place("path/lxterm")));
     EXPECT_EQ(terminalEmulator::nameOf(command->executable), "xterm");
