@@ -192,8 +192,8 @@ TEST_F(InstalledApplicationsTest, finderTerminalAndSafariAreOtherNamesOfWhatStan
 }
 
 TEST_F(InstalledApplicationsTest, anEmulatorWithoutAnEntryIsTerminal) {
-    const auto program = makeProgram("path/kitty", "");
-    const ScopedVariable path("PATH", place("path"));
+    const auto program = makeProgram("kitty/kitty", "");
+    const ScopedVariable path("PATH", place("kitty"));
     const auto terminal = installed_.byBundlePath(terminalPath).value();
     EXPECT_EQ(text::joined({terminal.name, terminal.displayName, terminal.bundleIdentifier,
                             terminal.bundlePath, terminal.executable, terminal.exec},
@@ -201,7 +201,6 @@ TEST_F(InstalledApplicationsTest, anEmulatorWithoutAnEntryIsTerminal) {
               "Terminal|Terminal|" + std::string(terminalIdentifier) + "|" +
                   std::string(terminalPath) + "|" + program + "|" + program);
     EXPECT_TRUE(terminal.isShown && terminal.isTerminalEmulator);
-    fs::remove(program);
 }
 
 TEST_F(InstalledApplicationsTest, aNameOfBeforeFitsWhereNothingElseIsCalledSo) {
