@@ -44,11 +44,10 @@ constexpr double frame = 1000.0 / 60;
 
 constexpr auto bareView = R"(
 import QtQuick
-import QtQuick.Controls.Basic
 Window {
     required property var names
     width: 1000; height: 700
-    TextField { width: 240; height: 71; onTextEdited: names.setFilterFixedString(text) }
+    TextInput { width: 240; height: 71; onTextEdited: names.setFilterFixedString(text) }
     ListView {
         y: 71; width: 1000; height: 629
         clip: true; spacing: 24; model: names
@@ -104,7 +103,7 @@ public:
         : Measured(window, names, findItem(window.contentItem(), "QQuickListView")) {}
     Measured(QQuickWindow& window, const QStringList& names, QQuickItem* list)
         : window_(window), names_(names), list_(list),
-          field_(findItem(window.contentItem(), "QQuickTextField")) {
+          field_(findItem(window.contentItem(), "QQuickTextInput")) {
         QObject::connect(&window, &QQuickWindow::frameSwapped, [this] { ++frames_; });
         window.show();
         waitFor([&] { return frames_ > 0; });

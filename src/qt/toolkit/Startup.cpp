@@ -9,8 +9,9 @@
 #include <QFont>
 #include <QGuiApplication>
 #include <QIcon>
-#include <QQuickStyle>
 #include <QQuickWindow>
+
+#include <fontconfig/fontconfig.h>
 
 void qml_register_types_Corvane();
 
@@ -22,10 +23,22 @@ bool hasGraphicsProcessor() {
     return !QDir("/dev/dri").entryList({"renderD*"}, QDir::System).isEmpty();
 }
 
+/// The symbols' font is installed for web pages too, packed, and was taken so: to unpack it takes a
+/// twentieth of the start.
+void leaveOutWebFonts() {
+    constexpr auto rule =
+        "<fontconfig><selectfont><rejectfont><glob>*.woff*</glob></rejectfont></selectfont></fontconfig>";
+    FcConfig* fonts = FcInitLoadConfig();
+    if (!fonts) return;
+    if (FcConfigParseAndLoadFromMemory(fonts, reinterpret_cast<const FcChar8*>(rule), FcFalse))
+        FcConfigSetCurrent(fonts);
+    FcConfigDestroy(fonts);
+}
+
 } // namespace
 
 void prepareApplication() {
-    QQuickStyle::setStyle("Basic");
+    leaveOutWebFonts();
     // A graphics driver that only imitates a processor of its own doubles the time of the start and
     // the memory. The environment can still ask for it.
     if (!hasGraphicsProcessor() && !qEnvironmentVariableIsSet("QSG_RHI_BACKEND")) {

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import Corvane
 
 // Says that a workspace was started.
@@ -11,15 +10,16 @@ Rectangle {
     radius: height / 2
     color: Theme.faded(Theme.greenFill, 0.2)
 
-    RowLayout {
+    Row {
         id: row
 
         anchors.centerIn: parent
         spacing: Theme.spacingS
 
         Rectangle {
-            implicitWidth: 8
-            implicitHeight: 8
+            anchors.verticalCenter: parent.verticalCenter
+            width: 8
+            height: 8
             radius: Theme.tinyRadius
             color: Theme.green
 

@@ -1,5 +1,5 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Corvane
 
 // The tile with the dots, and its menu, which is made when it is wanted.
@@ -7,7 +7,7 @@ ActionButton {
     id: button
 
     required property WorkspaceCardData card
-    property Menu menu: null
+    property T.Menu menu: null
 
     implicitWidth: 28
     implicitHeight: 28
@@ -37,7 +37,8 @@ ActionButton {
                 text: "Duplicate"
                 onTriggered: button.card.workspaces.duplicate(button.card.workspaceId)
             }
-            MenuSeparator {
+            T.MenuSeparator {
+                implicitHeight: implicitContentHeight + 2 * padding
                 padding: Theme.spacingXS
                 contentItem: Rectangle {
                     implicitHeight: 1

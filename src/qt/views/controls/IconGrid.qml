@@ -1,5 +1,5 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Corvane
 
 // Symbols to pick one of, eight in a row.
@@ -27,7 +27,7 @@ Rectangle {
         cellHeight: 36
         boundsBehavior: Flickable.StopAtBounds
         activeFocusOnTab: false
-        ScrollBar.vertical: ScrollBar {}
+        T.ScrollBar.vertical: ThemedScrollBar {}
 
         delegate: Item {
             id: cell

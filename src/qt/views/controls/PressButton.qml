@@ -1,9 +1,9 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 
 // A button without a look of its own, named by its text. Space, Return and what assists a user press
 // it like the pointer; a key that is held down presses once.
-AbstractButton {
+T.AbstractButton {
     id: button
 
     // What assistive programs hear of it. Where they come later than it, the toolkit puts a button's
@@ -22,6 +22,8 @@ AbstractButton {
         clicked();
     }
 
+    implicitWidth: Math.max(implicitBackgroundWidth, implicitContentWidth + leftPadding + rightPadding)
+    implicitHeight: Math.max(implicitBackgroundHeight, implicitContentHeight + topPadding + bottomPadding)
     focusPolicy: Qt.StrongFocus
     Accessible.role: spokenRole
     Accessible.checkable: isToggle

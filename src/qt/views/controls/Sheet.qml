@@ -1,10 +1,9 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import QtQuick.Templates as T
 import Corvane
 
 // What stands above a window and takes all input until it is closed.
-Popup {
+T.Popup {
     id: sheet
 
     // What had the keyboard before, and what that is in.
@@ -34,6 +33,8 @@ Popup {
     property int wantedHeight: 0
     readonly property int most: 24
 
+    implicitWidth: contentWidth + 2 * padding
+    implicitHeight: contentHeight + 2 * padding
     width: Math.min(wantedWidth, parent ? parent.width - most : wantedWidth)
     height: wantedHeight > 0 ? Math.min(wantedHeight, parent ? parent.height - most : wantedHeight) : implicitHeight
     parent: T.Overlay.overlay
@@ -48,7 +49,7 @@ Popup {
     modal: true
     focus: true
     padding: Theme.sheetPadding
-    closePolicy: Popup.CloseOnEscape
+    closePolicy: T.Popup.CloseOnEscape
 
     T.Overlay.modal: Rectangle {
         color: Theme.shade

@@ -1,5 +1,5 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import QtQuick.Layouts
 
 // What a sheet holds, from top to bottom. Where it has no room it scrolls, also to what the keyboard
@@ -18,8 +18,8 @@ Flickable {
     clip: true
     interactive: contentHeight > height
     boundsBehavior: Flickable.StopAtBounds
-    ScrollBar.vertical: ScrollBar {
-        policy: scroll.interactive ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
+    T.ScrollBar.vertical: ThemedScrollBar {
+        policy: scroll.interactive ? T.ScrollBar.AlwaysOn : T.ScrollBar.AlwaysOff
     }
 
     onFocusedChanged: {

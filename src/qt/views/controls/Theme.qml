@@ -52,6 +52,7 @@ QtObject {
     readonly property color dropRed: "#FF3B30"
     readonly property color dropBlue: "#0A7AFF"
     readonly property color switchOff: mixed("#B9B9BF", "#55555B")
+    readonly property color scrollBar: mixed("#A3A3AA", "#68686F")
     readonly property color tipBackground: mixed("#FBFBFC", "#38383C")
     readonly property color shade: Qt.rgba(0, 0, 0, 0.3 + 0.2 * darkness)
     readonly property color greenFill: mixed("#2BA24A", "#238A40")

@@ -1,12 +1,13 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Corvane
 
-MenuItem {
+T.MenuItem {
     id: item
 
     property bool isDestructive: false
 
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: 28
     // As a button's.
     property bool isToggle: false

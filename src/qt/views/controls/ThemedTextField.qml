@@ -1,13 +1,15 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Corvane
 
-TextField {
+T.TextField {
     id: field
 
     implicitHeight: 30
+    padding: 6
     leftPadding: Theme.fieldPadding
     rightPadding: Theme.fieldPadding
+    verticalAlignment: TextInput.AlignVCenter
     color: Theme.label
     placeholderTextColor: Theme.secondaryLabel
     selectionColor: Theme.blueFill
@@ -19,6 +21,19 @@ TextField {
     Keys.onReturnPressed: event => event.accepted = event.isAutoRepeat
     Keys.onEnterPressed: event => event.accepted = event.isAutoRepeat
 
+    Text {
+        x: field.leftPadding
+        width: field.width - field.leftPadding - field.rightPadding
+        height: field.height
+        visible: field.length === 0 && field.preeditText === ""
+        text: field.placeholderText
+        textFormat: Text.PlainText
+        font: field.font
+        color: field.placeholderTextColor
+        verticalAlignment: Text.AlignVCenter
+        elide: Text.ElideRight
+        Accessible.ignored: true
+    }
     background: Rectangle {
         radius: Theme.smallRadius
         color: Theme.fieldBackground

@@ -1,13 +1,19 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Corvane
 
 // What a control says of itself when the pointer rests on it.
-ToolTip {
+T.ToolTip {
     id: tip
 
+    x: parent ? (parent.width - width) / 2 : 0
+    y: -implicitHeight - 3
+    implicitWidth: contentWidth + 2 * padding
+    implicitHeight: contentHeight + 2 * padding
+    margins: 6
     delay: 600
     padding: Theme.spacingS
+    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent | T.Popup.CloseOnReleaseOutsideParent
     width: Math.min(implicitWidth, 420)
 
     contentItem: Text {

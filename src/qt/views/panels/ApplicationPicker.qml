@@ -1,5 +1,5 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import QtQuick.Layouts
 import Corvane
 
@@ -74,7 +74,7 @@ Window {
                 model: window.panel
                 Accessible.role: Accessible.List
                 Accessible.name: "Applications"
-                ScrollBar.vertical: ScrollBar {}
+                T.ScrollBar.vertical: ThemedScrollBar {}
 
                 delegate: ApplicationEntry {
                     required property int index

@@ -1,5 +1,5 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import QtQuick.Layouts
 import Corvane
 
@@ -12,7 +12,7 @@ Sheet {
     wantedWidth: 480
     wantedHeight: 580
     // No key gives up what was typed.
-    closePolicy: Popup.NoAutoClose
+    closePolicy: T.Popup.NoAutoClose
     onClosed: {
         sheet.cancel();
         destroy();

@@ -1,5 +1,5 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Corvane
 
 // The rows, made as they come into sight. A long list scrolls in itself.
@@ -19,6 +19,7 @@ ListView {
     height: Math.min(longest, Math.max(44, contentHeight))
     clip: true
     interactive: contentHeight > height
+    currentIndex: -1
     boundsBehavior: Flickable.StopAtBounds
     activeFocusOnTab: false
     keyNavigationEnabled: false
@@ -26,8 +27,8 @@ ListView {
     cacheBuffer: 150
     model: resources
     reuseItems: true
-    ScrollBar.vertical: ScrollBar {
-        policy: list.interactive ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
+    T.ScrollBar.vertical: ThemedScrollBar {
+        policy: list.interactive ? T.ScrollBar.AlwaysOn : T.ScrollBar.AlwaysOff
     }
 
     onFocusItemChanged: {

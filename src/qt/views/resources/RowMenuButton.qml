@@ -1,5 +1,5 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Corvane
 
 // The dots at the end of a row, and its menu, which is made when it is wanted.
@@ -7,7 +7,7 @@ SymbolButton {
     id: button
 
     required property ResourceRowData row
-    property Menu menu: null
+    property T.Menu menu: null
 
     function open() {
         if (!menu)

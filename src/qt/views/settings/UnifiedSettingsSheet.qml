@@ -1,5 +1,5 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import QtQuick.Layouts
 import Corvane
 
@@ -90,7 +90,7 @@ Sheet {
             contentHeight: sections.implicitHeight + 2 * Theme.looseSpacing
             clip: true
             boundsBehavior: Flickable.StopAtBounds
-            ScrollBar.vertical: ScrollBar {}
+            T.ScrollBar.vertical: ThemedScrollBar {}
 
             SettingsSections {
                 id: sections

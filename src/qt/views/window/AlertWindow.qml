@@ -1,5 +1,5 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Corvane
 
 // An alert: a text, perhaps a checkbox, and buttons, the first of which is the default one. Its
@@ -77,7 +77,7 @@ Window {
                 interactive: contentHeight > height
                 boundsBehavior: Flickable.StopAtBounds
                 clip: true
-                ScrollBar.vertical: ScrollBar {}
+                T.ScrollBar.vertical: ThemedScrollBar {}
 
                 BodyText {
                     id: messageText

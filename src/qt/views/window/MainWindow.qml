@@ -10,6 +10,7 @@ Window {
     required property SettingsModel settings
     required property UndoModel undo
     property Sheet settingsSheet: null
+    property Sheet finishDialog: null
 
     title: "Corvane"
     width: 1000
@@ -46,11 +47,12 @@ Window {
             workspaces: window.workspaces
             onNewSpaceWanted: window.header.openNewSpaceSheet()
         }
-        UndoBar {
+        Loader {
+            id: undoBar
+
             anchors.horizontalCenter: parent.horizontalCenter
             anchors.bottom: parent.bottom
             anchors.bottomMargin: Theme.sheetPadding
-            undo: window.undo
         }
     }
 
@@ -80,6 +82,10 @@ Window {
 
         function onChanged() {
             announcement.say(window.undo.text);
+            if (window.undo.text !== "" && !undoBar.item)
+                undoBar.setSource("UndoBar.qml", {
+                    undo: window.undo
+                });
         }
     }
 
@@ -101,9 +107,13 @@ Window {
         function onSheetChanged() {
             window.showSheet(window.workspaces.editSheet);
         }
+        function onContentChanged() {
+            if (window.workspaces.finishMessage !== "" && !window.finishDialog)
+                window.makeFinishDialog();
+        }
     }
 
-    // By its file, so that none is read before it is wanted.
+    // By its file, as all that isn't seen at the start, so that none is read before it is wanted.
     function makeSheet(file: string, properties: var): Sheet {
         const component = Qt.createComponent(file);
         if (component.status !== Component.Ready)
@@ -123,13 +133,14 @@ Window {
             });
         settingsSheet.open();
     }
-
-    ConfirmationDialog {
-        title: "Finish Workspace?"
-        message: window.workspaces.finishMessage
-        confirmTitle: "Finish & Close"
-        isWanted: message !== ""
-        onConfirmed: window.workspaces.confirmFinish()
-        onCancelled: window.workspaces.cancelFinish()
+    function makeFinishDialog() {
+        finishDialog = makeSheet("../cards/ConfirmationDialog.qml", {
+            title: "Finish Workspace?",
+            confirmTitle: "Finish & Close",
+            message: Qt.binding(() => workspaces.finishMessage),
+            isWanted: Qt.binding(() => workspaces.finishMessage !== "")
+        });
+        finishDialog.confirmed.connect(workspaces.confirmFinish);
+        finishDialog.cancelled.connect(workspaces.cancelFinish);
     }
 }

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import Corvane
 
 // Title, search and the controls of the whole program.
@@ -30,18 +29,19 @@ Rectangle {
         width: parent.width - 2 * Theme.sheetPadding
         spacing: Theme.spacingL
 
-        RowLayout {
+        Row {
             width: line.width - search.width - 12 - (header.isNarrow ? 0 : buttons.width + 12)
             height: 48
             spacing: Theme.spacingL
 
             Drawing {
-                implicitWidth: 48
-                implicitHeight: 48
+                width: 48
+                height: 48
                 source: ":/data/mac.svg"
             }
             BodyText {
-                Layout.fillWidth: true
+                anchors.verticalCenter: parent.verticalCenter
+                width: parent.width - 48 - 12 - (problem.visible ? problem.width + 12 : 0)
                 text: "Workspace Manager"
                 elide: Text.ElideRight
                 // The narrowest window has room for it at 20.
@@ -51,6 +51,9 @@ Rectangle {
                 font.weight: Font.DemiBold
             }
             SymbolButton {
+                id: problem
+
+                anchors.verticalCenter: parent.verticalCenter
                 visible: header.model.savingProblem !== ""
                 implicitWidth: 32
                 implicitHeight: 32

@@ -45,7 +45,7 @@ Rectangle {
         spacing: Theme.spacingL
 
         BodyText {
-            Layout.maximumWidth: Math.min(360, bar.parent.width - 160)
+            Layout.maximumWidth: Math.min(360, bar.Window.width - 160)
             text: bar.isWanted ? bar.undo.text : bar.last
             elide: Text.ElideMiddle
             maximumLineCount: 1

@@ -1,5 +1,5 @@
 import QtQuick
-import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Corvane
 
 // The cards, or what stands in their place.
@@ -8,6 +8,7 @@ Item {
 
     required property WorkspaceListModel workspaces
     readonly property Item focusItem: Window.activeFocusItem
+    property bool isDrawn: false
 
     signal newSpaceWanted
 
@@ -18,6 +19,14 @@ Item {
         const reason = focusItem ? focusItem.focusReason : Qt.NoFocusReason; // qmllint disable
         if (reason === Qt.TabFocusReason || reason === Qt.BacktabFocusReason)
             Qt.callLater(list.reveal, focusItem);
+    }
+    Connections {
+        target: view.Window.window
+        enabled: !view.isDrawn
+
+        function onFrameSwapped() {
+            view.isDrawn = true;
+        }
     }
     Connections {
         target: view.workspaces
@@ -52,12 +61,13 @@ Item {
         clip: true
         model: view.workspaces
         reuseItems: true
-        // A card more on either side, for the keyboard to go to.
-        cacheBuffer: 150
+        currentIndex: -1
+        // A card more on either side, for the keyboard to go to, behind the first frame.
+        cacheBuffer: view.isDrawn ? 150 : 0
         activeFocusOnTab: false
         boundsBehavior: Flickable.StopAtBounds
-        ScrollBar.vertical: ScrollBar {
-            policy: list.contentHeight + 48 > list.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
+        T.ScrollBar.vertical: ThemedScrollBar {
+            policy: list.contentHeight + 48 > list.height ? T.ScrollBar.AlwaysOn : T.ScrollBar.AlwaysOff
         }
 
         delegate: WorkspaceCardView {
