@@ -26,6 +26,8 @@
 #include <ctime>
 #include <fstream>
 
+#include <unistd.h>
+
 /// Measures the main window with 1,000 workspaces beside a bare list of as many lines of text, both
 /// drawn by the processor: from a key in the search field to the new list painted, and what a frame
 /// takes while the list scrolls; then a key where cards are expanded beside one where none is, and
@@ -311,6 +313,36 @@ bool compareRows(QQmlEngine& engine) {
     return met;
 }
 
+double residentMebibytes() {
+    std::ifstream statm("/proc/self/statm");
+    double all = 0, resident = 0;
+    statm >> all >> resident;
+    return resident * double(::sysconf(_SC_PAGESIZE)) / (1 << 20);
+}
+
+/// Writes the milliseconds in which a card of that many resources is expanded and painted, and the
+/// memory that it takes in MiB.
+void open(QQmlEngine& engine, std::size_t count) {
+    const auto workspaces = sampleWorkspaces(1, count);
+    RealWindow real(engine, workspaces);
+    int frames = 0;
+    QObject::connect(real.view.get(), &QQuickWindow::frameSwapped, [&] { ++frames; });
+    real.view->show();
+    const auto waitFor = [](auto&& condition) {
+        while (!condition())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    };
+    waitFor([&] { return frames > 0; });
+    auto* cards = findItem(real.view->contentItem(), "QQuickListView");
+    const double before = residentMebibytes();
+    QElapsedTimer clock;
+    clock.start();
+    real.expand(workspaces.front());
+    waitFor([&] { return innerList(cards) != nullptr; });
+    waitFor([&, seen = frames] { return frames > seen; });
+    std::printf("%.1f %.1f\n", double(clock.nsecsElapsed()) / 1e6, residentMebibytes() - before);
+}
+
 bool compare(QQmlEngine& engine, const std::vector<Workspace>& workspaces) {
     const auto names = namesOf(workspaces);
     QStringListModel all(names);
@@ -344,17 +376,22 @@ bool compare(QQmlEngine& engine, const std::vector<Workspace>& workspaces) {
 } // namespace
 } // namespace corvane::bench
 
-/// The argument is a file that becomes a workspaces file with what was measured.
+/// The argument is a file that becomes a workspaces file with what was measured; "--rows" and a
+/// number measure a card of that many resources instead.
 int main(int argc, char** argv) {
     using namespace corvane;
     qputenv("QT_QUICK_BACKEND", "software");
     prepareApplication();
     QApplication application(argc, argv);
     nameApplication(application);
-    const auto workspaces = bench::sampleWorkspaces(bench::workspaceCount, bench::resourcesEach);
-    if (argc > 1) std::ofstream(argv[1]) << encodeWorkspaces(workspaces);
     QQmlEngine engine;
     addViews(engine);
+    if (argc > 2 && argv[1] == std::string_view("--rows")) {
+        bench::open(engine, std::strtoul(argv[2], nullptr, 10));
+        return 0;
+    }
+    const auto workspaces = bench::sampleWorkspaces(bench::workspaceCount, bench::resourcesEach);
+    if (argc > 1) std::ofstream(argv[1]) << encodeWorkspaces(workspaces);
     bool met = bench::compare(engine, workspaces);
     met &= bench::compareKeys(engine, workspaces);
     met &= bench::compareRows(engine);

@@ -22,7 +22,7 @@ using Clock = std::chrono::steady_clock;
 constexpr std::uint32_t background = 0xECECEE;
 constexpr std::uint32_t colorMask = 0xFFFFFF;
 constexpr int cornerDistance = 4;
-constexpr double allowedRatio = 1.5;
+constexpr double allowedRatio = 1.25;
 
 struct Free {
     void operator()(void* memory) const { std::free(memory); }
