@@ -126,6 +126,7 @@ TEST_F(InstalledApplicationsTest, anEntrysFileIsItsApplicationAndSoIsACopy) {
         {"Desktop/broken.desktop", ""},
         {"Desktop/text.txt", ""},
         {"Desktop/missing.desktop", ""}};
+    EXPECT_EQ(installed_.byBundlePath("/Applications/X Internal.app")->name, "X Internal");
     for (const auto& [file, name] : cases)
         EXPECT_EQ(bundles_.bundlePathOfLauncher(place(file)).value_or(""),
                   name.empty() ? "" : "/Applications/" + name + ".app")
@@ -252,6 +253,7 @@ TEST(ExecLine, fillsInFieldCodes) {
         {"edit %F", {web}, {}, "The application can open only files, not " + web + "."},
         {"sh -c \"cat %f\"", {file}, {}, "sh|-c|cat ${1+\"${1}\"}|sh|/tmp/a b"},
         {"sh -c \"cat %f\"", {}, {}, "sh|-c|cat ${1+\"${1}\"}|sh"},
+        {"sh -c", {file}, {}, "sh|-c|/tmp/a b"},
         {"env A=b /bin/bash -lc 'x \"%u\" 5%% %c' me",
          {web},
          {},

@@ -353,6 +353,10 @@ TEST_F(OpeningTest, anEntryWithoutAProgramIsStartedOnTheBusWithItsTokenAndNoArgu
     EXPECT_EQ(openTool({"-a", "On Bus", note_}), 0);
     EXPECT_EQ(openTool({"-a", "On Bus", "--args", "x"}), 1);
     EXPECT_EQ(ended_, Records{"token-2"});
+    EXPECT_EQ(launchEntry(*installed_.byDesktopId("test.on.bus.desktop"), {}, {"x"}, {})
+                  .error()
+                  .localizedDescription,
+              "On Bus could not be opened: it is started over the session bus, with no arguments.");
     EXPECT_EQ(openTool({"-a", "On Bus"}), 0) << "it may take as long as it likes";
     answers.set_value();
     EXPECT_EQ(service.calls(), (Records{"Open (['" + noteUrl_ + "'], " + told("token-1") + ")",
