@@ -11,6 +11,7 @@
 #include <chrono>
 #include <thread>
 
+#include <glib.h>
 #include <gtest/gtest.h>
 
 using namespace corvane;
@@ -50,6 +51,36 @@ TEST_F(InstalledApplicationsTest, anEntryIsABundleNamedInBothLanguages) {
     EXPECT_EQ(bundle.displayName, "Textbearbeitung");
     EXPECT_EQ(bundle.name, "Text Editor");
     EXPECT_FALSE(bundles_.open("/Applications/Textbearbeitung.app"));
+}
+
+TEST_F(InstalledApplicationsTest, everyKeyOfAnEntryIsRead) {
+    const std::tuple<std::string, std::string, std::string> entries[]{
+        {"Name", "Exec=sh -c y\nTryExec=cat\nIcon=pen\nStartupNotify=true",
+         "k.e.desktop|k.e|Name|Name||sh -c y|sh|cat|pen| shown token"},
+        {"", "Exec=sh\nNoDisplay=true\nTerminal=true\nStartupNotify=true",
+         "k.e.desktop|k.e|k.e|k.e||sh|sh||| terminal"},
+        {"Name",
+         "Exec=sh\nStartupWMClass=C\nCategories=System;TerminalEmulator;\n"
+         "X-TerminalArgExec=--old\nDBusActivatable=true",
+         "k.e.desktop|k.e|Name|Name|C|sh|sh|||--old shown bus emulator"},
+        {"Name", "Exec=sh\nTerminalArgExec=--new\nX-TerminalArgExec=--old\nCategories=Terminal;",
+         "k.e.desktop|k.e|Name|Name||sh|sh|||--new shown"}};
+    for (const auto& [name, keys, read] : entries) {
+        install("k.e", name, keys);
+        const auto a = installed_.byDesktopId("k.e.desktop").value();
+        auto text =
+            text::joined({a.desktopId, a.bundleIdentifier, a.name, a.displayName, a.startupWmClass,
+                          a.exec, a.executable, a.tryExec, a.icon, a.terminalOption},
+                         "|");
+        for (const auto& [is, word] : {std::pair{a.isShown, " shown"},
+                                       {a.dbusActivatable, " bus"},
+                                       {a.needsTerminal, " terminal"},
+                                       {a.takesToken, " token"},
+                                       {a.isTerminalEmulator, " emulator"}})
+            text += is ? word : "";
+        EXPECT_EQ(text, read);
+        EXPECT_EQ(a.desktopFile, place("data/applications/k.e.desktop"));
+    }
 }
 
 TEST_F(InstalledApplicationsTest, theProgramKnowsItselfAndTheSystem) {
@@ -113,6 +144,8 @@ TEST_F(InstalledApplicationsTest, anEntrysFileIsItsApplicationAndSoIsACopy) {
     const std::string entry = "[Desktop Entry]\nType=Application\nExec=sh\nName=";
     write(place("Desktop/copied.desktop"), entry + "X Tool\n");
     write(place("Desktop/own.desktop"), entry + "X Tool of mine\n");
+    write(place("Desktop/imposter.desktop"),
+          "[Desktop Entry]\nType=Application\nExec=cat\nName=X Tool\n");
     write(place("Desktop/broken.desktop"), "[Desktop Entry\nName=X Tool");
     write(place("Desktop/text.txt"), entry + "X Tool\n");
     fs::create_symlink(place("data/applications/x.tool.desktop"), place("Desktop/linked.desktop"));
@@ -123,6 +156,7 @@ TEST_F(InstalledApplicationsTest, anEntrysFileIsItsApplicationAndSoIsACopy) {
         {"Desktop/copied.desktop", "X Tool"},
         {"Desktop/linked.desktop", "X Tool"},
         {"Desktop/own.desktop", ""},
+        {"Desktop/imposter.desktop", ""},
         {"Desktop/broken.desktop", ""},
         {"Desktop/text.txt", ""},
         {"Desktop/missing.desktop", ""}};
@@ -202,6 +236,8 @@ TEST_F(InstalledApplicationsTest, anEmulatorWithoutAnEntryIsTerminal) {
               "Terminal|Terminal|" + std::string(terminalIdentifier) + "|" +
                   std::string(terminalPath) + "|" + program + "|" + program);
     EXPECT_TRUE(terminal.isShown && terminal.isTerminalEmulator);
+    EXPECT_EQ(installed_.visible().front(), terminal) << "it can be picked";
+    EXPECT_FALSE(lists(installed_.shown(), std::string(terminalPath)));
 }
 
 TEST_F(InstalledApplicationsTest, aNameOfBeforeFitsWhereNothingElseIsCalledSo) {
@@ -217,6 +253,25 @@ TEST_F(InstalledApplicationsTest, aNameOfBeforeFitsWhereNothingElseIsCalledSo) {
     }
     EXPECT_EQ(seen, "Pad () Notes [b.two] () Notes [c.three] (Zettel) In:Out (In/Out) "
                     "In:Out [e.hidden] (Innen) ");
+    const std::pair<const char*, const char*> names[]{{"pad", "a.one"},
+                                                      {"Block", "b.two"},
+                                                      {"NOTES", "b.two"},
+                                                      {"zettel", "c.three"},
+                                                      {"in/out", "d.four"},
+                                                      {"In:Out.app", "d.four"},
+                                                      {"Innen", "e.hidden"},
+                                                      {"c.three", "c.three"},
+                                                      {"B.Two.Desktop", "b.two"},
+                                                      {"Notes [c.three].app", "c.three"},
+                                                      {"sh", ""},
+                                                      {"Finder", "test.files"},
+                                                      {"safari", "test.web"},
+                                                      {"Nobody", ""},
+                                                      {"", ""}};
+    for (const auto& [name, id] : names) {
+        const auto found = applicationNamed(installed_, name);
+        EXPECT_EQ(found ? found->bundleIdentifier : "", id) << name;
+    }
 }
 
 std::string commandsOf(const std::string& exec, const std::vector<std::string>& uris,
@@ -268,6 +323,15 @@ TEST(ExecLine, fillsInFieldCodes) {
         {R"(sh -e -c 'x \" %f')", {file}, {}, R"(sh|-e|-c|x \" ${1+"${1}"}|sh|/tmp/a b)"},
         {"sh -c 'x %f %'", {file}, {}, "sh|-c|x ${1+\"${1}\"} %|sh|/tmp/a b"},
         {"edit 100%", {}, {}, "edit|100%"},
+        {"/usr/bin/env sh +x -c \"cat %f\"",
+         {file},
+         {},
+         "/usr/bin/env|sh|+x|-c|cat ${1+\"${1}\"}|sh|/tmp/a b"},
+        {"bash --rc %f", {file}, {}, "bash|--rc|/tmp/a b"},
+        {R"x(sh -c 'x "$(cat %f)"')x", {file}, {}, inTheMiddle},
+        {"sh -c 'x \"`cat %f`\"'", {file}, {}, inTheMiddle},
+        {R"x(sh -c 'x "%f" "$(y)"')x", {file}, {}, R"x(sh|-c|x "${1}" "$(y)"|sh|/tmp/a b)x"},
+        {"edit %f", {"file://" + std::string(g_get_host_name()) + "/c"}, {}, "edit|/c"},
         {"perl -e \"open %f\"", {file}, {}, inTheMiddle},
         {"xterm -e \"cat %f\"", {file}, {}, inTheMiddle},
         {"edit %u",

@@ -90,6 +90,9 @@ TEST(TerminalEmulatorTest, knowsTheEntryOfTheEmulator) {
     fs::remove(place("config/mine-xdg-terminals.list"));
     EXPECT_EQ(preferredIn({"newterm"}, installed), "newterm -e, is newterm of a.desktop");
     EXPECT_EQ(preferredIn({"other"}, {installed[4]}), "other --run, is other of e.desktop");
+    const auto elsewhere = makeProgram("opt/gnome-terminal", "");
+    EXPECT_EQ(preferredIn({}, {entry("f.desktop", elsewhere)}),
+              "gnome-terminal --, is gnome-terminal of f.desktop");
     auto hidden = installed[4];
     hidden.isShown = false;
     EXPECT_EQ(preferredIn({"other"}, {hidden}), "other --run, is other of e.desktop");
@@ -136,7 +139,7 @@ TEST(TerminalEmulatorTest, aShellIsHandedItsCommandInItsOwnWay) {
         return text::joined(all, " ");
     };
     for (const auto* name : {"bash", "sh", "dash", "ksh", "ksh93", "mksh", "ash", "zsh"}) {
-        const std::string shell = "/bin/" + std::string(name);
+        const std::string shell = "/opt/" + std::string(name);
         EXPECT_EQ(words(shell), shell + " -i -c " + shell + " make");
     }
     EXPECT_EQ(words("/bin/fish"), "/bin/fish --interactive --init-command make");
