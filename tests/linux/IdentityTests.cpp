@@ -17,6 +17,7 @@ using namespace corvane::machine;
 namespace {
 
 struct IdentityTest : testing::Test {
+    using Words = std::vector<std::string>;
     void SetUp() override {
         const auto office = makeProgram("bin/office", "");
         install("test.writer", "Writer",
@@ -79,9 +80,12 @@ struct IdentityTest : testing::Test {
     InstalledApplications installed_;
     LaunchedApplications launched_;
     RunningApplications running_{installed_, system_, launched_};
-    std::vector<std::string> jobs_;
-    Quitting quitting_{system_, running_,
-                       [this](const auto& names, const auto&) { jobs_ = names; }};
+    Words jobs_;
+    std::function<void()> endJobs_;
+    Quitting quitting_{system_, running_, [this](const auto& names, const auto& terminate) {
+                           jobs_ = names;
+                           endJobs_ = terminate;
+                       }};
     std::list<Program> programs_;
     std::vector<pid_t> started_;
 };
@@ -107,7 +111,7 @@ TEST_F(IdentityTest, oneProcessIsAsManyApplicationsAsItsWindowsName) {
     EXPECT_EQ(accessibility.windows(c.processIdentifier)->size(), 1u);
     system_.clients[0].ignoresClose = true;
     EXPECT_TRUE(quitting_.terminate(c));
-    EXPECT_EQ(system_.askedToClose, std::vector<std::string>{"sums"});
+    EXPECT_EQ(system_.askedToClose, Words{"sums"});
     EXPECT_FALSE(quitting_.forceTerminate(c)) << "the process holds another application";
     EXPECT_TRUE(quitting_.terminate(w));
     EXPECT_EQ(text::joined(system_.askedToClose, " "), "sums list tip letter");
@@ -171,10 +175,15 @@ TEST_F(IdentityTest, onlyMainWindowsMakeAnApplicationAndTheirWordsCountFirst) {
     system_.clients.erase(system_.clients.begin());
     EXPECT_EQ(all().find("accessory"), std::string::npos) << "whose owner has gone: " << all();
     system_.clients.clear();
-    show("palette", editor, "calc").kind = WindowKind::other;
+    auto& palette = show("palette", editor, "calc");
+    palette.kind = WindowKind::other;
+    const auto number = palette.window.number;
     show("sheet", editor);
     show("letter", editor, "writer");
-    EXPECT_EQ(all(), writer + " sheet letter; " + calc + " accessory palette");
+    auto& colours = show("colours", editor);
+    colours.owner = number;
+    colours.skipsTaskbar = true;
+    EXPECT_EQ(all(), writer + " sheet letter; " + calc + " accessory palette colours");
 }
 
 TEST_F(IdentityTest, onlyWhatTakesARequestIsAsked) {
@@ -183,8 +192,38 @@ TEST_F(IdentityTest, onlyWhatTakesARequestIsAsked) {
     EXPECT_FALSE(quitting_.terminate(named("Writer")) || quitting_.forceTerminate(named("Writer")));
     show("hears", process, "writer");
     EXPECT_TRUE(quitting_.terminate(named("Writer")));
-    EXPECT_EQ(system_.askedToClose, std::vector<std::string>{"hears"});
+    EXPECT_EQ(system_.askedToClose, Words{"hears"});
     EXPECT_TRUE(programs_.front().isRunning());
+
+    struct : MemoryWindowSystem {
+        WindowAnswer askToClose(std::span<const WindowRef>, Deadline) override {
+            return WindowAnswer::unanswered;
+        }
+    } silent;
+    silent.clients = {{.window = show("silent", process, "writer")}};
+    Quitting quitting(silent, running_, {});
+    EXPECT_FALSE(quitting.terminate(named("Writer")) || quitting.forceTerminate(named("Writer")))
+        << "nobody says that it was asked";
+}
+
+TEST_F(IdentityTest, aTerminalIsOneWhateverRunsInItAndTheUserIsAskedAboutThat) {
+    const auto emulator = place("bin/xterm");
+    fs::copy_file("/usr/bin/script", emulator, fs::copy_options::overwrite_existing);
+    install("test.pager", "Pager", "Exec=less\nTerminal=true");
+    const auto process =
+        startDetached({emulator, "-qc", "exec sleep 61", "/dev/null"},
+                      {.desktopFile = installed_.byDesktopId("test.pager.desktop")->desktopFile});
+    started_.push_back(*process);
+    EXPECT_TRUE(comesTrue([&] { return foregroundJobsBelow(*process) == Words{"sleep"}; }));
+    show("pages", *process);
+    EXPECT_EQ(all(), "XTerm|debian-xterm|/Applications/XTerm.app|Terminal pages");
+    EXPECT_TRUE(quitting_.terminate(named("XTerm")));
+    EXPECT_EQ(jobs_, Words{"sleep"});
+    EXPECT_EQ(system_.askedToClose, Words{}) << "the user hasn't said yet";
+    show("letter", *process, "writer");
+    EXPECT_TRUE(all().ends_with(" pages; " + writer + " letter")) << all();
+    endJobs_();
+    EXPECT_EQ(system_.askedToClose, Words{"pages"});
 }
 
 TEST_F(IdentityTest, panelsAndDesktopsStay) {
@@ -194,7 +233,7 @@ TEST_F(IdentityTest, panelsAndDesktopsStay) {
     show("folder", files, "writer");
     EXPECT_FALSE(quitting_.terminate(named("Calc")));
     EXPECT_TRUE(quitting_.terminate(named("Writer"))) << "its other window goes";
-    EXPECT_EQ(system_.askedToClose, std::vector<std::string>{"folder"});
+    EXPECT_EQ(system_.askedToClose, Words{"folder"});
     for (const auto* name : {"Calc", "Writer"})
         EXPECT_FALSE(quitting_.terminate(named(name)) || quitting_.forceTerminate(named(name)));
 }
@@ -220,10 +259,11 @@ TEST_F(IdentityTest, aWindowOfOursIsFoundBeforeItIsListedAndElseByWhatIsMostLike
     RunningApplications running(installed_, early, launched_);
     const auto number = early.show({.window = {.process = getpid()}, .title = "Own"}).window.number;
     EXPECT_TRUE(running.ownWindow(number, "Ow") && !running.ownWindow(number, "Other"));
-    show("Own - Corvane", getpid());
     const auto other = show("Other", getpid()).window.number;
-    show("Own", program());
+    show("Own - Corvane", getpid());
+    show("None", program());
     EXPECT_EQ(running_.ownWindow(99, "Own")->title, "Own - Corvane");
+    EXPECT_EQ(running_.ownWindow(other, "Own")->title, "Own - Corvane");
     EXPECT_EQ(running_.ownWindow(other, "None")->title, "Other");
     EXPECT_FALSE(running_.ownWindow(99, "None"));
 }
@@ -270,7 +310,12 @@ TEST_F(IdentityTest, whereNobodyTellsProcessesApplicationsAreWhatTheirWindowsSay
     install("test.term", "Term", "Exec=xterm\nCategories=TerminalEmulator\nStartupWMClass=term");
     show("shell", 0, "term");
     EXPECT_TRUE(quitting_.terminate(named("Term")));
-    EXPECT_EQ(jobs_, std::vector<std::string>{"Term"}) << "what runs in it nobody tells";
+    EXPECT_EQ(jobs_, Words{"Term"}) << "what runs in it nobody tells";
+    system_.clients.clear();
+    launch("test.slow");
+    EXPECT_EQ(all(), "Slow|test.slow|/Applications/Slow.app");
+    show("slow", 0).hints.applicationId = "test.slow";
+    EXPECT_EQ(all(), "Slow|test.slow|/Applications/Slow.app slow") << "it has come";
     system_.clients.clear();
     install("test.nap", "Nap", "Exec=sleep 9");
     show("by its program", 0).hints.applicationId = "sleep";
@@ -350,6 +395,16 @@ TEST_F(IdentityTest, whatWasLaunchedRunsBeforeItShowsAWindow) {
     impatient.add(*installed_.byDesktopId("test.slow.desktop"), {program()});
     EXPECT_TRUE(comesTrue([&] { return impatient.underway({}).empty(); }));
     kill(behind[0], SIGKILL);
+
+    LaunchedApplications many;
+    many.add(*installed_.byDesktopId("test.calc.desktop"), {program()});
+    many.add(*installed_.byDesktopId("test.slow.desktop"), std::vector<pid_t>(300, program()));
+    const auto kept = many.underway({});
+    EXPECT_EQ(kept.at(0).application.name, "Slow") << "the newest ones are kept";
+    EXPECT_LT(kept.size(), 300u);
+    constexpr pid_t ended = 0x3ffffe;
+    many.add(*installed_.byDesktopId("test.slow.desktop"), {ended});
+    EXPECT_EQ(many.underway({}).size(), kept.size()) << "what has ended can't be told from others";
 }
 
 TEST_F(IdentityTest, whatALaunchedProgramOpensIsItsOwn) {
@@ -359,6 +414,9 @@ TEST_F(IdentityTest, whatALaunchedProgramOpensIsItsOwn) {
     ASSERT_TRUE(comesTrue([&] { return (processes = processesLaunchedAs(process)).size() == 2; }));
     const auto child = processes[0] == process ? processes[1] : processes[0];
     started_.push_back(child);
+    show("elsewhere", program(), "Stranger");
+    EXPECT_TRUE(all().starts_with("Stranger||")) << all();
+    system_.clients.clear();
     show("main", process, "Unknown");
     show("started from it", child, "Other");
     EXPECT_TRUE(all().starts_with("Slow|test.slow|/Applications/Slow.app main; Other||")) << all();

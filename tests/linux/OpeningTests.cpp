@@ -42,7 +42,7 @@ struct OpeningTest : testing::Test {
     const std::string noteUrl_ = Url::fromPath(note_).absoluteString();
     std::vector<RunningApplication> running_;
     std::vector<int> activated_;
-    std::vector<std::string> begun_, ended_;
+    std::vector<std::string> begun_, ended_, started_;
     InstalledApplications installed_;
     ApplicationOpener opener_{
         installed_,
@@ -51,6 +51,10 @@ struct OpeningTest : testing::Test {
              [this](const RunningApplication& which) {
                  activated_.push_back(which.processIdentifier);
                  return which.processIdentifier != 1;
+             },
+         .launched =
+             [this](const InstalledApplication& which, const std::vector<pid_t>& processes) {
+                 started_.push_back(which.name + " in " + std::to_string(processes.size()));
              },
          .beginLaunch =
              [this](const InstalledApplication& which) {
@@ -93,15 +97,18 @@ TEST_F(OpeningTest, refusesWhatNothingOpens) {
 
 TEST_F(OpeningTest, aBundleComesForwardOrStarts) {
     const auto viewer = Url::fromPath("/Applications/Viewer.app");
-    running_ = {process(1, "test.viewer"), process(2, "test.viewer"),
+    running_ = {{.processIdentifier = 9},
+                process(1, "test.viewer"),
+                process(2, "test.viewer"),
                 process(3, "com.apple.finder")};
     EXPECT_TRUE(applications_.openUrl(viewer));
     EXPECT_TRUE(applications_.openUrl(Url::fromPath("/Applications/Files.app")));
     EXPECT_EQ(activated_, (std::vector{1, 2, 3}));
-    running_.resize(1);
+    EXPECT_EQ(started_, Records{});
+    running_.resize(2);
     EXPECT_TRUE(applications_.openUrl(viewer));
     EXPECT_EQ(records("viewer", 1), Records{""}) << "process 1 has no window to show";
-    EXPECT_EQ(records("files", 0), Records{}) << "it came forward";
+    EXPECT_EQ(started_, Records{"Viewer in 1"});
     running_.clear();
     EXPECT_TRUE(ApplicationOpener(installed_, {}).open(viewer));
     EXPECT_EQ(records("viewer", 2), (Records{"", ""})) << "where nobody tells what runs";
@@ -149,6 +156,7 @@ TEST_F(OpeningTest, looksUpHandlersAndLists) {
     EXPECT_EQ(handler("file:///usr/"), "/Applications/Files.app");
     EXPECT_EQ(handler("file:///Applications/Web.app/"), "/Applications/Web.app");
     EXPECT_EQ(handler("unheard:of"), "");
+    EXPECT_EQ(handler("file://otherhost" + noteUrl_.substr(7)), "") << "it isn't that file";
     EXPECT_EQ(applications_.urlForApplication("test.web")->path(), "/Applications/Web.app");
     const auto all = applications_.urlsForApplications("");
     for (const char* path : {"/Applications/Web.app", "/Applications/Files.app"})
@@ -169,8 +177,12 @@ TEST_F(OpeningTest, revealingIsTheFileManagersAffairAndWithoutASessionBusOpensTh
                                "<arg type='s' direction='in'/></method></interface>"}},
                              [](const BusService::Call&) -> GVariant* { return nullptr; });
     applications_.activateFileViewerSelecting(Url::fromPath(note_));
-    EXPECT_TRUE(comesTrue([&] { return !service.calls().empty(); }));
-    EXPECT_EQ(service.calls(), Records{"ShowItems (['" + noteUrl_ + "'], '')"});
+    EXPECT_TRUE(comesTrue([&] { return service.calls().size() == 1; }));
+    applications_.activateFileViewerSelecting(Url::fromPath("/Applications/Viewer.app"));
+    EXPECT_TRUE(comesTrue([&] { return service.calls().size() == 2; }));
+    const auto entry = Url::fromPath(place("data/applications/test.viewer.desktop"));
+    EXPECT_EQ(service.calls(), (Records{"ShowItems (['" + noteUrl_ + "'], '')",
+                                        "ShowItems (['" + entry.absoluteString() + "'], '')"}));
     EXPECT_TRUE(namesIn(place("records")).empty());
 }
 
@@ -368,19 +380,27 @@ TEST_F(OpeningTest, anEntryWithoutAProgramIsStartedOnTheBusWithItsTokenAndNoArgu
 TEST_F(OpeningTest, anExecutableThatNothingOpensIsRun) {
     const auto program = place("notes/program");
     fs::copy_file("/usr/bin/mktemp", program);
-    const ScopedVariable made("TMPDIR", place("made/any").substr(0, place("made").size()));
+    place("notes/made/any");
+    const ScopedVariable made("TMPDIR", "made");
     fs::permissions(program, fs::perms::owner_read);
-    EXPECT_FALSE(applications_.openUrl(Url::fromPath(program))) << "it isn't executable yet";
+    const auto whyNot = [&](const std::string& url) {
+        const auto opened = opener_.open(*Url::parse(url));
+        return opened ? "" : opened.error().localizedDescription;
+    };
+    const auto url = Url::fromPath(program).absoluteString();
+    EXPECT_EQ(whyNot(url), "No application opens " + url + ".") << "it isn't executable yet";
     fs::permissions(program, fs::perms::owner_all);
     EXPECT_TRUE(applications_.openUrl(Url::fromPath(program)));
-    EXPECT_TRUE(comesTrue([&] { return namesIn(place("made")).size() == 1; }));
-    const auto path = Url::fromPath(program).absoluteString().substr(7);
-    EXPECT_FALSE(applications_.openUrl(*Url::parse("file://otherhost" + path)));
-    const auto stranger = "corvane-nobody:" + path;
-    const auto opened = opener_.open(*Url::parse(stranger));
-    EXPECT_EQ(opened ? "" : opened.error().localizedDescription,
-              "No application opens " + stranger + ".");
-    EXPECT_EQ(namesIn(place("made")).size(), 1u) << "it wasn't run";
+    EXPECT_TRUE(comesTrue([&] { return namesIn(place("notes/made")).size() == 1; }));
+    EXPECT_FALSE(applications_.openUrl(*Url::parse("file://otherhost" + url.substr(7))));
+    const auto stranger = "corvane-nobody:" + url.substr(7);
+    EXPECT_EQ(whyNot(stranger), "No application opens " + stranger + ".");
+    EXPECT_EQ(namesIn(place("notes/made")).size(), 1u) << "it wasn't run";
+    const auto beginning = read(program).substr(0, 64);
+    fs::remove(program);
+    write(program, beginning);
+    fs::permissions(program, fs::perms::owner_all);
+    EXPECT_TRUE(whyNot(url).starts_with("Could not start " + program + ": ")) << whyNot(url);
     fs::remove(program);
 }
 

@@ -30,7 +30,10 @@ TEST(ApplicationIdentityTest, findsTheInstalledApplication) {
                                                 entry("two-words", "/opt/two words"),
                                                 entry("officer", "/opt/officer"),
                                                 entry("office_calc", "/snap/calc"),
-                                                entry("org.x.Editor.quick", "/opt/quick")};
+                                                entry("org.x.Editor.quick", "/opt/quick"),
+                                                entry("fedora-mail", "/opt/mail"),
+                                                entry("mozilla-mail.old", "/opt/mail.old"),
+                                                entry("debian-mail.new", "/opt/mail.new")};
     installed[2].startupWmClass = "crx_1";
     installed[3].startupWmClass = "Browser";
     installed[4].tryExec = "clock";
@@ -46,6 +49,10 @@ TEST(ApplicationIdentityTest, findsTheInstalledApplication) {
         {{.desktopFile = "officer"}, {}, "officer"},
         {{.desktopFile = "officer.desktop"}, {}, "officer"},
         {{.applicationId = "Two Words"}, {}, "two-words"},
+        {{.applicationId = "crx_1"}, {}, "web-app"},
+        {ofClass("mail", ""), {}, "fedora-mail"},
+        {ofClass("mail.old", ""), {}, "mozilla-mail.old"},
+        {ofClass("mail.new", ""), {}, "debian-mail.new"},
         {ofClass("crx_1", "Browser"), {.sandboxIdentifier = "org.x.Editor"}, "org.x.Editor"},
         {ofClass("officer", ""), {.sandboxIdentifier = "office_writer"}, ""},
         {ofClass("office_calc", ""), {.sandboxIdentifier = "office_writer"}, "office_calc"},
@@ -64,6 +71,7 @@ TEST(ApplicationIdentityTest, findsTheInstalledApplication) {
         {ofClass("x", "X"), {.executable = "/usr/bin/editor"}, "org.x.Editor"},
         {ofClass("x", "X"), {.executable = "/snap/editor"}, "hidden-editor"},
         {ofClass("x", "X"), {.executable = "/usr/bin/python3.11"}, ""},
+        {ofClass("x", "X"), {.executable = "/usr/bin/python3"}, ""},
         {ofClass("x", "X"), {.executable = "/usr/bin/env", .commandName = "clock"}, "gnome-clock"},
         {ofClass("\xff", ""), {.launchedDesktopFile = "/gone.desktop"}, ""},
         {{}, {}, ""}};
@@ -187,6 +195,7 @@ TEST_F(QuittingTest, eachProcessIsAskedInItsOwnWay) {
     EXPECT_EQ(c.activationPolicy, 0);
     const ApplicationOpener opener(installed_, {});
     LinuxApplications applications(opener, running_, quitting_);
+    EXPECT_EQ(applications.runningApplications().size(), 4u);
     for (const auto& application : {c, i, h})
         EXPECT_TRUE(applications.terminate(application));
     EXPECT_TRUE(closing.ends());

@@ -77,9 +77,9 @@ const InstalledApplication* byProgram(const Installed& installed, const std::str
 
 /// The sandbox's entries have its identifier with more behind it: "org.x.Office.writer" of
 /// "org.x.Office", "office_writer" and "office_calc" of one snap.
-bool isInSandbox(const InstalledApplication* found, const std::string& sandbox) {
-    if (!found || sandbox.empty()) return true;
-    const auto& id = found->bundleIdentifier;
+bool isInSandbox(const InstalledApplication& found, const std::string& sandbox) {
+    if (sandbox.empty()) return true;
+    const auto& id = found.bundleIdentifier;
     const auto snap = sandbox.find('_');
     return id == sandbox || id.starts_with(sandbox + ".") || id.starts_with(sandbox + "_") ||
            (snap != std::string::npos && id.starts_with(sandbox.substr(0, snap + 1)));
@@ -118,7 +118,7 @@ const InstalledApplication* applicationNamedBy(const ApplicationHints& hints,
     const auto& sandbox =
         process.sandboxIdentifier.empty() ? hints.sandboxId : process.sandboxIdentifier;
     const auto* found = namedByHints(hints, installed);
-    if (found && isInSandbox(found, sandbox)) return found;
+    if (found && isInSandbox(*found, sandbox)) return found;
     return byId(installed, sandbox);
 }
 

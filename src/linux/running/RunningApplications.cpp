@@ -63,9 +63,6 @@ std::vector<Running> processesOf(const Windows& all) {
 /// emulator's window says so by its class.
 bool isTerminal(const InstalledApplication* application, const ProcessFacts& process,
                 const Known& known) {
-    const auto& terminalId = known.roles.terminal;
-    if (application && !terminalId.empty() && application->desktopId == terminalId) return true;
-    if (known.emulator.empty()) return false;
     if (application && !application->isTerminalEmulator && !application->needsTerminal) {
         return false;
     }
