@@ -109,10 +109,13 @@ QStringList faintTexts(QQuickWindow& window) {
     QStringList faint;
     for (auto* text : texts) {
         if (!text->isEnabled()) continue;
-        const auto part = shownPart(*text, window.effectiveDevicePixelRatio()) & with.rect();
+        const double scale = window.effectiveDevicePixelRatio();
+        const auto part = shownPart(*text, scale) & with.rect();
+        const auto font = text->property("font").value<QFont>();
+        // At an edge that cuts its only line, no stroke need be whole.
+        if (part.height() < font.pixelSize() * scale) continue;
         const double found = contrastIn(part, with, without);
-        const bool isSymbol =
-            text->property("font").value<QFont>().family() == Symbols::fontFamily();
+        const bool isSymbol = font.family() == Symbols::fontFamily();
         const auto what = text->property(isSymbol ? "symbol" : "text");
         const double least = !isSymbol             ? leastOfTexts
                              : what == "dots.grip" ? leastOfHandles
