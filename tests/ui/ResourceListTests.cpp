@@ -190,6 +190,9 @@ TEST_F(ResourceList, whatIsRemovedIsOfferedForEightSeconds) {
     EXPECT_EQ(undo.text(), "Removed 'Quill'");
     undo.undo();
     EXPECT_EQ(names(), "Work(a{Quill,Easel} b c d)");
+    list.removeApplication(key(0), "Easel");
+    undo.undo();
+    EXPECT_EQ(names(), "Work(a{Quill,Easel} b c d)");
     list.removeRow(key(3));
     desktop.runFor(8.1);
     EXPECT_EQ(undo.text(), "");
