@@ -345,6 +345,13 @@ TEST_F(OpeningTest, whatTakesATokenHasOneInItsEnvironment) {
 }
 
 TEST_F(OpeningTest, anEntryWithoutAProgramIsStartedOnTheBusWithItsTokenAndNoArguments) {
+    install("test.on.bus", "On Bus", "DBusActivatable=true\nStartupNotify=true");
+    const auto application = installed_.byDesktopId("test.on.bus.desktop").value();
+    const auto whyNot = [&](const Records& arguments) {
+        const auto started = launchEntry(application, {}, arguments, {});
+        return started ? "" : started.error().localizedDescription;
+    };
+    EXPECT_EQ(whyNot({}), "On Bus could not be opened: there is no session bus to start it on.");
     const TestBus bus;
     std::promise<void> answers;
     const auto whenever = answers.get_future().share();
@@ -358,16 +365,13 @@ TEST_F(OpeningTest, anEntryWithoutAProgramIsStartedOnTheBusWithItsTokenAndNoArgu
             if (call.method == "Activate") whenever.wait();
             return nullptr;
         });
-    install("test.on.bus", "On Bus", "DBusActivatable=true\nStartupNotify=true");
     const auto told = [](const std::string& token) {
         return "{'desktop-startup-id': <'" + token + "'>, 'activation-token': <'" + token + "'>}";
     };
     EXPECT_EQ(openTool({"-a", "On Bus", note_}), 0);
     EXPECT_EQ(openTool({"-a", "On Bus", "--args", "x"}), 1);
     EXPECT_EQ(ended_, Records{"token-2"});
-    EXPECT_EQ(launchEntry(*installed_.byDesktopId("test.on.bus.desktop"), {}, {"x"}, {})
-                  .error()
-                  .localizedDescription,
+    EXPECT_EQ(whyNot({"x"}),
               "On Bus could not be opened: it is started over the session bus, with no arguments.");
     EXPECT_EQ(openTool({"-a", "On Bus"}), 0) << "it may take as long as it likes";
     answers.set_value();

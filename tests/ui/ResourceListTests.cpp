@@ -174,7 +174,8 @@ TEST_F(ResourceList, anActionIsForTheResourceThatWasShown) {
     list.beginRenaming(shown[1].key);
     list.cancelRenaming(shown[1].key);
     list.submitName(shown[1].key);
-    EXPECT_EQ(resource(1).name, "b");
+    list.toggleEnabled(shown[1].key);
+    EXPECT_EQ(names(), "Work(second- b- c d)");
 }
 
 TEST_F(ResourceList, whatIsRemovedIsOfferedForEightSeconds) {

@@ -318,6 +318,7 @@ TEST(ApplicationPickerTest, findsAnApplicationByAPartOfItsName) {
     const std::tuple<const char*, std::vector<int>, const char*> cases[]{
         {"", {}, "Ärger atlas Pad 9 Pad 10 Quill "},
         {"", {1, 1}, "Ärger [atlas] Pad 9 Pad 10 Quill "},
+        {"", {2}, "Ärger [atlas] Pad 9 Pad 10 Quill "},
         {"", {-1}, "Ärger atlas Pad 9 Pad 10 [Quill] "},
         {"", {1, 100, -2}, "Ärger atlas [Pad 9] Pad 10 Quill "},
         {"A", {}, "[Ärger] atlas Pad 9 Pad 10 "},
@@ -339,7 +340,7 @@ TEST(ApplicationPickerTest, findsAnApplicationByAPartOfItsName) {
     picker.setSearchText("quill");
     picker.select(1);
     EXPECT_EQ(picker.chosen(), "/Applications/Quill.app");
-    EXPECT_EQ(changes, 7 + 8 + 1);
+    EXPECT_EQ(changes, 8 + 9 + 1);
 }
 
 } // namespace
