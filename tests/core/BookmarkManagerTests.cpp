@@ -95,6 +95,9 @@ TEST_F(Bookmark, isMadeAnewOfTheFileThatAnEditorPutInThePlace) {
     bookmarks.renewBookmark("/b.txt", file);
     ASSERT_TRUE(desktop.files.moveItem("/a.txt", "/moved.txt"));
     bookmarks.renewBookmark("/a.txt", file);
+    desktop.runUntilIdle();
+    EXPECT_EQ(manager().resolveResource("/a.txt", file), Url::fromPath("/moved.txt"))
+        << "it was stored";
     EXPECT_EQ(bookmarks.resolveResource("/a.txt", file), Url::fromPath("/moved.txt"));
     ASSERT_TRUE(desktop.files.removeItem("/moved.txt"));
     bookmarks.renewBookmark("/a.txt", file);

@@ -75,10 +75,13 @@ TEST_F(ResourceList, aRowSaysWhatItsControlsDo) {
     EXPECT_TRUE(desktop.logged("script").ends_with("do script \"make\" / end tell"));
     std::string text;
     for (const auto& row : list.rows())
-        text += playTooltip(row) + "|" + std::string(enabledTooltip(row).substr(0, 8)) + "|" +
-                separatorTitle(row.name) + " ";
-    EXPECT_EQ(text, "Launch a|Disabled|a Launch b|Enabled |b Stop c|Enabled |c "
-                    "Launch d|Enabled |d Launch |Enabled |Section ");
+        text += playTooltip(row) + "|" + std::string(enabledTooltip(row)) + "|" +
+                separatorTitle(row.name) + "\n";
+    const std::string on = "|Enabled - Resource will launch/quit with workspace|";
+    EXPECT_EQ(text, "Launch a|Disabled - Resource will be ignored when workspace starts|a\n"
+                    "Launch b" +
+                        on + "b\nStop c" + on + "c\nLaunch d" + on + "d\nLaunch " + on +
+                        "Section\n");
     list.pressPlay(key(2));
     EXPECT_FALSE(list.rows()[2].isRunning);
     list.removeRow(key(4));
@@ -235,6 +238,14 @@ TEST_F(ResourceList, whatIsMissingIsMarkedAndCanBeLocated) {
     EXPECT_EQ(marked(), "gone b far Lost! run ") << "nothing waits for the disk";
     desktop.runUntilIdle();
     EXPECT_EQ(marked(), "gone! b! far Lost! run ");
+    // As many paths as before, one of which is another.
+    desktop.files.contents["/x/c.txt"] = "";
+    work = *store.find(work.id);
+    for (const std::size_t row : {0, 1})
+        work.resources[row].path = "/x/c.txt";
+    store.updateWorkspace(work);
+    desktop.runUntilIdle();
+    EXPECT_EQ(marked(), "gone b far Lost! run ");
 }
 
 TEST_F(ResourceList, anApplicationThatIsChosenAfterTheCardWasClosedIsAdded) {
