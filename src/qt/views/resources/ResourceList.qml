@@ -19,7 +19,7 @@ ListView {
     height: Math.min(longest, Math.max(44, contentHeight))
     clip: true
     interactive: contentHeight > height
-    currentIndex: -1
+    highlightFollowsCurrentItem: false
     boundsBehavior: Flickable.StopAtBounds
     activeFocusOnTab: false
     keyNavigationEnabled: false

@@ -61,7 +61,7 @@ Item {
         clip: true
         model: view.workspaces
         reuseItems: true
-        currentIndex: -1
+        highlightFollowsCurrentItem: false
         // A card more on either side, for the keyboard to go to, behind the first frame.
         cacheBuffer: view.isDrawn ? 150 : 0
         activeFocusOnTab: false
