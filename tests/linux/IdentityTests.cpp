@@ -209,7 +209,7 @@ TEST_F(IdentityTest, onlyWhatTakesARequestIsAsked) {
 TEST_F(IdentityTest, aTerminalIsOneWhateverRunsInItAndTheUserIsAskedAboutThat) {
     const auto emulator = place("bin/xterm");
     fs::copy_file("/usr/bin/script", emulator, fs::copy_options::overwrite_existing);
-    install("test.pager", "Pager", "Exec=less\nTerminal=true");
+    install("test.pager", "Pager", "Exec=cat\nTerminal=true");
     const auto process =
         startDetached({emulator, "-qc", "exec sleep 61", "/dev/null"},
                       {.desktopFile = installed_.byDesktopId("test.pager.desktop")->desktopFile});
