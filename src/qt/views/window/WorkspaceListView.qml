@@ -61,6 +61,7 @@ Item {
         clip: true
         model: view.workspaces
         reuseItems: true
+        // It would move for seconds after the start, unseen, and have a frame painted at each step.
         highlightFollowsCurrentItem: false
         // A card more on either side, for the keyboard to go to, behind the first frame.
         cacheBuffer: view.isDrawn ? 150 : 0
