@@ -89,6 +89,7 @@ TEST_F(Bookmark, ofManyFilesAreWrittenOnceATurnAndAtTheEnd) {
 TEST_F(Bookmark, isMadeAnewOfTheFileThatAnEditorPutInThePlace) {
     auto bookmarks = manager();
     bookmarks.resolveResource("/a.txt", file);
+    desktop.runUntilIdle();
     ASSERT_TRUE(desktop.files.removeItem("/a.txt"));
     desktop.files.contents["/a.txt"] = "edited";
     bookmarks.renewBookmark("/a.txt", file);

@@ -239,13 +239,13 @@ TEST_F(ResourceList, whatIsMissingIsMarkedAndCanBeLocated) {
     desktop.runUntilIdle();
     EXPECT_EQ(marked(), "gone! b! far Lost! run ");
     // As many paths as before, one of which is another.
-    desktop.files.contents["/x/c.txt"] = "";
     work = *store.find(work.id);
     for (const std::size_t row : {0, 1})
         work.resources[row].path = "/x/c.txt";
     store.updateWorkspace(work);
-    desktop.runUntilIdle();
     EXPECT_EQ(marked(), "gone b far Lost! run ");
+    desktop.runUntilIdle();
+    EXPECT_EQ(marked(), "gone! b! far Lost! run ");
 }
 
 TEST_F(ResourceList, anApplicationThatIsChosenAfterTheCardWasClosedIsAdded) {
