@@ -39,14 +39,6 @@ protected:
         return comes(text) && desktop.press(button) &&
                comesTrue([&] { return !desktop.shows(text); });
     }
-    /// Shows the end of the settings.
-    void openSettings() {
-        ASSERT_TRUE(desktop.press("Settings"));
-        const auto top = desktop.middleOf("Configure Corvane Workspace Manager");
-        ASSERT_TRUE(top);
-        desktop.run({"xdotool", "mousemove", std::to_string(top->x), std::to_string(top->y + 200),
-                     "click", "--repeat", "30", "5"});
-    }
     /// Ends Corvane as a user does: the window is closed.
     std::optional<int> closeWindow() {
         EXPECT_TRUE(comesTrue([&] { return desktop.act(Deed::close, "corvane", "Corvane"); }));

@@ -1,7 +1,6 @@
 #include "bus/DesktopServices.h"
 #include "desktop/DesktopTest.h"
 #include "desktop/harness/TrayHost.h"
-#include "desktop/harness/XSessionManager.h"
 #include "foundation/PropertyList.h"
 
 #include <algorithm>
@@ -101,34 +100,6 @@ protected:
         EXPECT_TRUE(comesTrue([&] {
             return std::exchange(now, seen({name})) == seen({name}) && now != before;
         })) << before;
-    }
-
-    /// A session that ends, and one whose end is called off, so that the user ends Corvane.
-    void goThroughEnds(const Names& prefix, const std::function<bool()>& agrees,
-                       const std::function<void()>& goOn, const std::function<void()>& end) {
-        prefer(true);
-        const Names all{"Mousepad", "Drawn"};
-        writeFile(desktop.workspacesFile(), workspacesJson({{"Desk", "", "star", {notes, drawn}}}));
-        desktop.startCorvane(prefix);
-        ASSERT_TRUE(startsAll(all));
-        place("Drawn", "60,310 611x405");
-        ASSERT_TRUE(agrees());
-        const auto last = seen(all);
-        EXPECT_EQ(saved(), last);
-        EXPECT_TRUE(closes("Drawn"));
-        end();
-        EXPECT_EQ(desktop.corvane().waitForEnd(), 0);
-        EXPECT_EQ(saved(), last);
-
-        place("Mousepad", "417,163 533x391");
-        desktop.startCorvane(prefix);
-        ASSERT_TRUE(startsAll(all));
-        ASSERT_TRUE(become(all, last));
-        ASSERT_TRUE(agrees());
-        goOn();
-        place("Mousepad", "317,163 533x391");
-        EXPECT_EQ(closeWindow(), 0);
-        EXPECT_EQ(saved(), seen(all));
     }
 
     /// The place of a window that fills it, whose height above the floor is taken for that below
@@ -238,6 +209,7 @@ TEST_F(Layouts, savedMaximizedComeBackSoAndAFullScreenStays) {
     EXPECT_TRUE(become(all, "XClock" + fullscreen + maximized));
 }
 
+/// A session that ends, and one whose end is called off, so that the user ends Corvane.
 TEST_F(Layouts, savedBeforeOtherProgramsLeaveTheSession) {
     const auto session = sessionManager(desktop.busAddress());
     const auto answers = [&] {
@@ -250,16 +222,28 @@ TEST_F(Layouts, savedBeforeOtherProgramsLeaveTheSession) {
             return answers() > before;
         });
     };
-    goThroughEnds(
-        {}, agrees, [&] { session.emit("CancelEndSession", nullptr); },
-        [&] { session.emit("EndSession", nullptr); });
-}
+    prefer(true);
+    const Names all{"Mousepad", "Drawn"};
+    start({{"Desk", "", "star", {notes, drawn}}});
+    ASSERT_TRUE(startsAll(all));
+    place("Drawn", "60,310 611x405");
+    ASSERT_TRUE(agrees());
+    const auto last = seen(all);
+    EXPECT_EQ(saved(), last);
+    EXPECT_TRUE(closes("Drawn"));
+    session.emit("EndSession", nullptr);
+    EXPECT_EQ(desktop.corvane().waitForEnd(), 0);
+    EXPECT_EQ(saved(), last);
 
-TEST_F(Layouts, savedBeforeOtherProgramsLeaveTheXSession) {
-    XSessionManager session;
-    goThroughEnds(
-        {"env", "SESSION_MANAGER=" + session.address()}, [&] { return session.asks(); },
-        [&] { session.goesOn(); }, [&] { session.ends(); });
+    place("Mousepad", "417,163 533x391");
+    desktop.startCorvane();
+    ASSERT_TRUE(startsAll(all));
+    ASSERT_TRUE(become(all, last));
+    ASSERT_TRUE(agrees());
+    session.emit("CancelEndSession", nullptr);
+    place("Mousepad", "317,163 533x391");
+    EXPECT_EQ(closeWindow(), 0);
+    EXPECT_EQ(saved(), seen(all));
 }
 
 TEST_F(Layouts, withoutAWindowManagerTheUserHearsWhatIsMissing) {

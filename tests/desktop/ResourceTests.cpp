@@ -1,5 +1,4 @@
 #include "desktop/DesktopTest.h"
-#include "foundation/PropertyList.h"
 
 #include <filesystem>
 #include <optional>
@@ -129,33 +128,6 @@ TEST_F(Resources, aDraggedRowIsSeenAndGoesOnAtAnEdgeButNotToAnotherCard) {
     desktop.drag(*from, *other);
     desktop.drag(*from, *own);
     EXPECT_TRUE(becomes("|Home|one|two|Homely|two|one|")) << order();
-}
-
-TEST_F(Resources, aChosenApplicationIsAChipAndAResetAsksFirst) {
-    // Stands first in the list.
-    desktop.install("aardvark", "Aardvark", "true");
-    open();
-    ASSERT_TRUE(desktop.press("Add App", "note.txt"));
-    ASSERT_TRUE(comes("Select an application to add to this resource"));
-    ASSERT_TRUE(desktop.press("Aardvark"));
-    ASSERT_TRUE(desktop.press("Open"));
-    EXPECT_TRUE(isSaved("\"associatedApps\":[\"Aardvark\"]"));
-    EXPECT_TRUE(comes("Remove Aardvark"));
-
-    openSettings();
-    const auto preferences = readFile(desktop.preferencesFile());
-    EXPECT_NE(preferences, "");
-    const auto* question = "Are you sure you want to reset all preferences to default values?";
-    ASSERT_TRUE(desktop.press("Reset Preferences"));
-    EXPECT_TRUE(answer(question, "Cancel"));
-    EXPECT_EQ(readFile(desktop.preferencesFile()), preferences);
-    ASSERT_TRUE(desktop.press("Reset Preferences"));
-    EXPECT_TRUE(answer(question, "Reset"));
-    EXPECT_TRUE(answer("Preferences have been reset to defaults. Please restart the app.", "OK"));
-    EXPECT_EQ(readFile(desktop.preferencesFile()),
-              PropertyList{PropertyList::Dictionary()}.toBinary());
-    ASSERT_TRUE(desktop.press("Done"));
-    EXPECT_EQ(closeWindow(), 0);
 }
 
 } // namespace

@@ -99,28 +99,5 @@ TEST_F(Start, goesOnWhenTheWindowIsClosedAtOnce) {
     EXPECT_TRUE(opens("mousepad", "notes.txt"));
 }
 
-TEST_F(Start, aWrongResourceRaisesItsAlertAndStopsNothing) {
-    start({{"Mixed",
-            "",
-            "star",
-            {{"first.txt", "file", document("first.txt")},
-             {"lost.txt", "file", desktop.home("Documents/lost.txt")},
-             {"Nothing", "application", "/Applications/Nothing At All.app"},
-             {"No scheme", "url", "www.example.org"},
-             {"Quote", "terminal", "echo \"broken"},
-             {"Documents", "folder", desktop.home("Documents")},
-             {"Command", "terminal", desktop.home("Documents") + "|ls > ../listed"}}}});
-    ASSERT_TRUE(desktop.press("Start"));
-    EXPECT_TRUE(opens("mousepad", "first.txt"));
-    EXPECT_TRUE(opens("pcmanfm", "Documents"));
-    EXPECT_TRUE(answer("Failed to access 'lost.txt'.", "OK"));
-    EXPECT_TRUE(answer("Failed to access 'Nothing'.", "OK"));
-    EXPECT_TRUE(answer("The URL 'www.example.org' is missing a scheme", "OK"));
-    EXPECT_TRUE(answer("Failed to execute terminal command 'echo \"broken'.", "OK"));
-    EXPECT_TRUE(comesTrue([&] { return readFile(desktop.home("listed")) == "first.txt\n"; }));
-    EXPECT_TRUE(comes("7 resources running"));
-    EXPECT_EQ(closeWindow(), 0);
-}
-
 } // namespace
 } // namespace corvane::desktop
