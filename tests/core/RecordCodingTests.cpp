@@ -42,10 +42,7 @@ TEST_F(RecordCoding, aBadValueFailsTheWholeTextAndTheErrorNamesItsPlace) {
         {workspaceJson("\"\\ud800\""), "not valid JSON"},
         {"[\n  {\"id\": \"\xff\"}]", "not UTF-8 at line 2, column 11"},
         {std::string(64, '[') + std::string(64, ']'), "workspaces[0]: an object was expected"},
-        {std::string(65, '['), "not valid JSON (More than 64 levels.) at line 1, column 65"},
-        {"{}", "workspaces: an array was expected"},
-        {"[7]", "workspaces[0]: an object was expected"},
-        {"[{}]", "workspaces[0]: \"id\" is missing"}};
+        {std::string(65, '['), "not valid JSON (More than 64 levels.) at line 1, column 65"}};
     for (const auto& [json, error] : texts)
         EXPECT_NE(errorOf(json).find(error), std::string::npos) << json << "\n" << errorOf(json);
 
@@ -59,7 +56,6 @@ TEST_F(RecordCoding, aBadValueFailsTheWholeTextAndTheErrorNamesItsPlace) {
         {"\"resources\"", "\"others\"", ": \"resources\" is missing"},
         {"\"Work\"", "null", ": \"name\" is null"},
         {"757382400,", "\"2025-01-01T00:00:00Z\",", ".dateCreated" + noNumber},
-        {"757382400.5", "{\"seconds\":1}", ".dateModified" + noNumber},
         {"7C9E6679-", "7C9E667-",
          ".id: \"7C9E667-7425-40DE-944B-E07FC1F90AE7\" is not an identifier"},
         {"\"resources\":", "\"resources\":{},\"others\":", ".resources" + noArray},
@@ -70,49 +66,16 @@ TEST_F(RecordCoding, aBadValueFailsTheWholeTextAndTheErrorNamesItsPlace) {
         {"\"Plan\"", "\"\",\"enabled\":1", first + ".enabled" + noFlag},
         {"\"Plan\"", "\"\",\"bookmarkData\":\"a\"",
          first + ".bookmarkData: a base64 text was expected"},
-        {"At\":1", "At\":\"1\"", window + ".recordedAt" + noNumber},
         {"[[0,0],[1,2]]", "{\"x\":0}", window + ".frame" + noArray},
         {"[[0,0],[1,2]]", "[0,0,1,2]", window + ".frame: [[x, y], [width, height]] was expected"},
         {"[1,2]", "[1,true]", window + ".frame[1][1]" + noNumber},
         {"PID\":0", "PID\":2147483648", window + ".ownerPID" + noInteger},
         {"PID\":0", "PID\":0.5", window + ".ownerPID" + noInteger},
-        {"\"A\"", "\"A\",\"screenIndex\":1e30", window + ".screenIndex" + noInteger},
-        {"\"A\"", "\"A\",\"isFullscreen\":\"true\"", window + ".isFullscreen" + noFlag}};
+        {"\"A\"", "\"A\",\"screenIndex\":1e30", window + ".screenIndex" + noInteger}};
     for (const auto& [from, to, error] : changes) {
         const auto said = errorOf(text::replacingAll(good, from, to));
         EXPECT_NE(said.find("workspaces[0]" + error), std::string::npos) << to << "\n" << said;
     }
-}
-
-TEST_F(RecordCoding, aListSurvivesARoundTripAndOldBookmarksLeaveTheFile) {
-    auto json = workspaceJson(resourceJson, R"(,"hasLayoutSaved":true,"savedWindowLayouts":[])");
-    auto workspaces = decode(json);
-    EXPECT_EQ(workspaces[0].resources[0].path, "/home/me/plan.md");
-    EXPECT_EQ(workspaces[0].resources[0].id.toString(), "0E0F6A53-6C1A-4A6E-9D6E-2F1A3B4C5D6E");
-    SavedWindowLayout window{.appName = "“Ünïcode”\n\t\\",
-                             .windowTitle = "t",
-                             .frame = {-1440.25, 1.0 / 3, 0.1, 1e-300},
-                             .ownerPID = -2147483647,
-                             .recordedAt = {0.1},
-                             .isFullscreen = true,
-                             .screenFrame = Rect{1, 2, 3, 4},
-                             .relativeFrame = Rect{0, 0, 1, 1},
-                             .screenIndex = 9007199254740993,
-                             .isOnPrimaryScreen = false,
-                             .tilingWorkspace = "3: web"};
-    workspaces[0].savedWindowLayouts->push_back(window);
-    workspaces[0].resources[0].bookmarkData = Bytes{1, 2, 3};
-    workspaces[0].resources[0].launchOnStart = true;
-    const auto encoded = encodeWorkspaces(workspaces);
-    EXPECT_EQ(encoded.find("bookmarkData"), std::string::npos);
-    workspaces[0].resources[0].bookmarkData.reset();
-    EXPECT_EQ(decode(encoded), workspaces);
-    EXPECT_EQ(decode(json::prettyPrinted(encoded)), workspaces);
-    EXPECT_NE(json::prettyPrinted(encoded).find("\n  "), std::string::npos);
-
-    workspaces[0].savedWindowLayouts->clear();
-    EXPECT_EQ(decode(encodeWorkspaces(workspaces)), workspaces);
-    EXPECT_EQ(encodeWorkspaces({}), "[]");
 }
 
 TEST_F(RecordCoding, numbersReadAsTheNearestOnes) {
@@ -193,27 +156,22 @@ TEST_F(RecordCoding, aFileFromAnotherMachineReads) {
               std::string::npos);
 }
 
-TEST_F(RecordCoding, theKeysStandInTheOrderOfTheFields) {
-    desktop.install({.path = "/Applications/Pad.app", .bundleIdentifier = "org.pad"});
-    const auto json = text::replacingAll(
-        text::replacingAll(
-            text::replacingAll(resourceJson, R"(\/home\/me\/plan.md)", "/Applications/Pad.app"),
-            "\"file\"", "\"application\""),
-        "}", R"(,"bookmarkData":"AQI="})");
-    const std::string layouts =
-        R"(,"hasLayoutSaved":true,"savedWindowLayouts":[{"appName":"A","windowTitle":"T",)"
-        R"("frame":[[0.0,0.0],[1.0,2.0]],"ownerPID":7,"recordedAt":1.0,"isFullscreen":true,)"
-        R"("screenFrame":[[0.0,0.0],[1.0,2.0]],"relativeFrame":[[0.0,0.0],[1.0,1.0]],)"
-        R"("screenIndex":1,"isOnPrimaryScreen":false,"tilingWorkspace":"2"}])";
-    auto workspaces = decode(workspaceJson(json, layouts));
+TEST_F(RecordCoding, whatIsWrittenReadsAsTheSameAndOldBookmarksLeaveTheFile) {
+    const std::string written =
+        R"([{"id":"7C9E6679-7425-40DE-944B-E07FC1F90AE7","name":"Work","description":"d","icon":"briefcase","resources":[)"
+        R"({"id":"0E0F6A53-6C1A-4A6E-9D6E-2F1A3B4C5D6E","name":"“Plän”\n\t\\","path":"/Applications/Pad.app","type":"application",)"
+        R"("associatedApps":["Writer","Writer"],"enabled":true,"launchOnStart":true,"bundleIdentifier":"org.pad"}],)"
+        R"("dateCreated":757382400.0,"dateModified":757382400.5,"hasLayoutSaved":true,"savedWindowLayouts":[)"
+        R"({"appName":"A","windowTitle":"T","frame":[[-1440.25,0.0],[0.1,1e-300]],"ownerPID":-2147483647,)"
+        R"("recordedAt":0.1,"isFullscreen":true,"screenFrame":[[1.0,2.0],[3.0,4.0]],"relativeFrame":[[0.0,0.0],[1.0,1.0]],)"
+        R"("screenIndex":9007199254740993,"isOnPrimaryScreen":false,"tilingWorkspace":"3: web"}]}])";
+    const auto workspaces = decode(text::replacingAll(written, R"("launchOnStart")",
+                                                      R"("bookmarkData":"AQI=","launchOnStart")"));
     EXPECT_EQ(workspaces[0].resources[0].bookmarkData, (Bytes{1, 2}));
-    EXPECT_EQ(
-        encodeWorkspaces(workspaces),
-        R"([{"id":"7C9E6679-7425-40DE-944B-E07FC1F90AE7","name":"Work","description":"","icon":"briefcase","resources":[)"
-        R"({"id":"0E0F6A53-6C1A-4A6E-9D6E-2F1A3B4C5D6E","name":"Plan","path":"/Applications/Pad.app","type":"application",)"
-        R"("associatedApps":["Writer","Writer"],"enabled":true,"launchOnStart":false,"bundleIdentifier":"org.pad"}],)"
-        R"("dateCreated":757382400.0,"dateModified":757382400.5)" +
-            layouts + "}]");
+    EXPECT_EQ(encodeWorkspaces(workspaces), written);
+    EXPECT_EQ(encodeWorkspaces(decode(json::prettyPrinted(written))), written);
+    const auto noWindows = decode(workspaceJson("", R"(,"savedWindowLayouts":[])"));
+    EXPECT_EQ(decode(encodeWorkspaces(noWindows)), noWindows);
 }
 
 TEST_F(RecordCoding, eachTypeIsStoredByItsName) {
@@ -228,29 +186,26 @@ TEST_F(RecordCoding, eachTypeIsStoredByItsName) {
 }
 
 TEST_F(RecordCoding, aBundleIdentifierIsLookedUpOnlyForApplicationBundlesWithoutOne) {
+    using enum ResourceType;
     desktop.install({.path = "/Applications/Pad.app", .bundleIdentifier = "org.pad"});
     desktop.install({.path = "/Applications/Anonymous.app"});
     desktop.install({.path = "/Applications/Pad.APP", .bundleIdentifier = "org.loud"});
-    const std::tuple<std::string, std::string, std::string, std::optional<std::string>> cases[]{
-        {"/Applications/Pad.app", "application", "", "org.pad"},
-        {"/Applications/Pad.app", "application", R"(,"bundleIdentifier":"kept")", "kept"},
-        {"/Applications/Pad.app", "file", "", std::nullopt},
-        {"/Applications/Pad.APP", "application", "", std::nullopt},
-        {"/Applications/Gone.app", "application", "", std::nullopt},
-        {"/Applications/Anonymous.app", "application", "", std::nullopt}};
+    const std::tuple<std::string, ResourceType, std::string, std::optional<std::string>> cases[]{
+        {"/Applications/Pad.app", application, "", "org.pad"},
+        {"/Applications/Pad.app", application, R"(,"bundleIdentifier":"kept")", "kept"},
+        {"/Applications/Pad.app", file, "", std::nullopt},
+        {"/Applications/Pad.APP", application, "", std::nullopt},
+        {"/Applications/Gone.app", application, "", std::nullopt},
+        {"/Applications/Anonymous.app", application, "", std::nullopt}};
     for (const auto& [path, type, stored, expected] : cases) {
         const auto json = R"({"id":"0E0F6A53-6C1A-4A6E-9D6E-2F1A3B4C5D6E","name":"a","path":")" +
-                          path + R"(","type":")" + type + R"(","associatedApps":[])" + stored + "}";
-        EXPECT_EQ(decode(workspaceJson(json))[0].resources[0].bundleIdentifier, expected)
-            << path << type << stored;
+                          path + R"(","type":")" + std::string(rawValue(type)) +
+                          R"(","associatedApps":[])" + stored + "}";
+        const auto read = decode(workspaceJson(json))[0].resources[0];
+        EXPECT_EQ(read.bundleIdentifier, expected) << json;
+        const auto made = scene.resource("a", path, type).bundleIdentifier;
+        EXPECT_TRUE(made == expected || !stored.empty()) << json;
     }
-    EXPECT_EQ(
-        makeResource("Pad", "/Applications/Pad.app", ResourceType::application, platform.bundles)
-            .bundleIdentifier,
-        "org.pad");
-    EXPECT_EQ(makeResource("Pad", "/Applications/Pad.app", ResourceType::file, platform.bundles)
-                  .bundleIdentifier,
-              std::nullopt);
 }
 
 TEST_F(RecordCoding, theOlderLayoutFormHasNoDefaultForAFlag) {
