@@ -25,14 +25,13 @@ struct Quitting : SceneTest {
     }
     /// The processes that were asked ("1") or ended by force ("1!"), in order.
     std::string asked() {
-        std::string text;
-        for (const auto& line : text::split(desktop.logged(), '\n')) {
-            const bool force = line.starts_with("forceTerminate");
-            if (!force && !line.starts_with("terminate")) continue;
-            text +=
-                (text.empty() ? "" : " ") + line.substr(line.find(' ') + 1) + (force ? "!" : "");
+        std::vector<std::string> processes;
+        for (const auto& line : desktop.log) {
+            const auto words = text::words(line);
+            if (words[0] == "terminate") processes.push_back(words[1]);
+            if (words[0] == "forceTerminate") processes.push_back(words[1] + "!");
         }
-        return text;
+        return text::joined(processes, " ");
     }
     std::string stillRunning() {
         std::string text;
@@ -157,20 +156,10 @@ TEST_F(Quitting, otherNamesAndIdentifiersCountLikeAnApplicationsOwn) {
 
 TEST_F(Quitting, theSummaryOfAFinishCountsAndCanBeSwitchedOff) {
     const std::vector<RunningApplication> three(3);
-    const std::tuple<int, int, std::string, const char*> cases[]{
-        {3, 0, "Successfully closed 3 workspace applications!", ""},
-        {1, 2, "Successfully closed 3 workspace applications!", ""},
-        {1, 1, "Closed 2 of 3 workspace applications.", "\n• Failed: 1"},
-        {0, 0, "Closed 0 of 3 workspace applications.", "\n• Failed: 3"}};
-    for (const auto& [graceful, forced, all, failed] : cases) {
-        store.showWorkspaceClosedSummary(graceful, forced, three);
-        EXPECT_EQ(alertWithin(0), "Workspace Applications Closed: " + all +
-                                      "\n\n• Gracefully quit: " + std::to_string(graceful) +
-                                      "\n• Force quit: " + std::to_string(forced) + failed);
-    }
     desktop.alertAnswers["Workspace Applications Closed"] = {AlertResponse::firstButton, true};
-    store.showWorkspaceClosedSummary(3, 0, three);
-    desktop.runUntilIdle();
+    store.showWorkspaceClosedSummary(1, 2, three);
+    EXPECT_EQ(alertWithin(0), "Workspace Applications Closed: Successfully closed 3 workspace "
+                              "applications!\n\n• Gracefully quit: 1\n• Force quit: 2");
     EXPECT_FALSE(store.showWorkspaceClosedAlert) << "its checkbox was on";
     EXPECT_TRUE(store.showApplicationsClosedAlert);
     store.showWorkspaceClosedAlert = true;
@@ -342,12 +331,8 @@ TEST(ResourceAppNames, eachTypeHasItsWayToAnApplication) {
         {file, "/docs/a.xyz", std::nullopt},
         {folder, "/docs", "Finder"},
         {application, "/Applications/Ünter Wegs.app", "Ünter Wegs"},
-        {application, "/Applications/v1.2.app", "v1.2"},
-        {application, "Pad.app", "Pad"},
         {application, "/Applications/Pad.app/", "named"},
         {application, "/Applications/Pad.APP", "named"},
-        {application, "/usr/bin/pad", "named"},
-        {application, "", "named"},
         {url, "https://corvane.example/", "Safari"},
         {terminal, "/tmp|make", "Terminal"},
         {separator, "", std::nullopt}};
