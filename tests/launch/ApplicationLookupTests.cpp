@@ -16,13 +16,10 @@ struct Lookup : LaunchScene {
     }
     static SimulatedApplication plain(const std::string& fileName, OptionalText identifier = {},
                                       OptionalText displayName = {}, OptionalText bundleName = {}) {
-        return {bundle(fileName),
-                std::move(identifier),
-                std::move(displayName),
-                std::move(bundleName),
-                {},
-                {},
-                false};
+        SimulatedApplication made{bundle(fileName), std::move(identifier), std::move(displayName),
+                                  std::move(bundleName)};
+        made.isIndexed = false;
+        return made;
     }
     static SimulatedApplication indexed(const std::string& fileName, OptionalText identifier,
                                         OptionalText displayName) {

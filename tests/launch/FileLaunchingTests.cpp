@@ -146,24 +146,4 @@ TEST_F(FileLaunching, anUnknownApplicationIsLeftToTheOpenCommand) {
     check(cases, command, "It's");
 }
 
-TEST_F(FileLaunching, anAlertWaitsItsTurnAndIsASheetWhereThereIsAWindow) {
-    desktop.alertAnswers["Second"] = {AlertResponse::secondButton, false};
-    std::vector<int> responses;
-    const auto answered = [&](int response) { responses.push_back(response); };
-    for (const bool hasWindow : {true, false}) {
-        forget();
-        responses.clear();
-        desktop.hasMainWindow = hasWindow;
-        launcher.showLaunchAlertWithAction("First", "One", "A", "B", answered);
-        launcher.showLaunchAlertWithAction("Second", "Two", "C", "D", answered);
-        launcher.showLaunchAlert("Third", "Three");
-        EXPECT_EQ(alerts(), "");
-        desktop.runUntilIdle();
-        EXPECT_EQ(alerts(), "First | One [A][B]\nSecond | Two [C][D]\nThird | Three [OK]");
-        EXPECT_EQ(desktop.logged(), hasWindow ? "sheet First\nsheet Second\nsheet Third"
-                                              : "alert First\nalert Second\nalert Third");
-        EXPECT_EQ(responses, (std::vector{1000, 1001}));
-    }
-}
-
 } // namespace

@@ -78,6 +78,7 @@ TEST_F(Start, theFirstFiveFailuresComeOneByOneAndTheRestInOneList) {
         EXPECT_TRUE(desktop.shownAlerts[4].message.starts_with("Failed to access 'no 5'."));
         const auto& list = desktop.shownAlerts[5];
         EXPECT_EQ(list.title + text::joined(list.buttons, "|"), "And 295 MoreOK");
+        EXPECT_EQ(desktop.log.back(), hasWindow ? "sheet And 295 More" : "alert And 295 More");
         EXPECT_TRUE(list.message.starts_with("• Access Error: Failed to access 'no 6'.\n• "));
         EXPECT_EQ(text::characterCount(text::split(list.message, '\n')[1]), 202u);
         EXPECT_TRUE(list.message.ends_with("access 'no 105'.\n\nand 195 more")) << list.message;
