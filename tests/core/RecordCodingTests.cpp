@@ -208,19 +208,6 @@ TEST_F(RecordCoding, aBundleIdentifierIsLookedUpOnlyForApplicationBundlesWithout
     }
 }
 
-TEST_F(RecordCoding, theOlderLayoutFormHasNoDefaultForAFlag) {
-    const WorkspaceLayout layout{
-        Uuid::random(), {{"Pad", {1, 2, 3, 4}, true, false, 1}, {"Web", {}, false, true, {}}}, {5}};
-    const auto json =
-        R"({"workspaceId":")" + layout.workspaceId.toString() +
-        R"(","windowLayouts":[)"
-        R"({"appName":"Pad","frame":[[1,2],[3,4]],"isFullscreen":true,"isMinimized":false,"screen":1},)"
-        R"({"appName":"Web","frame":[[0,0],[0,0]],"isFullscreen":false,"isMinimized":true}],"savedDate":5})";
-    EXPECT_EQ(decodeWorkspaceLayout(json), layout);
-    for (const auto* flag : {R"("isMinimized":false,)", R"("isFullscreen":true,)"})
-        EXPECT_THROW(decodeWorkspaceLayout(text::replacingAll(json, flag, "")), json::DecodeError);
-}
-
 TEST_F(RecordCoding, whatCanNotBeReadBackIsNotWritten) {
     auto workspace = makeWorkspace("a\xff", "", "", {0});
     EXPECT_THROW(encodeWorkspaces({workspace}), json::EncodeError);

@@ -134,7 +134,7 @@ TEST_F(Restoration, storedRecordsCountBeforeALayoutOfAnEarlierVersionAndABadOneS
     auto& defaults = platform.userDefaults;
     auto work = workspace("Work");
     const auto key = "WorkspaceLayout_" + work.id.toString();
-    const WorkspaceLayout legacy{work.id, {{"Pad", {1, 2, 3, 4}, true, true, 7}}, {500}};
+    const WorkspaceLayout legacy{work.id, {{"Pad", {1, 2, 3, 4}, true, false, 7}}, {500}};
     int persisted = 0;
     const auto load = [&](std::string_view json) {
         defaults.setObject(key, {Bytes(json.begin(), json.end())});
@@ -144,15 +144,15 @@ TEST_F(Restoration, storedRecordsCountBeforeALayoutOfAnEarlierVersionAndABadOneS
             ++persisted;
         });
     };
-    for (const auto* bad : {"{", "[]", "{\"workspaceId\": 5}", ""}) {
-        EXPECT_EQ(load(bad), std::nullopt);
-        EXPECT_TRUE(desktop.defaults.contains(key));
-    }
-    work.savedWindowLayouts.emplace();
     const auto json =
         R"({"workspaceId":")" + work.id.toString() +
         R"(","windowLayouts":[{"appName":"Pad","frame":[[1,2],[3,4]],"isFullscreen":true,)"
-        R"("isMinimized":true,"screen":7}],"savedDate":500})";
+        R"("isMinimized":false,"screen":7}],"savedDate":500})";
+    for (const auto* missing : {"{", R"("isFullscreen":true,)", R"("isMinimized":false,)"}) {
+        EXPECT_EQ(load(text::replacingAll(json, missing, "")), std::nullopt);
+        EXPECT_TRUE(desktop.defaults.contains(key));
+    }
+    work.savedWindowLayouts.emplace();
     EXPECT_EQ(load(json), legacy) << "an empty list is no layout";
     EXPECT_FALSE(desktop.defaults.contains(key));
 
