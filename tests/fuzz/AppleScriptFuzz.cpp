@@ -1,11 +1,7 @@
+#include "fuzz/Fuzz.h"
 #include "linux/scripts/AppleScript.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <string_view>
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const auto script = corvane::applescript::parse({reinterpret_cast<const char*>(data), size});
-    if (!script && script.error().localizedDescription.empty()) __builtin_trap();
-    return 0;
+void feed(std::string_view text) {
+    const auto script = corvane::applescript::parse(text);
+    expect(script || !script.error().localizedDescription.empty());
 }

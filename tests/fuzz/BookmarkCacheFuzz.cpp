@@ -1,19 +1,14 @@
-#include "core/BookmarkManager.h"
-#include "simulated/SimulatedDesktop.h"
-
-#include <algorithm>
-#include <cstddef>
-#include <cstdint>
-#include <string>
+#include "core/StoreScene.h"
+#include "fuzz/Fuzz.h"
 
 using namespace corvane;
 
 namespace {
 
-bool isCache(const std::string& content) {
+bool isCache(std::string_view content) {
     const auto list = PropertyList::parse(content);
     const auto* dictionary = list ? list->as<PropertyList::Dictionary>() : nullptr;
-    return dictionary && std::all_of(dictionary->begin(), dictionary->end(), [](const auto& entry) {
+    return dictionary && std::ranges::all_of(*dictionary, [](const auto& entry) {
                return entry.second.template as<Bytes>();
            });
 }
@@ -22,30 +17,22 @@ bool isCache(const std::string& content) {
 
 /// Whatever the cache holds: it loads or it is kept aside, and what it loaded is still there after
 /// the next save.
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string folder = "/home/user/.local/share/Corvane/";
-    const std::string content(reinterpret_cast<const char*>(data), size);
-    SimulatedDesktop desktop;
-    desktop.files.contents[folder + "bookmark_cache.plist"] = content;
-    desktop.files.contents["/a.txt"] = "";
+void feed(std::string_view text) {
+    StoreScene scene;
+    auto& contents = scene.desktop.files.contents;
+    contents[bookmarkCachePath] = text;
+    contents["/a.txt"] = "";
 
-    BookmarkManager bookmarks(desktop.files, desktop.bookmarks, desktop.queue, desktop.queue,
-                              desktop.queue);
+    auto bookmarks = scene.newBookmarks();
     bookmarks.validateBookmarks();
     const auto loaded = bookmarks.bookmarkCache();
-    if (!bookmarks.resolveResource("/a.txt", ResourceType::file)) __builtin_trap();
+    expect(bookmarks.resolveResource("/a.txt", ResourceType::file).has_value());
     bookmarks.writeChanges();
 
-    BookmarkManager again(desktop.files, desktop.bookmarks, desktop.queue, desktop.queue,
-                          desktop.queue);
-    if (again.bookmarkCache() != bookmarks.bookmarkCache()) __builtin_trap();
-    for (const auto& [key, bookmark] : loaded) {
-        if (key != "file:/a.txt" && again.bookmarkCache().at(key) != bookmark) __builtin_trap();
-    }
-    if (isCache(content)) return 0;
-    bool isKept = false;
-    for (const auto& [path, bytes] : desktop.files.contents)
-        isKept |= bytes == content;
-    if (!isKept) __builtin_trap();
-    return 0;
+    const auto again = scene.newBookmarks().bookmarkCache();
+    expect(again == bookmarks.bookmarkCache());
+    for (const auto& [key, bookmark] : loaded)
+        expect(key == "file:/a.txt" || again.at(key) == bookmark);
+    expect(isCache(text) ||
+           std::ranges::any_of(contents, [&](const auto& entry) { return entry.second == text; }));
 }

@@ -1,8 +1,7 @@
+#include "fuzz/Fuzz.h"
 #include "linux/session/SingleInstance.h"
 #include "linux/system/EventThread.h"
 
-#include <cstddef>
-#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <random>
@@ -30,7 +29,7 @@ struct First {
 } // namespace
 
 /// Whatever somebody says at the socket, and however soon he hangs up: the next one is answered.
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void feed(std::string_view text) {
     static const First first;
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
@@ -38,16 +37,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                   first.folder.c_str());
     const auto call = [&](bool listens) {
         const FileDescriptor caller(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-        if (::connect(caller.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) !=
-            0)
-            __builtin_trap();
-        (void)::send(caller.get(), data, size, MSG_NOSIGNAL | MSG_DONTWAIT);
+        expect(::connect(caller.get(), reinterpret_cast<const sockaddr*>(&address),
+                         sizeof address) == 0);
+        (void)::send(caller.get(), text.data(), text.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
         (void)::shutdown(caller.get(), SHUT_WR);
         char answer = 0;
-        if (listens && (::recv(caller.get(), &answer, 1, 0) != 1 || answer != 'f'))
-            __builtin_trap();
+        expect(!listens || (::recv(caller.get(), &answer, 1, 0) == 1 && answer == 'f'));
     };
-    call(size % 2 == 0);
+    call(text.size() % 2 == 0);
     call(true);
-    return 0;
 }

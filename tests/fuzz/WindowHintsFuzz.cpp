@@ -1,9 +1,6 @@
+#include "fuzz/Fuzz.h"
 #include "linux/running/ApplicationIdentity.h"
 #include "linux/windows/x11/X11Connection.h"
-
-#include <cstddef>
-#include <cstdint>
-#include <string_view>
 
 using namespace corvane;
 
@@ -24,16 +21,15 @@ InstalledApplication installed(const std::string& id) {
 
 /// Properties as clients may have set them: five texts a window, then a number. Each window is in
 /// the share of one application, in its place, whatever it says of itself.
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void feed(std::string_view text) {
     static const std::vector<InstalledApplication> all{
         installed("writer"), installed("org.x.Office.calc"), installed("web")};
-    x11::Property property{
-        .type = 1, .format = 8, .bytes = {reinterpret_cast<const char*>(data), size}};
+    x11::Property property{.type = 1, .format = 8, .bytes = std::string(text)};
     const auto texts = property.texts();
-    if (property.text() != (texts.empty() ? "" : texts.front())) __builtin_trap();
+    expect(property.text() == (texts.empty() ? "" : texts.front()));
     property.format = 32;
     const auto numbers = property.numbers();
-    if (numbers.size() > size / sizeof(std::uint32_t)) __builtin_trap();
+    expect(numbers.size() <= text.size() / sizeof(std::uint32_t));
 
     std::vector<ManagedWindow> windows;
     for (std::size_t i = 0; i + 5 <= texts.size() && windows.size() < 50; i += 5) {
@@ -53,11 +49,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const auto& share : sharesOf(process, windows, all)) {
         std::uint64_t before = 0;
         for (const auto& window : share.windows) {
-            if (window.window.number <= before) __builtin_trap();
+            expect(window.window.number > before);
             before = window.window.number;
         }
         shared += share.windows.size();
     }
-    if (shared != windows.size()) __builtin_trap();
-    return 0;
+    expect(shared == windows.size());
 }
