@@ -1,9 +1,9 @@
-#include "linux/installed/ApplicationNames.h"
+#include "linux/running/ApplicationOpener.h"
 #include "linux/running/LaunchedApplications.h"
+#include "linux/running/LinuxApplications.h"
 #include "linux/running/Quitting.h"
 #include "linux/running/RunningApplications.h"
 #include "linux/screen/LinuxAccessibility.h"
-#include "linux/scripts/MdfindTool.h"
 #include "linux/system/DetachedProcess.h"
 #include "machine/Program.h"
 #include "platform/Bundles.h"
@@ -76,6 +76,12 @@ struct IdentityTest : testing::Test {
         return {};
     }
 
+    /// Whether it is neither asked nor ended by force, though both are wanted.
+    bool isSpared(const RunningApplication& application) {
+        const bool asked = quitting_.terminate(application);
+        return !quitting_.forceTerminate(application) && !asked;
+    }
+
     MemoryWindowSystem system_;
     InstalledApplications installed_;
     LaunchedApplications launched_;
@@ -92,6 +98,7 @@ struct IdentityTest : testing::Test {
 
 const std::string writer = "Writer|test.writer|/Applications/Writer.app|Schreiber";
 const std::string calc = "Calc|test.calc|/Applications/Calc.app";
+const std::string slow = "Slow|test.slow|/Applications/Slow.app";
 
 TEST_F(IdentityTest, oneProcessIsAsManyApplicationsAsItsWindowsName) {
     const auto office = program();
@@ -109,68 +116,39 @@ TEST_F(IdentityTest, oneProcessIsAsManyApplicationsAsItsWindowsName) {
 
     LinuxAccessibility accessibility(system_, running_);
     EXPECT_EQ(accessibility.windows(c.processIdentifier)->size(), 1u);
+    const ApplicationOpener opener(installed_, {});
+    LinuxApplications applications(opener, running_, quitting_);
+    EXPECT_EQ(applications.runningApplications().size(), 2u);
     system_.clients[0].ignoresClose = true;
-    EXPECT_TRUE(quitting_.terminate(c));
+    EXPECT_TRUE(applications.terminate(c));
     EXPECT_EQ(system_.askedToClose, Words{"sums"});
     EXPECT_FALSE(quitting_.forceTerminate(c)) << "the process holds another application";
     EXPECT_TRUE(quitting_.terminate(w));
     EXPECT_EQ(text::joined(system_.askedToClose, " "), "sums list tip letter");
     EXPECT_EQ(all(), calc + " sums");
     EXPECT_TRUE(quitting_.terminate(w)) << "it was asked, and its process is there still";
-    EXPECT_TRUE(quitting_.forceTerminate(c)) << "now it is alone";
+    EXPECT_FALSE(quitting_.forceTerminate(w)) << "it may be saving still";
+    EXPECT_TRUE(applications.forceTerminate(c)) << "now it is alone";
     EXPECT_TRUE(programs_.front().ends());
+    EXPECT_TRUE(isSpared(c)) << "it isn't there any more";
 }
 
 TEST_F(IdentityTest, aNameInBracketsIsTheSameEverywhere) {
-    install("test.writer.other", "Writer",
-            "Exec=" + place("bin/office") + " 2\nStartupWMClass=writer2");
+    install("test.other", "Writer", "Exec=cat\nStartupWMClass=other");
     show("one", program(), "writer");
-    show("two", program(), "writer2");
-    EXPECT_EQ(named("Writer [test.writer]").bundleURL->path(),
-              "/Applications/Writer [test.writer].app");
-    EXPECT_EQ(named("Writer [test.writer.other]").bundleIdentifier, "test.writer.other");
-}
-
-TEST_F(IdentityTest, everyInstalledEntryIsCalledTheSameByAllWhoNameIt) {
-    install("test.twin.a", "Twin", "Name[de]=Zwilling\nExec=sh");
-    install("test.twin.b", "Twin", "Name[de]=Zwilling\nName[fr]=Jumeau\nExec=sh");
-    for (const char* language : {"de", "fr"}) {
-        const ScopedVariable chosen("LANGUAGE", language);
-        const InstalledApplications installed;
-        RunningApplications running(installed, system_, launched_);
-        const auto visible = installed.visible();
-        ASSERT_GE(visible.size(), 5u);
-        system_.clients.clear();
-        const auto process = program();
-        for (const auto& application : visible)
-            show(application.bundlePath, process).hints.desktopFile = application.desktopFile;
-        std::set<std::string> called;
-        for (const auto& each : running.list())
-            called.insert(each.localizedName.value_or("?") + " at " + each.bundleURL->path());
-        for (const auto& application : visible) {
-            const auto stored = application.storedName();
-            const auto& bundle = application.bundlePath;
-            EXPECT_EQ("/Applications/" + stored + ".app", bundle);
-            EXPECT_TRUE(called.contains(stored + " at " + bundle)) << bundle;
-            const auto quoted =
-                text::replacingAll(text::replacingAll(stored, "\\", "\\\\"), "'", "\\'");
-            const auto query =
-                "kMDItemKind == 'Application' && kMDItemDisplayName == '" + quoted + "'";
-            EXPECT_EQ(runMdfindTool(installed, {query}).output, bundle + "\n");
-            EXPECT_EQ(installed.byBundlePath(bundle), application) << stored;
-            EXPECT_EQ(applicationNamed(installed, stored), application) << stored;
-            for (const auto& former : application.formerNames)
-                EXPECT_EQ(applicationNamed(installed, former), application) << former;
-        }
-        EXPECT_EQ(called.size(), visible.size());
-    }
+    show("two", program(), "other");
+    EXPECT_EQ(all(), "Writer [test.writer]|test.writer|/Applications/Writer [test.writer].app"
+                     "|Schreiber one; Writer [test.other]|test.other|"
+                     "/Applications/Writer [test.other].app two");
 }
 
 TEST_F(IdentityTest, onlyMainWindowsMakeAnApplicationAndTheirWordsCountFirst) {
     const auto editor = program(), portal = program();
-    const auto letter = show("letter", editor, "writer").window.number;
+    auto& shown = show("letter", editor, "writer");
+    shown.isMinimized = true;
+    const auto letter = shown.window.number;
     show("choose a file", portal, "Portal").owner = letter;
-    EXPECT_TRUE(all().starts_with(writer + " letter; Portal||")) << all();
+    EXPECT_TRUE(all().starts_with(writer + " hidden letter; Portal||")) << all();
     EXPECT_TRUE(all().ends_with(" accessory choose a file")) << all();
     system_.clients.erase(system_.clients.begin());
     EXPECT_EQ(all().find("accessory"), std::string::npos) << "whose owner has gone: " << all();
@@ -179,7 +157,7 @@ TEST_F(IdentityTest, onlyMainWindowsMakeAnApplicationAndTheirWordsCountFirst) {
     palette.kind = WindowKind::other;
     const auto number = palette.window.number;
     show("sheet", editor);
-    show("letter", editor, "writer");
+    show("letter", editor, "writer").isMinimized = true;
     auto& colours = show("colours", editor);
     colours.owner = number;
     colours.skipsTaskbar = true;
@@ -189,7 +167,7 @@ TEST_F(IdentityTest, onlyMainWindowsMakeAnApplicationAndTheirWordsCountFirst) {
 TEST_F(IdentityTest, onlyWhatTakesARequestIsAsked) {
     const auto process = program();
     show("deaf", process, "writer").canBeAskedToClose = false;
-    EXPECT_FALSE(quitting_.terminate(named("Writer")) || quitting_.forceTerminate(named("Writer")));
+    EXPECT_TRUE(isSpared(named("Writer")));
     show("hears", process, "writer");
     EXPECT_TRUE(quitting_.terminate(named("Writer")));
     EXPECT_EQ(system_.askedToClose, Words{"hears"});
@@ -226,16 +204,37 @@ TEST_F(IdentityTest, aTerminalIsOneWhateverRunsInItAndTheUserIsAskedAboutThat) {
     EXPECT_EQ(system_.askedToClose, Words{"pages"});
 }
 
-TEST_F(IdentityTest, panelsAndDesktopsStay) {
+TEST_F(IdentityTest, onlyTheListedProcessIsAskedAndNeitherThisOneNorTheSessions) {
+    show("own", getpid(), "Own");
     show("panel", program(), "calc").kind = WindowKind::dock;
-    const auto files = program();
+    const auto shell = program(), files = program();
+    show("menu", shell, "Shell");
+    system_.session = {shell};
     show("icons", files, "writer").kind = WindowKind::desktop;
     show("folder", files, "writer");
-    EXPECT_FALSE(quitting_.terminate(named("Calc")));
+    auto later = named("Writer"), other = later;
+    ++later.startTime;
+    other.bundleIdentifier = "test.other";
+    for (const auto& each : {named("Own"), named("Calc"), named("Shell"), later, other, {}})
+        EXPECT_TRUE(isSpared(each)) << each.localizedName.value_or("?");
+    EXPECT_FALSE(sendSignal(files, later.startTime, SIGKILL) || sendSignal(-1, 0, SIGKILL));
     EXPECT_TRUE(quitting_.terminate(named("Writer"))) << "its other window goes";
     EXPECT_EQ(system_.askedToClose, Words{"folder"});
-    for (const auto* name : {"Calc", "Writer"})
-        EXPECT_FALSE(quitting_.terminate(named(name)) || quitting_.forceTerminate(named(name)));
+    EXPECT_TRUE(isSpared(named("Writer")));
+}
+
+TEST_F(IdentityTest, aDisplayThatIsStuckIsWaitedForOnce) {
+    show("letter", program(), "writer");
+    system_.clients.back().ignoresClose = true;
+    const auto application = named("Writer");
+    EXPECT_TRUE(quitting_.terminate(application));
+    system_.serverHasStopped = true;
+    const auto before = system_.questions;
+    for (int i = 0; i < 5; ++i)
+        EXPECT_TRUE(isSpared(application)) << "who is who can't be told";
+    EXPECT_EQ(system_.questions, before + 1);
+    system_.serverHasStopped = false;
+    EXPECT_TRUE(comesTrue([&] { return quitting_.forceTerminate(application); }));
 }
 
 TEST_F(IdentityTest, theUppermostMainWindowOfAnApplicationComesForward) {
@@ -288,8 +287,7 @@ TEST_F(IdentityTest, whereNobodyTellsProcessesApplicationsAreWhatTheirWindowsSay
     show("list", 0, "writer");
     show("own", 0).hints.applicationId = programIdentifier;
     install(programIdentifier, "Corvane", "Exec=" + place("bin/office"));
-    const auto own =
-        std::string("; Corvane|") + programIdentifier + "|/Applications/Corvane.app own";
+    const std::string own = "; Corvane|app.corvane.Corvane|/Applications/Corvane.app own";
     EXPECT_EQ(all(), writer + " letter list; " + calc + " sums" + own);
     const auto w = named("Writer"), c = named("Calc");
     for (const auto& each : {w, c})
@@ -304,7 +302,7 @@ TEST_F(IdentityTest, whereNobodyTellsProcessesApplicationsAreWhatTheirWindowsSay
     EXPECT_EQ(all(), calc + " sums" + own);
 
     show("strange", 0, "Unknown");
-    EXPECT_EQ(all(), std::string("Calc|test.calc| sums; Corvane|") + programIdentifier + "| own")
+    EXPECT_EQ(all(), "Calc|test.calc| sums; Corvane|app.corvane.Corvane| own")
         << "Focus Mode ends nothing while one of them could be anything";
     EXPECT_TRUE(quitting_.terminate(c));
     install("test.term", "Term", "Exec=xterm\nCategories=TerminalEmulator\nStartupWMClass=term");
@@ -313,9 +311,9 @@ TEST_F(IdentityTest, whereNobodyTellsProcessesApplicationsAreWhatTheirWindowsSay
     EXPECT_EQ(jobs_, Words{"Term"}) << "what runs in it nobody tells";
     system_.clients.clear();
     launch("test.slow");
-    EXPECT_EQ(all(), "Slow|test.slow|/Applications/Slow.app");
+    EXPECT_EQ(all(), slow);
     show("slow", 0).hints.applicationId = "test.slow";
-    EXPECT_EQ(all(), "Slow|test.slow|/Applications/Slow.app slow") << "it has come";
+    EXPECT_EQ(all(), slow + " slow") << "it has come";
     system_.clients.clear();
     install("test.nap", "Nap", "Exec=sleep 9");
     show("by its program", 0).hints.applicationId = "sleep";
@@ -338,17 +336,17 @@ TEST_F(IdentityTest, aSandboxIsBelievedForWhatLiesInIt) {
         return process;
     };
     const std::string entry = "/var/lib/snapd/desktop/applications/office_writer.desktop";
-    show("document", run(entry, inside));
-    EXPECT_TRUE(all().starts_with("Snapped|office_writer|")) << all();
+    const std::tuple<std::string, pid_t, std::string, std::string> cases[]{
+        {"its document", run(entry, inside), "", "Snapped|office_writer|"},
+        {"a program that it started", run(entry, "/bin/sleep"), "", "sleep||"},
+        {"a hint of another snap", run("/x/test.writer.desktop", inside), "writer", "writer||"}};
+    for (const auto& [title, process, name, told] : cases) {
+        system_.clients.clear();
+        show(title, process, name);
+        EXPECT_TRUE(all().starts_with(told)) << all();
+    }
     system_.clients.clear();
-    show("a program that it started", run(entry, "/bin/sleep"));
-    EXPECT_TRUE(all().starts_with("sleep||")) << all();
-    system_.clients.clear();
-    show("a hint of another snap", run("/x/test.writer.desktop", inside), "writer");
-    EXPECT_FALSE(all().starts_with("Writer")) << all();
-    system_.clients.clear();
-    auto& window = show("the compositor tells its sandbox", program(), "calc");
-    window.hints.sandboxId = "test.writer";
+    show("the compositor tells its sandbox", program(), "calc").hints.sandboxId = "test.writer";
     EXPECT_TRUE(all().starts_with("Writer|test.writer")) << all();
 }
 
@@ -365,12 +363,10 @@ TEST_F(IdentityTest, whatWasLaunchedRunsBeforeItShowsAWindow) {
     launch("test.writer");
     ASSERT_TRUE(comesTrue([&] { return all().empty(); }));
     const auto process = launch("test.slow");
-    const std::string slow = "Slow|test.slow|/Applications/Slow.app";
     EXPECT_EQ(all(), slow);
     const auto early = named("Slow");
     EXPECT_EQ(early.processIdentifier, process);
-    EXPECT_FALSE(quitting_.terminate(early)) << "there is nothing that could be asked";
-    EXPECT_FALSE(quitting_.forceTerminate(early));
+    EXPECT_TRUE(isSpared(early)) << "there is nothing that could be asked";
     // The wrapper has ended, and what it started shows the window.
     ASSERT_TRUE(comesTrue([&] { return !startTimeOf(process); }));
     EXPECT_EQ(all(), slow);
@@ -383,28 +379,6 @@ TEST_F(IdentityTest, whatWasLaunchedRunsBeforeItShowsAWindow) {
     EXPECT_EQ(accessibility.windows(early.processIdentifier)->size(), 1u);
     system_.clients.clear();
     EXPECT_EQ(all(), "") << "its window has come and gone";
-    for (auto kind :
-         {&InstalledApplication::isTerminalEmulator, &InstalledApplication::needsTerminal}) {
-        auto inTerminal = *installed_.byDesktopId("test.slow.desktop");
-        inTerminal.*kind = true;
-        launched_.add(inTerminal, {program()});
-        EXPECT_EQ(all(), "") << "what a terminal shows tells nothing of the program in it";
-    }
-
-    LaunchedApplications impatient(std::chrono::seconds(0));
-    impatient.add(*installed_.byDesktopId("test.slow.desktop"), {program()});
-    EXPECT_TRUE(comesTrue([&] { return impatient.underway({}).empty(); }));
-    kill(behind[0], SIGKILL);
-
-    LaunchedApplications many;
-    many.add(*installed_.byDesktopId("test.calc.desktop"), {program()});
-    many.add(*installed_.byDesktopId("test.slow.desktop"), std::vector<pid_t>(300, program()));
-    const auto kept = many.underway({});
-    EXPECT_EQ(kept.at(0).application.name, "Slow") << "the newest ones are kept";
-    EXPECT_LT(kept.size(), 300u);
-    constexpr pid_t ended = 0x3ffffe;
-    many.add(*installed_.byDesktopId("test.slow.desktop"), {ended});
-    EXPECT_EQ(many.underway({}).size(), kept.size()) << "what has ended can't be told from others";
 }
 
 TEST_F(IdentityTest, whatALaunchedProgramOpensIsItsOwn) {
@@ -419,7 +393,7 @@ TEST_F(IdentityTest, whatALaunchedProgramOpensIsItsOwn) {
     system_.clients.clear();
     show("main", process, "Unknown");
     show("started from it", child, "Other");
-    EXPECT_TRUE(all().starts_with("Slow|test.slow|/Applications/Slow.app main; Other||")) << all();
+    EXPECT_TRUE(all().starts_with(slow + " main; Other||")) << all();
 }
 
 } // namespace

@@ -4,7 +4,7 @@
 #include "linux/system/LinuxBackgroundQueue.h"
 #include "linux/system/LinuxDiskQueue.h"
 #include "linux/system/ProcessFacts.h"
-#include "machine/Machine.h"
+#include "machine/Program.h"
 
 #include <atomic>
 #include <csignal>
@@ -56,6 +56,19 @@ TEST(DetachedProcess, tellsWhyAProgramDoesNotStart) {
         const auto process = startDetached(command);
         EXPECT_FALSE(process || process.error().localizedDescription.empty());
     }
+}
+
+TEST(ProcessFactsTest, aScriptIsItsOwnProgram) {
+    write(place("bin/odd) name"), "kill -STOP $$\n");
+    const Program script({"/bin/bash", "--norc", place("bin/odd) name"), "argument"});
+    ASSERT_TRUE(comesTrue([&] {
+        const auto process = processFacts(script.id());
+        return process && process->commandName == "odd) name";
+    }));
+    const auto process = processFacts(script.id());
+    EXPECT_EQ(process->executable, place("bin/odd) name"));
+    EXPECT_GE(process->startTime, processFacts(getpid())->startTime);
+    EXPECT_FALSE(processFacts(0) || processFacts(-1) || processFacts(1 << 30));
 }
 
 /// What stands in a process's own root is that process's to choose.

@@ -1,13 +1,55 @@
-#include "Display.h"
+#include "linux/running/LaunchedApplications.h"
+#include "linux/running/Quitting.h"
+#include "linux/running/RunningApplications.h"
+#include "linux/screen/LinuxAccessibility.h"
+#include "linux/screen/LinuxDisplays.h"
+#include "linux/screen/LinuxWindowList.h"
+#include "linux/windows/RecentWindows.h"
+#include "linux/windows/x11/X11WindowSystem.h"
+#include "machine/XDisplay.h"
 
+#include <chrono>
 #include <set>
+#include <sstream>
 
 using namespace corvane;
 using namespace corvane::machine;
 
 namespace {
 
-struct X11WindowsTest : WindowsTest {
+/// A display of 1440 by 900 pixels with a window manager, and the seam's view of it.
+struct X11Test : testing::Test, XDisplay {
+    void SetUp() override { start({"openbox"}); }
+    void start(const std::vector<std::string>& manager) {
+        startServer("1440x900x24");
+        startManager(manager);
+    }
+    std::optional<x11::WindowGeometry> geometryOf(xcb_window_t window) {
+        const auto deadline = halfASecondFromNow();
+        auto* server = connection_.server(deadline);
+        return x11::readGeometry(*server, x11::requestGeometry(*server, window), deadline);
+    }
+
+    /// Another eye than the one that is tested.
+    x11::Connection connection_;
+    InstalledApplications installed_;
+    x11::X11WindowSystem system_;
+    RecentWindows recent_{system_};
+    LaunchedApplications launched_;
+    RunningApplications running_{installed_, recent_, launched_};
+    Quitting quitting_{system_, running_, {}};
+    LinuxDisplays displays_{recent_};
+    LinuxWindowList list_{recent_, running_};
+    LinuxAccessibility accessibility_{recent_, running_};
+};
+
+std::string frameText(double x, double y, double width, double height) {
+    std::ostringstream text;
+    text << x << "," << y << " " << width << "x" << height;
+    return text.str();
+}
+
+struct X11WindowsTest : X11Test {
     /// A shown window of this process whose decorations the window manager leaves out.
     xcb_window_t make(const std::string& title, const x11::Frame& frame) {
         const auto window = probe_->make(frame);
@@ -24,7 +66,8 @@ struct X11WindowsTest : WindowsTest {
         const auto windows = list_.onScreenWindows();
         for (const auto& window : windows.value())
             lines.push_back(window.name.value_or("?") + " " + std::to_string(*window.layer) + " " +
-                            frameOf(*window.bounds));
+                            frameText(*window.bounds->x, *window.bounds->y, *window.bounds->width,
+                                      *window.bounds->height));
         return text::joined(lines, "; ");
     }
     void becomes(const std::string& expected) {
@@ -101,13 +144,17 @@ TEST_F(X11WindowsTest, asksTheServerWhereTheWindowManagerIsSilent) {
 TEST_F(X11WindowsTest, areMovedToWhereTheirInsideIs) {
     const auto window = probe_->make({300, 200, 410, 340});
     show(window);
-    const AccessibilityWindow element{getpid(), window};
-    placed(element, {100, 100, 420, 370});
+    const WindowRef ref{window, getpid()};
+    const auto placed = [&](const PixelPoint& origin) {
+        system_.place(ref, {origin, PixelSize{420, 370}}, halfASecondFromNow());
+        return system_.window(ref, halfASecondFromNow())->frame;
+    };
+    placed({100, 100});
     // Openbox takes no request for just that place.
     const auto inside = geometryOf(window)->client;
     ASSERT_NE(inside.y, 100);
-    EXPECT_EQ(placed(element, {inside.x, inside.y, 420, 370}),
-              frameText(inside.x, inside.y, 420, 370));
+    const PixelPoint origin{double(inside.x), double(inside.y)};
+    EXPECT_EQ(placed(origin), (PixelRect{origin, {420, 370}}));
 }
 
 TEST_F(X11WindowsTest, arentPlacedByAManagerThatLeftOnlyItsName) {
@@ -118,6 +165,16 @@ TEST_F(X11WindowsTest, arentPlacedByAManagerThatLeftOnlyItsName) {
     const ScopedVariable none("DISPLAY", "");
     x11::X11WindowSystem nowhere;
     EXPECT_FALSE(LinuxAccessibility(nowhere, running_).isProcessTrusted());
+}
+
+TEST_F(X11WindowsTest, areNotWaitedForWhereTheServerHasStopped) {
+    kill(server_->id(), SIGSTOP);
+    x11::X11WindowSystem fresh;
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_FALSE(fresh.isReady(halfASecondFromNow()));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
+    kill(server_->id(), SIGCONT);
+    EXPECT_TRUE(comesTrue([&] { return fresh.isReady(halfASecondFromNow()); }));
 }
 
 TEST_F(X11WindowsTest, tellOfALaunchAndOfItsEnd) {
@@ -155,7 +212,71 @@ TEST_F(X11WindowsTest, tellOfALaunchAndOfItsEnd) {
     EXPECT_EQ(tokens.size(), 20u);
 }
 
-struct DisplaysTest : WindowsTest {
+struct X11ClientsTest : X11Test {
+    void SetUp() override { start(windowManager()); }
+    std::optional<RunningApplication> listed(pid_t process) {
+        const auto all = running_.list();
+        const auto found = std::ranges::find(all, process, &RunningApplication::processIdentifier);
+        return found == all.end() ? std::nullopt : std::optional(*found);
+    }
+};
+
+TEST_F(X11ClientsTest, misleadNobodyByWhatTheySay) {
+    Program victim({TEST_CLIENT, "close"});
+    const auto dock = probe_->make();
+    probe_->set(dock, "_NET_WM_WINDOW_TYPE", probe_->atom("_NET_WM_WINDOW_TYPE_DOCK"));
+    probe_->set(dock, "WM_CLASS", std::string("dock\0Do\377ck", 10));
+    probe_->set(dock, "_NET_WM_PID", static_cast<std::uint32_t>(victim.id()));
+    char machine[256] = {};
+    gethostname(machine, sizeof machine - 1);
+    probe_->set(dock, "WM_CLIENT_MACHINE", machine);
+    probe_->set(dock, "_NET_WM_STATE", "nonsense");
+    probe_->show(dock);
+    ASSERT_TRUE(windowsBecome(3));
+    ASSERT_TRUE(comesTrue([&] { return listed(getpid()) && listed(victim.id()); }));
+    const auto own = *listed(getpid());
+    EXPECT_EQ(own.activationPolicy, 1);
+    EXPECT_EQ(own.localizedName, "Do\uFFFDck");
+    EXPECT_EQ(own.bundleURL, own.executableURL);
+    EXPECT_EQ(own.bundleIdentifier, "app.corvane.Corvane");
+
+    const auto window = probe_->make();
+    probe_->set(window, "WM_CLASS", "");
+    probe_->set(window, "WM_TRANSIENT_FOR", window);
+    probe_->set(window, "_NET_WM_WINDOW_TYPE", "text");
+    probe_->show(window);
+    ASSERT_TRUE(windowsBecome(4));
+    EXPECT_EQ(listed(getpid())->activationPolicy, 1) << "a panel stays one with a dialog";
+    EXPECT_TRUE(quitting_.terminate(*listed(victim.id())) && victim.ends() && windowsBecome(2));
+    probe_->close(dock);
+    EXPECT_TRUE(comesTrue([&] { return listed(getpid())->activationPolicy == 0; }));
+}
+
+TEST_F(X11ClientsTest, areAskedThemselvesWhereNoWindowManagerIs) {
+    Program process({TEST_CLIENT, "close"});
+    ASSERT_TRUE(windowsBecome(2));
+    ASSERT_TRUE(comesTrue([&] { return listed(process.id()).has_value(); }));
+    const auto application = *listed(process.id());
+    manager_.reset();
+    EXPECT_TRUE(quitting_.terminate(application) && process.ends());
+}
+
+/// A window manager can have windows like anyone's, and one that has gone leaves its word behind.
+TEST_F(X11ClientsTest, areNoApplicationsAsTheWindowManager) {
+    manager_.reset();
+    const auto window = probe_->make();
+    const auto check = probe_->make();
+    probe_->set(probe_->root(), "_NET_CLIENT_LIST", window);
+    probe_->set(probe_->root(), "_NET_CLIENT_LIST_STACKING", window);
+    probe_->set(probe_->root(), "_NET_SUPPORTING_WM_CHECK", check);
+    probe_->show(window);
+    EXPECT_TRUE(comesTrue([&] { return running_.list().at(0).activationPolicy == 0; }));
+    probe_->set(check, "_NET_SUPPORTING_WM_CHECK", check);
+    probe_->show(window);
+    EXPECT_TRUE(comesTrue([&] { return running_.list().at(0).activationPolicy == 1; }));
+}
+
+struct DisplaysTest : X11Test {
     /// "x,y wxh" from the top left of the root window.
     void setMonitor(const std::string& name, const x11::Frame& frame) {
         std::ostringstream geometry;

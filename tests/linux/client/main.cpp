@@ -5,9 +5,9 @@
 
 #include <unistd.h>
 
-// A client with two windows. Asked to close one, it will "close" it and end with the last, "ignore"
-// that, or "hide" both and stay connected, as the first argument says. The second window has the
-// type that the second argument names, or else belongs to the first. Two more are their classes.
+// A client with two windows. Asked to close one, it does where the first argument is "close", and
+// ends with the last. The second window has the type that the second argument names, or else
+// belongs to the first. Two more are their classes.
 int main(int count, char** arguments) {
     if (count < 2) return 1;
     const std::string_view reaction = arguments[1];
@@ -38,13 +38,8 @@ int main(int count, char** arguments) {
         const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(*event);
         const bool asked = (event->response_type & 0x7f) == XCB_CLIENT_MESSAGE &&
                            message.type == protocols && message.data.data32[0] == deleteWindow;
-        for (const auto window : windows) {
-            const bool goes =
-                reaction == "hide" || (reaction == "close" && window == message.window);
-            if (!asked || !goes) continue;
-            own.close(window);
-            --open;
-        }
-        if (open == 0 && reaction == "close") break;
+        if (!asked || reaction != "close") continue;
+        own.close(message.window);
+        if (--open == 0) break;
     }
 }
