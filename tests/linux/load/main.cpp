@@ -34,17 +34,11 @@ double memory(const std::string& field) {
 
 void writeFile(const fs::path& file) {
     std::vector<Workspace> workspaces;
-    Uuid id;
-    const auto nextId = [&] {
-        for (std::size_t i = 0; ++id.bytes[i] == 0;)
-            ++i;
-        return id;
-    };
     for (int w = 0; w < workspaceCount; ++w) {
         auto workspace = makeWorkspace("Workspace " + std::to_string(w), "", "folder", {757382400});
         for (int r = 0; r < resourceCount; ++r) {
             Resource resource;
-            resource.id = nextId();
+            resource.id = Uuid::random();
             resource.name = "document " + std::to_string(r) + ".txt";
             resource.path = "/home/user/Documents/Projects/" + workspace.name + "/" + resource.name;
             resource.type = allResourceTypes[static_cast<std::size_t>(r) % 5];
