@@ -109,9 +109,12 @@ void Interface::settle() {
             return animation && animation->property("running").toBool();
         });
     };
-    EXPECT_TRUE(QTest::qWaitFor(
-        [&] { return std::ranges::none_of(itemsIn(topWindow()->contentItem()), moves); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return std::ranges::none_of(items(), moves); }));
     runFor(0);
+}
+
+QList<QQuickItem*> Interface::items() {
+    return itemsIn(topWindow()->contentItem());
 }
 
 std::vector<QAccessibleInterface*> Interface::elements() {
@@ -177,7 +180,7 @@ QRect Interface::placeOf(const std::string& name, const std::string& inside) {
 }
 
 int Interface::linesOf(const std::string& text) {
-    for (const auto* item : itemsIn(topWindow()->contentItem())) {
+    for (const auto* item : items()) {
         if (item->isVisible() && item->property("text").toString().toStdString() == text &&
             item->inherits("QQuickText"))
             return item->property("lineCount").toInt();
@@ -185,8 +188,8 @@ int Interface::linesOf(const std::string& text) {
     return 0;
 }
 
-std::string Interface::drawn(const std::string& name, const std::string& inside) {
-    const QRectF place = name.empty() ? QRectF({}, topWindow()->size()) : placeOf(name, inside);
+std::string Interface::drawn(const std::string& name) {
+    const QRectF place = name.empty() ? QRectF({}, topWindow()->size()) : placeOf(name);
     std::string all;
     const std::function<void(const QQuickItem&, double)> look = [&](const auto& item,
                                                                     double shown) {
@@ -229,8 +232,7 @@ bool Interface::isEnabled(const std::string& name, const std::string& inside) {
 bool Interface::press(const std::string& name, const std::string& inside) {
     const auto place = placeOf(name, inside);
     if (place.isEmpty()) return false;
-    lastPress_ = place.center();
-    QTest::mouseClick(topWindow(), Qt::LeftButton, Qt::NoModifier, lastPress_);
+    QTest::mouseClick(topWindow(), Qt::LeftButton, Qt::NoModifier, place.center());
     runFor(0);
     return true;
 }
@@ -242,10 +244,13 @@ void Interface::send(QEvent::Type type, const QPoint& place) {
     QCoreApplication::sendEvent(top, &event);
 }
 
-void Interface::pressAgain() {
+void Interface::doubleClick(const std::string& name, const std::string& inside) {
+    const auto place = placeOf(name, inside).center();
+    QTest::mouseClick(topWindow(), Qt::LeftButton, Qt::NoModifier, place);
+    runFor(0);
     for (const auto type :
          {QEvent::MouseButtonPress, QEvent::MouseButtonDblClick, QEvent::MouseButtonRelease})
-        send(type, lastPress_);
+        send(type, place);
     runFor(0);
 }
 
@@ -263,7 +268,7 @@ std::string Interface::toolTipOf(const std::string& name) {
     QTest::mouseMove(top, placeOf(name).center());
     std::string text;
     const auto look = [&] {
-        for (auto* item : itemsIn(top->contentItem())) {
+        for (const auto* item : items()) {
             for (auto* child : item->children()) {
                 if (child->inherits("QQuickToolTip") && child->property("opened").toBool())
                     text = child->property("text").toString().toStdString();
@@ -289,14 +294,14 @@ std::string Interface::act(const std::string& action, const std::string& name,
     return names;
 }
 
-void Interface::hold(Qt::Key key, int repetitions) {
+void Interface::hold(Qt::Key key) {
     const auto send = [&](QEvent::Type type, bool isRepeated) {
         QKeyEvent event(type, key, Qt::NoModifier, key == Qt::Key_Space ? " " : "", isRepeated);
         QCoreApplication::sendEvent(topWindow(), &event);
         runFor(0);
     };
     send(QEvent::KeyPress, false);
-    for (int i = 0; i < repetitions; ++i) {
+    for (int i = 0; i < 5; ++i) {
         send(QEvent::KeyRelease, true);
         send(QEvent::KeyPress, true);
     }

@@ -42,8 +42,8 @@ struct Interface {
     /// Clicks in the middle of a control; false where it isn't shown. Of several it takes the one
     /// inside the element named `inside`, and rather a control than its label.
     bool press(const std::string& name, const std::string& inside = "");
-    /// The second press of a double click, where the last one was.
-    void pressAgain();
+    /// Presses twice at the place where it was before the first press.
+    void doubleClick(const std::string& name, const std::string& inside);
     /// Clicks on such a control in each of several elements before the views follow.
     void pressAtOnce(const std::string& name, const std::vector<std::string>& insides);
     /// What comes up where the pointer rests in the middle of an element.
@@ -51,7 +51,7 @@ struct Interface {
     /// Does what an assistive program does; gives the names of all actions that the control has.
     std::string act(const std::string& action, const std::string& name,
                     const std::string& inside = "");
-    void hold(Qt::Key key, int repetitions = 5);
+    void hold(Qt::Key key);
     void type(const std::string& text);
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
     void resize(int width, int height);
@@ -59,10 +59,12 @@ struct Interface {
     void wheel(const std::string& name, int notches);
     QRect placeOf(const std::string& name, const std::string& inside = "");
     int linesOf(const std::string& text);
+    /// Each item of the newest window, behind the one that holds it.
+    QList<QQuickItem*> items();
     /// What is drawn within an element, or in all of the window, from back to front: texts, symbols
     /// by name, pictures, gradients and surfaces (with their outline), in their colours, and how
     /// faded each is.
-    std::string drawn(const std::string& name = "", const std::string& inside = "");
+    std::string drawn(const std::string& name = "");
     /// The names of the controls of which a part is beyond the left or right edge of the window.
     std::string cut();
     void closeWindow();
@@ -79,8 +81,6 @@ private:
     QAccessibleInterface* find(const std::string& name, const std::string& inside = "");
     std::vector<QAccessibleInterface*> elements();
     void send(QEvent::Type type, const QPoint& place);
-
-    QPoint lastPress_;
 };
 
 struct Views : testing::Test, Interface {

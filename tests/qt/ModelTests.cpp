@@ -6,18 +6,15 @@
 #include "qt/toolkit/QtMainQueue.h"
 #include "qt/tray/Popup.h"
 #include "qt/tray/TrayMenu.h"
-#include "ui/UndoOffer.h"
-#include "ui/WorkspaceListState.h"
+#include "ui/ContentState.h"
 
 #include <QAbstractItemModelTester>
 #include <QDir>
-#include <QEventLoop>
 #include <QIcon>
 #include <QImageReader>
 #include <QMenu>
 #include <QScreen>
 #include <QTest>
-#include <QTimer>
 #include <thread>
 
 namespace corvane {
@@ -30,9 +27,7 @@ TEST(QtMainQueueTest, runsInOrderOneAtATimeAndFromAnyThread) {
     queue.async([&] {
         log += "outer( ";
         queue.async([&] { log += "inner "; });
-        QEventLoop nested;
-        QTimer::singleShot(400, &nested, &QEventLoop::quit);
-        nested.exec();
+        QTest::qWait(400);
         log += ") ";
     });
     std::thread([&] { queue.async([&] { log += "other "; }); }).join();
@@ -67,9 +62,7 @@ TEST(QtMainQueueTest, isDoneWithAllThatIsScheduledAndThatComesOfIt) {
     queue.after(60, [&] { log += "much later "; });
     queue.async([&] {
         log += "alert( ";
-        QEventLoop nested;
-        QTimer::singleShot(500, &nested, &QEventLoop::quit);
-        nested.exec();
+        QTest::qWait(500);
         log += ") ";
     });
     queue.whenDone(60, [&] { log += "replaced "; });
@@ -177,13 +170,9 @@ TEST(WorkspaceListModelTest, rowsKeepTheirIdentityWhenTheListChanges) {
     StoreScene scene;
     const auto a = scene.workspace("a"), b = scene.workspace("b"), c = scene.workspace("c"),
                d = scene.workspace("d");
-    scene.writeFile({a, b, c});
-    auto& store = scene.start();
-    UndoOffer undo(scene.platform.mainQueue);
-    MissingFiles missing(store, scene.platform.backgroundQueue, scene.platform.mainQueue,
-                         scene.platform.fileSystem);
-    WorkspaceListState state(store, scene.platform.mainQueue, scene.platform.alerts, undo, missing);
-    WorkspaceListModel model(state, store, {}, {});
+    auto& store = scene.start({a, b, c});
+    ContentState content(store, scene.platform);
+    WorkspaceListModel model(content.list, store, {}, {});
     const QAbstractItemModelTester tester(&model);
     const QPersistentModelIndex rowOfC(model.index(2));
     const std::tuple<std::vector<Workspace>, const char*, int> steps[]{
