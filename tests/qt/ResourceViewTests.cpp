@@ -199,20 +199,23 @@ TEST_F(ResourceViews, theSettingsActAtOnceAndAreReachedByTheKeyboard) {
     EXPECT_FALSE(shows(note));
     act("Auto-Save Layouts");
     EXPECT_FALSE(store.autoSaveLayouts);
+    const auto flags = [&] {
+        std::string text;
+        for (const bool isOn :
+             {store.showLayoutSavedAlert.get(), store.showWorkspaceClosedAlert.get(),
+              store.showLayoutsDisabledAlert.get(), store.showApplicationsClosedAlert.get()})
+            text += isOn ? '1' : '0';
+        return text + " ";
+    };
     std::string off;
     for (const auto* alert : {"Window Layout Saved", "Workspace Applications Closed",
                               "Window Layouts Disabled", "Applications Closed (Focus Mode)"}) {
         act(alert);
-        for (const bool isOn :
-             {store.showLayoutSavedAlert.get(), store.showWorkspaceClosedAlert.get(),
-              store.showLayoutsDisabledAlert.get(), store.showApplicationsClosedAlert.get()})
-            off += isOn ? '1' : '0';
-        off += ' ';
+        off += flags();
     }
     EXPECT_EQ(off, "0111 0011 0001 0000 ");
     act("Reset All Confirmations", Qt::Key_Return);
-    EXPECT_TRUE(store.showLayoutSavedAlert && store.showWorkspaceClosedAlert &&
-                store.showLayoutsDisabledAlert && store.showApplicationsClosedAlert);
+    EXPECT_EQ(flags(), "1111 ");
     desktop.alertAnswers["Import Workspaces"] = {.button = AlertResponse::secondButton};
     act("Export Workspaces");
     act("Import Workspaces");

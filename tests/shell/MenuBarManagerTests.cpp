@@ -57,10 +57,14 @@ TEST_F(StatusMenu, comesOnceWithTheFirstEventThatFindsItsManager) {
     EXPECT_EQ(bar.rebuilds, 1);
     for (int i = 0; i < 3; ++i)
         made.appDelegate().applicationDidBecomeActive();
+    std::string relayed;
+    const auto observer = platform.notificationCenter.addObserver(
+        "WorkspaceStoreDidChange", [&] { relayed += *made.workspaceStore().searchText; });
     StoreState::set(made.workspaceStore().searchText, "a");
     EXPECT_EQ(bar.rebuilds, 1);
     desktop.runUntilIdle();
-    EXPECT_EQ(bar.rebuilds, 2) << "one setup is enough";
+    EXPECT_EQ(bar.rebuilds, 2);
+    EXPECT_EQ(relayed, "a") << "once, behind the change";
 }
 
 TEST_F(StatusMenu, anActiveApplicationShowsItBeforeItsLoopHasBegun) {
