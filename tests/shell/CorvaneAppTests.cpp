@@ -112,11 +112,12 @@ TEST_F(App, preferencesThatCannotBeReadAreKeptAndToldOfWithNoTourForWhoHadThem) 
     const std::string kept =
         "\n\nThat file was kept, and Corvane goes on with the preferences that "
         "it shows. The other ones are at:\n\n";
-    EXPECT_EQ(desktop.shownAlerts[0].message,
-              "The preferences can't be read: It holds something else." + kept + "/old.plist");
-    EXPECT_EQ(desktop.shownAlerts[1].message,
-              "Another program changed the preferences." + kept + "/other.plist");
-    EXPECT_EQ(desktop.shownAlerts[1].buttons, std::vector<std::string>{"OK"});
+    EXPECT_EQ(scene.alerts(),
+              "Preferences Kept Aside | The preferences can't be read: It holds something else." +
+                  kept +
+                  "/old.plist [OK]\nPreferences Kept Aside | Another program changed the "
+                  "preferences." +
+                  kept + "/other.plist [OK]");
 }
 
 } // namespace
