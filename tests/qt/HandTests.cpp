@@ -1,7 +1,5 @@
 #include "qt/Interface.h"
 
-#include <QAccessible>
-
 namespace corvane {
 namespace {
 

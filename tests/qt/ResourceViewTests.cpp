@@ -181,11 +181,14 @@ TEST_F(ResourceViews, theSettingsActAtOnceAndAreReachedByTheKeyboard) {
     desktop.panels.choices = {{"Export Workspaces", "/x/out.json"},
                               {"Import Workspaces", "/x/out.json"}};
     desktop.defaultHandlers["mailto:"] = "/Applications/Pad.app";
+    desktop.mainBundleInfo = {{"CFBundleShortVersionString", "2.5"}, {"CFBundleVersion", "7"}};
     open({{"a", file}});
     auto& store = this->store();
     store.autoSaveLayouts = true;
     ASSERT_TRUE(press("Settings"));
+    EXPECT_TRUE(shows("Version 2.5 (Build 7)"));
     EXPECT_FALSE(isEnabled("Auto-Save Layouts", "Settings"));
+    EXPECT_TRUE(shows("Enable Window Layout Features to use auto-save"));
     EXPECT_TRUE(shows(note) &&
                 shows("Other (Wayland) · windows: yes · layouts: no\nLog in again."));
     const auto act = [&](const char* name, Qt::Key key = Qt::Key_Space) {
@@ -195,7 +198,8 @@ TEST_F(ResourceViews, theSettingsActAtOnceAndAreReachedByTheKeyboard) {
     };
     act("Window Layout Features");
     EXPECT_TRUE(store.enableAccessibilityFeatures && store.autoSaveLayouts);
-    EXPECT_NE(desktop.logged("alert"), "");
+    EXPECT_EQ(desktop.logged("alert"), "alert Accessibility Permission Required");
+    EXPECT_TRUE(shows("Automatically save window layouts when quitting workspaces"));
     EXPECT_FALSE(shows(note));
     act("Auto-Save Layouts");
     EXPECT_FALSE(store.autoSaveLayouts);
@@ -230,7 +234,10 @@ TEST_F(ResourceViews, theSettingsActAtOnceAndAreReachedByTheKeyboard) {
     EXPECT_TRUE(desktop.defaults.empty());
     EXPECT_TRUE(store.enableAccessibilityFeatures) << "until the next start";
     act("Contact Support");
-    EXPECT_NE(desktop.logged("open mailto:support@corvane.example?subject="), "");
+    EXPECT_EQ(desktop.logged("open m"),
+              "open mailto:support@corvane.example?subject=Corvane%20Support%20Request&body="
+              "App%20Version:%202.5%0ABuild:%207%0AmacOS%20Version:%20Simulated%201.0%0A%0A"
+              "Please%20describe%20your%20issue:%0A");
     act("Done", Qt::Key_Return);
     EXPECT_FALSE(shows("Configure Corvane Workspace Manager"));
 }
