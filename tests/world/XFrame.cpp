@@ -1,25 +1,18 @@
 #include "world/XFrame.h"
 
-#include <algorithm>
-#include <cctype>
 #include <sstream>
 #include <vector>
 
 namespace corvane::world {
 namespace {
 
-/// The numbers behind a word of a command's output.
+/// The numbers that follow a word of a command's output, with one character between each.
 std::vector<int> numbersBehind(const std::string& output, const std::string& word) {
-    const auto place = output.find(word);
-    if (place == std::string::npos) return {};
-    auto line = output.substr(place + word.size());
-    line.resize(std::min(line.find('\n'), line.size()));
-    for (auto& character : line)
-        if (character != '-' && !std::isdigit(static_cast<unsigned char>(character)))
-            character = ' ';
-    std::istringstream words(line);
     std::vector<int> numbers;
-    for (int number = 0; words >> number;)
+    const auto place = output.find(word);
+    if (place == std::string::npos) return numbers;
+    std::istringstream words(output.substr(place + word.size()));
+    for (int number = 0; words >> number; words.ignore())
         numbers.push_back(number);
     return numbers;
 }
