@@ -1,4 +1,5 @@
 #include "foundation/Json.h"
+#include "foundation/Text.h"
 
 #include <cmath>
 #include <functional>
@@ -74,18 +75,16 @@ TEST(JsonWriter, numbersReadBackToTheLastBit) {
 
 TEST(JsonWriter, theBufferGrowsWithTheTextAndIsEmptyWhenItWasTaken) {
     Writer writer;
-    for (const std::size_t length : {100000u, 3u}) {
-        std::string expected = "[";
+    for (const std::size_t length : {10000u, 3u}) {
+        std::vector<std::string> expected;
         writer.startArray();
         for (std::size_t i = 0; i < length; ++i) {
-            writer.text(std::string(i % 50, '"'));
-            expected += i == 0 ? "\"" : ",\"";
-            for (std::size_t j = 0; j < i % 50; ++j)
-                expected += "\\\"";
-            expected += '"';
+            const std::string quotes(i % 50, '"');
+            writer.text(quotes);
+            expected.push_back('"' + text::replacingAll(quotes, "\"", "\\\"") + '"');
         }
         writer.endArray();
-        EXPECT_TRUE(writer.take() == expected + "]");
+        EXPECT_TRUE(writer.take() == "[" + text::joined(expected, ",") + "]");
     }
 }
 
