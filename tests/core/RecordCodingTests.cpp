@@ -79,9 +79,8 @@ TEST_F(RecordCoding, aBadValueFailsTheWholeTextAndTheErrorNamesItsPlace) {
 }
 
 TEST_F(RecordCoding, numbersReadAsTheNearestOnes) {
-    const auto dateOf = [&](const std::string& number) {
-        return decode(text::replacingAll(workspaceJson(""), "757382400.5", number))[0]
-            .dateModified.seconds;
+    const auto with = [](const std::string& number) {
+        return text::replacingAll(workspaceJson(""), "757382400.5", number);
     };
     const std::pair<const char*, double> cases[]{
         {"0e-300", 0},
@@ -97,24 +96,18 @@ TEST_F(RecordCoding, numbersReadAsTheNearestOnes) {
         {"9007199254740993.0", 9007199254740992.0},
         {"0.1e1", 1}};
     for (const auto& [number, expected] : cases)
-        EXPECT_EQ(dateOf(number), expected) << number;
-    const auto said = [&](const std::string& number) {
-        return errorOf(text::replacingAll(workspaceJson(""), "757382400.5", number));
-    };
+        EXPECT_EQ(decode(with(number))[0].dateModified.seconds, expected) << number;
     for (const auto* number : {"1e309", "-1e400", "1e5000", "1e99999999999"})
-        EXPECT_EQ(said(number), "workspaces[0].dateModified: the number is too large");
+        EXPECT_EQ(errorOf(with(number)), "workspaces[0].dateModified: the number is too large");
     // Where nobody looks it may stand.
-    const auto unread = decode(text::replacingAll(workspaceJson(""), "\"name\"",
-                                                  R"("next":{"of":[1e400,-1.5E+999, )" +
-                                                      std::string(400, '7') + R"(]},"name")"));
-    EXPECT_EQ(unread[0].name, "Work");
-    EXPECT_EQ(unread[0].savedWindowLayouts, std::nullopt);
-    const auto kept = decode(text::replacingAll(workspaceJson(""), "\"name\":\"Work\"",
-                                                R"("next":1e400,"name":"\\\" 1e400")"));
-    EXPECT_EQ(kept[0].name, "\\\" 1e400");
-    EXPECT_NE(said("1e400e5").find("not valid JSON"), std::string::npos);
-    for (const auto* number : {"01", "1.", ".5", "+1", "1e", "0x1", "NaN", "-Infinity"})
-        EXPECT_NE(said(number).find("not valid JSON"), std::string::npos) << number;
+    const auto read =
+        decode(text::replacingAll(workspaceJson(""), R"("name":"Work")",
+                                  R"("next":{"of":[1e400,-1.5E+999, )" + std::string(400, '7') +
+                                      R"(]},"name":"\\\" 1e400")"));
+    EXPECT_EQ(read[0].name, "\\\" 1e400");
+    EXPECT_EQ(read[0].savedWindowLayouts, std::nullopt);
+    for (const auto* number : {"1e400e5", "01", "1.", ".5", "+1", "1e", "0x1", "NaN", "-Infinity"})
+        EXPECT_NE(errorOf(with(number)).find("not valid JSON"), std::string::npos) << number;
 }
 
 /// The pretty-printed form of the platform that earlier versions ran on, saved again by an editor.

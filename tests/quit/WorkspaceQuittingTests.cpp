@@ -76,16 +76,14 @@ struct QuittingAmongMany : Quitting {
         StoreState::set(store.activeWorkspace, desk);
         StoreState::set(store.hasLaunchedResources, true);
         StoreState::set(store.runningWorkspaces, {desk.id});
-        StoreState::set(store.runningResources, {{desk.id, {}}, {elsewhere, {}}});
+        StoreState::set(store.runningResources, {{desk.id, {}}, {Uuid::random(), {}}});
     }
     bool isMarkedRunning() {
-        return store.hasLaunchedResources && store.runningWorkspaces->contains(desk.id) &&
-               store.runningResources->contains(desk.id) &&
-               store.runningResources->contains(elsewhere);
+        return store.hasLaunchedResources && store.isRunning(desk.id) &&
+               store.runningResources->size() == 2;
     }
 
     Workspace desk = scene.workspace("Desk");
-    const Uuid elsewhere = Uuid::random();
 };
 
 TEST_F(QuittingAmongMany, focusModeQuitsWhatTheWorkspaceDoesntName) {
