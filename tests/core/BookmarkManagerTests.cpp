@@ -149,6 +149,7 @@ TEST_F(Bookmark, aCacheThatIsNoneIsKeptAsideAndOneThatCannotBeReadLeftAlone) {
     desktop.files.contents[bookmarkCachePath] = "precious";
     desktop.files.unreadable = desktop.files.unremovable = {bookmarkCachePath};
     EXPECT_EQ(manager().resolveResource("/a.txt", file), Url::fromPath("/a.txt"));
+    desktop.runUntilIdle();
     EXPECT_EQ(desktop.files.contents.at(bookmarkCachePath), "precious") << "nor written over";
 }
 
