@@ -15,18 +15,11 @@ using namespace corvane::machine;
 
 namespace {
 
-void provide(const std::string& name, const std::string& linkTarget = {}) {
-    const auto file = place("path/" + name);
-    fs::remove(file);
-    linkTarget.empty() ? void(makeProgram("path/" + name, ""))
-                       : fs::create_symlink(linkTarget, file);
-}
-
 std::string preferredIn(const std::vector<std::string>& emulators,
                         const std::vector<InstalledApplication>& installed = {}) {
     fs::remove_all(place("path"));
     for (const auto& emulator : emulators)
-        provide(emulator);
+        makeProgram("path/" + emulator, "");
     const ScopedVariable path("PATH", place("path"));
     const auto command = terminalEmulator::preferred(installed);
     if (!command) return "none";
@@ -36,39 +29,37 @@ std::string preferredIn(const std::vector<std::string>& emulators,
            (command->entry ? " of " + command->entry->desktopId : "");
 }
 
+InstalledApplication entry(const std::string& id, const std::string& program,
+                           const std::string& option = {}) {
+    InstalledApplication application;
+    application.desktopId = id;
+    application.executable = program;
+    application.isShown = application.isTerminalEmulator = true;
+    application.terminalOption = option;
+    return application;
+}
+
 TEST(TerminalEmulatorTest, prefersTheUsersChoice) {
-    EXPECT_EQ(preferredIn({}), "none");
-    EXPECT_EQ(preferredIn({"xterm", "kitty"}), "kitty, is kitty");
-    EXPECT_EQ(preferredIn({"gnome-terminal", "konsole"}), "gnome-terminal --, is gnome-terminal");
-    EXPECT_EQ(preferredIn({"xfce4-terminal", "xterm"}), "xfce4-terminal -x, is xfce4-terminal");
-    EXPECT_EQ(preferredIn({"xdg-terminal-exec", "foot"}),
-              "xdg-terminal-exec, is xdg-terminal-exec");
-    EXPECT_EQ(preferredIn({"x-terminal-emulator", "konsole"}),
-              "x-terminal-emulator -e, is x-terminal-emulator");
-    std::string options;
-    for (const auto* emulator : {"ptyxis", "kgx", "wezterm", "konsole", "mate-terminal",
-                                 "terminator", "alacritty", "foot", "xterm", "urxvt", "rxvt", "st",
-                                 "qterminal", "lxterminal", "tilix", "ghostty", "terminology"}) {
-        const auto told = preferredIn({emulator});
-        options += told.substr(0, told.find(',')) + "; ";
+    std::vector<std::string> present{
+        "alacritty",      "foot",    "ghostty",    "gnome-terminal",      "kgx",
+        "kitty",          "konsole", "lxterminal", "mate-terminal",       "ptyxis",
+        "qterminal",      "rxvt",    "st",         "terminator",          "terminology",
+        "tilix",          "urxvt",   "wezterm",    "x-terminal-emulator", "xdg-terminal-exec",
+        "xfce4-terminal", "xterm"};
+    std::string preferred;
+    for (auto left = present.size(); left > 0; --left) {
+        const auto told = preferredIn(present);
+        preferred += told.substr(0, told.find(',')) + "; ";
+        std::erase(present, told.substr(0, told.find_first_of(" ,")));
     }
-    EXPECT_EQ(
-        options,
-        "ptyxis --; kgx --; wezterm start --; konsole -e; mate-terminal -x; terminator -x; alacritty -e; "
-        "foot; xterm -e; urxvt -e; rxvt -e; st -e; qterminal -e; lxterminal -e; "
-        "tilix -e; ghostty -e; terminology -e; ");
+    EXPECT_EQ(preferred + preferredIn({}),
+              "xdg-terminal-exec; x-terminal-emulator -e; gnome-terminal --; ptyxis --; kgx --; "
+              "konsole -e; xfce4-terminal -x; mate-terminal -x; terminator -x; kitty; "
+              "alacritty -e; foot; xterm -e; urxvt -e; rxvt -e; st -e; qterminal -e; "
+              "lxterminal -e; tilix -e; wezterm start --; ghostty -e; terminology -e; none");
 }
 
 TEST(TerminalEmulatorTest, knowsTheEntryOfTheEmulator) {
-    const auto entry = [](const std::string& id, const std::string& program,
-                          const std::string& option = {}) {
-        InstalledApplication application;
-        application.desktopId = id;
-        application.executable = program;
-        application.isShown = application.isTerminalEmulator = true;
-        application.terminalOption = option;
-        return application;
-    };
     const std::vector<InstalledApplication> installed{
         entry("a.desktop", "newterm"), entry("b.desktop", "uxterm"), entry("c.desktop", "xterm"),
         entry("d.desktop", "foot"), entry("e.desktop", "other", "--run")};
@@ -102,16 +93,12 @@ TEST(TerminalEmulatorTest, knowsTheEntryOfTheEmulator) {
 
 TEST(TerminalEmulatorTest, followsTheAlternativesLinks) {
     fs::remove_all(place("path"));
-    provide("lxterm");
-    provide("alternative", place("path/lxterm"));
-    provide("x-terminal-emulator", place("path/alternative"));
+    makeProgram("path/lxterm", "");
+    fs::create_symlink("lxterm", place("path/alternative"));
+    fs::create_symlink("alternative", place("path/x-terminal-emulator"));
     const ScopedVariable path("PATH", place("path"));
-    InstalledApplication entries[2];
-    entries[0].executable = "xterm";
-    entries[1].executable = "lxterm";
-    for (auto& entry : entries)
-        entry.isTerminalEmulator = true;
-    const auto command = terminalEmulator::preferred({entries[0], entries[1]});
+    const auto command =
+        terminalEmulator::preferred({entry("a.desktop", "xterm"), entry("b.desktop", "lxterm")});
     ASSERT_TRUE(command);
     EXPECT_EQ(command->entry->executable, "lxterm") << "its own comes before that of what it wraps";
     EXPECT_EQ(command->prefix, (std::vector<std::string>{place("path/x-terminal-emulator"), "-e"}));
@@ -168,18 +155,17 @@ struct ShellOnTerminal {
     }
     ShellOnTerminal(const ShellOnTerminal&) = delete;
 
-    bool shows(const std::string& text) {
-        return comesTrue([&] {
+    void shows(const std::string& text) {
+        EXPECT_TRUE(comesTrue([&] {
             char buffer[4096];
             for (ssize_t got; (got = read(terminal_, buffer, sizeof buffer)) > 0;)
                 output_.append(buffer, static_cast<std::size_t>(got));
             return output_.find(text) != std::string::npos;
-        });
+        })) << output_;
     }
     void type(const std::string& keys) {
         ASSERT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
     }
-    const std::string& output() const { return output_; }
 
 private:
     int terminal_ = -1;
@@ -207,10 +193,10 @@ TEST_P(ShellTest, outlivesItsCommandWhereItWentHoweverItEnds) {
         {"sh -c 'echo started; exec sleep 1000'", "started", "\x03", "alive-"}};
     for (const auto& [command, shown, keys, then] : cases) {
         ShellOnTerminal shell(program_, command);
-        EXPECT_TRUE(shell.shows(shown)) << shell.output();
+        shell.shows(shown);
         shell.type(keys);
         shell.type("echo al''ive-\"$PWD\"\n");
-        EXPECT_TRUE(shell.shows(then)) << shell.output();
+        shell.shows(then);
     }
 }
 
