@@ -237,8 +237,7 @@ TEST_F(OpeningTest, whatNeedsATerminalGetsOneAndATerminalOpensAFolderByStandingI
                   fs::copy_options::overwrite_existing);
     install("test.pager", "Pager", recording("pager", "%F") + "\nTerminal=true\nPath=/usr");
     const auto where =
-        makeProgram("bin/where", "pwd | tr '\\n' '|' > " + place("records/part") + "; mv " +
-                                     place("records/part ") + place("records/where.1\n"));
+        makeProgram("bin/where", "exec " + place("bin/recorder") + " where \"$PWD\"\n");
     install("test.emulator", "Emulator", "Exec=" + where + "\nCategories=TerminalEmulator;");
     {
         const ScopedVariable path("PATH", place("terminals") + ":" + std::getenv("PATH"));
@@ -271,9 +270,8 @@ TEST_F(OpeningTest, whatNeedsATerminalGetsOneAndATerminalOpensAFolderByStandingI
 
 TEST_F(OpeningTest, whatTakesATokenHasOneInItsEnvironment) {
     const auto program =
-        makeProgram("bin/told", "echo \"$XDG_ACTIVATION_TOKEN|$DESKTOP_STARTUP_ID\" > " +
-                                    place("records/part") + "; mv " + place("records/part ") +
-                                    place("records/told.1\n"));
+        makeProgram("bin/told", "exec " + place("bin/recorder") +
+                                    " told \"$XDG_ACTIVATION_TOKEN\" \"$DESKTOP_STARTUP_ID\"\n");
     const ScopedVariable token("XDG_ACTIVATION_TOKEN", "our own");
     const ScopedVariable startupId("DESKTOP_STARTUP_ID", "our own");
     const std::pair<std::string, std::string> cases[]{
