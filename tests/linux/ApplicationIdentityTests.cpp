@@ -37,10 +37,6 @@ TEST(ApplicationIdentityTest, findsTheInstalledApplication) {
     const auto ofClass = [](const std::string& instance, const std::string& name) {
         return ApplicationHints{.instanceName = instance, .className = name};
     };
-    auto hinted = ofClass("crx_1", "Browser");
-    hinted.desktopFile = "/apps/gnome-clock.desktop";
-    auto gtk = ofClass("browser", "browser");
-    gtk.applicationId = "org.x.Editor";
     const std::tuple<ApplicationHints, ProcessFacts, std::string> cases[]{
         {{.desktopFile = "officer"}, {}, "officer"},
         {{.desktopFile = "officer.desktop"}, {}, "officer"},
@@ -56,10 +52,10 @@ TEST(ApplicationIdentityTest, findsTheInstalledApplication) {
         {ofClass("org.x.Editor.quick", ""),
          {.sandboxIdentifier = "org.x.Editor"},
          "org.x.Editor.quick"},
-        {hinted, {}, "gnome-clock"},
+        {{.className = "Browser", .desktopFile = "/apps/gnome-clock.desktop"}, {}, "gnome-clock"},
         {ofClass("crx_1", "Browser"), {}, "web-app"},
         {ofClass("Navigator", "Browser"), {.executable = "/usr/bin/editor"}, "browser"},
-        {gtk, {}, "org.x.Editor"},
+        {{.applicationId = "org.x.Editor", .className = "browser"}, {}, "org.x.Editor"},
         {ofClass("browser", "Org.X.Editor"), {}, "browser"},
         {ofClass("clock", "Clock"), {.executable = "/usr/bin/editor"}, "gnome-clock"},
         {ofClass("", "Two Words"), {}, "two-words"},

@@ -104,14 +104,6 @@ TEST(AgentAnswersTest, makesNothingOfAnythingElse) {
     EXPECT_TRUE(readWindows(answer(""))->windows.empty());
 }
 
-TEST(AgentAnswersTest, tellsMonitors) {
-    const auto told = readMonitors(
-        R"({"monitors":[{"frame":[[0,0],[1440,900]],"workArea":[[0,30],[1440,869.5]]}]})");
-    const std::vector<Monitor> expected{{{{0, 0}, {1440, 900}}, {{0, 30}, {1440, 869.5}}}};
-    EXPECT_EQ(told, expected);
-    EXPECT_FALSE(readMonitors(R"({"monitors":[{"frame":[[0,0],[1,1]]}]})"));
-}
-
 TEST(XClientsTest, areWhatTheirServerVouchesFor) {
     constexpr pid_t compositor = 1;
     const auto shown = [](const std::string& title, pid_t process, std::uint64_t number = 0) {
@@ -262,19 +254,12 @@ TEST(SwayTreeTest, tellsEveryWindowAsAPersonSeesIt) {
 }
 
 TEST(SwayTreeTest, tellsWhatBarsLeaveOfOutputsThatAreOn) {
-    const auto output = [](const std::string& name, const std::string& frame, bool active) {
-        return "{\"name\":\"" + name + "\",\"active\":" + (active ? "true" : "false") +
-               ",\"rect\":" + rect(frame) + '}';
-    };
-    const auto workspace = [](const std::string& on, const std::string& area, bool visible) {
-        return "{\"output\":\"" + on + "\",\"visible\":" + (visible ? "true" : "false") +
-               ",\"rect\":" + rect(area) + '}';
-    };
-    const auto outputs = '[' + output("A", "0 0 1440 900", true) + ',' +
-                         output("B", "-640 0 640 360", true) + ',' + output("C", "0 0 0 0", false) +
-                         ']';
-    const auto workspaces = '[' + workspace("A", "0 0 1440 900", false) + ',' +
-                            workspace("A", "0 30 1440 870", true) + ']';
+    const auto outputs = R"([{"name":"A","active":true,"rect":)" + rect("0 0 1440 900") +
+                         R"(},{"name":"B","active":true,"rect":)" + rect("-640 0 640 360") +
+                         R"(},{"name":"C","active":false,"rect":)" + rect("0 0 0 0") + "}]";
+    const auto workspaces = R"([{"output":"A","visible":false,"rect":)" + rect("0 0 1440 900") +
+                            R"(},{"output":"A","visible":true,"rect":)" + rect("0 30 1440 870") +
+                            "}]";
     using Monitors = std::vector<Monitor>;
     const Monitors expected{{{{0, 0}, {1440, 900}}, {{0, 30}, {1440, 870}}},
                             {{{-640, 0}, {640, 360}}, {{-640, 0}, {640, 360}}}};

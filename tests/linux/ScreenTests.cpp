@@ -12,6 +12,7 @@
 #include "windows/MemoryWindowSystem.h"
 
 #include <cmath>
+#include <list>
 #include <sstream>
 
 using namespace corvane;
@@ -213,12 +214,10 @@ TEST_F(ScreenTest, saysWhatTheDesktopCanAndSwitchesOnWhatItMay) {
 }
 
 TEST_F(ScreenTest, savingALayoutOfFiveApplicationsPutsTwoQuestions) {
-    std::vector<std::unique_ptr<Program>> programs;
-    for (int i = 0; i < 5; ++i) {
-        programs.push_back(std::make_unique<Program>(std::vector<std::string>{"sleep", "60"}));
-        const auto name = "Program " + std::to_string(i);
-        show(name, programs.back()->id()).hints.className = name;
-    }
+    std::list<Program> programs;
+    for (const auto* name : {"one", "two", "three", "four", "five"})
+        show(name, programs.emplace_back(std::vector<std::string>{"sleep", "60"}).id())
+            .hints.className = name;
     RecentWindows recent(system_, std::chrono::minutes(1));
     RunningApplications running(installed_, recent, launched_);
     LinuxWindowList list(recent, running);
