@@ -58,8 +58,9 @@ TEST_F(Store, eachEditChangesTheListOnceAndSavesIt) {
     const Uuid d = second.resources[0].id;
     const auto id = [&](std::size_t index) { return first.resources[index].id; };
     const auto* const same = "First(a b c) Second(d)";
-    auto other = second;
+    auto other = second, edited = first;
     other.name = "Other";
+    edited.name = "Edited";
     const struct {
         const char* name;
         std::function<void(WorkspaceStore&)> edit;
@@ -70,12 +71,20 @@ TEST_F(Store, eachEditChangesTheListOnceAndSavesIt) {
         {"add", [&](auto& s) { s.addWorkspace(scene.workspace("Third")); },
          "First(a b c) Second(d) Third()", 1, 1},
         {"update", [&](auto& s) { s.updateWorkspace(other); }, "First(a b c) Other(d)", 1, 1},
+        {"update the active one, on a later turn", [&](auto& s) { s.updateWorkspace(edited); },
+         "Edited(a b c) Second(d)", 1, 1, "Edited(a b c); 2 run with 3 in 2"},
         {"update unknown", [&](auto& s) { s.updateWorkspace(scene.workspace("Ghost")); }, same, 0,
          0},
         {"delete", [&](auto& s) { s.deleteWorkspace(second.id); }, "First(a b c)", 1, 1},
         {"delete by a reference into the list",
          [&](auto& s) { s.deleteWorkspace(s.workspaces->front().id); }, "Second(d)", 1, 2,
          "Second(d); 2 run with 3 in 2"},
+        {"delete all",
+         [&](auto& s) {
+             s.deleteWorkspace(f);
+             s.deleteWorkspace(second.id);
+         },
+         "", 2, 4, "none; 2 run with 3 in 2"},
         {"delete unknown", [&](auto& s) { s.deleteWorkspace(unknown); }, same, 1, 1},
         {"duplicate", [&](auto& s) { s.duplicateWorkspace(second); },
          "First(a b c) Second(d) Second Copy(d) modified Second Copy", 1, 1},
@@ -133,19 +142,6 @@ TEST_F(Store, eachEditChangesTheListOnceAndSavesIt) {
         EXPECT_EQ(state(store), expected + "; " + rest) << name;
         EXPECT_EQ(scene.fileContent(), *store.workspaces) << name;
     }
-}
-
-TEST_F(Store, theActiveWorkspaceIsRenewedByAnUpdateOnALaterTurn) {
-    auto& store = start();
-    auto edited = first;
-    edited.name = "Edited";
-    store.updateWorkspace(edited);
-    EXPECT_EQ(state(store), "Edited(a b c) Second(d); First(a b c); 0 run with 0 in 0");
-    desktop.runUntilIdle();
-    EXPECT_EQ(store.activeWorkspace.get(), edited);
-    store.deleteWorkspace(first.id);
-    store.deleteWorkspace(second.id);
-    EXPECT_EQ(state(store), "; none; 0 run with 0 in 0");
 }
 
 TEST_F(Store, ofTwoRecordsWithOneIdentifierEditsReachTheFirstAndADeleteBoth) {
