@@ -29,9 +29,6 @@ struct Lookup : LaunchScene {
         desktop.running.push_back({.localizedName = std::move(name)});
         if (fileName) desktop.running.back().bundleURL = Url::fromPath(bundle(*fileName));
     }
-    void searchAnswers(const std::string& name, Result<TaskResult> result) {
-        desktop.taskResults.insert_or_assign(searchFor(name), std::move(result));
-    }
     static std::string searchFor(const std::string& name) {
         return "/usr/bin/mdfind kMDItemKind == 'Application' && kMDItemDisplayName == '" + name +
                "'";
@@ -124,12 +121,13 @@ TEST_F(Lookup, tiesWithinAStageAreDecidedByOrder) {
 
 TEST_F(Lookup, linesOfSpotlightThatLeadNowhereArePassedOver) {
     desktop.applications = {plain("None"), plain("Third", "third"), indexed("P", "p", "Pad")};
-    searchAnswers(
-        "A", TaskResult{1, "\n/gone.app\n\n/Applications/None.app\n/Applications/Third.app\n"});
+    desktop.taskResults = {
+        {searchFor("A"),
+         TaskResult{1, "\n/gone.app\n\n/Applications/None.app\n/Applications/Third.app\n"}},
+        {searchFor(" Pad "), TaskResult{0, "/Applications/Third.app\n\xff"}},
+        {searchFor("My Pad"), Error{"No such file"}}};
     EXPECT_EQ(found("A"), "Third");
-    searchAnswers(" Pad ", TaskResult{0, "/Applications/Third.app\n\xff"});
     EXPECT_EQ(found(" Pad "), "P") << "what isn't text is no answer";
-    searchAnswers("My Pad", Error{"No such file"});
     desktop.applications.push_back(indexed("Q", "q", "My"));
     EXPECT_EQ(found("My Pad"), "Q") << "nor is one that can't be asked";
 }
