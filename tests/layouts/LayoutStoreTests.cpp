@@ -236,7 +236,7 @@ TEST_F(Layouts, thePermissionAlertOffersTheSettingsAndTheSwitchStaysOn) {
     startWith(true);
     const std::string settings =
         "open x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility";
-    for (const int button : {AlertResponse::firstButton, AlertResponse::secondButton}) {
+    for (const int button : {AlertResponse::firstButton, AlertResponse::secondButton, 0}) {
         desktop.alertAnswers["Accessibility Permission Required"] = {button, false};
         store->showAccessibilityRequiredAlert();
         EXPECT_EQ(told(), required);
