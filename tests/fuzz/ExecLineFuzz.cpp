@@ -2,8 +2,6 @@
 #include "linux/installed/ExecLine.h"
 #include "linux/installed/InstalledApplication.h"
 
-#include <array>
-
 using namespace corvane;
 
 namespace {
@@ -15,11 +13,11 @@ struct Line {
     std::string_view before;
 };
 
-constexpr std::array<Line, 5> known{{{"viewer %f", 1, ""},
-                                     {"viewer %u", 1, ""},
-                                     {"viewer --new", 2, ""},
-                                     {"viewer --open=%u", 1, "--open="},
-                                     {"sh -c \"exec viewer %u\" name", 4, ""}}};
+constexpr Line known[]{{"viewer %f", 1, ""},
+                       {"viewer %u", 1, ""},
+                       {"viewer --new", 2, ""},
+                       {"viewer --open=%u", 1, "--open="},
+                       {"sh -c \"exec viewer %u\" name", 4, ""}};
 
 /// A program gets it as the one word that its entry has a place for, a path or with a scheme in
 /// front, or not at all.
