@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <set>
+#include <sstream>
 #include <system_error>
 
 #include <sys/statvfs.h>
@@ -109,27 +110,13 @@ std::map<std::string, std::string> make(const std::string& folder, const Chosen&
 void enter(const std::string& folder, const Chosen& chosen) {
     for (const auto& [name, value] : make(folder, chosen))
         setenv(name.c_str(), value.c_str(), 1);
-    for (const auto* name : {"LC_ALL",
-                             "LC_MESSAGES",
-                             "LC_COLLATE",
-                             "LC_TIME",
-                             "LC_NUMERIC",
-                             "LC_CTYPE",
-                             "LANGUAGE",
-                             "QT_SCALE_FACTOR",
-                             "QT_FONT_DPI",
-                             "XDG_CURRENT_DESKTOP",
-                             "XDG_CACHE_HOME",
-                             "XDG_SESSION_TYPE",
-                             "DISPLAY",
-                             "WAYLAND_DISPLAY",
-                             "SWAYSOCK",
-                             "SESSION_MANAGER",
-                             "DBUS_SESSION_BUS_ADDRESS",
-                             "QT_QPA_PLATFORMTHEME",
-                             "QT_STYLE_OVERRIDE",
-                             "GTK_THEME"})
-        unsetenv(name);
+    std::istringstream ofTheSession(
+        "LC_ALL LC_MESSAGES LC_COLLATE LC_TIME LC_NUMERIC LC_CTYPE LANGUAGE QT_SCALE_FACTOR "
+        "QT_FONT_DPI XDG_CURRENT_DESKTOP XDG_CACHE_HOME XDG_SESSION_TYPE DISPLAY WAYLAND_DISPLAY "
+        "SWAYSOCK SESSION_MANAGER DBUS_SESSION_BUS_ADDRESS QT_QPA_PLATFORMTHEME QT_STYLE_OVERRIDE "
+        "GTK_THEME");
+    for (std::string name; ofTheSession >> name;)
+        unsetenv(name.c_str());
 }
 
 std::vector<std::string> busCommand(const std::string& folder) {
