@@ -107,12 +107,7 @@ TEST_F(Start, theFlagsFollowWhenEverythingIsUnderWay) {
         << "a second start opens everything again";
 }
 
-TEST_F(Start, whatIsLeftOutDecidesWhatCountsAsRunning) {
-    const auto empty = workspace({});
-    store.startWorkspace(empty);
-    EXPECT_EQ(running(empty), "none");
-    EXPECT_FALSE(store.isRunning(empty.id) || store.hasLaunchedResources);
-
+TEST_F(Start, aWorkspaceOfWhichNothingOpensRunsAllTheSame) {
     const auto idle =
         workspace({named("off", resource(terminal, "make"), false), resource(separator, "")});
     store.startWorkspace(idle);
