@@ -1,13 +1,12 @@
 #include "linux/installed/TerminalEmulator.h"
-#include "machine/Machine.h"
+#include "linux/system/Gio.h"
+#include "machine/Program.h"
 
-#include <csignal>
-#include <cstdlib>
+#include <fstream>
+#include <optional>
 
-#include <fcntl.h>
-#include <pty.h>
 #include <pwd.h>
-#include <sys/wait.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace corvane;
@@ -133,44 +132,29 @@ TEST(TerminalEmulatorTest, aShellIsHandedItsCommandInItsOwnWay) {
     EXPECT_EQ(words("/bin/nu"), "/bin/sh -i -c /bin/nu make");
 }
 
+/// As in an emulator, which writes down what it shows.
 struct ShellOnTerminal {
     ShellOnTerminal(const std::string& shell, const std::string& command) {
-        auto words = terminalEmulator::shellWords(shell, command);
-        std::vector<char*> arguments;
-        for (auto& word : words)
-            arguments.push_back(word.data());
-        arguments.push_back(nullptr);
-        process_ = forkpty(&terminal_, nullptr, nullptr, nullptr);
-        if (process_ == 0) {
-            setenv("TERM", "dumb", 1);
-            execv(arguments[0], arguments.data());
-            _exit(127);
-        }
-        fcntl(terminal_, F_SETFL, O_NONBLOCK);
+        for (const auto& file : {typed_, shown_})
+            fs::remove(file);
+        EXPECT_EQ(mkfifo(typed_.c_str(), 0600), 0);
+        std::string line;
+        for (const auto& word : terminalEmulator::shellWords(shell, command))
+            line += gio::take(g_shell_quote(word.c_str())) + " ";
+        const auto start = "TERM=dumb exec script -qfc \"$0\" " + shown_ + " <" + typed_;
+        emulator_.emplace(std::vector<std::string>{"sh", "-c", start + " >/dev/null", line});
+        keys_.open(typed_);
     }
-    ~ShellOnTerminal() {
-        kill(process_, SIGKILL);
-        waitpid(process_, nullptr, 0);
-        close(terminal_);
-    }
-    ShellOnTerminal(const ShellOnTerminal&) = delete;
-
+    void type(const std::string& keys) { keys_ << keys << std::flush; }
     void shows(const std::string& text) {
-        EXPECT_TRUE(comesTrue([&] {
-            char buffer[4096];
-            for (ssize_t got; (got = read(terminal_, buffer, sizeof buffer)) > 0;)
-                output_.append(buffer, static_cast<std::size_t>(got));
-            return output_.find(text) != std::string::npos;
-        })) << output_;
-    }
-    void type(const std::string& keys) {
-        ASSERT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
+        EXPECT_TRUE(comesTrue([&] { return read(shown_).find(text) != std::string::npos; }))
+            << read(shown_);
     }
 
 private:
-    int terminal_ = -1;
-    pid_t process_ = -1;
-    std::string output_;
+    const std::string typed_ = place("terminal/typed"), shown_ = place("terminal/shown");
+    std::optional<Program> emulator_;
+    std::ofstream keys_;
 };
 
 /// A program, and how it complains of a quote that is open.
