@@ -15,7 +15,7 @@ struct LinuxBookmarksTest : testing::Test {
         fs::remove_all(root_);
         for (const char* folder : {"up/home/below", "up/beside", "far/away"})
             fs::create_directories(in(folder));
-        write(in("up/home/plan.md"), "plan");
+        write(plan_, "plan");
         write(in("up/home/other.md"), "other");
     }
     void TearDown() override { fs::remove_all(root_); }
@@ -30,6 +30,8 @@ struct LinuxBookmarksTest : testing::Test {
     }
 
     const std::string root_ = place("bookmarks");
+    const std::string plan_ = in("up/home/plan.md");
+    const std::string lost_ = "“" + plan_ + "” can't be found.";
     InstalledApplications installed_;
     LinuxBookmarks bookmarks_{installed_};
 };
@@ -44,7 +46,7 @@ TEST_F(LinuxBookmarksTest, followAFileAndAFolderThroughRenamesAndMovesNearby) {
         {"up/home", "up/house", "up/house/plan.md"}};
     for (const auto& [from, to, found] : moves) {
         SetUp();
-        const auto bookmark = bookmarkOf(in("up/home/plan.md"));
+        const auto bookmark = bookmarkOf(plan_);
         const auto folder = bookmarkOf(in("up/home/below"));
         write(in(from) + "~", "what an editor left");
         fs::rename(in(from), in(to));
@@ -57,44 +59,42 @@ TEST_F(LinuxBookmarksTest, followAFileAndAFolderThroughRenamesAndMovesNearby) {
 }
 
 TEST_F(LinuxBookmarksTest, findAFileFarAwayOnlyWhereTheSystemAllowsIt) {
-    const auto bookmark = bookmarkOf(in("up/home/plan.md"));
-    fs::rename(in("up/home/plan.md"), in("far/away/plan.md"));
+    const auto bookmark = bookmarkOf(plan_);
+    fs::rename(plan_, in("far/away/plan.md"));
     {
         const AsOrdinaryUser ordinary(root_);
-        EXPECT_EQ(resolved(bookmark), "“" + in("up/home/plan.md") + "” can't be found.");
+        EXPECT_EQ(resolved(bookmark), lost_);
     }
     if (geteuid() != 0) GTEST_SKIP() << "opening by handle is a privilege";
     EXPECT_EQ(resolved(bookmark), "far/away/plan.md");
     // Its handle lives as long as a program reads it.
     const FileDescriptor reader(open(in("far/away/plan.md").c_str(), O_RDONLY | O_CLOEXEC));
     fs::remove(in("far/away/plan.md"));
-    EXPECT_EQ(resolved(bookmark), "“" + in("up/home/plan.md") + "” can't be found.");
+    EXPECT_EQ(resolved(bookmark), lost_);
 }
 
 TEST_F(LinuxBookmarksTest, searchAtNoMoreThanAFewThousandEntries) {
     for (const int entries : {2'400, 5'100}) {
         SetUp();
-        const auto bookmark = bookmarkOf(in("up/home/plan.md"));
-        fs::rename(in("up/home/plan.md"), in("up/beside/plan.md"));
+        const auto bookmark = bookmarkOf(plan_);
+        fs::rename(plan_, in("up/beside/plan.md"));
         // The folder of the file comes first, and again for the folders in it.
         for (int i = 0; i < entries; ++i)
             fs::create_symlink("nowhere", in("up/home/" + std::to_string(i)));
         const AsOrdinaryUser ordinary(root_);
-        EXPECT_EQ(resolved(bookmark), entries < 5'000
-                                          ? "up/beside/plan.md"
-                                          : "“" + in("up/home/plan.md") + "” can't be found.");
+        EXPECT_EQ(resolved(bookmark), entries < 5'000 ? "up/beside/plan.md" : lost_);
     }
 }
 
 TEST_F(LinuxBookmarksTest, followAFileOfWhichAnotherOneTookThePlace) {
-    const auto bookmark = bookmarkOf(in("up/home/plan.md"));
-    fs::rename(in("up/home/plan.md"), in("up/home/older plan.md"));
-    fs::rename(in("up/home/other.md"), in("up/home/plan.md"));
+    const auto bookmark = bookmarkOf(plan_);
+    fs::rename(plan_, in("up/home/older plan.md"));
+    fs::rename(in("up/home/other.md"), plan_);
     EXPECT_EQ(resolved(bookmark), "up/home/older plan.md");
 }
 
 TEST_F(LinuxBookmarksTest, neverLeadToAnotherFile) {
-    const auto home = in("up/home/"), plan = home + "plan.md";
+    const auto home = in("up/home/");
     const auto* another = "is another file now";
     /// What is moved, to where, or away where that is empty, and what is made then.
     const std::tuple<const char*, const char*, std::string, std::string, const char*> cases[]{
@@ -109,11 +109,11 @@ TEST_F(LinuxBookmarksTest, neverLeadToAnotherFile) {
     for (const auto& [name, from, to, made, error] : cases) {
         for (int round = 0; round < 20; ++round) {
             SetUp();
-            const auto bookmark = bookmarkOf(plan);
+            const auto bookmark = bookmarkOf(plan_);
             to.empty() ? void(fs::remove(home + from)) : fs::rename(home + from, home + to);
             if (!made.empty()) write(home + made, "plan");
             const AsOrdinaryUser ordinary(root_);
-            EXPECT_EQ(resolved(bookmark), "“" + plan + "” " + error + ".") << name;
+            EXPECT_EQ(resolved(bookmark), "“" + plan_ + "” " + error + ".") << name;
         }
     }
     // A file made within the same tick of the clock has even the birth of the one before it.
@@ -123,12 +123,12 @@ TEST_F(LinuxBookmarksTest, neverLeadToAnotherFile) {
         const std::string bytes(bookmark.begin(), bookmark.end());
         return *PropertyList::parse(bytes)->as<PropertyList::Dictionary>();
     };
-    auto fields = fieldsOf(plan);
+    auto fields = fieldsOf(plan_);
     for (const char* field : {"inode", "birth"})
         fields[field] = fieldsOf(in("up/home/other.md"))[field];
-    fs::remove(plan);
+    fs::remove(plan_);
     const auto list = PropertyList{fields}.toBinary();
-    EXPECT_EQ(resolved(Bytes(list.begin(), list.end())), "“" + plan + "” can't be found.");
+    EXPECT_EQ(resolved(Bytes(list.begin(), list.end())), lost_);
 
     // Where neither births nor handles are kept, a file counts in its own place on its own disk.
     const std::string bare = "/proc/version";
@@ -145,17 +145,17 @@ TEST_F(LinuxBookmarksTest, neverLeadToAnotherFile) {
     EXPECT_EQ(changed("path", {Bytes(gone.begin(), gone.end())}), "“" + gone + "” can't be found.");
 
     EXPECT_FALSE(bookmarks_.create(Url::fromPath(in("missing"))));
-    EXPECT_FALSE(bookmarks_.create(*Url::parse("https://example.org" + plan)));
+    EXPECT_FALSE(bookmarks_.create(*Url::parse("https://example.org" + plan_)));
 }
 
 TEST_F(LinuxBookmarksTest, thatAreDamagedLeadToTheirFileOrNowhere) {
-    const auto bookmark = bookmarkOf(in("up/home/plan.md"));
+    const auto bookmark = bookmarkOf(plan_);
     for (std::size_t i = 0; i < bookmark.size(); ++i) {
         for (const int flip : {0x01, 0x80, 0xff}) {
             auto damaged = bookmark;
             damaged[i] = static_cast<std::uint8_t>(damaged[i] ^ flip);
             const auto url = bookmarks_.resolve(damaged);
-            EXPECT_TRUE(!url || url->path() == in("up/home/plan.md")) << i << " " << url->path();
+            EXPECT_TRUE(!url || url->path() == plan_) << i << " " << url->path();
         }
         const auto shortened = Bytes(bookmark.begin(), bookmark.begin() + static_cast<long>(i));
         EXPECT_EQ(resolved(shortened), "The bookmark isn't valid.") << i;

@@ -184,7 +184,6 @@ TEST_F(LinuxFileSystemTest, filesAndFoldersHaveIcons) {
         write(place("icons/") + name, "");
         fs::resize_file(place("icons/") + name, size);
     }
-    ::mkfifo(place("icons/pipe").c_str(), 0600);
     const std::pair<std::string, std::optional<std::string>> cases[]{
         {"Icon=pen", "pen"},
         {"Icon=old.name.png", "old.name"},
@@ -193,9 +192,7 @@ TEST_F(LinuxFileSystemTest, filesAndFoldersHaveIcons) {
         {"Icon=" + picture, picture},
         {"Icon=" + place("icons/large"), place("icons/large")},
         {"Icon=" + place("icons/larger"), std::nullopt},
-        {"Icon=" + place("icons/pipe"), std::nullopt},
         {"Icon=/dev/zero", std::nullopt},
-        {"Icon=", std::nullopt},
         {"Comment=none", std::nullopt}};
     for (const auto& [key, icon] : cases) {
         install("f.pen", "Pen", "Exec=sh\n" + key);
@@ -261,13 +258,17 @@ TEST_F(LinuxUserDefaultsTest, comeBackAfterARestartUntilTheDomainIsRemoved) {
     EXPECT_TRUE(open().boolForKey("other") && fs::is_symlink(file_));
 }
 
-TEST_F(LinuxUserDefaultsTest, anUnchangedValueIsNotWritten) {
+TEST_F(LinuxUserDefaultsTest, aValueIsWrittenOnceAndAgainWhereItCouldNotBe) {
+    write(folder_, "a file where the folder should be");
     auto defaults = open();
     setFlag(defaults, true);
+    EXPECT_TRUE(defaults.boolForKey("flag"));
+    fs::remove(folder_);
+    setFlag(defaults, true);
+    EXPECT_TRUE(open().boolForKey("flag"));
     fs::remove(file_);
-    defaults.setObject("flag", {true});
     defaults.removeObject("absent");
-    queue_.runFor(0);
+    setFlag(defaults, true);
     EXPECT_FALSE(fs::exists(file_));
     setFlag(defaults, false);
     EXPECT_TRUE(!open().boolForKey("flag") && fs::exists(file_));
@@ -295,16 +296,6 @@ TEST_F(LinuxUserDefaultsTest, anUnreadableFileIsKeptAsideBeforeTheFirstWriteAndT
         EXPECT_EQ(read(kept), content);
         EXPECT_TRUE(told.starts_with(kept + " ") && told.size() > kept.size() + 5) << told;
     }
-}
-
-TEST_F(LinuxUserDefaultsTest, aValueThatCannotBeStoredStaysInMemoryAndIsTriedAgain) {
-    write(folder_, "a file where the folder should be");
-    auto defaults = open();
-    setFlag(defaults, true);
-    EXPECT_TRUE(defaults.boolForKey("flag"));
-    fs::remove(folder_);
-    setFlag(defaults, true);
-    EXPECT_TRUE(open().boolForKey("flag"));
 }
 
 } // namespace
