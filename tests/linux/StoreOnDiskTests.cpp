@@ -152,7 +152,6 @@ std::vector<Trouble> StoreOnDiskTest::troubles() const {
             fs::create_symlink(target, file_);
         };
     };
-    const bool isSuperuser = geteuid() == 0;
     return {
         {"a folder that can't be entered", Of::folder, permit(data_, 0), permit(data_, 0755)},
         {"no folder, and none can be made", Of::folder, moveAwayAnd(permit(folder_, 0555)),
@@ -161,9 +160,6 @@ std::vector<Trouble> StoreOnDiskTest::troubles() const {
          [this] { fs::remove(data_); }},
         {"an end of the room", Of::folder, giveRoom(64), giveRoom(RLIM_INFINITY)},
         {"a read-only file", Of::file, permit(file_, 0444), permit(file_, 0644)},
-        {"another user's file", Of::file,
-         [this] { asSuperuser([&] { EXPECT_EQ(chown(file_.c_str(), 0, 0), 0); }); },
-         [this] { EXPECT_EQ(chown(file_.c_str(), 65534, 65534), 0); }, isSuperuser},
         {"a disk that is full", Of::folder, [this] { giveOwnDiskRoom(false); },
          [this] { giveOwnDiskRoom(true); }, mayMount()},
         {"a mount that has died", Of::folder,

@@ -79,7 +79,6 @@ TEST(TerminalEmulatorTest, knowsTheEntryOfTheEmulator) {
     fs::remove(list);
     fs::remove(place("config/mine-xdg-terminals.list"));
     EXPECT_EQ(preferredIn({"newterm"}, installed), "newterm -e, is newterm of a.desktop");
-    EXPECT_EQ(preferredIn({"other"}, {installed[4]}), "other --run, is other of e.desktop");
     const auto elsewhere = makeProgram("opt/gnome-terminal", "");
     EXPECT_EQ(preferredIn({}, {entry("f.desktop", elsewhere)}),
               "gnome-terminal --, is gnome-terminal of f.desktop");
