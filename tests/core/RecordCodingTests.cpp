@@ -201,12 +201,4 @@ TEST_F(RecordCoding, aBundleIdentifierIsLookedUpOnlyForApplicationBundlesWithout
     }
 }
 
-TEST_F(RecordCoding, whatCanNotBeReadBackIsNotWritten) {
-    auto workspace = makeWorkspace("a\xff", "", "", {0});
-    EXPECT_THROW(encodeWorkspaces({workspace}), json::EncodeError);
-    workspace.name = "a";
-    workspace.dateCreated.seconds = 1.0 / 0.0;
-    EXPECT_THROW(encodeWorkspaces({workspace}), json::EncodeError);
-}
-
 } // namespace

@@ -132,7 +132,6 @@ TEST_F(UrlLaunching, aCommandRunsInTerminalWithTheFirstPieceAsItsDirectory) {
         {"|ls", "ls"},
         {"/tmp|", "cd '/tmp' && "},
         {"a|b|c", "cd 'a' && c"},
-        {"||", ""},
         {"~/it's | grep \"x\\y\" ", "cd '~/it's ' &&  grep \"x\\y\" "}};
     for (const auto& [path, shellText] : cases) {
         forget();
