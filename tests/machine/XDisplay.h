@@ -20,8 +20,7 @@ inline std::vector<std::string> windowManager() {
 
 /// An X server and a session bus of its own, with a window manager.
 struct XDisplay {
-    /// With no number, at one that is free.
-    void startServer(const std::string& screen, const std::string& number = "") {
+    void startServer(const std::string& screen) {
         // Where there is none, programs start one that stays.
         fs::remove(place("bus"));
         place("runtime/any");
@@ -34,7 +33,6 @@ struct XDisplay {
         std::vector<std::string> command{
             "Xvfb", "-noreset",  "-displayfd", std::to_string(ends[1]), "-screen", "0",
             screen, "-nolisten", "tcp"};
-        if (!number.empty()) command.insert(command.begin() + 1, number);
         server_.emplace(command);
         close(ends[1]);
         char answer[16] = {};

@@ -15,7 +15,7 @@ const std::string object = "gdbus call --session -d org.gnome.Shell -o ";
 class GnomeTest : public testing::Test {
 protected:
     void start(bool isExtensionOn) {
-        session_ = startGnomeSession(isExtensionOn);
+        session_ = startSession("gnome-shell", isExtensionOn);
         folder_ = std::string(getenv("XDG_DATA_HOME")) + "/gnome-shell/extensions";
         file_ = folder_ + "/windows@corvane.app/";
     }

@@ -5,7 +5,7 @@ using namespace corvane;
 
 /// What i3 has beside what its X server tells.
 TEST(I3Test, leavesAloneWhatIsTiledOrPutAside) {
-    const auto session = startI3Session();
+    const auto session = startSession("i3");
     const auto system = windowSystemHere();
     session->show({.title = "one", .size = {400, 300}});
     const auto all = [&] { return describedWindows(*system); };

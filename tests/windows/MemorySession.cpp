@@ -35,8 +35,6 @@ public:
         case ByHand::minimize:
             client.window.isMinimized = true;
             return;
-        case ByHand::shade:
-            return;
         case ByHand::move:
             client.window.frame.origin = {333, 222};
             return;
@@ -45,6 +43,8 @@ public:
             return;
         case ByHand::toOtherWorkspace:
             client.window.workspace = "2";
+            return;
+        default:
             return;
         }
     }

@@ -1,4 +1,3 @@
-#include "machine/XDisplay.h"
 #include "windows/WindowSession.h"
 
 #include <array>
@@ -10,12 +9,12 @@ namespace corvane {
 /// A window system more is a line more.
 std::vector<SessionKind> sessionsOfThisMachine() {
     return {{"memory", startMemorySession},
-            {"chosen", [] { return startX11Session(machine::windowManager()); }},
-            {"xfwm4", [] { return startX11Session({"xfwm4"}); }},
-            {"i3", startI3Session},
-            {"sway", startSwaySession},
-            {"kwin", startKWinSession},
-            {"gnome", [] { return startGnomeSession(); }}};
+            {"chosen", [] { return startSession(desktop::variable("WINDOW_MANAGER", "openbox")); }},
+            {"xfwm4", [] { return startSession("xfwm4"); }},
+            {"i3", [] { return startSession("i3"); }},
+            {"sway", [] { return startSession("sway"); }},
+            {"kwin", [] { return startSession("kwin_wayland"); }},
+            {"gnome", [] { return startSession("gnome-shell"); }}};
 }
 
 std::vector<std::string> clientWords(const ClientWishes& wishes) {

@@ -13,9 +13,10 @@ using namespace corvane;
 namespace {
 
 std::vector<SessionKind> listing() {
-    std::vector<SessionKind> kinds{{"sway", startSwaySession}};
+    std::vector<SessionKind> kinds{{"sway", [] { return startSession("sway"); }}};
     // Debian 12 has none.
-    if (machine::runs("command -v labwc")) kinds.push_back({"labwc", startLabwcSession});
+    if (machine::runs("command -v labwc"))
+        kinds.push_back({"labwc", [] { return startSession("labwc"); }});
     return kinds;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desktop/harness/Screen.h"
 #include "linux/windows/WindowSystem.h"
 
 #include <functional>
@@ -22,8 +23,7 @@ struct ClientWishes {
     enum class AtClose { closes, ignores, takesNoRequest } atClose = AtClose::closes;
 };
 
-/// What a person or a pager does to a window.
-enum class ByHand { maximize, fillScreen, minimize, shade, move, tile, toOtherWorkspace };
+using ByHand = desktop::Deed;
 
 /// What stops and goes on.
 enum class Part { client, manager, server };
@@ -103,13 +103,9 @@ inline void PrintTo(const SessionKind& kind, std::ostream* out) {
 }
 
 std::unique_ptr<WindowSession> startMemorySession();
-std::unique_ptr<WindowSession> startX11Session(const std::vector<std::string>& manager);
-std::unique_ptr<WindowSession> startI3Session();
-std::unique_ptr<WindowSession> startSwaySession();
-std::unique_ptr<WindowSession> startLabwcSession();
-std::unique_ptr<WindowSession> startKWinSession();
-/// Its extension lies in XDG_DATA_HOME and is that of the running program.
-std::unique_ptr<WindowSession> startGnomeSession(bool isExtensionOn = true);
+/// Of that window manager, "kwin_wayland", "gnome-shell", "sway" or "labwc". The extension for
+/// GNOME lies in XDG_DATA_HOME and is that of the running program.
+std::unique_ptr<WindowSession> startSession(const std::string& command, bool isExtensionOn = true);
 
 /// What starts a client of that kind.
 std::vector<std::string> clientWords(const ClientWishes& wishes);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "foundation/Text.h"
-#include "machine/Machine.h"
+#include "machine/Program.h"
 #include "windows/WindowSession.h"
 
 #include <algorithm>

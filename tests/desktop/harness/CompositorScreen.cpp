@@ -1,8 +1,11 @@
 #include "desktop/harness/CompositorScreen.h"
 
+#include "desktop/harness/Scene.h"
 #include "foundation/Text.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <regex>
 #include <sstream>
 
 namespace corvane::desktop {
@@ -52,17 +55,37 @@ int CompositorScreen::workspace() const {
     return std::atoi(told().c_str());
 }
 
-std::unique_ptr<Process> startCompositor(Surroundings& around,
-                                         const std::vector<std::string>& command) {
+void CompositorScreen::act(const Window& window, Deed deed) const {
+    tell(window, words_.deeds.at(deed));
+}
+
+void CompositorScreen::place(const Window& window, const std::string& frame) const {
+    const std::regex numbers("(.*),(.*) (.*)x(.*)");
+    if (!words_.placement.empty())
+        tell(window, std::regex_replace(frame, numbers, words_.placement));
+}
+
+void CompositorScreen::savePicture(const std::string& file) const {
+    around_.run({"grim", file});
+}
+
+std::string CompositorScreen::report(const std::string& before) const {
+    const auto file = around_.root + "/report";
+    writeFile(file, "#!/bin/sh\n" + before + R"(echo "$WAYLAND_DISPLAY $DISPLAY $XAUTHORITY" >&3)" +
+                        "\n");
+    std::filesystem::permissions(file, std::filesystem::perms(0755));
+    return file;
+}
+
+void CompositorScreen::start(const std::vector<std::string>& command) {
     std::string line;
-    auto compositor = around.startServer(command, line);
+    compositor_ = around_.startServer(command, line);
     std::istringstream words(line);
     for (const auto* name : {"WAYLAND_DISPLAY", "DISPLAY", "XAUTHORITY"}) {
         std::string value;
-        if (words >> value) around.set(name, value);
+        if (words >> value) around_.set(name, value);
     }
-    around.set("XDG_SESSION_TYPE", "wayland");
-    return compositor;
+    around_.set("XDG_SESSION_TYPE", "wayland");
 }
 
 } // namespace corvane::desktop

@@ -43,6 +43,7 @@ user_pref("network.proxy.no_proxies_on", "localhost, 127.0.0.1");
 
 Desktop::Desktop() {
     around_.root = world::makeFolder("corvane-desktop");
+    around_.corvane = corvaneProgram();
     adoptOrphans();
     const world::Chosen chosen{
         {"org.xfce.mousepad", "pcmanfm", "firefox-esr", "debian-xterm", "org.gnome.Terminal"},

@@ -4,7 +4,6 @@
 #include "foundation/Json.h"
 
 #include <filesystem>
-#include <map>
 #include <optional>
 #include <regex>
 #include <stdexcept>
@@ -14,17 +13,17 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr auto settings = R"([org/gnome/shell]
-welcome-dialog-last-shown-version='99'
-enabled-extensions=['windows@corvane.app']
-[org/gnome/desktop/interface]
+constexpr auto settings = R"([org/gnome/desktop/interface]
 enable-animations=false
 [org/gnome/mutter]
 dynamic-workspaces=false
+experimental-features=['scale-monitor-framebuffer']
 [org/gnome/desktop/wm/preferences]
 num-workspaces=4
 [org/gnome/desktop/notifications]
 show-banners=false
+[org/gnome/shell]
+welcome-dialog-last-shown-version='99'
 )";
 
 constexpr auto list = R"(
@@ -42,23 +41,29 @@ constexpr auto list = R"(
 /// Without its bar, as that leaves the whole monitor to windows.
 class GnomeScreen final : public CompositorScreen {
 public:
-    explicit GnomeScreen(Surroundings& around) : around_(around) {
-        // As the program is installed for a user.
-        const auto prefix = around.root + "/home/.local";
-        const auto extensions = prefix + "/share/gnome-shell/extensions";
-        fs::create_directories(prefix + "/bin");
-        fs::create_symlink(CORVANE_PROGRAM, prefix + "/bin/corvane");
-        fs::create_directories(extensions);
-        fs::copy(GNOME_EXTENSION, extensions / fs::path(GNOME_EXTENSION).filename(),
-                 fs::copy_options::recursive);
-        writeFile(around.root + "/home/.config/glib-2.0/settings/keyfile", settings);
+    explicit GnomeScreen(Surroundings& around)
+        : CompositorScreen(around,
+                           {{{Deed::comeForward, "w.activate(global.get_current_time())"},
+                             {Deed::fillScreen, "w.make_fullscreen()"},
+                             {Deed::leaveFullScreen, "w.unmake_fullscreen()"},
+                             {Deed::maximize, "w.maximize(3)"},
+                             {Deed::minimize, "w.minimize()"},
+                             {Deed::close, "w.delete(global.get_current_time())"},
+                             {Deed::move, "w.move_frame(true, 333, 222)"},
+                             {Deed::toOtherWorkspace, "w.change_workspace_by_index(1, true)"}},
+                            "w.move_frame(true, $1, $2); "
+                            "w.move_resize_frame(true, $1, $2, $3, $4)"}) {
+        if (!fs::exists(home_ + "/.local/bin")) installForUser();
         around.set("GSETTINGS_BACKEND", "keyfile");
         around.set("XDG_CURRENT_DESKTOP", "GNOME");
         around.set("XDG_SESSION_TYPE", "wayland");
         around.set("DBUS_SYSTEM_BUS_ADDRESS", around.bus);
-        compositor_ = around.start({"setpriv", "--pdeathsig", "TERM", "gnome-shell", "--headless",
-                                    "--wayland", "--unsafe-mode", "--virtual-monitor", "1440x900",
-                                    "--wayland-display", "wayland-8"});
+        std::vector<std::string> command{"setpriv",       "--pdeathsig",       "TERM",
+                                         "gnome-shell",   "--headless",        "--wayland",
+                                         "--unsafe-mode", "--wayland-display", "wayland-8"};
+        for (int i = 0; i < around.monitors; ++i)
+            command.insert(command.end(), {"--virtual-monitor", "1440x900"});
+        compositor_ = around.start(command);
         std::smatch display;
         std::string log;
         const std::regex told("public X11 display (:[0-9]+)");
@@ -82,22 +87,6 @@ public:
         if (!isUp) throw std::runtime_error("it stays in its overview");
         ask("Main.layoutManager.removeChrome(Main.layoutManager.panelBox)");
     }
-    void act(const Window& window, Deed deed) const override {
-        static const std::map<Deed, std::string> words{
-            {Deed::comeForward, "w.activate(global.get_current_time())"},
-            {Deed::fillScreen, "w.make_fullscreen()"},
-            {Deed::leaveFullScreen, "w.unmake_fullscreen()"},
-            {Deed::maximize, "w.maximize(3)"},
-            {Deed::minimize, "w.minimize()"},
-            {Deed::close, "w.delete(global.get_current_time())"}};
-        tell(window, words.at(deed));
-    }
-    void place(const Window& window, const std::string& frame) const override {
-        const std::regex numbers("(.*),(.*) (.*)x(.*)");
-        tell(window, std::regex_replace(frame, numbers,
-                                        "w.move_frame(true, $1, $2); "
-                                        "w.move_resize_frame(true, $1, $2, $3, $4)"));
-    }
     void goTo(int workspace) const override {
         ask("global.workspace_manager.get_workspace_by_index(" + std::to_string(workspace) +
             ").activate(global.get_current_time())");
@@ -114,8 +103,21 @@ public:
     std::vector<std::string> panel() const override { return {"sleep", "infinity"}; }
 
 private:
+    /// As a package does, in the user's own folders.
+    void installForUser() const {
+        const auto extensions = home_ + "/.local/share/gnome-shell/extensions";
+        const auto extension = fs::path(GNOME_EXTENSION).filename();
+        fs::create_directories(home_ + "/.local/bin");
+        fs::create_symlink(around_.corvane, home_ + "/.local/bin/corvane");
+        fs::create_directories(extensions);
+        fs::copy(GNOME_EXTENSION, extensions / extension, fs::copy_options::recursive);
+        writeFile(home_ + "/.config/glib-2.0/settings/keyfile",
+                  std::string(settings) +
+                      (around_.isExtensionOn ? "enabled-extensions=['" + extension.string() + "']\n"
+                                             : ""));
+    }
     std::string told() const override { return ask(list); }
-    void tell(const Window& window, const std::string& words) const {
+    void tell(const Window& window, const std::string& words) const override {
         ask("global.display.list_all_windows().filter(w => w.get_id() == " + window.id +
             ").forEach(w => { " + words + "; })");
     }
@@ -132,8 +134,7 @@ private:
         return std::string(document.root().text());
     }
 
-    Surroundings& around_;
-    std::unique_ptr<Process> compositor_;
+    const std::string home_ = around_.root + "/home";
     std::optional<BusService> service_;
 };
 

@@ -5,7 +5,6 @@
 #include <chrono>
 #include <condition_variable>
 #include <filesystem>
-#include <map>
 #include <optional>
 #include <regex>
 #include <stdexcept>
@@ -52,19 +51,30 @@ next("");
 
 class KWinScreen final : public CompositorScreen {
 public:
-    explicit KWinScreen(Surroundings& around) : around_(around) {
+    explicit KWinScreen(Surroundings& around)
+        : CompositorScreen(
+              around, {{{Deed::comeForward,
+                         "isSix ? workspace.activeWindow = w : workspace.activeClient = w"},
+                        {Deed::fillScreen, "w.fullScreen = true"},
+                        {Deed::leaveFullScreen, "w.fullScreen = false"},
+                        {Deed::maximize, "w.setMaximize(true, true)"},
+                        {Deed::minimize, "w.minimized = true"},
+                        {Deed::close, "w.closeWindow()"},
+                        {Deed::move,
+                         "w.frameGeometry = {x: 333, y: 222, width: w.width, height: w.height}"},
+                        {Deed::toOtherWorkspace,
+                         "isSix ? w.desktops = [workspace.desktops[1]] : w.desktop = 2"}},
+                       "w.frameGeometry = {x: $1, y: $2, width: $3, height: $4}"}) {
         // The installed one has rights that keep its environment from it.
         const auto program = around.root + "/kwin_wayland";
-        fs::copy_file("/usr/bin/kwin_wayland", program);
-        writeFile(around.root + "/report", "#!/bin/sh\n" + std::string(reportDisplays) + '\n');
-        fs::permissions(around.root + "/report", fs::perms(0755));
-        compositor_ = startCompositor(
-            // On the processor its other way of drawing takes most of the time.
-            around,
-            {"env", "KWIN_COMPOSE=" + variable("KWIN_COMPOSE", "Q"),
-             "KWIN_SCREENSHOT_NO_PERMISSION_CHECKS=1", program, "--virtual", "--scale",
-             variable("SCALE", "1"), "--width", "1440", "--height", "900", "--no-lockscreen",
-             "--no-global-shortcuts", "--xwayland", around.root + "/report"});
+        fs::copy_file("/usr/bin/kwin_wayland", program, fs::copy_options::skip_existing);
+        // On the processor its other way of drawing takes most of the time. The display isn't the
+        // one that is taken where none is named.
+        start({"env", "KWIN_COMPOSE=" + variable("KWIN_COMPOSE", "Q"),
+               "KWIN_SCREENSHOT_NO_PERMISSION_CHECKS=1", program, "--virtual", "--scale",
+               variable("SCALE", "1"), "--width", "1440", "--height", "900", "--output-count",
+               std::to_string(around.monitors), "--socket", "wayland-9", "--no-lockscreen",
+               "--no-global-shortcuts", "--xwayland", report("")});
         const auto script = around.root + "/eye.js";
         writeFile(script, eye);
         service_.emplace(
@@ -103,21 +113,6 @@ public:
         if (text && std::regex_search(text.get(), isMaximized)) look += " maximized";
         return look;
     }
-    void act(const Window& window, Deed deed) const override {
-        static const std::map<Deed, std::string> words{
-            {Deed::comeForward, "isSix ? workspace.activeWindow = w : workspace.activeClient = w"},
-            {Deed::fillScreen, "w.fullScreen = true"},
-            {Deed::leaveFullScreen, "w.fullScreen = false"},
-            {Deed::maximize, "w.setMaximize(true, true)"},
-            {Deed::minimize, "w.minimized = true"},
-            {Deed::close, "w.closeWindow()"}};
-        tell(window, words.at(deed));
-    }
-    void place(const Window& window, const std::string& frame) const override {
-        const std::regex numbers("(.*),(.*) (.*)x(.*)");
-        tell(window, std::regex_replace(frame, numbers,
-                                        "w.frameGeometry = {x: $1, y: $2, width: $3, height: $4}"));
-    }
     void goTo(int workspace) const override {
         const auto number = std::to_string(workspace);
         ask("workspace.currentDesktop = isSix ? workspace.desktops[" + number + "] : " + number +
@@ -127,7 +122,7 @@ public:
 
 private:
     std::string told() const override { return ask("list()"); }
-    void tell(const Window& window, const std::string& words) const {
+    void tell(const Window& window, const std::string& words) const override {
         ask("act('" + window.id + "', w => { " + words + "; })");
     }
     std::shared_ptr<GVariant> call(const char* path, const char* interface, const char* method,
@@ -155,13 +150,11 @@ private:
         return std::exchange(question_, std::nullopt).value_or("");
     }
 
-    Surroundings& around_;
     mutable std::mutex mutex_;
     mutable std::condition_variable changed_;
     mutable std::optional<std::string> question_, answer_;
     mutable bool isAsked_ = false;
     bool isOver_ = false;
-    std::unique_ptr<Process> compositor_;
     std::optional<BusService> service_;
 };
 

@@ -1,8 +1,4 @@
 #include "desktop/harness/CompositorScreen.h"
-#include "desktop/harness/Scene.h"
-
-#include <filesystem>
-#include <map>
 
 namespace corvane::desktop {
 namespace {
@@ -34,31 +30,26 @@ for window in listed():
 
 class LabwcScreen final : public CompositorScreen {
 public:
-    explicit LabwcScreen(Surroundings& around) : around_(around) {
-        const auto report = around.root + "/report";
-        writeFile(report, "#!/bin/sh\n" + std::string(keepXServer) + reportDisplays + '\n');
-        std::filesystem::permissions(report, std::filesystem::perms(0755));
-        compositor_ =
-            startCompositor(around, {"env", "WLR_BACKENDS=headless", "WLR_LIBINPUT_NO_DEVICES=1",
-                                     "WLR_RENDERER=pixman", "labwc", "-s", report});
-    }
-    void act(const Window& window, Deed deed) const override {
-        static const std::map<Deed, std::string> words{
-            {Deed::comeForward, "focus"},         {Deed::fillScreen, "fullscreen"},
-            {Deed::leaveFullScreen, "normalize"}, {Deed::maximize, "maximize"},
-            {Deed::minimize, "minimize"},         {Deed::close, "close"}};
-        around_.run({"wlrctl", "toplevel", words.at(deed), "title:" + window.title});
+    explicit LabwcScreen(Surroundings& around)
+        : CompositorScreen(around, {{{Deed::comeForward, "focus"},
+                                     {Deed::fillScreen, "fullscreen"},
+                                     {Deed::leaveFullScreen, "normalize"},
+                                     {Deed::maximize, "maximize"},
+                                     {Deed::minimize, "minimize"},
+                                     {Deed::close, "close"}},
+                                    ""}) {
+        auto command = headless();
+        command.insert(command.end(), {"labwc", "-s", report(keepXServer)});
+        start(command);
     }
     bool tellsProcesses() const override { return false; }
-    void place(const Window&, const std::string&) const override {}
     void goTo(int) const override {}
-    void savePicture(const std::string& file) const override { around_.run({"grim", file}); }
 
 private:
     std::string told() const override { return around_.run({"python3", "-c", readList}); }
-
-    Surroundings& around_;
-    std::unique_ptr<Process> compositor_;
+    void tell(const Window& window, const std::string& word) const override {
+        around_.run({"wlrctl", "toplevel", word, "title:" + window.title});
+    }
 };
 
 } // namespace

@@ -54,9 +54,15 @@ struct Surroundings {
     Environment environment = {};
     /// The address of the session bus.
     std::string bus = {};
+    /// Which program is Corvane here, and whether GNOME's extension for it is on.
+    std::string corvane = {};
+    bool isExtensionOn = true;
+    /// Two monitors are there at once where a screen can't get one more later.
+    int monitors = 1;
 
     /// Programs that run already don't hear of it.
     void set(const std::string& name, const std::string& value) {
+        std::erase_if(environment, [&](const auto& line) { return line.starts_with(name + "="); });
         environment.push_back(name + "=" + value);
     }
     std::string log() const { return root + "/session.log"; }

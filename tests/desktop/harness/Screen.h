@@ -18,8 +18,19 @@ struct Window {
     std::string title;
 };
 
-/// What a person does to a window.
-enum class Deed { comeForward, fillScreen, leaveFullScreen, maximize, minimize, close };
+/// What a person or a pager does to a window; `move` is to 333,222.
+enum class Deed {
+    comeForward,
+    fillScreen,
+    leaveFullScreen,
+    maximize,
+    minimize,
+    close,
+    shade,
+    move,
+    tile,
+    toOtherWorkspace
+};
 
 /// Who shows the windows of a desktop, asked and told by other means than the program's own. On one
 /// monitor of 1440 by 900, with four workspaces.
@@ -50,11 +61,15 @@ public:
     virtual bool tellsProcesses() const { return true; }
     /// A panel of that desktop.
     virtual std::vector<std::string> panel() const = 0;
+    /// The processes of what shows windows, and of what places them where that is another one.
+    virtual pid_t server() const = 0;
+    virtual pid_t manager() const { return 0; }
     /// Ends what places windows, where that can be done without ending all.
     virtual void stopManager() {}
 };
 
-/// Starts one and tells the surroundings where it is. `program` is an X11 window manager,
+/// Starts one and tells the surroundings where it is. `program` is the command of an X11 window
+/// manager,
 /// "kwin_wayland", "gnome-shell", "sway" or "labwc". Throws std::runtime_error where it doesn't
 /// come up.
 std::unique_ptr<Screen> startScreen(Surroundings& around, const std::string& program);

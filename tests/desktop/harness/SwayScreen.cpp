@@ -2,9 +2,7 @@
 #include "desktop/harness/Scene.h"
 
 #include <csignal>
-#include <cstdio>
 #include <filesystem>
-#include <map>
 #include <stdexcept>
 
 #include <unistd.h>
@@ -37,17 +35,29 @@ for node, place in walk(root, ''):
 /// Its user has everything float.
 class SwayScreen final : public CompositorScreen {
 public:
-    explicit SwayScreen(Surroundings& around) : around_(around) {
+    explicit SwayScreen(Surroundings& around)
+        : CompositorScreen(
+              around, {{{Deed::comeForward, "focus"},
+                        {Deed::fillScreen, "fullscreen enable"},
+                        {Deed::leaveFullScreen, "fullscreen disable"},
+                        {Deed::maximize,
+                         "resize set width 1440 px height 900 px, move absolute position 0 0"},
+                        {Deed::minimize, "move scratchpad"},
+                        {Deed::close, "kill"},
+                        {Deed::move, "move absolute position 333 px 222 px"},
+                        {Deed::tile, "floating disable"},
+                        {Deed::toOtherWorkspace, "move container to workspace 2"}},
+                       "resize set width $3 px height $4 px, move absolute position $1 px $2 px"}) {
         const auto config = around.root + "/sway.config";
-        writeFile(around.root + "/report", "xhost +si:localuser:root >/dev/null; " +
-                                               std::string(keepXServer) + reportDisplays + '\n');
-        writeFile(config, "output HEADLESS-1 resolution 1440x900 position 0 0\n"
-                          "for_window [app_id=\".*\"] floating enable\n"
-                          "for_window [class=\".*\"] floating enable\n"
-                          "exec sh " +
-                              around.root + "/report\n");
-        std::vector<std::string> command{"env", "WLR_BACKENDS=headless",
-                                         "WLR_LIBINPUT_NO_DEVICES=1", "WLR_RENDERER=pixman"};
+        writeFile(config,
+                  "output HEADLESS-1 resolution 1440x900 position 0 0\n"
+                  "output HEADLESS-2 resolution 1440x900 position 1440 0\n"
+                  "for_window [app_id=\".*\"] floating enable\n"
+                  "for_window [class=\".*\"] floating enable\n"
+                  "exec " +
+                      report("xhost +si:localuser:root >/dev/null; " + std::string(keepXServer)) +
+                      "\n");
+        auto command = headless();
         // It doesn't run as root.
         if (geteuid() == 0) {
             command.insert(command.end(),
@@ -59,37 +69,17 @@ public:
                 throw std::runtime_error("can't give away " + runtime);
         }
         command.insert(command.end(), {"sway", "-c", config});
-        compositor_ = startCompositor(around, command);
+        start(command);
         for (const auto& entry : fs::directory_iterator(around.root + "/runtime")) {
             if (entry.path().filename().string().starts_with("sway-ipc"))
                 around.set("SWAYSOCK", entry.path());
         }
         seeAnXWindow();
     }
-    void act(const Window& window, Deed deed) const override {
-        static const std::map<Deed, std::string> words{
-            {Deed::comeForward, "focus"},
-            {Deed::fillScreen, "fullscreen enable"},
-            {Deed::leaveFullScreen, "fullscreen disable"},
-            {Deed::maximize, "resize set width 1440 px height 900 px, move absolute position 0 0"},
-            {Deed::minimize, "move scratchpad"},
-            {Deed::close, "kill"}};
-        tell(window, words.at(deed));
-    }
-    void place(const Window& window, const std::string& frame) const override {
-        int x = 0, y = 0, width = 0, height = 0;
-        std::sscanf(frame.c_str(), "%d,%d %dx%d", &x, &y, &width, &height);
-        char words[128];
-        std::snprintf(words, sizeof words,
-                      "resize set width %d px height %d px, move absolute position %d px %d px",
-                      width, height, x, y);
-        tell(window, words);
-    }
     bool tiles() const override { return true; }
     void goTo(int workspace) const override {
         around_.run({"swaymsg", "workspace number " + std::to_string(workspace + 1)});
     }
-    void savePicture(const std::string& file) const override { around_.run({"grim", file}); }
 
 private:
     std::string told() const override {
@@ -105,12 +95,9 @@ private:
         }
         comesTrue([this] { return windows().empty(); });
     }
-    void tell(const Window& window, const std::string& words) const {
+    void tell(const Window& window, const std::string& words) const override {
         around_.run({"swaymsg", "[con_id=" + window.id + "] " + words});
     }
-
-    Surroundings& around_;
-    std::unique_ptr<Process> compositor_;
 };
 
 } // namespace

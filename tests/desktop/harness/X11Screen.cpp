@@ -15,7 +15,10 @@ public:
         std::string display;
         server_ = startXServer(around, display);
         around.set("DISPLAY", display);
-        manager_ = around.start({manager});
+        // Window managers take the server's outputs alone for monitors, of which there is one.
+        if (around.monitors > 1)
+            run({"xrandr", "--setmonitor", "*first", "1440/1x900/1+0+0", "screen"});
+        manager_ = around.start(text::split(manager, ' '));
         const bool isManaged = comesTrue(
             [&] { return run({"wmctrl", "-m"}).find("Name: ") != std::string::npos; }, 20);
         if (!isManaged) throw std::runtime_error(manager + " doesn't come up");
@@ -57,7 +60,10 @@ public:
             {Deed::leaveFullScreen, {"wmctrl", "-b", "remove,fullscreen", "-i", "-r"}},
             {Deed::maximize, {"wmctrl", "-b", "add,maximized_vert,maximized_horz", "-i", "-r"}},
             {Deed::minimize, {"xdotool", "windowminimize", "--sync"}},
-            {Deed::close, {"wmctrl", "-i", "-c"}}};
+            {Deed::close, {"wmctrl", "-i", "-c"}},
+            {Deed::shade, {"wmctrl", "-b", "add,shaded", "-i", "-r"}},
+            {Deed::move, {"wmctrl", "-e", "0,333,222,-1,-1", "-i", "-r"}},
+            {Deed::toOtherWorkspace, {"wmctrl", "-t", "1", "-i", "-r"}}};
         auto command = words.at(deed);
         command.push_back(window.id);
         run(command);
@@ -75,6 +81,8 @@ public:
     }
     bool hasHands() const override { return true; }
     std::vector<std::string> panel() const override { return {"tint2"}; }
+    pid_t server() const override { return server_->pid(); }
+    pid_t manager() const override { return manager_->pid(); }
     void stopManager() override { manager_.reset(); }
 
 private:
@@ -88,9 +96,9 @@ private:
 
 std::unique_ptr<Process> startXServer(const Surroundings& around, std::string& name) {
     name = ":";
+    const auto size = std::to_string(1440 * around.monitors) + "x900x24";
     return around.startServer(
-        {"Xvfb", "-displayfd", "3", "-screen", "0", "1440x900x24", "-nolisten", "tcp", "-noreset"},
-        name);
+        {"Xvfb", "-displayfd", "3", "-screen", "0", size, "-nolisten", "tcp", "-noreset"}, name);
 }
 
 std::unique_ptr<Screen> startX11Screen(Surroundings& around, const std::string& manager) {
