@@ -179,15 +179,6 @@ QRect Interface::placeOf(const std::string& name, const std::string& inside) {
     return {topWindow()->mapFromGlobal(place.topLeft()), place.size()};
 }
 
-int Interface::linesOf(const std::string& text) {
-    for (const auto* item : items()) {
-        if (item->isVisible() && item->property("text").toString().toStdString() == text &&
-            item->inherits("QQuickText"))
-            return item->property("lineCount").toInt();
-    }
-    return 0;
-}
-
 std::string Interface::drawn(const std::string& name) {
     const QRectF place = name.empty() ? QRectF({}, topWindow()->size()) : placeOf(name);
     std::string all;

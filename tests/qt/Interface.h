@@ -58,7 +58,6 @@ struct Interface {
     /// Turns the wheel over an element, down where the number is above zero.
     void wheel(const std::string& name, int notches);
     QRect placeOf(const std::string& name, const std::string& inside = "");
-    int linesOf(const std::string& text);
     /// Each item of the newest window, behind the one that holds it.
     QList<QQuickItem*> items();
     /// What is drawn within an element, or in all of the window, from back to front: texts, symbols

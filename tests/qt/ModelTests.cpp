@@ -14,6 +14,7 @@
 #include <QImageReader>
 #include <QMenu>
 #include <QScreen>
+#include <QTemporaryFile>
 #include <QTest>
 #include <thread>
 
@@ -147,14 +148,12 @@ TEST(QtAppearanceTest, followsTheScreens) {
 TEST(IconsTest, themesDrawTheirsInVectors) {
     const auto kinds = QImageReader::supportedImageFormats();
     EXPECT_TRUE(kinds.contains("svg") && kinds.contains("svgz"));
-    const auto file = QDir::tempPath() + "/corvane-icon.svg";
-    QFile icon(file);
-    ASSERT_TRUE(icon.open(QIODevice::WriteOnly));
+    QTemporaryFile icon(QDir::tempPath() + "/XXXXXX.svg");
+    ASSERT_TRUE(icon.open());
     icon.write("<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'>"
                "<rect width='8' height='8' fill='#ff0000'/></svg>");
     icon.close();
-    EXPECT_EQ(QIcon(file).pixmap(128).toImage().pixelColor(64, 64), QColor(Qt::red));
-    icon.remove();
+    EXPECT_EQ(QIcon(icon.fileName()).pixmap(128).toImage().pixelColor(64, 64), QColor(Qt::red));
 }
 
 TEST(SymbolsTest, aNameThatIsNotThereIsDrawnAsANeutralOne) {

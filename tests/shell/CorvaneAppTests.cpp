@@ -81,10 +81,8 @@ TEST_F(App, whatAnEditorPutInAPlaceIsFollowedAfterTheFinishAndTheEnd) {
         CorvaneApp app(platform);
         app.setupApp();
         auto& store = app.workspaceStore();
-        auto work = store.workspaces->front();
-        store.addResource(makeResource("Plan", "/plan.md", ResourceType::file, platform.bundles),
-                          work.id);
-        work = store.workspaces->front();
+        store.addResource(scene.resource("Plan", "/plan.md"), store.workspaces->front().id);
+        const auto work = store.workspaces->front();
         store.startWorkspace(work);
         ASSERT_TRUE(desktop.files.removeItem("/plan.md"));
         desktop.files.contents["/plan.md"] = "edited";

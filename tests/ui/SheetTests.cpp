@@ -208,8 +208,7 @@ TEST_F(Sheets, theSettingsSayWhatIsKnownOfTheProgramAndTheDesktop) {
 TEST_F(Sheets, theTourShowsTheProgramsPictureAndIsCompletedBeforeItsWindowGoes) {
     std::string log;
     OnboardingView tour(
-        store, desktop.platform().images, [&] { log += "completed "; },
-        [&] { log += "dismissed "; });
+        store, platform.images, [&] { log += "completed "; }, [&] { log += "dismissed "; });
     EXPECT_EQ(tour.applicationPicture()->name, "MenuBarIcon");
     desktop.statusBar.assets.clear();
     EXPECT_EQ(tour.applicationPicture()->source, Image::Source::applicationIcon);
@@ -217,9 +216,7 @@ TEST_F(Sheets, theTourShowsTheProgramsPictureAndIsCompletedBeforeItsWindowGoes) 
     EXPECT_EQ(log, "completed dismissed ");
 }
 
-TEST(ApplicationPickerTest, findsAnApplicationByAPartOfItsName) {
-    SimulatedDesktop desktop;
-    auto platform = desktop.platform();
+TEST_F(Sheets, anApplicationIsFoundByAPartOfItsName) {
     EXPECT_EQ(ApplicationPicker(platform.applications).emptyText(), "There are no applications.");
     for (const auto* name : {"Quill", "atlas", "Ärger", "Pad 10", "Pad 9"})
         desktop.install({.path = "/Applications/" + std::string(name) + ".app"});
