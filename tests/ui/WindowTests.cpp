@@ -40,7 +40,11 @@ TEST_F(Window, theThemeStartsAsTheSystemsAndFollowsItOnlyAtAChangeOfTheScreens) 
 TEST_F(Window, aToggleFixesTheThemeForAllWindowsToCome) {
     for (const bool dark : {true, false}) {
         const bool before = content.theme.isDarkMode;
+        bool seen = !before;
+        const auto subscription =
+            content.theme.objectWillChange.subscribe([&] { seen = content.theme.isDarkMode; });
         content.theme.toggleTheme();
+        EXPECT_EQ(seen, before) << "told before it changes";
         desktop.systemIsDark = dark;
         content.theme.updateTheme();
         desktop.runUntilIdle();
