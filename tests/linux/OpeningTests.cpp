@@ -19,13 +19,6 @@ namespace {
 
 struct OpeningTest : testing::Test {
     void SetUp() override { write(note_, "words\n"); }
-    /// Installed when looked up, gone when started.
-    void installVanishing() {
-        fs::copy(place("bin/recorder"), place("bin/vanishing"));
-        install("test.vanishing", "Vanishing", "Exec=" + place("bin/vanishing"));
-        ASSERT_TRUE(installed_.byDesktopId("test.vanishing.desktop"));
-        fs::remove(place("bin/vanishing"));
-    }
     int openTool(const std::vector<std::string>& arguments) {
         return runOpenTool(opener_, arguments).status;
     }
@@ -84,8 +77,6 @@ TEST_F(OpeningTest, refusesWhatNothingOpens) {
                             Url::fromPath("/Applications/Nobody.app")}) {
         EXPECT_FALSE(applications_.openUrl(url)) << url.absoluteString();
     }
-    installVanishing();
-    EXPECT_FALSE(applications_.openUrl(Url::fromPath("/Applications/Vanishing.app")));
 }
 
 TEST_F(OpeningTest, aBundleComesForwardOrStarts) {
@@ -123,7 +114,12 @@ TEST_F(OpeningTest, aGivenApplicationOpensOrSaysWhyNot) {
     install("test.nobody", "Unheard", "DBusActivatable=true");
     for (const auto* application : {"Viewer", "Unheard"})
         EXPECT_EQ(openWith("nowhere", application), "nowhere is not an address.");
-    installVanishing();
+    // Installed when looked up, gone when started.
+    const auto program = makeProgram("bin/vanishing", "");
+    install("test.vanishing", "Vanishing", "Exec=" + program);
+    ASSERT_TRUE(installed_.byDesktopId("test.vanishing.desktop"));
+    fs::remove(program);
+    EXPECT_FALSE(applications_.openUrl(Url::fromPath("/Applications/Vanishing.app")));
     EXPECT_NE(openWith(noteUrl_, "Vanishing").find("The program is missing"), std::string::npos);
     InstalledApplication nothing;
     nothing.displayName = "Nothing";
