@@ -9,12 +9,6 @@ namespace {
 
 class Resources : public DesktopTest {
 protected:
-    void open() {
-        writeFile(note, "A note\n");
-        start({{"Work", "", "star", {{"note.txt", "file", note}, {"Run", "terminal", "true"}}}});
-        ASSERT_TRUE(desktop.press("Resources", "Work"));
-        ASSERT_TRUE(comes("Drag anything from Finder to add resources"));
-    }
     /// The saved names of all workspaces and resources, in order.
     std::string order() {
         const auto file = readFile(desktop.workspacesFile());
@@ -40,7 +34,6 @@ protected:
         return {1070, 110};
     }
 
-    const std::string note = desktop.home("Documents/note.txt");
     std::unique_ptr<Process> fileManager;
 };
 
@@ -50,7 +43,9 @@ TEST_F(Resources, whatIsDroppedIsListedAndRowsAreDraggedIntoTheirOrder) {
     writeFile(desktop.home("Things/Pictures/sketch.txt"), "");
     std::filesystem::copy(desktop.home(".local/share/applications/pad.desktop"),
                           desktop.home("Things/pad.desktop"));
-    open();
+    start({{"Work", "", "star", {{"note.txt", "file", "/note"}, {"Run", "terminal", "true"}}}});
+    ASSERT_TRUE(desktop.press("Resources", "Work"));
+    ASSERT_TRUE(comes("Drag anything from Finder to add resources"));
     const auto icon = showFolder(desktop.home("Things"));
     const auto list = desktop.middleOf("note.txt");
     ASSERT_TRUE(list);

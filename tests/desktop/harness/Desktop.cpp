@@ -310,12 +310,6 @@ bool Desktop::type(const Window& window, const std::string& text) const {
     return true;
 }
 
-bool Desktop::confirm() const {
-    if (!screen_->hasHands()) return press("OK");
-    run({"xdotool", "key", "Return"});
-    return true;
-}
-
 void Desktop::savePicture(const std::string& file) const {
     fs::create_directories(fs::path(file).parent_path());
     screen_->savePicture(file);

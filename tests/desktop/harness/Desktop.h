@@ -95,9 +95,6 @@ public:
     /// Writes into the text of that program's window, by the keyboard where there is one.
     bool type(const Window& window, const std::string& text) const;
 
-    /// Answers the alert that has the keyboard by Return, or "OK" where there is none.
-    bool confirm() const;
-
     void savePicture(const std::string& file) const;
     /// What all programs of this desktop wrote, Corvane's output last.
     std::string log() const;

@@ -111,21 +111,6 @@ std::optional<int> Process::waitForEnd(double seconds) {
     return status_;
 }
 
-std::unique_ptr<Process> startReporting(const std::vector<std::string>& command,
-                                        const Environment& environment, const std::string& log,
-                                        std::string& line) {
-    std::array<int, 2> ends{};
-    if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
-    auto process = std::make_unique<Process>(command, environment, log, ends[1]);
-    close(ends[1]);
-    char next = 0;
-    while (read(ends[0], &next, 1) == 1 && next != '\n')
-        line += next;
-    close(ends[0]);
-    if (next != '\n') throw std::runtime_error(command.front() + " doesn't come up; see " + log);
-    return process;
-}
-
 std::unique_ptr<Process> Surroundings::start(const std::vector<std::string>& command) const {
     return std::make_unique<Process>(command, environment, log());
 }
@@ -134,7 +119,16 @@ std::unique_ptr<Process> Surroundings::startServer(std::vector<std::string> comm
                                                    std::string& line) const {
     // Ends the server even where this process is killed, and with it all that shows windows.
     command.insert(command.begin(), {"setpriv", "--pdeathsig", "TERM", "--"});
-    return startReporting(command, environment, log(), line);
+    std::array<int, 2> ends{};
+    if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
+    auto process = std::make_unique<Process>(command, environment, log(), ends[1]);
+    close(ends[1]);
+    char next = 0;
+    while (read(ends[0], &next, 1) == 1 && next != '\n')
+        line += next;
+    close(ends[0]);
+    if (next != '\n') throw std::runtime_error("a server doesn't come up; see " + log());
+    return process;
 }
 
 std::string Surroundings::run(const std::vector<std::string>& command) const {

@@ -42,12 +42,6 @@ private:
     std::optional<int> status_;
 };
 
-/// Starts a program that writes one line to the file descriptor 3 when it is ready, and adds that
-/// line to `line`.
-std::unique_ptr<Process> startReporting(const std::vector<std::string>& command,
-                                        const Environment& environment, const std::string& log,
-                                        std::string& line);
-
 /// A folder and an environment in which programs start.
 struct Surroundings {
     std::string root;
@@ -67,7 +61,8 @@ struct Surroundings {
     }
     std::string log() const { return root + "/session.log"; }
     std::unique_ptr<Process> start(const std::vector<std::string>& command) const;
-    /// One that ends with this process, and reports as startReporting() says.
+    /// One that ends with this process, and writes one line to the file descriptor 3 when it is
+    /// ready, which is added to `line`.
     std::unique_ptr<Process> startServer(std::vector<std::string> command, std::string& line) const;
     /// What a program writes to its standard output and errors; it has 60 seconds.
     std::string run(const std::vector<std::string>& command) const;
