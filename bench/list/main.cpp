@@ -241,7 +241,7 @@ QQuickItem* innerList(QQuickItem* cards) {
 }
 
 bool printRow(const char* what, double ours, double bare, double allowed) {
-    std::printf("%-52s %9.2f ms %9.2f ms %9.2f ms\n", what, ours, bare, allowed);
+    std::printf("%-53s %9.2f ms %9.2f ms %9.2f ms\n", what, ours, bare, allowed);
     return ours <= allowed;
 }
 
@@ -283,8 +283,10 @@ bool compareKeys(QQmlEngine& engine, std::vector<Workspace> workspaces) {
         without.type(reference);
         with.type(times);
     }
-    return printRow("a key with ten expanded cards of 50, beside none", percentile(times, 0.5),
-                    percentile(reference, 0.5), percentile(reference, 0.5) + 2 * frame);
+    // Half of the keys meet no expanded card.
+    return printRow("a key with ten expanded cards of 50, beside none, 75%",
+                    percentile(times, 0.75), percentile(reference, 0.75),
+                    percentile(reference, 0.75) + 2 * frame);
 }
 
 bool compareRows(QQmlEngine& engine) {
@@ -308,7 +310,7 @@ bool compareRows(QQmlEngine& engine) {
     const double reference = percentile(bareFrames, 0.95);
     const bool met = printRow("from frame to frame through 1,000 resources, 95%",
                               percentile(ourFrames, 0.95), reference, 1.5 * reference);
-    std::printf("%-52s %9.2f ms %9.2f ms\n", "the processor's work for such a frame, 95%",
+    std::printf("%-53s %9.2f ms %9.2f ms\n", "the processor's work for such a frame, 95%",
                 percentile(ourWork, 0.95), percentile(bareWork, 0.95));
     return met;
 }
@@ -361,7 +363,7 @@ bool compare(QQmlEngine& engine, const std::vector<Workspace>& workspaces) {
         ours.scroll(ourFrames, ourWork);
     }
 
-    std::printf("%-52s %12s %12s %12s\n", "what", "ours", "bare list", "allowed");
+    std::printf("%-53s %12s %12s %12s\n", "what", "ours", "bare list", "allowed");
     bool met = printRow("a key to the new list, median", percentile(ourKeys, 0.5),
                         percentile(bareKeys, 0.5), percentile(bareKeys, 0.5) + 2 * frame);
     met &= printRow("a key to the new list, the longest", percentile(ourKeys, 1),

@@ -113,6 +113,47 @@ TEST_F(ResourceViews, aRowIsChangedByItsMenuAndLeavesTheKeyboardToItsNeighbour) 
     EXPECT_EQ(stored(), "lost:file Pad.app:application ") << "a double click takes one";
 }
 
+TEST_F(ResourceViews, whatASearchBringsBackIsAsItWasLeft) {
+    std::vector<Workspace> workspaces;
+    for (const char name : std::string("BCDFGHJKLM")) {
+        auto& made = workspaces.emplace_back(makeWorkspace({name}, "", "star", {}));
+        for (const char digit : std::string("123456789"))
+            made.resources.push_back(makeResource({digit}, "/x/note.txt", file, platform.bundles));
+    }
+    Interface::open(workspaces);
+    const auto search = [&](const std::string& text) {
+        store().search(text);
+        settle();
+    };
+    const auto lists = [&] {
+        return std::ranges::count_if(
+            items(), [](const auto* item) { return item->inherits("QQuickListView"); });
+    };
+    for (const auto& workspace : workspaces) {
+        search(workspace.name);
+        ASSERT_TRUE(press("Resources"));
+        settle();
+    }
+    ASSERT_TRUE(reach("Remove"));
+    const auto place = [&] { return placeOf("2").top() - placeOf("Add Resource").top(); };
+    const int unmoved = place();
+    wheel("2", 1);
+    int moved = unmoved;
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        const int before = std::exchange(moved, place());
+        QTest::qWait(100);
+        return moved < unmoved && moved == before;
+    })) << "the wheel's turn comes to rest";
+    search("none");
+    EXPECT_EQ(lists(), 1 + 8) << "the cards, and the last lists";
+    EXPECT_NE(focused(), "Remove") << "what isn't shown has no keyboard";
+    search("M");
+    EXPECT_EQ(place(), moved);
+    ASSERT_TRUE(press("Resources"));
+    settle();
+    EXPECT_EQ(lists(), 1 + 7) << "none of a card that is collapsed";
+}
+
 TEST_F(ResourceViews, aDragIsTakenByTheListOrByARow) {
     open({{"a", file}, {"b", file}});
     QMimeData files;

@@ -76,6 +76,7 @@ QHash<int, QByteArray> WorkspaceListModel::roleNames() const {
             {IsRunningRole, "isRunning"},
             {IsLoadingRole, "isLoading"},
             {IsExpandedRole, "isExpanded"},
+            {ResourcesRole, "resources"},
             {CanSaveLayoutRole, "canSaveLayout"},
             {StartTitleRole, "startTitle"},
             {StatusTextRole, "statusText"},
@@ -103,6 +104,8 @@ QVariant WorkspaceListModel::data(const QModelIndex& index, int role) const {
         return row.isLoading;
     case IsExpandedRole:
         return row.isExpanded;
+    case ResourcesRole:
+        return QVariant::fromValue(row.isExpanded ? resourcesOf(row.workspace.id) : nullptr);
     case CanSaveLayoutRole:
         return row.canSaveLayout;
     case StartTitleRole:
@@ -200,12 +203,10 @@ void WorkspaceListModel::toggleExpanded(const QString& workspaceId) {
     }
 }
 
-ResourceListModel* WorkspaceListModel::resourcesOf(const QString& workspaceId) {
-    const auto key = RecordKey::parse(workspaceId.toStdString());
-    if (!key) return nullptr;
-    auto& resources = resources_[key->id];
+ResourceListModel* WorkspaceListModel::resourcesOf(const Uuid& workspace) const {
+    auto& resources = resources_[workspace];
     if (!resources) {
-        resources = makeResources_(key->id);
+        resources = makeResources_(workspace);
         // The views may not take what belongs here for theirs.
         QJSEngine::setObjectOwnership(resources.get(), QJSEngine::CppOwnership);
     }

@@ -50,6 +50,7 @@ public:
         IsRunningRole,
         IsLoadingRole,
         IsExpandedRole,
+        ResourcesRole,
         CanSaveLayoutRole,
         StartTitleRole,
         StatusTextRole,
@@ -66,9 +67,9 @@ public:
 
     /// `workspaceId` (with what tells it from others of its identifier), `name`, `description`,
     /// `icon` (a symbol's name), `gradient` (an index), `isRunning`, `isLoading`, `isExpanded`,
-    /// `canSaveLayout`, `startTitle`, `statusText`, `chips` (a list of objects with `key`, `name`,
-    /// `type`, `symbol`, `state`,
-    /// `isEnabled` and `isMissing`, `type` and `state` as "url" and "running") and
+    /// `resources` (their model while the card is expanded, else null), `canSaveLayout`,
+    /// `startTitle`, `statusText`, `chips` (a list of objects with `key`, `name`, `type`, `symbol`,
+    /// `state`, `isEnabled` and `isMissing`, `type` and `state` as "url" and "running") and
     /// `counter`.
     QHash<int, QByteArray> roleNames() const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -88,9 +89,6 @@ public:
     Q_INVOKABLE void cancelFinish();
     Q_INVOKABLE void saveLayout(const QString& workspaceId);
     Q_INVOKABLE void toggleExpanded(const QString& workspaceId);
-    /// The resources of an expanded card, while it is expanded; null where the text is no
-    /// identifier.
-    Q_INVOKABLE corvane::ResourceListModel* resourcesOf(const QString& workspaceId);
     Q_INVOKABLE void edit(const QString& workspaceId);
     Q_INVOKABLE void duplicate(const QString& workspaceId);
     Q_INVOKABLE void remove(const QString& workspaceId);
@@ -121,6 +119,7 @@ private:
     void tellOfNew();
     void announce(bool isSameSearch);
     const CardRow* rowToFinish() const;
+    ResourceListModel* resourcesOf(const Uuid& workspace) const;
     static std::vector<CardRow> currentRows(WorkspaceListState& state, const WorkspaceStore& store);
     void refresh();
     void dropCollapsedResources();
@@ -129,7 +128,8 @@ private:
     WorkspaceStore& store_;
     const MakeSheet makeEditSheet_;
     const MakeResources makeResources_;
-    std::map<Uuid, std::unique_ptr<ResourceListModel>> resources_;
+    /// Those that a card was expanded for and came into sight.
+    mutable std::map<Uuid, std::unique_ptr<ResourceListModel>> resources_;
     /// What the rows were last filtered by, and which workspaces there were.
     std::string shownSearch_;
     std::set<Uuid> known_;

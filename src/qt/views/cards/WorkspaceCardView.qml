@@ -6,6 +6,7 @@ import Corvane
 WorkspaceCardData {
     id: card
 
+    required property KeptViews lists
     // Not while it waits for its next workspace.
     property bool isInUse: true
 
@@ -73,22 +74,18 @@ WorkspaceCardData {
             width: card.width
             card: card
         }
-        Loader {
+        Item {
             id: list
 
-            readonly property ResourceListModel resources: card.isExpanded && card.isInUse ? card.workspaces.resourcesOf(card.workspaceId) : null
+            readonly property ResourceListModel resources: card.isInUse ? card.resources : null
+            property Item view: null
 
             width: card.width
-            // By its file, which isn't read before a card is expanded.
+            implicitHeight: view ? view.implicitHeight : 0
             onResourcesChanged: {
-                if (!resources)
-                    source = "";
-                else if (item)
-                    item.resources = resources; // qmllint disable
-                else
-                    setSource("../resources/ResourceManagementView.qml", {
-                        resources: resources
-                    });
+                if (view)
+                    card.lists.giveBack(view);
+                view = resources ? card.lists.take(resources, list) : null;
             }
         }
     }

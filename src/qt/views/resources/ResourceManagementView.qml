@@ -13,6 +13,7 @@ Item {
     // So that the card's header and some of what is below it stay in sight.
     readonly property int longestList: Math.max(200, Window.height - 280)
 
+    width: parent ? parent.width : 0
     implicitHeight: panel.height + 2 * 14
 
     Rectangle {

@@ -10,10 +10,11 @@ ResourceRowData {
 
     // Not while it waits for its next resource: a list gives a row that has left it another one.
     property bool isInUse: true
+    readonly property bool isLast: resources === null || index === resources.count - 1
 
     visible: isInUse
     handle: content.item ? content.item.handle : null // qmllint disable
-    implicitHeight: content.implicitHeight + (line.visible ? 1 : 0)
+    implicitHeight: content.implicitHeight + (isLast ? 0 : 1)
     Accessible.role: Accessible.ListItem
     Accessible.name: name
     Accessible.description: opens
@@ -39,9 +40,7 @@ ResourceRowData {
         }
     }
     Rectangle {
-        id: line
-
-        visible: entry.resources !== null && entry.index < entry.resources.count - 1
+        visible: !entry.isLast
         anchors.bottom: parent.bottom
         x: 12
         width: parent.width - 2 * Theme.spacingL

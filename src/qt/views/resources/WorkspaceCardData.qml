@@ -12,6 +12,7 @@ Rectangle {
     required property bool isRunning
     required property bool isLoading
     required property bool isExpanded
+    required property ResourceListModel resources
     required property bool canSaveLayout
     required property string startTitle
     required property string statusText

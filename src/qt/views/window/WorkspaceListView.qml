@@ -49,6 +49,14 @@ Item {
         }
     }
 
+    KeptViews {
+        id: resourceLists
+
+        visible: false
+        // As that of cards, or those that wait would be laid out anew.
+        width: list.width - 36
+        file: Qt.resolvedUrl("../resources/ResourceManagementView.qml")
+    }
     ListView {
         id: list
 
@@ -74,6 +82,7 @@ Item {
         delegate: WorkspaceCardView {
             width: list.width - 36
             workspaces: view.workspaces
+            lists: resourceLists
             onYChanged: Qt.callLater(list.sortCards)
             // A card that waits for its next workspace isn't there for the keyboard nor for screen
             // readers.
