@@ -48,8 +48,8 @@ TEST_F(InstalledApplicationsTest, anEntryIsABundleNamedInBothLanguages) {
 
 TEST_F(InstalledApplicationsTest, everyKeyOfAnEntryIsRead) {
     const std::tuple<std::string, std::string, std::string> entries[]{
-        {"Name", "Name[de]=Titel\nExec=sh -c y\nTryExec=cat\nIcon=pen\nStartupNotify=true",
-         "k.e.desktop|k.e|Name|Titel||sh -c y|sh|cat|pen| shown token"},
+        {"Name", "Name[de]=Schreiber\nExec=sh -c y\nTryExec=cat\nIcon=pen\nStartupNotify=true",
+         "k.e.desktop|k.e|Name|Schreiber||sh -c y|sh|cat|pen| shown token"},
         {"", "Exec=sh\nNoDisplay=true\nTerminal=true\nStartupNotify=true",
          "k.e.desktop|k.e|k.e|k.e||sh|sh||| terminal"},
         {"Name",

@@ -235,7 +235,7 @@ void Interface::send(QEvent::Type type, const QPoint& place) {
     QCoreApplication::sendEvent(top, &event);
 }
 
-void Interface::doubleClick(const std::string& name, const std::string& inside) {
+void Interface::pressTwice(const std::string& name, const std::string& inside) {
     const auto place = placeOf(name, inside).center();
     QTest::mouseClick(topWindow(), Qt::LeftButton, Qt::NoModifier, place);
     runFor(0);

@@ -43,7 +43,7 @@ struct Interface {
     /// inside the element named `inside`, and rather a control than its label.
     bool press(const std::string& name, const std::string& inside = "");
     /// Presses twice at the place where it was before the first press.
-    void doubleClick(const std::string& name, const std::string& inside);
+    void pressTwice(const std::string& name, const std::string& inside);
     /// Clicks on such a control in each of several elements before the views follow.
     void pressAtOnce(const std::string& name, const std::vector<std::string>& insides);
     /// What comes up where the pointer rests in the middle of an element.

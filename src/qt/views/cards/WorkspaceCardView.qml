@@ -6,7 +6,7 @@ import Corvane
 WorkspaceCardData {
     id: card
 
-    required property KeptViews lists
+    required property ResourceLists lists
     // Not while it waits for its next workspace.
     property bool isInUse: true
 

@@ -49,13 +49,11 @@ Item {
         }
     }
 
-    KeptViews {
+    ResourceLists {
         id: resourceLists
 
-        visible: false
         // As that of cards, or those that wait would be laid out anew.
         width: list.width - 36
-        file: Qt.resolvedUrl("../resources/ResourceManagementView.qml")
     }
     ListView {
         id: list
