@@ -152,6 +152,11 @@ TEST_F(OpeningTest, revealingIsTheFileManagersAffairAndWithoutASessionBusOpensTh
     applications_.activateFileViewerSelecting(Url::fromPath(note_));
     EXPECT_EQ(records("files", 1), Records{place("notes")});
     clearRecords();
+    const auto manager = place("data/applications/test.files.desktop");
+    const auto kept = read(manager);
+    fs::remove(manager);
+    applications_.activateFileViewerSelecting(Url::fromPath(note_)); // Nothing opens folders.
+    write(manager, kept);
     const TestBus bus;
     const BusService service(bus.address(), "org.freedesktop.FileManager1",
                              {{"/org/freedesktop/FileManager1",

@@ -79,6 +79,11 @@ TEST(TerminalEmulatorTest, knowsTheEntryOfTheEmulator) {
     fs::remove(list);
     fs::remove(place("config/mine-xdg-terminals.list"));
     EXPECT_EQ(preferredIn({"newterm"}, installed), "newterm -e, is newterm of a.desktop");
+    const auto ofTheMachine = std::string(*g_get_system_config_dirs()) + "/xdg-terminals.list";
+    write(ofTheMachine, "d.desktop\n");
+    EXPECT_EQ(preferredIn({"xdg-terminal-exec", "newterm", "foot"}, installed),
+              "xdg-terminal-exec, is foot of d.desktop");
+    fs::remove(ofTheMachine);
     const auto elsewhere = makeProgram("opt/gnome-terminal", "");
     EXPECT_EQ(preferredIn({}, {entry("f.desktop", elsewhere)}),
               "gnome-terminal --, is gnome-terminal of f.desktop");

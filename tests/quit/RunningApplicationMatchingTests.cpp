@@ -20,6 +20,7 @@ TEST(RunningApplicationMatching, aPartOfANameHasToBeWholeWords) {
         {"Notes", "My Notes App", false},
         {"Studio", "Android Studio Preview", true},
         {"Studio Code", "Code Studio", true},
+        {"Big Pad", "My Big Pad Pro", true},
         {"Visual Basic", "Visual Studio Code", false},
         // Case is ignored, in every script.
         {"mAIL", "MaiL", true},
@@ -52,6 +53,7 @@ TEST(RunningApplicationMatching, aSetMeansItsNamesAndTheirSpellings) {
         {{"Pad", "Mail"}, "Mail", "Mail"},
         {{"mail", "MAIL"}, "Mail", "mail"},
         {{"Google Chrome"}, "google", "Google Chrome"},
+        {{"Google Chrome"}, "GoogleChrome", "Google Chrome"},
         {{"Chrome"}, "Google Chrome", ""},
         {{"STRASSE"}, "Straße", "STRASSE"},
         {{}, "Mail", ""}};
