@@ -56,10 +56,7 @@ bool meansPartly(const std::string& search, const std::string& target) {
 }
 
 bool isSystemPath(const std::string& path) {
-    for (const auto* folder :
-         {"/System/Library/CoreServices/", "/System/Library/Frameworks/", "/usr/"}) {
-        if (path.starts_with(folder)) return true;
-    }
+    if (path.starts_with("/usr/")) return true;
     for (const auto* part : {"/loginwindow", "/WindowServer", "/Dock.app"}) {
         if (path.find(part) != std::string::npos) return true;
     }
