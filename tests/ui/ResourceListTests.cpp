@@ -219,6 +219,16 @@ TEST_F(ResourceList, whatIsMissingIsMarkedAndCanBeLocated) {
     EXPECT_EQ(marked(), "gone! b! far Lost! run ");
 }
 
+TEST_F(ResourceList, whatLooksForFilesMayGoBeforeItFollowsAChange) {
+    auto gone = std::make_unique<MissingFiles>(store, platform.backgroundQueue, platform.mainQueue,
+                                               platform.fileSystem);
+    desktop.runUntilIdle();
+    store.addWorkspace(scene.workspace("Next", {scene.resource("e", "/e")}));
+    gone.reset();
+    desktop.runUntilIdle();
+    EXPECT_EQ(names(), "Work(a b c d) Next(e)");
+}
+
 TEST_F(ResourceList, anApplicationThatIsChosenAfterTheCardWasClosedIsAdded) {
     desktop.panels.choices["Choose Application"] = "/Applications/Pad.app";
     std::optional<ResourceManagement> closed(std::in_place, work.id, store, used, undo, missing);
