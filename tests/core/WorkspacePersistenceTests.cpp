@@ -27,6 +27,12 @@ TEST_F(Persistence, aFirstLoadTouchesNothing) {
     EXPECT_EQ(contentOf(workspacesPath), "[]");
 }
 
+TEST_F(Persistence, aNameThatIsNoTextIsToldAndTheFileStaysAsItIs) {
+    EXPECT_EQ(saves("A"), "");
+    EXPECT_TRUE(saves("a\xff").starts_with("failed; Workspaces Can't Be Saved | "));
+    EXPECT_EQ(described(scene.fileContent()), "A()");
+}
+
 TEST_F(Persistence, anOldFileThatCannotBeRemovedIsReadOnceAndStays) {
     const auto old = encodeWorkspaces({scene.workspace("Old")});
     desktop.files.contents[legacyPath] = old;
