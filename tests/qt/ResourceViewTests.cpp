@@ -1,6 +1,8 @@
 #include "qt/Interface.h"
 
 #include <QMimeData>
+#include <QQuickItem>
+#include <QTest>
 #include <QUrl>
 
 namespace corvane {
