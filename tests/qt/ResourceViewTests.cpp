@@ -210,7 +210,9 @@ TEST_F(ResourceViews, theAddSheetFollowsItsType) {
     EXPECT_EQ(stored(), "note:file ");
     desktop.panels.choices["File Path"] = "/x/of two\nlines";
     ASSERT_TRUE(press("Add Resource") && press("File") && press("Click to select file"));
-    EXPECT_NE(drawn().find("; /x/of two lines #"), std::string::npos);
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return drawn().find("; /x/of two lines #") != std::string::npos;
+    })) << "once the sheet is there";
     ASSERT_TRUE(press("Cancel"));
     EXPECT_FALSE(shows(sheet));
 }
