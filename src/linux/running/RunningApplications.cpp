@@ -162,9 +162,15 @@ std::int32_t RunningApplications::identifierOf(const ProcessFacts& process,
     // As many as fit into the identifier.
     constexpr std::size_t rounds = 512;
     const std::lock_guard lock(mutex_);
-    auto& holder = holders_[process.processIdentifier];
-    if (holder.startTime != process.startTime) holder = {process.startTime, {}};
-    auto& applications = holder.applications;
+    const auto held = holders_.find(process.processIdentifier);
+    if (held == holders_.end() || held->second.startTime != process.startTime) {
+        // With each new process those that have ended go.
+        std::erase_if(holders_, [](const auto& other) {
+            return other.first != 0 && startTimeOf(other.first) != other.second.startTime;
+        });
+        holders_[process.processIdentifier] = {process.startTime, {}};
+    }
+    auto& applications = holders_[process.processIdentifier].applications;
     // No application has the identifier 0.
     if (process.processIdentifier == 0 && applications.empty()) applications.emplace_back();
     auto place = std::ranges::find(applications, desktopId);
