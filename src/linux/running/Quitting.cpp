@@ -86,6 +86,9 @@ bool Quitting::askToClose(const RunningApplication& application, bool jobsMayEnd
     }
     const auto answer = windows_.askToClose(windows, halfASecondFromNow());
     if (answer == WindowAnswer::unanswered) return false;
+    std::erase_if(asked_, [](const Name& other) {
+        return startTimeOf(processOf(other.first)) != other.second; // It has ended.
+    });
     asked_.insert(name);
     return true;
 }
