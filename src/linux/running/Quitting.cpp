@@ -86,9 +86,12 @@ bool Quitting::askToClose(const RunningApplication& application, bool jobsMayEnd
     }
     const auto answer = windows_.askToClose(windows, halfASecondFromNow());
     if (answer == WindowAnswer::unanswered) return false;
-    std::erase_if(asked_, [](const Name& other) {
-        return startTimeOf(processOf(other.first)) != other.second; // It has ended.
-    });
+    // Those that have ended go, now and then.
+    if (asked_.size() % 64 == 0) {
+        std::erase_if(asked_, [](const Name& other) {
+            return startTimeOf(processOf(other.first)) != other.second;
+        });
+    }
     asked_.insert(name);
     return true;
 }

@@ -164,10 +164,12 @@ std::int32_t RunningApplications::identifierOf(const ProcessFacts& process,
     const std::lock_guard lock(mutex_);
     const auto held = holders_.find(process.processIdentifier);
     if (held == holders_.end() || held->second.startTime != process.startTime) {
-        // With each new process those that have ended go.
-        std::erase_if(holders_, [](const auto& other) {
-            return other.first != 0 && startTimeOf(other.first) != other.second.startTime;
-        });
+        // Those that have ended go, now and then: to ask for each takes as long as to list them.
+        if (holders_.size() % 64 == 0) {
+            std::erase_if(holders_, [](const auto& other) {
+                return other.first != 0 && startTimeOf(other.first) != other.second.startTime;
+            });
+        }
         holders_[process.processIdentifier] = {process.startTime, {}};
     }
     auto& applications = holders_[process.processIdentifier].applications;
