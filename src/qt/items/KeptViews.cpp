@@ -12,7 +12,7 @@ QQuickItem* outermostFocusedIn(const QQuickItem& view) {
     auto* const focused = view.window() ? view.window()->activeFocusItem() : nullptr;
     if (!view.isAncestorOf(focused)) return nullptr;
     auto* outermost = focused;
-    for (auto* item = focused; item != &view; item = item->parentItem())
+    for (auto* item = focused; item && item != &view; item = item->parentItem())
         if (item->hasFocus()) outermost = item;
     return outermost;
 }
