@@ -93,7 +93,7 @@ TEST_F(ScreenTest, showsFrontToBackAndUpwardFromThePrimaryMonitor) {
     EXPECT_TRUE(comesTrue([&] { return displays_.mainScreen()->frame == screens[0].frame; }));
     system_.serverHasStopped = true;
     comesToShow("nothing told", [this] { return all(); });
-    EXPECT_TRUE(displays_.screens().empty());
+    EXPECT_TRUE(comesTrue([this] { return displays_.screens().empty(); }));
 }
 
 TEST_F(ScreenTest, hasTheWindowsOfAnApplicationFrontToBackUnseenOnesLast) {
@@ -231,6 +231,12 @@ TEST_F(ScreenTest, savingALayoutOfFiveApplicationsPutsTwoQuestions) {
         captured += capture.capture(application, "").size();
     EXPECT_EQ(captured, 5u);
     EXPECT_EQ(system_.questions, 2);
+    // Putting them back shows no other workspace, so the monitors stay as they are.
+    for (const auto& client : system_.clients) {
+        const auto& window = client.window.window;
+        EXPECT_EQ(accessibility.setFrame({window.process, window.number}, {8, 9, 300, 200}), took);
+    }
+    EXPECT_EQ(system_.questions, 7);
 }
 
 } // namespace

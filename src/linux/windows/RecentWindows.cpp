@@ -6,7 +6,7 @@ namespace corvane {
 
 template <typename Value>
 bool RecentWindows::isRecent(const Reading<Value>& reading) const {
-    return reading.value && std::chrono::steady_clock::now() - reading.came < lifetime_;
+    return reading.value && std::chrono::steady_clock::now() - reading.came < reading.lifetime;
 }
 
 template <typename Value, typename Read>
@@ -20,10 +20,17 @@ std::optional<Value> RecentWindows::recent(Reading<Value>& reading, Read&& read)
 }
 
 /// What was read while the request was on its way may be from before it.
-WindowAnswer RecentWindows::requested(WindowAnswer answer) {
+WindowAnswer RecentWindows::changed(WindowAnswer answer) {
     const std::lock_guard lock(mutex_);
-    windows_ = {};
-    monitors_ = {};
+    windows_.value.reset();
+    return answer;
+}
+
+/// Another workspace may be shown by now, with other panels.
+WindowAnswer RecentWindows::showed(WindowAnswer answer) {
+    const std::lock_guard lock(mutex_);
+    windows_.value.reset();
+    monitors_.value.reset();
     return answer;
 }
 
@@ -54,28 +61,28 @@ std::optional<std::vector<Monitor>> RecentWindows::monitors(Deadline by) {
 }
 
 WindowAnswer RecentWindows::place(const WindowRef& window, const FrameWish& wish, Deadline by) {
-    return requested(system_.place(window, wish, by));
+    return changed(system_.place(window, wish, by));
 }
 
 WindowAnswer RecentWindows::setFullscreen(const WindowRef& window, bool on, Deadline by) {
-    return requested(system_.setFullscreen(window, on, by));
+    return changed(system_.setFullscreen(window, on, by));
 }
 
 WindowAnswer RecentWindows::setMaximized(const WindowRef& window, bool on, Deadline by) {
-    return requested(system_.setMaximized(window, on, by));
+    return changed(system_.setMaximized(window, on, by));
 }
 
 WindowAnswer RecentWindows::setTilingWorkspace(const WindowRef& window,
                                                const std::string& workspace, Deadline by) {
-    return requested(system_.setTilingWorkspace(window, workspace, by));
+    return showed(system_.setTilingWorkspace(window, workspace, by));
 }
 
 WindowAnswer RecentWindows::activate(const WindowRef& window, Deadline by) {
-    return requested(system_.activate(window, by));
+    return showed(system_.activate(window, by));
 }
 
 WindowAnswer RecentWindows::askToClose(std::span<const WindowRef> windows, Deadline by) {
-    return requested(system_.askToClose(windows, by));
+    return changed(system_.askToClose(windows, by));
 }
 
 } // namespace corvane

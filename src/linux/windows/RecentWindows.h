@@ -6,15 +6,15 @@
 
 namespace corvane {
 
-/// A window system that is asked anew only where its last answer is older than 50 ms or something
-/// has been requested since, for those who put many questions in one go. Whoever decides over the
-/// end of a process asks the bare system.
+/// A window system that is asked anew only where its last answer is older than 50 ms, that about
+/// monitors than 250, or something has been requested since that may change it, for those who put
+/// many questions in one go. Whoever decides over the end of a process asks the bare system.
 class RecentWindows final : public WindowSystem {
 public:
     /// The system outlives this.
     explicit RecentWindows(WindowSystem& system,
                            std::chrono::milliseconds lifetime = std::chrono::milliseconds(50))
-        : system_(system), lifetime_(lifetime) {}
+        : system_(system), windows_{lifetime}, monitors_{5 * lifetime} {}
 
     bool isReady(Deadline by) override;
     Abilities abilities(Deadline by) override { return system_.abilities(by); }
@@ -37,17 +37,18 @@ public:
 private:
     template <typename Value>
     struct Reading {
-        std::optional<Value> value;
-        std::chrono::steady_clock::time_point came;
+        std::chrono::milliseconds lifetime;
+        std::optional<Value> value = {};
+        std::chrono::steady_clock::time_point came = {};
     };
     template <typename Value>
     bool isRecent(const Reading<Value>& reading) const;
     template <typename Value, typename Read>
     std::optional<Value> recent(Reading<Value>& reading, Read&& read);
-    WindowAnswer requested(WindowAnswer answer);
+    WindowAnswer changed(WindowAnswer answer);
+    WindowAnswer showed(WindowAnswer answer);
 
     WindowSystem& system_;
-    std::chrono::milliseconds lifetime_;
     std::mutex mutex_;
     Reading<WindowsNow> windows_;
     Reading<std::vector<Monitor>> monitors_;
