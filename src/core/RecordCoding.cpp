@@ -37,16 +37,6 @@ Timestamp timestampOf(const json::Value& value) {
     return {value.number()};
 }
 
-template <typename Decode>
-auto listOf(const json::Value& array, Decode decode) {
-    const auto values = array.elements();
-    std::vector<decltype(decode(array))> list;
-    list.reserve(values.size());
-    for (const auto& value : values)
-        list.push_back(decode(value));
-    return list;
-}
-
 ResourceType typeOf(const json::Value& value) {
     if (const auto type = resourceTypeFromRawValue(value.text())) return *type;
     value.fail("\"" + textOf(value) + "\" is not a resource type");
@@ -58,7 +48,7 @@ Resource decodeResource(const json::Value& object, const Bundles& bundles) {
     resource.name = textOf(object.required("name"));
     resource.path = textOf(object.required("path"));
     resource.type = typeOf(object.required("type"));
-    resource.associatedApps = listOf(object.required("associatedApps"), textOf);
+    resource.associatedApps = object.required("associatedApps").listOf(textOf);
     resource.enabled = flagOr(true, object, "enabled");
     resource.launchOnStart = flagOr(false, object, "launchOnStart");
     resource.bundleIdentifier = optionalText(object, "bundleIdentifier");
@@ -92,14 +82,14 @@ Workspace decodeWorkspace(const json::Value& object, const Bundles& bundles) {
     workspace.name = textOf(object.required("name"));
     workspace.description = textOf(object.required("description"));
     workspace.icon = textOf(object.required("icon"));
-    workspace.resources = listOf(object.required("resources"), [&](const json::Value& value) {
+    workspace.resources = object.required("resources").listOf([&](const json::Value& value) {
         return decodeResource(value, bundles);
     });
     workspace.dateCreated = timestampOf(object.required("dateCreated"));
     workspace.dateModified = timestampOf(object.required("dateModified"));
     workspace.hasLayoutSaved = flagOr(false, object, "hasLayoutSaved");
     if (const auto layouts = object.optional("savedWindowLayouts")) {
-        workspace.savedWindowLayouts = listOf(*layouts, decodeSavedWindowLayout);
+        workspace.savedWindowLayouts = layouts->listOf(decodeSavedWindowLayout);
     }
     return workspace;
 }
@@ -221,9 +211,11 @@ std::size_t expectedSize(const std::vector<Workspace>& workspaces) {
 } // namespace
 
 std::vector<Workspace> decodeWorkspaces(std::string_view json, const Bundles& bundles) {
-    const json::Document document(json, "workspaces");
-    return listOf(document.root(),
-                  [&](const json::Value& value) { return decodeWorkspace(value, bundles); });
+    std::vector<Workspace> workspaces;
+    json::forEachElement(json, "workspaces", [&](const json::Value& value) {
+        workspaces.push_back(decodeWorkspace(value, bundles));
+    });
+    return workspaces;
 }
 
 std::string encodeWorkspaces(const std::vector<Workspace>& workspaces) {
@@ -240,7 +232,7 @@ WorkspaceLayout decodeWorkspaceLayout(std::string_view json) {
     const auto& object = document.root();
     WorkspaceLayout layout;
     layout.workspaceId = object.required("workspaceId").uuid();
-    layout.windowLayouts = listOf(object.required("windowLayouts"), decodeWindowLayout);
+    layout.windowLayouts = object.required("windowLayouts").listOf(decodeWindowLayout);
     layout.savedDate = timestampOf(object.required("savedDate"));
     return layout;
 }

@@ -104,12 +104,18 @@ void shortenHugeNumbers(std::string& text) {
 /// Takes what the library finds in a text and keeps it as one list of nodes. Numbers are read here,
 /// as the library gives garbage for a zero with an exponent ("0e-300") and no number at all for a
 /// very small one ("1e-324").
+///
+/// Where the elements of the outermost array are taken one by one, only those are kept that haven't
+/// been.
 class Tree : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Tree> {
 public:
-    rapidjson::ParseResult read(std::string_view text) {
+    using TakeElement = std::function<void(const Node*)>;
+
+    rapidjson::ParseResult read(std::string_view text, TakeElement take) {
         texts_ = text;
+        take_ = std::move(take);
         constexpr std::size_t bytesOfNode = 10;
-        nodes_.reserve(text.size() / bytesOfNode);
+        if (!take_) nodes_.reserve(text.size() / bytesOfNode);
         escapesUnits_ = text.find("\\u") != text.npos;
         auto result = readTexts();
         if (result.Code() == rapidjson::kParseErrorNumberTooBig) {
@@ -118,11 +124,14 @@ public:
             shortenHugeNumbers(texts_);
             nodes_.clear();
             open_.clear();
+            firstKept_ = 0;
             result = readTexts();
         }
         return result;
     }
     const Node* root() const { return nodes_.data(); }
+    /// The index of the first element of the outermost array that is kept.
+    std::size_t firstKept() const { return firstKept_; }
 
     // Called by the library's reader; false ends the reading.
 
@@ -171,9 +180,8 @@ private:
         // No text grows when its escapes are taken out, so each has room where it stood.
         rapidjson::InsituStringStream bytes(texts_.data());
         rapidjson::Reader reader;
-        // Iterative, so that no depth of nesting exhausts the stack.
-        constexpr unsigned flags = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag |
-                                   rapidjson::kParseNumbersAsStringsFlag;
+        constexpr unsigned flags =
+            rapidjson::kParseInsituFlag | rapidjson::kParseNumbersAsStringsFlag;
         auto result = reader.Parse<flags>(bytes, *this);
         // A null character counts as the end for the library.
         if (!result.IsError() && bytes.Tell() < texts_.size())
@@ -190,6 +198,7 @@ private:
         return node;
     }
     bool open(Kind kind) {
+        // The library calls itself for each level, and no depth may exhaust the stack.
         if (open_.size() == mostLevels) return false;
         open_.push_back(nodes_.size());
         add(kind);
@@ -200,7 +209,20 @@ private:
         node.size = size;
         node.span = nodes_.size() - open_.back();
         open_.pop_back();
+        if (take_ && open_.size() <= 1 && nodes_.front().kind == Kind::array) takeElements();
         return true;
+    }
+    /// All that are kept, each of them complete. A text that is read again has been taken in part.
+    void takeElements() {
+        auto at = firstKept_;
+        const auto* const end = root() + nodes_.size();
+        for (const auto* element = root() + 1; element < end; element = element->next(), ++at) {
+            if (at < taken_) continue;
+            take_(element);
+            taken_ = at + 1;
+        }
+        firstKept_ = at;
+        nodes_.resize(1);
     }
 
     /// What nodes point into.
@@ -209,6 +231,10 @@ private:
     std::vector<Node> nodes_;
     /// The arrays and objects that haven't ended.
     std::vector<std::size_t> open_;
+    TakeElement take_;
+    std::size_t firstKept_ = 0;
+    /// How many elements, in all readings of the text.
+    std::size_t taken_ = 0;
 };
 
 [[noreturn]] void failParsing(std::string_view name, std::string_view text, std::size_t offset,
@@ -224,7 +250,8 @@ struct Document::Parsed {
     Tree tree;
 };
 
-Document::Document(std::string_view text, std::string name) : parsed_(std::make_unique<Parsed>()) {
+Document::Document(std::string_view text, std::string name, const TakeValue& take)
+    : parsed_(std::make_unique<Parsed>()) {
     parsed_->name = std::move(name);
     if (text.size() > mostBytes) throw DecodeError(parsed_->name + ": larger than 64 MiB");
     // Some editors mark UTF-8 with it.
@@ -233,16 +260,25 @@ Document::Document(std::string_view text, std::string name) : parsed_(std::make_
     if (const auto offset = text::firstInvalidUtf8(text); offset != text.size()) {
         failParsing(parsed_->name, text, offset, "not UTF-8");
     }
-    if (const auto result = parsed_->tree.read(text); result.IsError()) {
-        const auto* reason = result.Code() == rapidjson::kParseErrorTermination
-                                 ? "More than 64 levels."
-                                 : rapidjson::GetParseError_En(result.Code());
-        failParsing(parsed_->name, text, result.Offset(),
+    Tree::TakeElement takeElement;
+    if (take) takeElement = [&](const Node* element) { take(Value(element, *this)); };
+    if (const auto result = parsed_->tree.read(text, takeElement); result.IsError()) {
+        // Of a bracket too many the library tells the place behind it.
+        const bool isTooDeep = result.Code() == rapidjson::kParseErrorTermination;
+        const auto* reason =
+            isTooDeep ? "More than 64 levels." : rapidjson::GetParseError_En(result.Code());
+        failParsing(parsed_->name, text, result.Offset() - (isTooDeep ? 1 : 0),
                     std::string("not valid JSON (") + reason + ")");
     }
 }
 
 Document::~Document() = default;
+
+void forEachElement(std::string_view text, std::string name, const TakeValue& take) {
+    const Document document(text, std::move(name), take);
+    // Of another value nothing was handed out.
+    static_cast<void>(document.root().elementCount());
+}
 
 Value Document::root() const {
     return {parsed_->tree.root(), *this};
@@ -251,15 +287,19 @@ Value Document::root() const {
 std::string Document::placeOf(const Node* node) const {
     std::string place = parsed_->name;
     const auto* at = parsed_->tree.root();
+    auto first = parsed_->tree.firstKept();
     while (at != node) {
         const bool isObject = at->kind == Kind::object;
         const auto* child = at + 1;
         // The value that holds the node is the first that ends behind it.
-        for (std::size_t i = 0;; ++i) {
+        for (auto i = std::exchange(first, 0);; ++i) {
             const auto* value = isObject ? child + 1 : child;
             if (node < value->next()) {
-                place += isObject ? "." + std::string(child->text, child->size)
-                                  : "[" + std::to_string(i) + "]";
+                if (isObject) {
+                    place.append(".").append(child->text, child->size);
+                } else {
+                    place.append("[").append(std::to_string(i)).append("]");
+                }
                 at = value;
                 break;
             }
@@ -294,13 +334,20 @@ Value Value::required(std::string_view key) const {
 }
 
 std::vector<Value> Value::elements() const {
+    return listOf([](const Value& element) { return element; });
+}
+
+std::size_t Value::elementCount() const {
     if (node_->kind != Kind::array) fail("an array was expected");
-    std::vector<Value> values;
-    values.reserve(node_->size);
-    const auto* element = node_ + 1;
-    for (std::size_t i = 0; i < node_->size; ++i, element = element->next())
-        values.push_back(Value(element, *document_));
-    return values;
+    return node_->size;
+}
+
+Value Value::firstElement() const {
+    return {node_ + 1, *document_};
+}
+
+Value Value::next() const {
+    return {node_->next(), *document_};
 }
 
 std::string_view Value::text() const {
@@ -378,16 +425,15 @@ std::vector<std::uint8_t> Value::base64() const {
 }
 
 Rect Value::rect() const {
-    const auto pair = [](const Value& value) {
-        const auto numbers = value.elements();
-        if (numbers.size() != 2) value.fail("two numbers were expected");
-        return std::pair(numbers[0].number(), numbers[1].number());
+    const auto pair = [](const Value& array, const char* expected) {
+        if (array.elementCount() != 2) array.fail(expected);
+        const auto first = array.firstElement();
+        return std::pair(first, first.next());
     };
-    const auto pairs = elements();
-    if (pairs.size() != 2) fail("[[x, y], [width, height]] was expected");
-    const auto [x, y] = pair(pairs[0]);
-    const auto [width, height] = pair(pairs[1]);
-    return {x, y, width, height};
+    const auto [origin, extent] = pair(*this, "[[x, y], [width, height]] was expected");
+    const auto [x, y] = pair(origin, "two numbers were expected");
+    const auto [width, height] = pair(extent, "two numbers were expected");
+    return {x.number(), y.number(), width.number(), height.number()};
 }
 
 void Value::fail(std::string_view what) const {

@@ -4,11 +4,13 @@
 #include "foundation/Uuid.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// A strict JSON reader and writer. The reader hands out values that know where they stand, so that
@@ -31,6 +33,8 @@ public:
 struct Node;
 
 class Document;
+class Value;
+using TakeValue = std::function<void(const Value&)>;
 
 /// One value of a Document, valid while the Document lives. Each reading throws DecodeError where
 /// the value has another form.
@@ -43,6 +47,16 @@ public:
 
     /// The elements of an array, in order.
     std::vector<Value> elements() const;
+    /// What `decode` makes of each of them; it gets them one by one.
+    template <typename Decode>
+    auto listOf(Decode decode) const {
+        std::vector<decltype(decode(*this))> list;
+        list.reserve(elementCount());
+        auto element = firstElement();
+        for (auto left = elementCount(); left > 0; --left, element = element.next())
+            list.push_back(decode(element));
+        return list;
+    }
 
     std::string_view text() const;
     /// `true` or `false`; a number isn't a flag.
@@ -62,9 +76,15 @@ public:
 
 private:
     friend class Document;
+    friend void forEachElement(std::string_view text, std::string name, const TakeValue& take);
     Value(const Node* node, const Document& document) : node_(node), document_(&document) {}
     /// The member that isn't null, or nothing.
     const Node* find(std::string_view key) const;
+    std::size_t elementCount() const;
+    /// Also of an array that has none, but then there is no value.
+    Value firstElement() const;
+    /// The element behind this one.
+    Value next() const;
     std::int64_t integer(std::int64_t lowest, std::int64_t highest) const;
 
     const Node* node_;
@@ -77,7 +97,7 @@ public:
     /// Parses UTF-8 JSON, which it checks to be such, with or without a byte order mark; throws
     /// DecodeError with line and column. A text of more than 64 MiB or 64 levels isn't read, as it
     /// would take a multiple of its size. `name` is what places start with.
-    Document(std::string_view text, std::string name);
+    Document(std::string_view text, std::string name) : Document(text, std::move(name), nullptr) {}
     ~Document();
     Document(const Document&) = delete;
     Document& operator=(const Document&) = delete;
@@ -86,12 +106,19 @@ public:
 
 private:
     friend class Value;
+    friend void forEachElement(std::string_view text, std::string name, const TakeValue& take);
+    Document(std::string_view text, std::string name, const TakeValue& take);
     /// The name, and the keys and indexes that lead to a node.
     std::string placeOf(const Node* node) const;
 
     struct Parsed;
     std::unique_ptr<Parsed> parsed_;
 };
+
+/// Parses a text that is one array, as a Document does, and hands out its elements in order, each
+/// valid during that call only: it takes the memory of the largest instead of that of all. What
+/// `take` throws ends the parsing, so that elements before an error may have been handed out.
+void forEachElement(std::string_view text, std::string name, const TakeValue& take);
 
 /// Writes compact JSON. The caller keeps the order of calls that makes a well-formed text.
 class Writer {
@@ -117,7 +144,10 @@ public:
 
 private:
     /// Sees to room for that many bytes more.
-    void makeRoom(std::size_t size);
+    void makeRoom(std::size_t size) {
+        if (buffer_.size() - size_ < size) grow(size);
+    }
+    void grow(std::size_t size);
     /// Writes a comma, if the value needs one before it, and answers where the value goes, with
     /// room for `size` bytes; it counts once it has ended.
     char* startValue(std::size_t size);

@@ -2,7 +2,6 @@
 #include "foundation/Text.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -17,21 +16,29 @@ namespace {
 
 constexpr std::size_t longestNumber = 32;
 
-enum class Byte : unsigned char { plain, ofLongerCharacter, escaped };
+bool isEscaped(char c) {
+    return static_cast<unsigned char>(c) < 0x20 || c == '"' || c == '\\';
+}
 
-constexpr auto kindsOfBytes = [] {
-    std::array<Byte, 256> kinds{};
-    for (std::size_t byte = 0; byte < kinds.size(); ++byte) {
-        const bool isEscaped = byte < 0x20 || byte == '"' || byte == '\\';
-        kinds[byte] = isEscaped      ? Byte::escaped
-                      : byte >= 0x80 ? Byte::ofLongerCharacter
-                                     : Byte::plain;
+/// How many bytes of the start stand in a JSON text as they are, and of ASCII if that is asked for.
+template <bool isAscii>
+std::size_t plainLength(std::string_view text) {
+    std::size_t length = 0;
+    // Eight at a time: the highest bit of a byte is left where one of them is another.
+    constexpr std::uint64_t each = 0x0101010101010101;
+    for (std::uint64_t eight; length + sizeof eight <= text.size(); length += sizeof eight) {
+        std::memcpy(&eight, text.data() + length, sizeof eight);
+        const auto quotes = eight ^ each * '"', backslashes = eight ^ each * '\\';
+        const auto others = ((eight - each * 0x20) & ~eight) | ((quotes - each) & ~quotes) |
+                            ((backslashes - each) & ~backslashes) | (isAscii ? eight : 0);
+        if (others & each * 0x80) break;
     }
-    return kinds;
-}();
-
-Byte kindOf(char c) {
-    return kindsOfBytes[static_cast<unsigned char>(c)];
+    const auto isPlain = [](char c) {
+        return !isEscaped(c) && !(isAscii && static_cast<unsigned char>(c) >= 0x80);
+    };
+    while (length < text.size() && isPlain(text[length]))
+        ++length;
+    return length;
 }
 
 char* copy(std::string_view text, char* out) {
@@ -69,8 +76,8 @@ Writer::Writer(std::size_t expectedSize) {
     makeRoom(expectedSize);
 }
 
-void Writer::makeRoom(std::size_t size) {
-    if (buffer_.size() - size_ < size) buffer_.resize(std::max(size_ + size, 2 * buffer_.size()));
+void Writer::grow(std::size_t size) {
+    buffer_.resize(std::max(size_ + size, 2 * buffer_.size()));
 }
 
 char* Writer::startValue(std::size_t size) {
@@ -122,21 +129,19 @@ void Writer::key(std::string_view key) {
 
 void Writer::text(std::string_view value) {
     constexpr std::size_t longestEscape = 6;
-    const bool asItIs = std::ranges::all_of(value, [](char c) { return kindOf(c) == Byte::plain; });
-    if (!asItIs && !text::isValidUtf8(value))
-        throw EncodeError("a text that isn't UTF-8 can't be saved");
-    char* out = startValue(value.size() * (asItIs ? 1 : longestEscape) + 2);
+    auto plain = plainLength<true>(value);
+    if (plain < value.size()) {
+        if (!text::isValidUtf8(value)) throw EncodeError("a text that isn't UTF-8 can't be saved");
+        plain = plainLength<false>(value);
+    }
+    char* out = startValue(plain + (value.size() - plain) * longestEscape + 2);
     *out++ = '"';
-    if (asItIs) {
-        out = copy(value, out);
-    } else {
-        for (const char c : value) {
-            if (kindOf(c) == Byte::escaped) {
-                out = writeEscaped(out, c);
-            } else {
-                *out++ = c;
-            }
-        }
+    out = copy(value.substr(0, plain), out);
+    while (plain < value.size()) {
+        out = writeEscaped(out, value[plain]);
+        value.remove_prefix(plain + 1);
+        plain = plainLength<false>(value);
+        out = copy(value.substr(0, plain), out);
     }
     *out++ = '"';
     endAt(out);

@@ -19,6 +19,14 @@ std::string workspaceJson(const std::string& resources, const std::string& more 
            resources + R"(],"dateCreated":757382400,"dateModified":757382400.5)" + more + "}]";
 }
 
+/// The elements of all.
+std::string listOf(const std::vector<std::string>& lists) {
+    std::vector<std::string> elements;
+    for (const auto& list : lists)
+        elements.push_back(list.substr(1, list.size() - 2));
+    return "[" + text::joined(elements, ",") + "]";
+}
+
 struct RecordCoding : SceneTest {
     std::vector<Workspace> decode(std::string_view json) {
         return decodeWorkspaces(json, platform.bundles);
@@ -41,6 +49,11 @@ TEST_F(RecordCoding, aBadValueFailsTheWholeTextAndTheErrorNamesItsPlace) {
         {std::string("[]\0[]", 5), "not valid JSON"},
         {workspaceJson("\"\\ud800\""), "not valid JSON"},
         {"[\n  {\"id\": \"\xff\"}]", "not UTF-8 at line 2, column 11"},
+        {"{}", "workspaces: an array was expected"},
+        {"[1,2,{}]", "workspaces[0]: an object was expected"},
+        {listOf({workspaceJson(""), "[null, true]"}), "workspaces[1]: an object was expected"},
+        {listOf({workspaceJson(""), workspaceJson(""), workspaceJson("{}")}),
+         "workspaces[2].resources[0]: \"id\" is missing"},
         {std::string(64, '[') + std::string(64, ']'), "workspaces[0]: an object was expected"},
         {std::string(65, '['), "not valid JSON (More than 64 levels.) at line 1, column 65"}};
     for (const auto& [json, error] : texts)
@@ -106,6 +119,14 @@ TEST_F(RecordCoding, numbersReadAsTheNearestOnes) {
                                       R"(]},"name":"\\\" 1e400")"));
     EXPECT_EQ(read[0].name, "\\\" 1e400");
     EXPECT_EQ(read[0].savedWindowLayouts, std::nullopt);
+    // What was read before it isn't read twice.
+    const auto named = [](const std::string& name) {
+        return text::replacingAll(workspaceJson(""), "Work", name);
+    };
+    const auto some =
+        decode(listOf({named("1"), named("2\",\"x\":\"3\",\"y\":-1e400,\"z\":\""), named("4")}));
+    ASSERT_EQ(some.size(), 3u);
+    EXPECT_EQ(some[0].name + some[1].name + some[2].name, "124");
     for (const auto* number : {"1e400e5", "01", "1.", ".5", "+1", "1e", "0x1", "NaN", "-Infinity"})
         EXPECT_NE(errorOf(with(number)).find("not valid JSON"), std::string::npos) << number;
 }
