@@ -65,6 +65,8 @@ bool writeAll(int descriptor, std::string_view bytes) {
         const ssize_t written = ::write(descriptor, bytes.data(), std::min(piece, bytes.size()));
         if (written < 0 && errno == EINTR) continue;
         if (written < 0) return false;
+        // The disk begins with it while the rest is copied.
+        ::sync_file_range(descriptor, 0, 0, SYNC_FILE_RANGE_WRITE);
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }
     return true;
