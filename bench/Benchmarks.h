@@ -15,7 +15,7 @@ std::vector<Workspace> sampleWorkspaces(std::size_t count, std::size_t resources
 /// 1,000 of them with 20 resources each.
 const std::vector<Workspace>& manyWorkspaces();
 
-/// What a benchmark is held against: the medians of two benchmarks of one run.
+/// What a benchmark is held against, in one run.
 struct Comparison {
     std::string what;
     std::string ours;

@@ -69,7 +69,7 @@ std::vector<Comparison> registerSaving() {
     return {{.what = "save them to disk | write, fsync, rename",
              .ours = "save/ours",
              .reference = "save/reference",
-             .allowedRatio = 2}};
+             .allowedRatio = 1.6}};
 }
 
 } // namespace corvane::bench

@@ -26,9 +26,14 @@ int main(int count, char** arguments) {
     Size size;
     while (std::cin >> number >> position.x >> position.y >> size.width >> size.height) {
         const AccessibilityWindow window{process, number};
-        accessibility.setFrame(window, {position.x, position.y, size.width, size.height});
-        if (accessibility.position(window) != position || accessibility.size(window) != size) {
-            std::cerr << number << " isn't where it should be\n";
+        const auto codes =
+            accessibility.setFrame(window, {position.x, position.y, size.width, size.height});
+        const auto there = accessibility.position(window);
+        const auto big = accessibility.size(window);
+        if (there != position || big != size) {
+            std::cerr << number << " isn't where it should be (" << codes.position << "): "
+                      << there.value_or(Point()).x << "," << there.value_or(Point()).y << " "
+                      << big.value_or(Size()).width << "x" << big.value_or(Size()).height << "\n";
             return 1;
         }
     }
