@@ -1,3 +1,4 @@
+import QtQml
 import Corvane
 
 // The inside of cards that are expanded, or were lately.
