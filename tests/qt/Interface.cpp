@@ -305,6 +305,10 @@ void Interface::type(const std::string& text) {
     runFor(0);
 }
 
+void Interface::write(const std::string& name, const std::string& text) {
+    find(name)->setText(QAccessible::Value, QString::fromStdString(text));
+}
+
 void Interface::key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
     QTest::keyClick(topWindow(), key, modifiers);
     runFor(0);

@@ -53,6 +53,8 @@ struct Interface {
                     const std::string& inside = "");
     void hold(Qt::Key key);
     void type(const std::string& text);
+    /// Writes over what a field has, as an assistive program does.
+    void write(const std::string& name, const std::string& text);
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
     void resize(int width, int height);
     /// Turns the wheel over an element, down where the number is above zero.

@@ -194,8 +194,7 @@ TEST_F(Views, theMenuAndTheSheetsChangeTheList) {
     ASSERT_TRUE(press("More", "Home") && press("Edit"));
     EXPECT_TRUE(shows("Edit Workspace"));
     type("ly");
-    ASSERT_TRUE(press("Enter workspace description (optional)"));
-    type("at night");
+    write("Enter workspace description (optional)", "at night");
     ASSERT_TRUE(press("cube") && press("Save"));
     EXPECT_EQ(store().workspaces->back().description, "at night");
     EXPECT_EQ(store().workspaces->back().icon, "cube");

@@ -5,6 +5,15 @@ import Corvane
 T.TextField {
     id: field
 
+    // What it shows until something else is written: by a keyboard, or by an assistive program, which doesn't edit.
+    property string value
+    signal written
+
+    text: value
+    onTextChanged: {
+        if (text !== value)
+            written();
+    }
     implicitHeight: 30
     padding: 6
     leftPadding: Theme.fieldPadding

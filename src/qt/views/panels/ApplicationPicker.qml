@@ -38,9 +38,9 @@ Window {
 
             Layout.fillWidth: true
             placeholderText: "Search applications..."
-            text: window.panel.searchText
+            value: window.panel.searchText
             focus: true
-            onTextEdited: window.panel.searchText = text
+            onWritten: window.panel.searchText = text
             onAccepted: window.panel.confirm()
             Keys.onDownPressed: window.panel.moveSelection(1)
             Keys.onUpPressed: window.panel.moveSelection(-1)

@@ -73,9 +73,9 @@ Sheet {
 
             focus: true
             Layout.fillWidth: true
-            text: popup.sheet.name
+            value: popup.sheet.name
             placeholderText: "Enter a name for this resource"
-            onTextEdited: popup.sheet.name = text
+            onWritten: popup.sheet.name = text
         }
         BodyText {
             Layout.topMargin: Theme.spacingS
@@ -92,11 +92,11 @@ Sheet {
         ThemedTextField {
             Layout.fillWidth: true
             visible: !popup.sheet.isPicked
-            text: popup.sheet.path
+            value: popup.sheet.path
             placeholderText: popup.sheet.pathPrompt
             Accessible.name: popup.sheet.pathHeading
             font.family: popup.sheet.type === "terminal" ? "monospace" : nameField.font.family
-            onTextEdited: popup.sheet.path = text
+            onWritten: popup.sheet.path = text
         }
         RowLayout {
             readonly property bool isCommand: popup.sheet.type === "terminal"

@@ -89,8 +89,8 @@ Item {
             implicitWidth: 240
             font.pixelSize: 12
             placeholderText: "Section name"
-            text: content.row.editedName
-            onTextEdited: content.row.resources.setEditedName(content.row.key, text)
+            value: content.row.editedName
+            onWritten: content.row.resources.setEditedName(content.row.key, text)
             onAccepted: {
                 hadFocus = true;
                 content.row.resources.submitName(content.row.key);

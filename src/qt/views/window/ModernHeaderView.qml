@@ -73,9 +73,9 @@ Rectangle {
 
                 anchors.verticalCenter: parent.verticalCenter
                 width: header.isNarrow ? Math.min(240, 0.42 * line.width) : 240
-                text: header.model.searchText
+                value: header.model.searchText
                 placeholderText: "Search workspaces..."
-                onTextEdited: header.model.searchText = text
+                onWritten: header.model.searchText = text
                 Keys.onEscapePressed: header.model.searchText = ""
             }
         }

@@ -42,9 +42,9 @@ Sheet {
         ThemedTextField {
             Layout.fillWidth: true
             focus: true
-            text: popup.sheet.name
+            value: popup.sheet.name
             placeholderText: "Enter workspace name"
-            onTextEdited: popup.sheet.name = text
+            onWritten: popup.sheet.name = text
             onAccepted: popup.sheet.commit()
         }
         BodyText {
@@ -55,9 +55,9 @@ Sheet {
         }
         ThemedTextField {
             Layout.fillWidth: true
-            text: popup.sheet.description
+            value: popup.sheet.description
             placeholderText: "Enter workspace description (optional)"
-            onTextEdited: popup.sheet.description = text
+            onWritten: popup.sheet.description = text
             onAccepted: popup.sheet.commit()
         }
         BodyText {
