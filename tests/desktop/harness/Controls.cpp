@@ -221,16 +221,16 @@ std::vector<Control> Accessibility::controls(pid_t pid) const {
     return found;
 }
 
-bool Accessibility::write(pid_t pid, const std::string& text) const {
+bool Accessibility::write(pid_t pid, const std::string& text, bool isAll) const {
     return std::ranges::any_of(shownBy(pid), [&](const Control& control) {
-        const auto done =
-            control.role == "text"
-                ? call(bus_, {control.bus, control.path}, "org.a11y.atspi.EditableText",
-                       "InsertText", g_variant_new("(isi)", 0, text.c_str(), gint32(text.size())))
-                : nullptr;
+        if (control.role != "text") return false;
+        auto* const words = isAll ? g_variant_new("(s)", text.c_str())
+                                  : g_variant_new("(isi)", 0, text.c_str(), gint32(text.size()));
+        const auto done = call(bus_, {control.bus, control.path}, "org.a11y.atspi.EditableText",
+                               isAll ? "SetTextContents" : "InsertText", words);
         gboolean isDone = FALSE;
         if (done) g_variant_get(done.get(), "(b)", &isDone);
-        return isDone;
+        return bool(isDone);
     });
 }
 

@@ -40,8 +40,9 @@ public:
     /// Does what an assistive program offers, as "Press", "Toggle" or "SetFocus"; false where the
     /// control offers no such thing, or doesn't do it.
     bool act(const Control& control, const std::string& action) const;
-    /// Writes at the start of the first text that a process shows and lets be changed.
-    bool write(pid_t pid, const std::string& text) const;
+    /// Writes at the start of the first text that a process shows and lets be changed, or makes it
+    /// all of it.
+    bool write(pid_t pid, const std::string& text, bool isAll = false) const;
     /// The texts of the notifications that have shown themselves since the first call of this, as a
     /// screen reader says them.
     const std::vector<std::string>& announced();

@@ -303,6 +303,10 @@ void Desktop::drag(const Point& from, const Point& to) const {
     run({"xdotool", "sleep", "1", "mouseup", "1"});
 }
 
+bool Desktop::write(const std::string& text) const {
+    return accessibility_->write(corvane_->pid(), text, true);
+}
+
 bool Desktop::type(const Window& window, const std::string& text) const {
     if (!screen_->hasHands()) return accessibility_->write(window.pid, text);
     screen_->act(window, Deed::comeForward);

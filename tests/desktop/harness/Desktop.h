@@ -94,6 +94,8 @@ public:
     void carry(const Point& from, const Point& to) const;
     /// Writes into the text of that program's window, by the keyboard where there is one.
     bool type(const Window& window, const std::string& text) const;
+    /// Makes it the text of Corvane's first field, as assistive programs do.
+    bool write(const std::string& text) const;
 
     void savePicture(const std::string& file) const;
     /// What all programs of this desktop wrote, Corvane's output last.
