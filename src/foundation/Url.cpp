@@ -115,10 +115,6 @@ Url Url::deletingLastPathComponent() const {
     return fromPath(parent.ends_with('/') ? parent : parent + "/");
 }
 
-Url Url::appendingPathComponent(std::string_view component) const {
-    return fromPath(path::join(path(), component));
-}
-
 std::string percentEncodedQuery(std::string_view text) {
     return percentEncoded(text, "!$&'()*+,;=:@/?");
 }

@@ -37,7 +37,6 @@ public:
     std::string pathExtension() const;
     /// The URL of the folder that holds this one; files only.
     Url deletingLastPathComponent() const;
-    Url appendingPathComponent(std::string_view component) const;
 
     bool operator==(const Url& other) const {
         return parts_ == other.parts_ || parts_->text == other.parts_->text;
