@@ -51,7 +51,8 @@ struct DesktopFacts {
 
 /// The Accessibility interface. Frames as in WindowInfo: what a person sees, origin at the top left
 /// of the primary display, y downward. Main thread; every operation waits for the answer of the
-/// other side, with a bound of half a second for each attribute that it sets.
+/// other side, half a second at most, and asks once more where there is none; a frame that fills a
+/// monitor takes up to four such answers.
 class Accessibility {
 public:
     virtual ~Accessibility() = default;

@@ -5,7 +5,6 @@
 #include "foundation/Text.h"
 
 #include <algorithm>
-#include <cmath>
 #include <numeric>
 #include <utility>
 
@@ -78,7 +77,7 @@ template <typename Read>
 auto readAnswer(std::string_view answer, Read&& read)
     -> std::optional<decltype(read(std::declval<json::Value>()))> {
     try {
-        const auto text = text::replacingInvalidUtf8(std::string(answer));
+        const auto text = text::replacingInvalidUtf8(answer);
         const json::Document document(text, "the compositor");
         if (const auto error = document.root().optional("error")) error->fail(error->text());
         return read(document.root());

@@ -243,7 +243,8 @@ WindowAnswer AgentWindowSystem::askToClose(std::span<const WindowRef> windows, D
         if (answer == WindowAnswer::gone) answer = WindowAnswer::done;
     }
     if (deed.windows.empty()) return answer;
-    return agent_->act(deed, by) ? answer : WindowAnswer::unanswered;
+    const auto asked = agent_->act(deed, by);
+    return asked && readWindows(*asked) ? answer : WindowAnswer::unanswered;
 }
 
 } // namespace corvane

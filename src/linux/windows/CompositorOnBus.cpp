@@ -32,7 +32,11 @@ CompositorOnBus::Values CompositorOnBus::call(const std::string& name, const std
 }
 
 std::optional<pid_t> CompositorOnBus::process(Deadline by) {
-    if (!bus_ || g_dbus_connection_is_closed(bus_.get())) bus_ = ownConnectionToSessionBus();
+    if (!bus_ || g_dbus_connection_is_closed(bus_.get())) {
+        bus_ = ownConnectionToSessionBus();
+        // Another bus gives the same names to others.
+        process_.reset();
+    }
     if (!bus_) return std::nullopt;
     constexpr const char* daemon = "org.freedesktop.DBus";
     const std::string path = "/org/freedesktop/DBus";

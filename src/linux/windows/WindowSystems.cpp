@@ -1,7 +1,6 @@
 #include "linux/windows/WindowSystems.h"
 
 #include "linux/windows/AgentWindowSystem.h"
-#include "linux/windows/WaylandSession.h"
 #include "linux/windows/gnome/GnomeAgent.h"
 #include "linux/windows/kwin/KWinAgent.h"
 #include "linux/windows/sway/I3WindowSystem.h"

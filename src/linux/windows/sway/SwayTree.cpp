@@ -171,7 +171,7 @@ auto readAnswer(std::string_view answer, Read&& read)
     -> std::optional<decltype(read(std::declval<json::Value>()))> {
     try {
         // Titles come as the clients gave them.
-        const auto text = text::replacingInvalidUtf8(std::string(answer));
+        const auto text = text::replacingInvalidUtf8(answer);
         const json::Document document(text, "sway");
         return read(document.root());
     } catch (const json::DecodeError&) {
