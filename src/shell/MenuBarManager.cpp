@@ -5,7 +5,6 @@
 #include "platform/Platform.h"
 #include "shell/AppDelegate.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace corvane {
@@ -179,7 +178,9 @@ void MenuBarManager::saveCurrentLayout() {
                                     "Start '" + active->name + "' first to save its layout");
     }
     diagnostic({"Save layout clicked for: ", active->name});
-    store_.saveWorkspaceLayout(*active);
+    // Of the list, as resources may have come since the start.
+    const auto* listed = store_.find(active->id);
+    store_.saveWorkspaceLayout(listed ? Workspace(*listed) : *active);
     sendUserNotification("Layout Saved", "Layout saved for '" + active->name + "'");
     rebuildMenuAfter(rebuildDelay);
 }
