@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <iterator>
 #include <map>
 
 #include <benchmark/benchmark.h>
@@ -11,14 +10,24 @@
 namespace corvane::bench {
 namespace {
 
+/// Newer versions of the library call it another name.
+template <typename Run>
+bool hasFailed(const Run& run) {
+    if constexpr (requires { run.error_occurred; }) {
+        return run.error_occurred;
+    } else {
+        return run.skipped != decltype(run.skipped){};
+    }
+}
+
 /// Keeps the times of each benchmark, and shows nothing.
 class Times : public benchmark::BenchmarkReporter {
 public:
     bool ReportContext(const Context&) override { return true; }
     void ReportRuns(const std::vector<Run>& runs) override {
         for (const auto& run : runs) {
-            failed |= run.error_occurred;
-            if (run.run_type == Run::RT_Iteration)
+            failed |= hasFailed(run);
+            if (run.run_type == Run::RT_Iteration && !hasFailed(run))
                 all_[run.run_name.function_name].push_back(run.real_accumulated_time /
                                                            static_cast<double>(run.iterations));
         }
