@@ -1,6 +1,5 @@
 #include "ui/ResourceDrops.h"
 
-#include "foundation/Text.h"
 #include "ui/ResourceManagement.h"
 
 #include <charconv>
@@ -36,7 +35,7 @@ void ResourceReorderDelegate::dropExited() {
 
 bool ResourceReorderDelegate::performDrop(const DropInfo& info) {
     if (!isReorder(info)) return false;
-    const auto from = text::isValidUtf8(*info.text) ? decimalInteger(*info.text) : std::nullopt;
+    const auto from = decimalInteger(*info.text);
     // Any program can drop a text. One that isn't the index of a row changes nothing.
     if (!from || *from < 0) return true;
     list_.later([delegate = *this, from = static_cast<std::size_t>(*from)]() mutable {

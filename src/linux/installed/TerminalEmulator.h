@@ -24,7 +24,7 @@ struct TerminalCommand {
 /// The user's choice (xdg-terminal-exec with the entry that its lists name, x-terminal-emulator),
 /// else the first well-known emulator in PATH, else the first installed entry that says that it is
 /// one; nothing where there is none. `installed` are the entries to look among.
-std::optional<TerminalCommand> preferred(const std::vector<InstalledApplication>& installed = {});
+std::optional<TerminalCommand> preferred(const std::vector<InstalledApplication>& installed);
 
 /// Which emulator a program is, whatever wrapper or server of it was started: "xterm" for
 /// "/usr/bin/lxterm", "gnome-terminal" for "/usr/libexec/gnome-terminal-server".
