@@ -193,6 +193,14 @@ TEST_F(StatusMenu, savesTheLayoutOfARunningActiveWorkspaceOnly) {
     };
     EXPECT_EQ(press(), "notify Layout Saved: Layout saved for 'Editing'");
     EXPECT_EQ(described(store().workspaces), "Editing(Pad)+");
+    // A program that came since has its record too.
+    desktop.install({.path = "/Applications/Draw.app", .displayName = "Draw"});
+    desktop.running.push_back({.processIdentifier = 8, .localizedName = "Draw"});
+    desktop.screen.stack.push_back({.info = windowInfo(8, 2, "Draw", {1, 2, 300, 200})});
+    store().addResource(scene.resource("Draw", "/Applications/Draw.app", ResourceType::application),
+                        store().workspaces->front().id);
+    press();
+    EXPECT_EQ(store().workspaces->front().savedWindowLayouts->size(), 2u);
     StoreState::set(store().runningWorkspaces, {});
     EXPECT_EQ(press(), "notify Save Layout Failed: Start 'Editing' first to save its layout");
     StoreState::set(store().activeWorkspace, std::nullopt);
