@@ -22,18 +22,16 @@ int main(int count, char** arguments) {
     RunningApplications running(installed, recent, launched);
     LinuxAccessibility accessibility(recent, running);
     std::uint64_t number = 0;
-    Point position;
-    Size size;
-    while (std::cin >> number >> position.x >> position.y >> size.width >> size.height) {
-        const AccessibilityWindow window{process, number};
-        const auto codes =
-            accessibility.setFrame(window, {position.x, position.y, size.width, size.height});
-        const auto there = accessibility.position(window);
-        const auto big = accessibility.size(window);
-        if (there != position || big != size) {
-            std::cerr << number << " isn't where it should be (" << codes.position << "): "
-                      << there.value_or(Point()).x << "," << there.value_or(Point()).y << " "
-                      << big.value_or(Size()).width << "x" << big.value_or(Size()).height << "\n";
+    Rect frame;
+    while (std::cin >> number >> frame.x >> frame.y >> frame.width >> frame.height) {
+        const auto codes = accessibility.setFrame({process, number}, frame);
+        // There is one monitor, so that its pixels are those of the frames.
+        const auto window = recent.window({number, process}, halfASecondFromNow());
+        const auto seen = window ? window->frame : PixelRect();
+        if (seen != PixelRect{{frame.x, frame.y}, {frame.width, frame.height}}) {
+            std::cerr << number << " isn't where it should be (" << codes.position
+                      << "): " << seen.origin.x << "," << seen.origin.y << " " << seen.size.width
+                      << "x" << seen.size.height << "\n";
             return 1;
         }
     }
