@@ -70,8 +70,8 @@ void encodeMany(benchmark::State& state, std::size_t count) {
         benchmark::DoNotOptimize(encodeWorkspaces(workspaces));
 }
 
-/// How the time grows with the number of workspaces, where a square would be ten times. What is
-/// left are the caches; beyond them it stays.
+/// How the time grows with the number of workspaces, where a square would be ten times. Short
+/// lists gain by the caches; beyond them it should stay in proportion.
 template <typename Benchmark>
 std::vector<Comparison> registerGrowth(const std::string& verb, Benchmark run) {
     std::vector<Comparison> growth;
